@@ -1,0 +1,64 @@
+# One CMake library per folder of src/. A room's library carries the folder's name, and what it may
+# use is stated in one place: its own CMakeLists.txt.
+
+add_library(zemlo_compile_options INTERFACE)
+target_compile_options(zemlo_compile_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wimplicit-fallthrough -Werror)
+
+add_library(zemlo_sanitizers INTERFACE)
+if(ZEMLO_SANITIZE)
+  target_compile_options(zemlo_sanitizers INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(zemlo_sanitizers INTERFACE -fsanitize=address,undefined)
+endif()
+
+# zemlo_room(<folder> [SOURCES file...] [MAY_USE room...] [LIBRARIES target...])
+#
+# MAY_USE names the rooms whose doors are open to this one; LIBRARIES the outside libraries it links.
+function(zemlo_room folder)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;MAY_USE;LIBRARIES" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  if(ROOM_SOURCES)
+    add_library(zemlo_${name} STATIC ${ROOM_SOURCES})
+    set(scope PUBLIC)
+    target_link_libraries(zemlo_${name} PRIVATE zemlo_compile_options ${ROOM_LIBRARIES})
+  else()
+    add_library(zemlo_${name} INTERFACE)
+    set(scope INTERFACE)
+  endif()
+  target_include_directories(zemlo_${name} ${scope} ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(zemlo_${name} ${scope} zemlo_sanitizers Threads::Threads)
+  foreach(other IN LISTS ROOM_MAY_USE)
+    string(REPLACE "/" "_" other_name ${other})
+    target_link_libraries(zemlo_${name} ${scope} zemlo_${other_name})
+  endforeach()
+endfunction()
+
+# The rooms in the order of their doors, lowest first. (The inner rooms of workspace/ are folders of
+# their own: each is added by its path.)
+function(zemlo_add_rooms root)
+  foreach(folder IN LISTS ARGN)
+    string(REPLACE "/" "_" name ${folder})
+    add_subdirectory(${root}/${folder} ${CMAKE_BINARY_DIR}/rooms/${name})
+  endforeach()
+endfunction()
+
+# zemlo_tests(<folder> SOURCES file... [USES target...])
+#
+# The tests of one room: a program linking that room, its fakes, and nothing else.
+function(zemlo_tests folder)
+  cmake_parse_arguments(TESTS "" "" "SOURCES;USES" ${ARGN})
+  string(REPLACE "/" "_" name ${folder})
+  add_executable(${name}_test ${TESTS_SOURCES})
+  target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR})
+  target_compile_definitions(${name}_test PRIVATE
+    ZEMLO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEMLO_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  target_link_libraries(${name}_test PRIVATE
+    zemlo_compile_options zemlo_${name} ${TESTS_USES} GTest::gmock)
+  if(NOT "zemlo_test_main_qt" IN_LIST TESTS_USES)
+    target_link_libraries(${name}_test PRIVATE GTest::gmock_main)
+  endif()
+  gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST
+    PROPERTIES TIMEOUT 120 ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks_of_others.txt")
+endfunction()

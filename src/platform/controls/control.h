@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "platform/event.h"
+
+/// What a screen holds, without its pixels. The logic reads and writes these objects; a window, or a test,
+/// shows and works them. User-interface thread only.
+namespace platform {
+
+/// What every control has: whether it can be used, is seen, and is marked as wrong.
+class Control {
+ public:
+  Control() = default;
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control() = default;
+
+  bool enabled() const { return enabled_; }
+  void SetEnabled(bool enabled) { Assign(enabled_, enabled); }
+  bool visible() const { return visible_; }
+  void SetVisible(bool visible) { Assign(visible_, visible); }
+  bool marked_invalid() const { return marked_invalid_; }
+  void SetMarkedInvalid(bool invalid) { Assign(marked_invalid_, invalid); }
+
+  /// Enabled, visible, marked or (where the control has one) caption has changed.
+  Event<> LookChanged;
+
+ protected:
+  template <typename Held>
+  bool Assign(Held& held, Held value) {
+    if (held == value) return false;
+    held = std::move(value);
+    LookChanged();
+    return true;
+  }
+
+ private:
+  bool enabled_ = true;
+  bool visible_ = true;
+  bool marked_invalid_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+class Form;
+
+enum class MousePointer { kNormal, kHourglass };
+enum class MessageIcon { kNone, kInformation, kExclamation, kQuestion, kCritical };
+enum class MessageButtons { kOk, kYesNo };
+enum class MessageAnswer { kOk, kYes, kNo };
+
+/// A modal message box, written down.
+struct Message {
+  std::string text;
+  MessageIcon icon = MessageIcon::kNone;
+  std::string title;
+  MessageButtons buttons = MessageButtons::kOk;
+  MessageAnswer default_answer = MessageAnswer::kOk;
+};
+
+/// The window the workspace lives in. User-interface thread only.
+class HostShell {
+ public:
+  virtual ~HostShell() = default;
+
+  virtual std::string Caption() const = 0;
+  virtual std::string Tag() const = 0;
+  virtual void SetMousePointer(MousePointer pointer) = 0;
+  /// Modal; replies are held back until it is answered.
+  virtual MessageAnswer ShowMessage(const Message& message) = 0;
+  /// Shows the form and returns when it has been closed. Replies are let in meanwhile.
+  virtual void ShowModal(Form& form) = 0;
+  /// Shows the form and returns at once.
+  virtual void Show(Form& form) = 0;
+  /// Lets the window events that are waiting run once.
+  virtual void RunPendingEvents() = 0;
+  virtual void Beep() = 0;
+  /// Asks where to save; nothing when the user cancels. `suggested_name` ends in ".docx" or ".pdf".
+  virtual std::optional<std::string> AskSaveFile(const std::string& suggested_name) = 0;
+  /// Asks for a printer among `printers`, `current` chosen at first; nothing when the user cancels.
+  virtual std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
+                                                const std::string& current) = 0;
+};
+
+/// Runs work on the user-interface thread.
+class EventQueue {
+ public:
+  virtual ~EventQueue() = default;
+  /// From any thread. The work runs later, from the event loop, in the order posted, never inside this call.
+  virtual void Post(std::function<void()> work) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string_view>
+
+/// The columns of every record that travels between the workspace and the server.
+namespace platform {
+
+struct RecordLayout {
+  std::string_view name;
+  std::span<const std::string_view> columns;
+};
+
+/// What a letter is asked for with.
+inline constexpr auto kContextInputColumns = std::to_array<std::string_view>(
+    {"CUST_ID", "FORM_NBR", "FORM_CK_DGT_NBR", "RCPT_NBR", "RCPT_CK_DGT_NBR", "FORM_TYP_CD"});
+
+/// A letter's data context.
+inline constexpr auto kContextColumns = std::to_array<std::string_view>({"XML_CONTEXT"});
+
+/// One letter of the letter history, as it is recorded and as it is found.
+inline constexpr auto kHistoryColumns = std::to_array<std::string_view>({
+    "ACTION",        "SEQ_NBR",         "LTR_TYP_ID",       "CUST_ID",     "FORM_NBR",   "FORM_CK_DGT_NBR",
+    "FORM_TYP_CD",   "DCMT_FILE_TXT",   "PRNT_STTS_CD",     "PRNT_TS",     "LST_PRNT_TS", "LST_PRCS_TS",
+    "SYS_RFRNC_CD",  "QZ_CNTY_NBR",     "ADDR_TYP_CD",      "PRCS_ERR_TXT", "LST_UPDT_INSP_ID",
+    "FLS_BTCH_NBR",  "BTCH_ACTN_CD",    "WGH_STN_ID",       "TRP_ID",      "TRP_DIST_ID", "QZ_CNTY_DESC",
+    "XML_CONTEXT",
+});
+
+/// One nightly batch run.
+inline constexpr auto kBatchColumns = std::to_array<std::string_view>(
+    {"BTCH_SEQ_NBR", "BTCH_STATUS", "BTCH_CRTE_TS", "PRCS_STRT_TS", "PRCS_END_TS", "BTCH_LTR_CNT",
+     "LTR_PRCS_CNT", "PAID_COUNT", "LTR_SCS_CNT", "LTR_FAIL_CNT", "UNPAID_COUNT"});
+
+inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
+    {"XML_CONTEXT_INPUT", kContextInputColumns},
+    {"XML_CONTEXT", kContextColumns},
+    {"CORRHIST", kHistoryColumns},
+    {"CORRBATCH", kBatchColumns},
+});
+
+/// Looked up without regard to case; nothing when there is no such layout.
+std::optional<RecordLayout> FindRecordLayout(std::string_view name);
+
+}  // namespace platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Text is UTF-8 in std::string everywhere. Case mapping and counting go by characters (ICU), never by bytes.
+namespace platform {
+
+/// Carriage return and line feed: what stands between the lines of a message box.
+inline constexpr std::string_view kLineBreak = "\r\n";
+
+/// `text` without blanks (character 32) at either end. Other white space stays.
+std::string_view Trim(std::string_view text);
+
+/// Upper and lower case by Unicode's default mapping, the same in every locale.
+std::string UpperCase(std::string_view text);
+std::string LowerCase(std::string_view text);
+
+/// Whether the two texts differ in case only.
+bool EqualsIgnoringCase(std::string_view left, std::string_view right);
+
+/// Every occurrence of `from` (not empty) replaced by `to`, left to right, in one pass.
+std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
+
+/// How many characters (code points) `text` has.
+std::size_t CharacterCount(std::string_view text);
+
+/// The first `count` characters of `text`; all of it when it is shorter. Never cuts a character.
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
+
+/// Whether `text` is well-formed UTF-8 (Unicode 15, table 3-7: no overlong forms, no surrogates).
+bool IsValidUtf8(std::string_view text);
+
+}  // namespace platform
