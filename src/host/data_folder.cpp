@@ -1,0 +1,53 @@
+#include "host/data_folder.h"
+
+#include <cstdlib>
+#include <system_error>
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include "platform/failure.h"
+
+namespace host {
+namespace {
+
+using platform::Failure;
+
+std::filesystem::path HomeDirectory() {
+  if (const char* home = std::getenv("HOME"); home != nullptr && *home != '\0') return home;
+  if (const passwd* account = getpwuid(getuid()); account != nullptr && account->pw_dir != nullptr) {
+    return account->pw_dir;
+  }
+  return {};
+}
+
+}  // namespace
+
+DataFolder DataFolder::OfUser() {
+  constexpr auto kName = "zemlo-correspondence";
+  // The XDG base directory rules (version 0.8): a relative path in the variable is to be ignored.
+  if (const char* xdg = std::getenv("XDG_DATA_HOME"); xdg != nullptr && *xdg == '/') {
+    return DataFolder(std::filesystem::path(xdg) / kName);
+  }
+  const auto home = HomeDirectory();
+  if (home.empty()) {
+    throw Failure(Failure::Kind::kNotFound,
+                  "This account has no home directory. Name a data folder with --data DIR.");
+  }
+  return DataFolder(home / ".local" / "share" / kName);
+}
+
+void DataFolder::Create() const {
+  for (const auto& folder : {root_, Templates(), Printed(), Config(), Work()}) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (!error) continue;
+    const auto kind = error == std::errc::permission_denied || error == std::errc::read_only_file_system
+                          ? Failure::Kind::kPermissionDenied
+                          : Failure::Kind::kUnavailable;
+    throw Failure(kind, "The folder \"" + folder.string() + "\" cannot be made (" + error.message() +
+                            "). Choose a data folder you may write to with --data DIR.");
+  }
+}
+
+}  // namespace host

@@ -1,0 +1,81 @@
+#include "host/disk_files.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include <unistd.h>
+
+#include "platform/failure.h"
+#include "platform/text.h"
+
+namespace host {
+namespace {
+
+using platform::Failure;
+
+[[noreturn]] void Fail(const std::string& what, const std::error_code& error) {
+  auto kind = Failure::Kind::kUnavailable;
+  if (error == std::errc::no_such_file_or_directory) kind = Failure::Kind::kNotFound;
+  if (error == std::errc::permission_denied || error == std::errc::read_only_file_system) {
+    kind = Failure::Kind::kPermissionDenied;
+  }
+  throw Failure(kind, what + " (" + error.message() + ").");
+}
+
+/// Gone at the end unless it has been renamed into place.
+struct TemporaryFile {
+  std::filesystem::path path;
+  ~TemporaryFile() {
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+  }
+};
+
+}  // namespace
+
+std::filesystem::path LocalPath(const std::string& path) {
+  std::string local = path;
+  std::ranges::replace(local, '\\', '/');
+  return local;
+}
+
+std::optional<std::filesystem::path> FindFile(const std::string& path) {
+  const auto wanted = LocalPath(path);
+  std::error_code error;
+  if (std::filesystem::is_regular_file(wanted, error)) return wanted;
+  const auto name = wanted.filename().string();
+  const auto folder = wanted.has_parent_path() ? wanted.parent_path() : std::filesystem::path(".");
+  for (const auto& entry : std::filesystem::directory_iterator(folder, error)) {
+    if (entry.is_regular_file(error) &&
+        platform::EqualsIgnoringCase(entry.path().filename().string(), name)) {
+      return entry.path();
+    }
+  }
+  return std::nullopt;
+}
+
+bool DiskFiles::Exists(const std::string& path) const {
+  return FindFile(path).has_value();
+}
+
+void DiskFiles::CopyFile(const std::string& from, const std::string& to) {
+  const auto source = FindFile(from);
+  if (!source) throw Failure(Failure::Kind::kNotFound, "The file \"" + from + "\" does not exist.");
+  const auto target = FindFile(to).value_or(LocalPath(to));
+  const TemporaryFile copy{target.string() + "." + std::to_string(getpid()) + ".part"};
+  std::error_code error;
+  std::filesystem::copy_file(*source, copy.path, std::filesystem::copy_options::overwrite_existing, error);
+  if (!error) std::filesystem::rename(copy.path, target, error);
+  if (error) Fail("The file \"" + from + "\" cannot be copied to \"" + to + "\"", error);
+}
+
+bool DiskFiles::DeleteFile(const std::string& path) {
+  const auto file = FindFile(path);
+  if (!file) return false;
+  std::error_code error;
+  const bool removed = std::filesystem::remove(*file, error);
+  if (error) Fail("The file \"" + path + "\" cannot be deleted", error);
+  return removed;
+}
+
+}  // namespace host

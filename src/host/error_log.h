@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <mutex>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/error_reporter.h"
+
+namespace host {
+
+/// Reports go into a log file, one line each (time, component, procedure, description), and to a listener
+/// that tells the person. May be called from any thread; the listener is called on the reporting one.
+class ErrorLog : public platform::ErrorReporter {
+ public:
+  using Listener = std::function<void(const std::string& description, const std::string& procedure)>;
+
+  ErrorLog(std::filesystem::path file, const platform::Clock& clock, Listener listener)
+      : file_(std::move(file)), clock_(clock), listener_(std::move(listener)) {}
+
+  void ReportError(std::string_view description, std::string_view component_title,
+                   std::string_view procedure) noexcept override;
+  std::string ErrorText(std::uint32_t number) const override;
+
+ private:
+  void Append(const std::string& line);
+
+  // Constant after construction.
+  const std::filesystem::path file_;
+  const platform::Clock& clock_;
+  const Listener listener_;
+
+  std::mutex mutex_;  // one line at a time
+};
+
+}  // namespace host

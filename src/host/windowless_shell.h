@@ -1,0 +1,68 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "host/event_loop.h"
+#include "platform/host_shell.h"
+#include "platform/status_display.h"
+
+namespace host {
+
+/// The host without a window: messages go to a stream, questions are answered from the command line.
+///
+/// Information is written and work goes on. An exclamation or critical box makes the command a refused one.
+/// A Yes/No question is answered Yes where the user said so beforehand, else with its default.
+class WindowlessShell : public platform::HostShell, public platform::StatusDisplay {
+ public:
+  struct Answers {
+    bool yes = false;                      ///< to every question
+    std::optional<std::string> save_file;  ///< where AskSaveFile saves; nothing cancels
+    std::optional<std::string> printer;    ///< what AskPrinter takes; nothing takes the current one
+  };
+  /// Answers one kind of form: returns whether it knew the form. It works the form's controls and closes it.
+  using FormAnswerer = std::function<bool(platform::Form& form)>;
+
+  /// `messages` outlives the shell.
+  WindowlessShell(EventLoop& loop, std::ostream& messages, Answers answers)
+      : loop_(loop), messages_(messages), answers_(std::move(answers)) {}
+
+  /// Whether a box has refused what was asked for.
+  bool refused() const { return refused_; }
+  void AnswerFormsWith(FormAnswerer answerer) { form_answerers_.push_back(std::move(answerer)); }
+  /// Told every status text that differs from the one before.
+  std::function<void(const std::string& text)> status_listener;
+
+  std::string Caption() const override { return "Correspondence"; }
+  std::string Tag() const override { return "zemlo-letters"; }
+  void SetMousePointer(platform::MousePointer) override {}
+  platform::MessageAnswer ShowMessage(const platform::Message& message) override;
+  /// A form nobody answers is closed as its close box would: that is cancelling it.
+  void ShowModal(platform::Form& form) override;
+  void Show(platform::Form& form) override;
+  void RunPendingEvents() override {}
+  void Beep() override {}
+  std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
+  std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
+                                        const std::string& current) override;
+
+  void ShowStatus(std::string_view text) override;
+  void SetReady(bool ready) override { ready_ = ready; }
+  void EnableToolbarButton(int, bool, std::string_view) override {}
+  /// False while the workspace waits for a letter's data.
+  bool ready() const { return ready_; }
+
+ private:
+  EventLoop& loop_;
+  std::ostream& messages_;
+  const Answers answers_;
+  std::vector<FormAnswerer> form_answerers_;
+  std::string status_;
+  bool ready_ = true;
+  bool refused_ = false;
+};
+
+}  // namespace host

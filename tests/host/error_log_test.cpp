@@ -1,0 +1,36 @@
+#include "host/error_log.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+
+#include "host/system_clock.h"
+#include "tests/support/temporary_folder.h"
+
+namespace host {
+namespace {
+
+TEST(ErrorLog, WritesOneLineAReportAndTellsThePerson) {
+  const tests::TemporaryFolder folder;
+  const SystemClock clock;
+  std::string told;
+  ErrorLog log(folder / "error.log", clock,
+               [&](const auto& description, const auto&) { told = description; });
+  log.ReportError("two\r\nlines", "Correspondence", "ZEMLO_Corresp.PrintDoc");
+  log.ReportError("again", "Correspondence", "ZEMLO_Corresp.PrintDoc");
+  const auto text = tests::ReadFile(folder / "error.log");
+  EXPECT_EQ(std::ranges::count(text, '\n'), 2);
+  EXPECT_THAT(text, testing::HasSubstr("\tCorrespondence\tZEMLO_Corresp.PrintDoc\ttwo\\r\\nlines\n"));
+  EXPECT_EQ(told, "again");
+}
+
+TEST(ErrorLog, ALogThatCannotBeWrittenStopsNothing) {
+  const SystemClock clock;
+  bool told = false;
+  ErrorLog log("/nonexistent/error.log", clock, [&](const auto&, const auto&) { told = true; });
+  log.ReportError("lost", "Correspondence", "x");
+  EXPECT_TRUE(told);
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,79 @@
+#include <gmock/gmock.h>
+
+#include <sstream>
+
+#include "host/windowless_preview.h"
+#include "host/windowless_shell.h"
+#include "platform/controls/form.h"
+
+namespace host {
+namespace {
+
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+
+TEST(WindowlessShell, OnlyAnExclamationOrACriticalBoxRefusesTheCommand) {
+  EventLoop loop;
+  std::ostringstream messages;
+  WindowlessShell shell(loop, messages, {});
+  shell.ShowMessage({"For your information.", MessageIcon::kInformation, "t"});
+  EXPECT_FALSE(shell.refused());
+  shell.ShowMessage({"first\r\nsecond\r\n", MessageIcon::kExclamation, "t"});
+  EXPECT_TRUE(shell.refused());
+  EXPECT_EQ(messages.str(), "For your information.\nfirst\nsecond\n");
+}
+
+TEST(WindowlessShell, AQuestionTakesItsDefaultUnlessTheUserSaidYesBeforehand) {
+  EventLoop loop;
+  std::ostringstream messages;
+  const platform::Message question{"Sure?", MessageIcon::kQuestion, "t", MessageButtons::kYesNo,
+                                   MessageAnswer::kNo};
+  EXPECT_EQ(WindowlessShell(loop, messages, {}).ShowMessage(question), MessageAnswer::kNo);
+  WindowlessShell::Answers yes;
+  yes.yes = true;
+  EXPECT_EQ(WindowlessShell(loop, messages, yes).ShowMessage(question), MessageAnswer::kYes);
+}
+
+TEST(WindowlessShell, AFormNobodyAnswersIsCancelled) {
+  EventLoop loop;
+  std::ostringstream messages;
+  WindowlessShell shell(loop, messages, {});
+  platform::Form form("Letter Bookmark");
+  shell.ShowModal(form);
+  EXPECT_FALSE(form.shown());
+
+  platform::Form known("Known");
+  shell.AnswerFormsWith([&](platform::Form& asked) {
+    if (&asked != &known) return false;
+    loop.Post([&] { known.Close(); });
+    return true;
+  });
+  shell.ShowModal(known);
+  EXPECT_FALSE(known.shown());
+}
+
+TEST(WindowlessPreview, PrintsThenClosesFromTheEventLoop) {
+  EventLoop loop;
+  WindowlessPreview preview(loop, WindowlessPreview::Wish::kPrint);
+  std::vector<std::string> seen;
+  auto window = preview.Open({"letter.pdf", "Letter", [&] { seen.push_back("print"); },
+                              [&] { seen.push_back("save"); }, [&] { seen.push_back("closed"); }});
+  EXPECT_THAT(seen, testing::IsEmpty());
+  loop.RunPending();
+  EXPECT_THAT(seen, testing::ElementsAre("print", "closed"));
+}
+
+TEST(WindowlessPreview, AWindowDroppedWhilePrintingIsNotReadFurther) {
+  EventLoop loop;
+  WindowlessPreview preview(loop, WindowlessPreview::Wish::kPrint);
+  std::unique_ptr<platform::PreviewWindow> window;
+  bool closed = false;
+  window = preview.Open({"letter.pdf", "Letter", [&] { window.reset(); }, [] {}, [&] { closed = true; }});
+  loop.RunPending();
+  EXPECT_FALSE(closed);
+  EXPECT_FALSE(preview.is_open());
+}
+
+}  // namespace
+}  // namespace host
