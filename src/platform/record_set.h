@@ -63,10 +63,12 @@ class RecordSet {
                                   std::size_t from = 0) const;
   /// Keeps the rows for which `keep` holds, in their order. No current row is kept: the first one is it.
   void Filter(const std::function<bool(const RecordSet& rows, std::size_t row)>& keep);
-  /// Stable, ascending or descending, by Value::Compare; nulls first when ascending. The first row is current.
+  /// Stable, ascending or descending, by Value::Compare; nulls first when ascending. The first row is
+  /// current.
   void SortBy(std::string_view column, bool descending = false);
 
-  /// Many changes, one Changed, told when the last Edit of the set ends.
+  /// Many changes, one Changed, told when the last Edit of the set ends. (From a destructor: an observer of
+  /// Changed lets no failure out.)
   class Edit {
    public:
     explicit Edit(RecordSet& rows) : rows_(rows) { ++rows_.edits_; }
@@ -84,11 +86,10 @@ class RecordSet {
  private:
   std::size_t ColumnIndex(std::string_view column) const;
   std::size_t RequireCurrentRow() const;
+  void RequireRow(std::size_t row) const;
   void TellChanged();
 
-  // Constant after construction.
-  std::vector<std::string> columns_;
-  std::vector<std::string> lookup_names_;  // columns_ in one case
+  const std::vector<std::string> columns_;
 
   std::vector<std::vector<Value>> rows_;
   std::size_t current_ = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -17,8 +18,14 @@ std::string_view Trim(std::string_view text);
 std::string UpperCase(std::string_view text);
 std::string LowerCase(std::string_view text);
 
-/// Whether the two texts differ in case only.
-bool EqualsIgnoringCase(std::string_view left, std::string_view right);
+/// Unicode's full case folding: two texts that differ in case only fold to the same text.
+std::string FoldCase(std::string_view text);
+
+/// Order of the folded texts by code point; "equivalent" where the two differ in case only.
+std::weak_ordering CompareIgnoringCase(std::string_view left, std::string_view right);
+inline bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
+  return CompareIgnoringCase(left, right) == 0;
+}
 
 /// Every occurrence of `from` (not empty) replaced by `to`, left to right, in one pass.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
@@ -29,7 +36,11 @@ std::size_t CharacterCount(std::string_view text);
 /// The first `count` characters of `text`; all of it when it is shorter. Never cuts a character.
 std::string_view FirstCharacters(std::string_view text, std::size_t count);
 
-/// Whether `text` is well-formed UTF-8 (Unicode 15, table 3-7: no overlong forms, no surrogates).
-bool IsValidUtf8(std::string_view text);
+/// How many bytes of `text`, from its start, are well-formed UTF-8 (Unicode 15, table 3-7: no overlong
+/// forms, no surrogates).
+std::size_t ValidUtf8Length(std::string_view text);
+inline bool IsValidUtf8(std::string_view text) {
+  return ValidUtf8Length(text) == text.size();
+}
 
 }  // namespace platform

@@ -29,7 +29,8 @@ class Form {
   void Activate();
   /// Off the screen; the values stay readable.
   void Hide();
-  /// The user or the code closes it. Returns false when the form refused. Values stay readable.
+  /// The user or the code closes it. Returns false when the form refused; true when it is closed or will be
+  /// once its handlers have returned. Values stay readable.
   bool Close();
 
   /// Runs what an event of the form does; a Close meanwhile takes effect after it.
@@ -44,6 +45,7 @@ class Form {
   Event<> Hidden;
 
  protected:
+  // Procedures: no failure leaves them.
   virtual void OnLoad() {}
   virtual void OnActivate() {}
   /// Returns whether the form may be closed.

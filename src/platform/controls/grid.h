@@ -20,7 +20,7 @@ class Grid : public Control {
     std::string caption;  ///< heading; the key where it is empty
     std::string group;    ///< heading over several columns
     bool hidden = false;
-    std::string cell_style;     ///< name of a style set; "" for the grid's own
+    std::string cell_style;  ///< name of a style set; "" for the grid's own
     std::string heading_style;
   };
   struct Style {
@@ -37,12 +37,13 @@ class Grid : public Control {
 
   /// Row indexes in the order they were selected.
   const std::vector<std::size_t>& selected_rows() const { return selected_rows_; }
-  /// The user selects exactly these rows: one Click.
+  /// The user selects exactly these rows: one Click. Nothing happens while the grid is disabled or hidden.
   void UserSelects(std::vector<std::size_t> rows);
   /// Makes a row of the bound rows the current one.
   void MakeCurrent(std::size_t row);
 
-  /// The view is about to show the row: RowLoaded comes once for each row and binding.
+  /// The view is about to show the row: RowLoaded comes once for each row and binding. A step of it that
+  /// changes the row is not told of the row again.
   void EnsureRowLoaded(std::size_t row);
 
   Event<std::size_t> RowLoaded;
@@ -51,6 +52,9 @@ class Grid : public Control {
   Event<> ContentChanged;
 
  private:
+  void RowsChanged();
+  void DropMissingRows();
+
   std::shared_ptr<RecordSet> rows_;
   Connection rows_changed_;
   std::vector<std::size_t> selected_rows_;
