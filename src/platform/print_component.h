@@ -10,7 +10,7 @@
 
 namespace platform {
 
-/// What a print document tells its holder.
+/// What a print document tells its holder. Who is told may release and destroy the document meanwhile.
 class PrintNotify {
  public:
   /// The previewed or printed document was closed.
