@@ -1,0 +1,34 @@
+#include "composition/paragraph_marks.h"
+
+#include "composition/node_state.h"
+#include "platform/xml.h"
+
+namespace composition {
+namespace {
+
+bool IsParagraph(const platform::XmlElement& element) {
+  return element.Name().find("PARA_") != std::string::npos;
+}
+
+void RemoveUnmarkedParagraphs(platform::XmlElement root) {
+  ZEMLO_NodeState state;
+  for (const auto& child : root.Children()) {
+    if (!IsParagraph(child)) continue;
+    state.InitFromNode(child);
+    if (!state.IsUserUnSelected()) root.RemoveChild(child);
+  }
+}
+
+}  // namespace
+
+std::string GetBKforPrint(const platform::Services& services, const std::string& bookmark_xml) {
+  std::string prepared;
+  platform::Trap(services, "ZEMLO_PreviewDoc.GetBKforPrint", [&] {
+    const auto document = platform::XmlDocument::Parse(bookmark_xml).OrFail();
+    RemoveUnmarkedParagraphs(document.Root());
+    prepared = document.Root().Xml();
+  });
+  return prepared;
+}
+
+}  // namespace composition

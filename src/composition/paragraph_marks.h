@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+#include "platform/services.h"
+
+namespace composition {
+
+/// The text that is merged into a letter: `bookmark_xml` without the optional paragraphs (child elements of
+/// the root with "PARA_" in their name) that are not marked as left out by the user.
+///
+/// What is marked stays, so that the merge acts on it; where no mark stands, the template's own wording does.
+/// A text that does not parse, or a flag word that cannot be read, is reported; the answer is "" then.
+std::string GetBKforPrint(const platform::Services& services, const std::string& bookmark_xml);
+
+}  // namespace composition

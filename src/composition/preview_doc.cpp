@@ -1,0 +1,159 @@
+#include "composition/preview_doc.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+#include <utility>
+
+#include "composition/paragraph_marks.h"
+#include "platform/failure.h"
+
+namespace composition {
+namespace {
+
+using platform::Failure;
+using platform::Trap;
+
+constexpr std::string_view kCommonTemplate = "kvcorr.dot";
+constexpr int kOneCopy = 1;
+constexpr int kEndPrintOption = 1;
+
+// The word processor needs this long before it tells of its document.
+constexpr std::chrono::milliseconds kShortestWait{1500};
+
+/// One step of a preview: what the system has no permission for is passed over, and the next step follows.
+template <typename Work>
+void Step(Work&& work) {
+  try {
+    std::forward<Work>(work)();
+  } catch (const Failure& failure) {
+    if (failure.kind() != Failure::Kind::kPermissionDenied) throw;
+  }
+}
+
+void ShowReady(const platform::Services& services) {
+  services.status.ShowStatus("Ready");
+  services.host.SetMousePointer(platform::MousePointer::kNormal);
+}
+
+// A letter must not leave the office half filled: a document that did not open or merge goes no further.
+void OpenOrFail(platform::PrintDocument& document, const std::string& file_name) {
+  if (document.OpenDocument(file_name)) return;
+  throw Failure(Failure::Kind::kUnavailable, "The letter's document \"" + file_name +
+                                                 "\" could not be opened. Check the file and try again.");
+}
+
+void MergeOrFail(platform::PrintDocument& document, const std::string& bookmark_text) {
+  if (document.MergeBookmarks(bookmark_text)) return;
+  throw Failure(Failure::Kind::kUnavailable,
+                "The letter's fields could not be filled in. Check the template's bookmarks and try again.");
+}
+
+}  // namespace
+
+ZEMLO_PreviewDoc::~ZEMLO_PreviewDoc() {
+  Trap(services_, "ZEMLO_PreviewDoc.Class_Terminate", [&] { ReleaseDocument(); });
+}
+
+bool ZEMLO_PreviewDoc::PreviewDoc(const std::string& lstrFileName, const std::string& /*lstrTemplateName*/,
+                                  const std::string& lstrBookMark) {
+  const auto& services = services_;  // this object may be gone when the preview returns
+  Trap(services, "ZEMLO_Corresp.PreviewDoc", [&] {
+    const auto bookmark_text = GetBKforPrint(services, lstrBookMark);
+    Step([&] { ReleaseDocument(); });
+    Step([&] { document_ = services.print.NewDocument(); });
+    services.status.ShowStatus("Prepare Print Preview");
+    if (!bookmark_text.empty()) OpenAndPreview(lstrFileName, bookmark_text);
+  });
+  ShowReady(services);
+  return false;
+}
+
+void ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::string& bookmark_text) {
+  const auto document = RequireDocument();
+  bool is_open = false;
+  Step([&] { document->Prepare(); });
+  Step([&] { is_open = document->IsDocumentOpen(file_name); });
+  if (is_open) return;
+  Step([&] { document->SetTemplate(services_.settings.TemplateFolder() + std::string(kCommonTemplate)); });
+  Step([&] { OpenOrFail(*document, file_name); });
+  AttachNotify();
+  services_.clock.Sleep(std::max(services_.settings.PreviewDelay(), kShortestWait));
+  Step([&] { document->SetNotify(notify_); });
+  Step([&] { document->SetNotifyEnabled(true); });
+  Step([&] { MergeOrFail(*document, bookmark_text); });
+  Step([&] { document->ShowPreview(); });
+}
+
+bool ZEMLO_PreviewDoc::PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark,
+                                     bool lBlnShowDialog) {
+  bool printed = false;
+  Trap(services_, "ZEMLO_Corresp.PrintDocument", [&] {
+    const auto bookmark_text = GetBKforPrint(services_, lstrBookMark);
+    ReleaseDocument();
+    document_ = services_.print.NewDocument();
+    services_.status.ShowStatus("Prepare Print");
+    if (!bookmark_text.empty()) printed = OpenAndPrint(lstrFileName, bookmark_text, lBlnShowDialog);
+  });
+  ShowReady(services_);
+  document_ = nullptr;
+  return printed;
+}
+
+bool ZEMLO_PreviewDoc::OpenAndPrint(const std::string& file_name, const std::string& bookmark_text,
+                                    bool show_dialog) {
+  const auto document = RequireDocument();
+  document->Prepare();
+  if (document->IsDocumentOpen(file_name)) return false;
+  OpenOrFail(*document, file_name);
+  MergeOrFail(*document, bookmark_text);
+  const bool printed = document->PrintOut(kOneCopy, show_dialog);
+  document->EndPrint(kEndPrintOption);
+  return printed;
+}
+
+bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::string& lstrTemplateName,
+                                    const std::string& lstrBookMark) {
+  const auto& services = services_;  // this object may be gone when the preview, or the save, returns
+  const std::weak_ptr<const bool> life = life_;
+  PreviewDoc(lstrFileName, lstrTemplateName, lstrBookMark);
+  Trap(services, "ZEMLO_Corresp.SaveDoc", [&] {
+    if (!life.expired()) RequireDocument()->SaveToFile("", "");
+  });
+  ShowReady(services);
+  return false;
+}
+
+void ZEMLO_PreviewDoc::AttachNotify() {
+  notify_ = std::make_shared<platform::PrintNotify>();
+  doc_end_ = notify_->DocEnd.Connect([this] { OnDocEnd(); });
+  doc_print_ = notify_->DocPrint.Connect([this] { OnDocPrint(); });
+}
+
+void ZEMLO_PreviewDoc::OnDocEnd() {
+  Trap(services_, "ZEMLO_PreviewDoc.mclsNotify_DocEnd", [&] { ReleaseDocument(); });
+}
+
+void ZEMLO_PreviewDoc::OnDocPrint() {
+  const std::weak_ptr<const bool> life = life_;
+  Trap(services_, "ZEMLO_PreviewDoc.Err_mclsNotify_DocPrint", [&] {
+    if (!std::exchange(BadAddress, false)) WordPrinted();
+    if (!life.expired()) CloseLetterForm();
+  });
+}
+
+std::shared_ptr<platform::PrintDocument> ZEMLO_PreviewDoc::RequireDocument() const {
+  if (document_) return document_;
+  throw Failure(Failure::Kind::kUnavailable, "There is no letter open. Preview it again.");
+}
+
+void ZEMLO_PreviewDoc::ReleaseDocument() {
+  doc_end_.Disconnect();
+  doc_print_.Disconnect();
+  notify_ = nullptr;
+  // Out of the member first: a document that tells of its end while it is released finds nothing to do.
+  if (const auto document = std::exchange(document_, nullptr))
+    document->Release(std::string(kCommonTemplate));
+}
+
+}  // namespace composition

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/event.h"
+#include "platform/services.h"
+
+namespace composition {
+
+/// Turns a letter's data context into a document on the screen, on paper or in a file, and tells its holder
+/// when a previewed letter was printed.
+///
+/// Owns one print document at a time. User-interface thread only. No operation fails: what goes wrong is
+/// reported, and the status bar and the mouse pointer are put back. A holder may destroy this object from
+/// inside any of its events.
+class ZEMLO_PreviewDoc {
+ public:
+  explicit ZEMLO_PreviewDoc(const platform::Services& services) : services_(services) {}
+  ZEMLO_PreviewDoc(const ZEMLO_PreviewDoc&) = delete;
+  ZEMLO_PreviewDoc& operator=(const ZEMLO_PreviewDoc&) = delete;
+  /// Closes a preview that still is open.
+  ~ZEMLO_PreviewDoc();
+
+  /// Merges `lstrBookMark` (XML) into the document and shows it. The preview stays until its reader closes
+  /// it, the next call, or the end of this object; the call does not wait for that. What the system has no
+  /// permission for is passed over. The template's name is taken for the caller's sake only. Answers false.
+  bool PreviewDoc(const std::string& lstrFileName, const std::string& lstrTemplateName,
+                  const std::string& lstrBookMark);
+
+  /// Merges and prints without a preview. Answers whether the letter was printed. Raises no WordPrinted: the
+  /// caller has the answer.
+  bool PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark, bool lBlnShowDialog);
+
+  /// Previews as PreviewDoc does, then asks where to save. Answers false.
+  bool SaveDocument(const std::string& lstrFileName, const std::string& lstrTemplateName,
+                    const std::string& lstrBookMark);
+
+  /// Set by the holder; true keeps the next print, or finished save, from being announced, and is used up by
+  /// it.
+  bool BadAddress = false;
+
+  /// A previewed letter was printed, or saved to a file.
+  platform::Event<> WordPrinted;
+  /// Follows every print, announced or not: an open form in which the letter was completed closes now.
+  platform::Event<> CloseLetterForm;
+
+ private:
+  void OpenAndPreview(const std::string& file_name, const std::string& bookmark_text);
+  bool OpenAndPrint(const std::string& file_name, const std::string& bookmark_text, bool show_dialog);
+  void AttachNotify();
+  void OnDocEnd();
+  void OnDocPrint();
+  std::shared_ptr<platform::PrintDocument> RequireDocument() const;
+  void ReleaseDocument();
+
+  // Constant after construction.
+  const platform::Services& services_;
+  const std::shared_ptr<const bool> life_ = std::make_shared<const bool>(true);  // ends with this object
+
+  // The current preview. Shared, because a document that is left from inside one of its own calls has to
+  // outlast that call.
+  std::shared_ptr<platform::PrintDocument> document_;
+  std::shared_ptr<platform::PrintNotify> notify_;
+  platform::Connection doc_end_;
+  platform::Connection doc_print_;
+};
+
+}  // namespace composition
