@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,12 @@ class PickList : public Control {
   virtual std::string DescriptionColumn() const = 0;
 
   const std::string& shown_text() const { return shown_text_; }
+
+  /// Colours as 0x00BBGGRR, or 0x80000000 plus the number of one of the host's own colours.
+  std::uint32_t back_color() const { return back_color_; }
+  std::uint32_t fore_color() const { return fore_color_; }
+  static constexpr std::uint32_t kInputBackground = 0x8000'0005;  ///< the host's colour behind input areas
+  static constexpr std::uint32_t kBlack = 0;
 
   // The user opens the list, types one character more, picks a row, leaves the list.
   virtual void UserOpens() = 0;
@@ -43,10 +50,16 @@ class PickList : public Control {
     rows_ = std::move(rows);
     ContentChanged();
   }
+  void SetColors(std::uint32_t back, std::uint32_t fore) {
+    Assign(back_color_, back);
+    Assign(fore_color_, fore);
+  }
 
  private:
   std::shared_ptr<RecordSet> rows_;
   std::string shown_text_;
+  std::uint32_t back_color_ = kInputBackground;
+  std::uint32_t fore_color_ = kBlack;
 };
 
 }  // namespace platform
