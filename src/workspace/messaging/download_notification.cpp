@@ -1,0 +1,37 @@
+#include "workspace/messaging/download_notification.h"
+
+#include "platform/text.h"
+#include "workspace/messaging/counting.h"
+#include "workspace/messaging/tag_reader.h"
+
+namespace workspace {
+
+namespace {
+
+constexpr std::string_view kProcedure = "ZEMLO_Corresp.moClient_MessageReceived";
+
+}  // namespace
+
+void DownloadNotification::MessageReceived(const std::string& message) {
+  platform::Trap(services_, kProcedure, [&] {
+    const auto command = ReadTag(message, "COMMAND", TagForm::kWithAttributes);
+    const auto status = ReadTag(message, "STATUS", TagForm::kWithAttributes);
+    const auto source = ReadTag(message, "SOURCE", TagForm::kWithAttributes);
+    if (command == "FILEDOWNLOAD" && status != "SUCCESSFULL") {
+      TellOnce(status, source);
+      CountUp(services_, state_.download_failures, "failed downloads", kProcedure);
+    }
+    services_.status.ShowStatus("Ready");
+  });
+}
+
+void DownloadNotification::TellOnce(const std::string& status, const std::string& source) {
+  if (state_.download_failures.value() != 0) return;
+  const std::string line_break(platform::kLineBreak);
+  services_.host.ShowMessage({"File download not successful." + line_break + status + line_break + source,
+                              platform::MessageIcon::kExclamation, state_.message_title});
+  services_.status.SetReady(true);
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
+}
+
+}  // namespace workspace

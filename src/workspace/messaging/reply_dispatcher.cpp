@@ -1,0 +1,74 @@
+#include "workspace/messaging/reply_dispatcher.h"
+
+#include <utility>
+
+#include "platform/identity.h"
+#include "workspace/messaging/scope_guards.h"
+
+namespace workspace {
+
+namespace {
+
+constexpr std::string_view kProcedure = "ZEMLO_Corresp.mVEMTMessage_DataReady";
+
+}  // namespace
+
+ReplyDispatcher::ReplyDispatcher(const platform::Services& services, WorkspaceState& state,
+                                 std::vector<ReplyRoute> routes, std::function<void()> always)
+    : services_(services), state_(state), routes_(std::move(routes)), always_(std::move(always)) {}
+
+void ReplyDispatcher::DataReady(const std::string& application) {
+  platform::Trap(services_, kProcedure, [&] { Handle(application); });
+  platform::Trap(services_, kProcedure, [&] {
+    services_.host.SetMousePointer(platform::MousePointer::kNormal);
+    if (always_) always_();
+  });
+}
+
+void ReplyDispatcher::MsgTimeout() {
+  state_.timed_out = true;
+}
+
+void ReplyDispatcher::Handle(const std::string& application) {
+  if (application != platform::kApplicationName) throw platform::AbandonStep();
+  services_.host.SetMousePointer(platform::MousePointer::kHourglass);
+  services_.status.SetReady(true);
+
+  // A handler may send the next request: the route of the reply at hand is the one found here.
+  const auto route = PendingRoute();
+  const AtExit at_exit(services_, kProcedure, route.always);
+  const auto error = services_.messages.GetReplyError(
+      application, std::string(platform::kApplicationName) + ".mVemtMessage_DataReady",
+      state_.pending_message_key);
+  if (error.empty()) {
+    HandleReply(route);
+  } else {
+    HandleError(route, error);
+  }
+}
+
+void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& error) const {
+  services_.host.ShowMessage({error, platform::MessageIcon::kCritical, state_.message_title});
+  services_.status.ShowStatus(state_.timed_out ? "Search timed out" : "Search was not successful");
+  if (route.on_error) route.on_error();
+}
+
+void ReplyDispatcher::HandleReply(const ReplyRoute& route) const {
+  using Status = ReplyRoute::StatusAfterwards;
+  if (route.action) route.action();
+  const bool ready = route.status == Status::kReady ||
+                     (route.status == Status::kReadyWhenReprintIsOver && state_.ReprintIsOver());
+  if (ready) services_.status.ShowStatus("Ready");
+}
+
+ReplyRoute ReplyDispatcher::PendingRoute() const {
+  const ReplyRoute nobody{"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
+  const auto& unhandled = state_.unhandled_message_key;
+  if (!unhandled.empty() && state_.pending_message_key == unhandled) return nobody;
+  for (const auto& route : routes_) {
+    if (route.request_name == state_.pending_request_name) return route;
+  }
+  return nobody;
+}
+
+}  // namespace workspace

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/services.h"
+#include "workspace/messaging/workspace_state.h"
+
+namespace workspace {
+
+/// What happens with the reply to one request. An empty step does nothing.
+struct ReplyRoute {
+  enum class StatusAfterwards {
+    kSetByAction,
+    kReady,
+    kReadyWhenReprintIsOver,  ///< the run's next letter shows a status of its own
+  };
+
+  std::string request_name;
+  std::function<void()> action;
+  StatusAfterwards status = StatusAfterwards::kSetByAction;
+  std::function<void()> on_error;  ///< after the server's error text was shown
+  std::function<void()> always;    ///< last, whatever came before
+};
+
+/// Takes every reply to the workspace and walks the table of routes by the pending request name.
+///
+/// A name that has no route shows "Ready". Nothing leaves these functions.
+class ReplyDispatcher {
+ public:
+  /// `always` ends the handling of every notification, ignored ones included. References outlive this.
+  ReplyDispatcher(const platform::Services& services, WorkspaceState& state, std::vector<ReplyRoute> routes,
+                  std::function<void()> always);
+
+  /// A reply is ready for `application`; one for another application is ignored.
+  void DataReady(const std::string& application);
+  /// The reply that follows says why.
+  void MsgTimeout();
+
+  const std::vector<ReplyRoute>& routes() const { return routes_; }
+
+ private:
+  void Handle(const std::string& application);
+  void HandleError(const ReplyRoute& route, const std::string& error) const;
+  void HandleReply(const ReplyRoute& route) const;
+  ReplyRoute PendingRoute() const;
+
+  const platform::Services& services_;
+  WorkspaceState& state_;
+  const std::vector<ReplyRoute> routes_;
+  const std::function<void()> always_;
+};
+
+}  // namespace workspace

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/key_item.h"
+#include "platform/message_component.h"
+#include "platform/services.h"
+#include "platform/value.h"
+#include "workspace/messaging/workspace_state.h"
+
+namespace workspace {
+
+/// A record that travels with a request: rows under a record layout, each a list of assigned columns. What is
+/// not assigned stays null.
+struct RecordDescription {
+  using Row = std::vector<std::pair<std::string, platform::Value>>;
+
+  std::string layout;
+  std::vector<Row> rows;
+};
+
+/// A request, described. What is not said is not sent.
+struct RequestDescription {
+  enum class Status {
+    kAfterSending,   ///< status text and pointer once the request is on its way
+    kBeforeSending,  ///< while it goes
+  };
+  enum class SendMode { kSend, kSendAndWait };
+
+  int type = 0;
+  /// The pending request name; nothing leaves the previous one, and nobody handles the reply.
+  std::optional<std::string> name = std::nullopt;
+  bool with_user_id = true;
+  std::vector<platform::KeyItem> keys = {};  ///< they travel in this order
+  std::vector<RecordDescription> records = {};
+  std::string inquiry_xml = {};
+
+  std::string status = {};  ///< shown in the status bar; "" shows nothing
+  bool hourglass = false;
+  bool waits_for_context = false;  ///< the workspace takes no commands until the reply
+  Status status_when = Status::kAfterSending;
+  SendMode mode = SendMode::kSend;
+};
+
+/// Sends requests the one way they are sent: header, keys, records, pending key and name, message text, send.
+class RequestEnvelope {
+ public:
+  /// For the workspace itself. All references outlive this.
+  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
+                  platform::ReplyListener& listener);
+  /// For a dialog with a listener, an application name and a timed-out flag of its own.
+  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
+                  platform::ReplyListener& listener, std::string application, bool& timed_out);
+
+  /// Sends and returns at once. Throws what the message component throws; the pending key and name may have
+  /// been replaced by then.
+  void Send(const RequestDescription& request);
+
+ private:
+  void AddHeader(platform::RequestMessage& message, const RequestDescription& request) const;
+  void AddRecord(platform::RequestMessage& message, const RecordDescription& description) const;
+  void MakePending(const platform::RequestMessage& message, const RequestDescription& request);
+  void Announce(const RequestDescription& request) const;
+
+  const platform::Services& services_;
+  WorkspaceState& state_;
+  platform::ReplyListener& listener_;
+  const std::string application_;
+  bool& timed_out_;
+};
+
+}  // namespace workspace

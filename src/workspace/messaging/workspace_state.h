@@ -1,0 +1,35 @@
+#pragma once
+
+#include <string>
+
+#include "platform/counter.h"
+
+namespace workspace {
+
+/// What all parts of the workspace, and its dialogs, share. One for the whole program.
+///
+/// There is one request under way at a time: who sends one replaces the pending name and key.
+struct WorkspaceState {
+  std::string pending_request_name = {};  ///< decides who handles the next reply
+  std::string pending_message_key = {};   ///< fetches the reply
+  /// Key of a request whose reply nobody handles; it left the pending name as it was. "" when there is none.
+  std::string unhandled_message_key = {};
+  std::string message_title = {};  ///< caption of the host window: the title of every message box
+  std::string host_tag = {};       ///< goes with every toolbar call
+
+  /// Progress of a local reprint run.
+  platform::Counter letters_printed = {};
+  platform::Counter letters_to_print = {};
+
+  bool dont_print = false;  ///< diagnostic details are shown
+  bool timed_out = false;   ///< set by a time-out, cleared whenever a request is sent
+  platform::Counter download_failures = {};
+  std::string application_file_path = {};
+
+  std::string server_template_folder = {};  ///< ends with "\" once the server has told it
+  std::string template_name = {};           ///< of the current letter
+
+  bool ReprintIsOver() const { return letters_printed >= letters_to_print; }
+};
+
+}  // namespace workspace

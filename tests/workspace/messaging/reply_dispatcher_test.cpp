@@ -1,0 +1,153 @@
+#include "workspace/messaging/reply_dispatcher.h"
+
+#include <optional>
+
+#include <gmock/gmock.h>
+
+#include "tests/fakes/fake_services.h"
+#include "workspace/messaging/request_envelope.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using Status = ReplyRoute::StatusAfterwards;
+
+class ReplyDispatcherTest : public testing::Test {
+ protected:
+  void GivenRoute(ReplyRoute route) { routes_.push_back(std::move(route)); }
+  void GivenRequestUnderWay(std::optional<std::string> name) {
+    envelope_.Send({.type = 79, .name = std::move(name)});
+    fakes_.journal.Clear();
+  }
+  void RepliesArrive() {
+    ReplyDispatcher dispatcher(fakes_.services(), state_, routes_,
+                               [this] { fakes_.journal.Add("frame on"); });
+    const auto ready =
+        listener_->DataReady.Connect([&](const std::string& name) { dispatcher.DataReady(name); });
+    const auto timeout = listener_->MsgTimeout.Connect([&] { dispatcher.MsgTimeout(); });
+    fakes_.RunEvents();
+  }
+  std::function<void()> Notes(std::string line) {
+    return [this, line] { fakes_.journal.Add(line); };
+  }
+
+  fakes::FakeServices fakes_;
+  WorkspaceState state_{.message_title = "Letters"};
+  std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
+  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  std::vector<ReplyRoute> routes_;
+};
+
+TEST_F(ReplyDispatcherTest, WalksTheStepsOfTheRouteInOrder) {
+  GivenRoute({"Letter_Preview", Notes("merge"), Status::kReady, Notes("error"), Notes("always")});
+  GivenRoute({"letter_preview", Notes("wrong case"), Status::kReady, {}, {}});
+  GivenRequestUnderWay("Letter_Preview");
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer hourglass", "ready", "merge", "status Ready",
+                                                  "always", "pointer normal", "frame on"));
+  EXPECT_THAT(fakes_.server.error_askers, ElementsAre("ZEMLO_Corresp.mVemtMessage_DataReady"));
+}
+
+TEST_F(ReplyDispatcherTest, ShowsAnErrorReplyInsteadOfHandlingIt) {
+  GivenRoute({"XMLRequest", Notes("create"), Status::kReady, Notes("enable"), Notes("always")});
+  GivenRequestUnderWay("XMLRequest");
+  fakes_.server.ReplyWithError("Unknown customer.");
+  RepliesArrive();
+
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer hourglass", "ready", "message Unknown customer.",
+                                                  "status Search was not successful", "enable", "always",
+                                                  "pointer normal", "frame on"));
+  EXPECT_EQ(fakes_.host.messages[0].icon, platform::MessageIcon::kCritical);
+  EXPECT_EQ(fakes_.host.messages[0].title, "Letters");
+}
+
+TEST_F(ReplyDispatcherTest, TellsATimeOutFromAnotherErrorUntilTheNextRequest) {
+  GivenRequestUnderWay("XMLRequest");
+  fakes_.server.TimesOut();
+  RepliesArrive();
+  EXPECT_EQ(fakes_.status.LastText(), "Search timed out");
+
+  GivenRequestUnderWay("XMLRequest");
+  fakes_.server.ReplyWithError("Unknown customer.");
+  RepliesArrive();
+  EXPECT_EQ(fakes_.status.LastText(), "Search was not successful");
+}
+
+TEST_F(ReplyDispatcherTest, IgnoresTheReplyForAnotherApplication) {
+  GivenRoute({"XMLRequest", Notes("create"), Status::kReady, {}, Notes("always")});
+  GivenRequestUnderWay("XMLRequest");
+  const auto key = state_.pending_message_key;
+  fakes_.server.ReplyForApplication("ZEMLO_CorrespfrmBatchStat");
+  RepliesArrive();
+
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer normal", "frame on"));
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+  EXPECT_EQ(state_.pending_request_name, "XMLRequest");
+  EXPECT_EQ(state_.pending_message_key, key);
+}
+
+TEST_F(ReplyDispatcherTest, ShowsReadyForANameWithoutARoute) {
+  GivenRequestUnderWay("BatchCount");
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+}
+
+TEST_F(ReplyDispatcherTest, RunsNoHandlerForAReplyThatNobodyWaitsFor) {
+  GivenRoute({"Letter_Preview", Notes("merge"), Status::kSetByAction, {}, {}});
+  GivenRequestUnderWay("Letter_Preview");
+  GivenRequestUnderWay(std::nullopt);
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+  EXPECT_THAT(fakes_.journal.lines(),
+              ElementsAre("pointer hourglass", "ready", "status Ready", "pointer normal", "frame on"));
+}
+
+TEST_F(ReplyDispatcherTest, SaysReadyOnlyAfterTheLastLetterOfARun) {
+  GivenRoute({"LetterAU", {}, Status::kReadyWhenReprintIsOver, {}, {}});
+  for (const auto& [printed, to_print, ready] : {std::tuple{1, 3, false}, {3, 3, true}, {0, 0, true}}) {
+    state_.letters_printed = static_cast<std::int16_t>(printed);
+    state_.letters_to_print = static_cast<std::int16_t>(to_print);
+    fakes_.status.texts.clear();
+    GivenRequestUnderWay("LetterAU");
+    fakes_.server.ReplyWithNothing();
+    RepliesArrive();
+    EXPECT_EQ(fakes_.status.LastText() == "Ready", ready) << printed << " of " << to_print;
+  }
+}
+
+TEST_F(ReplyDispatcherTest, ReportsAHandlerThatFailsAndStillComesToItsEnd) {
+  GivenRoute({"Letter_History",
+              [] { throw platform::Failure(platform::Failure::Kind::kNotFound, "no such column"); },
+              Status::kReady,
+              {},
+              Notes("always")});
+  GivenRequestUnderWay("Letter_History");
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.mVEMTMessage_DataReady"));
+  EXPECT_THAT(fakes_.journal.lines(),
+              ElementsAre("pointer hourglass", "ready", "always", "pointer normal", "frame on"));
+}
+
+TEST_F(ReplyDispatcherTest, KeepsToTheRouteOfTheReplyWhenItsHandlerSendsTheNextRequest) {
+  GivenRoute({"First",
+              [this] { envelope_.Send({.type = 82, .name = "Second"}); },
+              Status::kSetByAction,
+              {},
+              Notes("first ends")});
+  GivenRoute({"Second", {}, Status::kSetByAction, {}, Notes("second ends")});
+  GivenRequestUnderWay("First");
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+  EXPECT_THAT(fakes_.journal.lines(), testing::Contains("first ends"));
+  EXPECT_THAT(fakes_.journal.lines(), testing::Not(testing::Contains("second ends")));
+}
+
+}  // namespace
+}  // namespace workspace

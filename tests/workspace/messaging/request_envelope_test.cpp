@@ -1,0 +1,89 @@
+#include "workspace/messaging/request_envelope.h"
+
+#include <chrono>
+
+#include <gmock/gmock.h>
+
+#include "tests/fakes/fake_services.h"
+
+namespace workspace {
+namespace {
+
+using std::chrono::milliseconds;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class RequestEnvelopeTest : public testing::Test {
+ protected:
+  fakes::FakeServices fakes_;
+  WorkspaceState state_;
+  std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
+  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+};
+
+TEST_F(RequestEnvelopeTest, SendsWhatTheDescriptionSaysAndNothingElse) {
+  state_.timed_out = true;
+  RequestDescription request{.type = 82, .name = "LetterAU"};
+  request.keys = {platform::Criterion("key:FetchContext", "17"),
+                  {"CUSTOMER", "key: Cols", "between", "1 and 2"}};
+  request.records = {{"CORRHIST", {{{"action", "ADD"}, {"FORM_NBR", platform::Value::Null()}}}}};
+  envelope_.Send(request);
+
+  const auto& sent = fakes_.server.LastRequest();
+  EXPECT_EQ(sent.application, "ZEMLO_Corresp");
+  EXPECT_EQ(sent.version, "1.0");
+  EXPECT_EQ(sent.type, 82);
+  EXPECT_EQ(sent.user_id, "OFFICER1");
+  EXPECT_THAT(sent.Keys(),
+              ElementsAre("KORVADSK|key:FetchContext|=|17", "CUSTOMER|key: Cols|between|1 and 2"));
+  EXPECT_THAT(sent.FindRecord("CORRHIST").Assigned(), ElementsAre("ACTION=ADD"));
+  EXPECT_EQ(sent.inquiry_xml, "");
+  EXPECT_TRUE(sent.was_built);
+  EXPECT_EQ(state_.pending_request_name, "LetterAU");
+  EXPECT_EQ(state_.pending_message_key, sent.message_key);
+  EXPECT_FALSE(state_.timed_out);
+}
+
+TEST_F(RequestEnvelopeTest, LeavesOutTheUserWhereTheRequestHasNone) {
+  envelope_.Send({.type = 83, .name = "GetNetworkPath", .with_user_id = false, .inquiry_xml = "<A/>"});
+  EXPECT_EQ(fakes_.server.LastRequest().user_id, "");
+  EXPECT_EQ(fakes_.server.LastRequest().inquiry_xml, "<A/>");
+  EXPECT_THAT(fakes_.server.LastRequest().keys, IsEmpty());
+}
+
+TEST_F(RequestEnvelopeTest, AnnouncesBeforeOrAfterSendingAsDescribed) {
+  fakes_.journal.Clear();
+  envelope_.Send({.type = 83, .name = "XMLRequest", .status = "Requesting", .waits_for_context = true});
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("send type 83", "not ready", "status Requesting"));
+
+  fakes_.journal.Clear();
+  envelope_.Send({.type = 79,
+                  .name = "Letter_History",
+                  .status = "Searching",
+                  .hourglass = true,
+                  .status_when = RequestDescription::Status::kBeforeSending,
+                  .mode = RequestDescription::SendMode::kSendAndWait});
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer hourglass", "status Searching", "send type 79"));
+  EXPECT_EQ(fakes_.server.LastRequest().time_out, milliseconds(180'000));
+}
+
+TEST_F(RequestEnvelopeTest, KeepsThePendingNameForARequestNobodyHandles) {
+  state_.pending_request_name = "Letter_Preview";
+  envelope_.Send({.type = 82});
+  EXPECT_EQ(state_.pending_request_name, "Letter_Preview");
+  EXPECT_EQ(state_.pending_message_key, fakes_.server.LastRequest().message_key);
+  EXPECT_EQ(state_.unhandled_message_key, state_.pending_message_key);
+}
+
+TEST_F(RequestEnvelopeTest, SpeaksForADialogUnderItsOwnNameAndFlag) {
+  bool timed_out = true;
+  RequestEnvelope envelope(fakes_.services(), state_, *listener_, "ZEMLO_CorrespfrmBatchStat", timed_out);
+  state_.timed_out = true;
+  envelope.Send({.type = 79, .name = "Batch_Stat"});
+  EXPECT_EQ(fakes_.server.LastRequest().application, "ZEMLO_CorrespfrmBatchStat");
+  EXPECT_FALSE(timed_out);
+  EXPECT_TRUE(state_.timed_out);
+}
+
+}  // namespace
+}  // namespace workspace
