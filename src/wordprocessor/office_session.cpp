@@ -1,0 +1,96 @@
+#include "wordprocessor/office_session.h"
+
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+#include <string_view>
+#include <system_error>
+
+#include <LibreOfficeKit/LibreOfficeKit.hxx>
+
+namespace wordprocessor {
+namespace {
+
+constexpr auto kProgramFolders = std::to_array<const char*>({
+    "/usr/lib/libreoffice/program",
+    "/usr/lib64/libreoffice/program",
+    "/opt/libreoffice/program",
+});
+
+// No questions asked of a user who is not there; numbers and dates as the office's own settings say.
+constexpr const char* kLoadOptions = "Batch=true,Language=en-US";
+
+// As RFC 3986, 3.3, asks: everything but unreserved characters and "/" is escaped.
+std::string FileUrl(const std::filesystem::path& file) {
+  static constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+  static constexpr std::string_view kPlain = "/-._~";
+  std::string url = "file://";
+  for (const char c : file.native()) {
+    const auto byte = static_cast<unsigned char>(c);
+    const bool letter_or_digit = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+    if (letter_or_digit || kPlain.find(c) != std::string_view::npos) {
+      url += c;
+      continue;
+    }
+    url += '%';
+    url += kHexDigits[byte >> 4];
+    url += kHexDigits[byte & 0x0F];
+  }
+  return url;
+}
+
+bool HasContent(const std::filesystem::path& file) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(file, error);
+  return !error && size > 0;
+}
+
+}  // namespace
+
+std::filesystem::path OfficeSession::FindProgramFolder() {
+  if (const char* named = std::getenv("ZEMLO_OFFICE_FOLDER"); named != nullptr && *named != '\0')
+    return named;
+  for (const auto* folder : kProgramFolders) {
+    if (std::filesystem::exists(folder)) return folder;
+  }
+  throw std::runtime_error(
+      "LibreOffice is not installed in any of the usual places. Install the package "
+      "libreoffice-writer-nogui, or "
+      "set ZEMLO_OFFICE_FOLDER to the \"program\" folder of an office.");
+}
+
+OfficeSession::OfficeSession(const std::filesystem::path& program_folder,
+                             const std::filesystem::path& profile)
+    : office_(lok::lok_cpp_init(program_folder.c_str(), FileUrl(profile).c_str())) {
+  if (office_ == nullptr) {
+    throw std::runtime_error("LibreOffice in \"" + program_folder.string() +
+                             "\" does not start. Install the package libreoffice-writer-nogui again, or set "
+                             "ZEMLO_OFFICE_FOLDER to the \"program\" folder of another office.");
+  }
+}
+
+// The process ends without taking the office down: that takes longer and has nothing to save.
+OfficeSession::~OfficeSession() {
+  static_cast<void>(office_.release());
+}
+
+std::string OfficeSession::LastError() {
+  char* text = office_->getError();
+  if (text == nullptr) return "no reason given";
+  std::string reason = *text == '\0' ? "no reason given" : text;
+  office_->freeError(text);
+  return reason;
+}
+
+void OfficeSession::Layout(const std::filesystem::path& document, const std::filesystem::path& pdf) {
+  const std::unique_ptr<lok::Document> loaded(office_->documentLoad(FileUrl(document).c_str(), kLoadOptions));
+  if (loaded == nullptr) throw std::runtime_error(LastError());
+  if (loaded->getDocumentType() != LOK_DOCTYPE_TEXT) throw std::runtime_error("it is no text document");
+  if (loaded->saveAs(FileUrl(pdf).c_str(), "pdf") && HasContent(pdf)) return;
+  const auto reason = LastError();
+  std::error_code ignored;
+  std::filesystem::remove(pdf, ignored);
+  throw std::runtime_error(reason);
+}
+
+}  // namespace wordprocessor
