@@ -1,0 +1,110 @@
+#include "platform/text.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+
+namespace platform {
+namespace {
+
+TEST(Case, IsMappedByCharactersInTheSameWayInEveryLocale) {
+  struct {
+    std::string_view text, upper, lower;
+  } const cases[] = {
+      {"CTL110.docx", "CTL110.DOCX", "ctl110.docx"},
+      {"Müller Straße", "MÜLLER STRASSE", "müller straße"},
+      {"istanbul", "ISTANBUL", "istanbul"},  // no dot on the capital, whatever the machine's language
+      {"İ", "İ", "i̇"},
+      {"ΟΔΟΣ", "ΟΔΟΣ", "οδος"},  // a final sigma
+      {"éclair œuvre", "ÉCLAIR ŒUVRE", "éclair œuvre"},
+      {"", "", ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(UpperCase(c.text), c.upper);
+    EXPECT_EQ(LowerCase(c.text), c.lower);
+  }
+}
+
+TEST(Comparing, TakesTextsThatDifferInCaseOnlyAsEqual) {
+  struct {
+    std::string_view left, right;
+    bool equal;
+  } const cases[] = {
+      {"XML_Context", "XML_CONTEXT", true},
+      {"Straße", "STRASSE", true},
+      {"ÅNGSTRÖM", "ångström", true},
+      {"\xE2\x84\xAA", "k", true},  // the Kelvin sign
+      {"İ", "i", false},            // a dotted capital is no plain i
+      {"form", "forms", false},
+      {"", "a", false},
+      {"mü", "mu", false},
+      {"ab", "a\xC3\xA9", false},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.left) + " / " + std::string(c.right));
+    EXPECT_EQ(EqualsIgnoringCase(c.left, c.right), c.equal);
+    EXPECT_EQ(EqualsIgnoringCase(c.right, c.left), c.equal);
+  }
+}
+
+TEST(Comparing, OrdersTextsByTheirFoldedCharacters) {
+  const auto ordered = std::to_array<std::string_view>({"", "A", "a1", "AB", "b", "ba", "É", "日本"});
+  for (std::size_t i = 0; i + 1 < ordered.size(); ++i) {
+    SCOPED_TRACE(ordered[i]);
+    EXPECT_TRUE(CompareIgnoringCase(ordered[i], ordered[i + 1]) < 0);
+    EXPECT_TRUE(CompareIgnoringCase(ordered[i + 1], ordered[i]) > 0);
+  }
+}
+
+TEST(Characters, AreCountedAndCutWhole) {
+  EXPECT_EQ(CharacterCount("Größe €5 😀"), 10U);
+  EXPECT_EQ(FirstCharacters("Größe", 3), "Grö");
+  EXPECT_EQ(FirstCharacters("😀😀", 1), "😀");
+  EXPECT_EQ(FirstCharacters("abc", 0), "");
+  EXPECT_EQ(FirstCharacters("abc", 9), "abc");
+}
+
+TEST(Trimming, TakesBlanksAtTheEndsOnly) {
+  EXPECT_EQ(Trim("  a b  "), "a b");
+  EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(Trim(" \ta\r\n "), "\ta\r\n");
+}
+
+TEST(Replacing, GoesOverTheTextOnce) {
+  EXPECT_EQ(ReplaceAll("a||b||", "||", "|"), "a|b|");
+  EXPECT_EQ(ReplaceAll("O'Hara's", "'", "''"), "O''Hara''s");
+  EXPECT_EQ(ReplaceAll("aaa", "aa", "a"), "aa");
+  EXPECT_EQ(ReplaceAll("", "x", "y"), "");
+}
+
+TEST(Utf8, IsValidOnlyWhereEveryCharacterIs) {
+  using namespace std::string_view_literals;
+  struct {
+    std::string_view text;
+    std::size_t valid;
+  } const cases[] = {
+      {"plain", 5},
+      {"é€😀", 9},
+      {"\xF4\x8F\xBF\xBF", 4},  // the last character there is
+      {"a\xC0\xAF", 1},         // "/" in two bytes
+      {"\xE0\x80\xAF", 0},      // and in three
+      {"\xF0\x80\x80\xAF", 0},
+      {"ab\xED\xA0\x80", 2},    // a surrogate
+      {"\xF4\x90\x80\x80", 0},  // beyond the last one
+      {"\xC3", 0},
+      {"\xE2\x82", 0},
+      {"\xF0\x9F\x98", 0},
+      {"\x80", 0},
+      {"\xFF\xFE<\0"sv, 0},
+      {"x\xE2\x28\xA1", 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(testing::PrintToString(c.text));
+    EXPECT_EQ(ValidUtf8Length(c.text), c.valid);
+    EXPECT_EQ(IsValidUtf8(c.text), c.valid == c.text.size());
+  }
+}
+
+}  // namespace
+}  // namespace platform
