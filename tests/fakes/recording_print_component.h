@@ -1,0 +1,118 @@
+#pragma once
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/print_component.h"
+#include "tests/fakes/journal.h"
+
+namespace fakes {
+
+/// A print component that writes down every call and lets the test be the reader of its previews.
+///
+/// A call is its name and what was passed: "OpenDocument templates/ctl.docx", "PrintOut 1 dialog",
+/// "SaveToFile '' ''"; "NewDocument" and "dropped" are the life of a document.
+class RecordingPrintComponent : public platform::PrintComponent {
+ public:
+  std::vector<std::string> calls;
+  Journal* journal = nullptr;  ///< told the same, after "print "
+
+  // What the documents answer.
+  bool is_document_open = false;
+  bool opens = true;
+  bool merges = true;
+  bool prints = true;
+  bool save_is_cancelled = false;
+  std::vector<platform::DocumentBookmark> bookmarks;
+  /// Operations that fail, by their name.
+  std::map<std::string, platform::Failure::Kind> failing;
+
+  std::vector<std::string> merged;  ///< the texts given to MergeBookmarks, oldest first
+
+  /// The reader of the preview that stands prints it, or closes it. Nothing happens where none stands.
+  void UserPrints() { Tell(&platform::PrintNotify::DocPrint); }
+  void UserCloses() { Tell(&platform::PrintNotify::DocEnd); }
+
+  bool HasCalled(const std::string& call) const { return std::ranges::find(calls, call) != calls.end(); }
+
+  std::unique_ptr<platform::PrintDocument> NewDocument() override {
+    Called("NewDocument");
+    return std::make_unique<Document>(*this);
+  }
+
+ private:
+  class Document : public platform::PrintDocument {
+   public:
+    explicit Document(RecordingPrintComponent& component) : component_(component) {}
+    ~Document() override { component_.Note("dropped"); }
+
+    void Prepare() override { component_.Called("Prepare"); }
+    bool IsDocumentOpen(const std::string& file_name) override {
+      component_.Called("IsDocumentOpen", file_name);
+      return component_.is_document_open;
+    }
+    void SetTemplate(const std::string& path) override { component_.Called("SetTemplate", path); }
+    bool OpenDocument(const std::string& file_name) override {
+      component_.Called("OpenDocument", file_name);
+      return component_.opens;
+    }
+    void SetNotify(std::shared_ptr<platform::PrintNotify> notify) override {
+      notify_ = std::move(notify);
+      component_.Called("SetNotify", notify_ ? "" : "none");
+    }
+    void SetNotifyEnabled(bool enabled) override {
+      component_.Called("SetNotifyEnabled", enabled ? "true" : "false");
+      if (enabled) component_.notify_ = notify_;
+    }
+    std::vector<platform::DocumentBookmark> Bookmarks() override {
+      component_.Called("Bookmarks");
+      return component_.bookmarks;
+    }
+    bool MergeBookmarks(const std::string& bookmark_xml) override {
+      component_.merged.push_back(bookmark_xml);
+      component_.Called("MergeBookmarks");
+      return component_.merges;
+    }
+    void ShowPreview() override { component_.Called("ShowPreview"); }
+    bool PrintOut(int copies, bool show_dialog) override {
+      component_.Called("PrintOut", std::to_string(copies) + (show_dialog ? " dialog" : ""));
+      return component_.prints;
+    }
+    void EndPrint(int option) override { component_.Called("EndPrint", std::to_string(option)); }
+    void SaveToFile(const std::string& name, const std::string& format) override {
+      component_.Called("SaveToFile", "'" + name + "' '" + format + "'");
+      const auto notify = notify_;
+      if (!component_.save_is_cancelled && notify) notify->DocPrint();
+      // Reads a member on purpose: the document has to outlast its own call, whatever its holder did.
+      component_.last_saved_had_notify_ = notify_ != nullptr;
+    }
+    void Release(const std::string& template_name) override { component_.Called("Release", template_name); }
+
+   private:
+    RecordingPrintComponent& component_;
+    std::shared_ptr<platform::PrintNotify> notify_;
+  };
+
+  void Tell(platform::Event<> platform::PrintNotify::*event) {
+    if (const auto notify = notify_.lock()) ((*notify).*event)();
+  }
+  void Called(const std::string& operation, const std::string& with = "") {
+    Note(with.empty() ? operation : operation + " " + with);
+    const auto found = failing.find(operation);
+    if (found != failing.end()) throw platform::Failure(found->second, operation + " has failed");
+  }
+  void Note(std::string call) {
+    if (journal != nullptr) journal->Add("print " + call);
+    calls.push_back(std::move(call));
+  }
+
+  std::weak_ptr<platform::PrintNotify> notify_;  // of the preview that stands
+  bool last_saved_had_notify_ = false;
+};
+
+}  // namespace fakes
