@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+
+#include "platform/controls/command.h"
+#include "platform/controls/label.h"
+
+namespace customers {
+
+/// The customer shown on a page, and the two ways to choose another one.
+struct CustomerPanel {
+  platform::Label name;
+  platform::Label address;
+  platform::Label city_line;
+  platform::Label phone;
+  platform::Label fuel_tax_account;
+  platform::Label customer_id;
+  platform::Command select_customer{"Select Customer"};
+  platform::Command select_account{"Select Account"};
+
+  /// Empties the six display fields.
+  void ClearFields();
+  void EnableSelection(bool enabled);
+};
+
+/// The customer that the user works with; every text is empty when absent.
+struct CurrentCustomer {
+  std::string CustomerId;
+  std::string CustomerName;   ///< as displayed: "&&" for an ampersand
+  std::string CustomerAddr1;  ///< after an inquiry the second line as well
+  std::string CustomerAddr2;
+  std::string CustomerCityLine;
+  std::string CustomerPhone;
+  std::string CustomerFuelTaxAcct;
+  /// The tracking page shows a customer the user picked: choosing a letter does not change it.
+  bool TrackingCustomerFixed = false;
+};
+
+}  // namespace customers
