@@ -16,6 +16,7 @@ namespace composition {
 /// inside any of its events.
 class ZEMLO_PreviewDoc {
  public:
+  /// `services` outlives the object.
   explicit ZEMLO_PreviewDoc(const platform::Services& services) : services_(services) {}
   ZEMLO_PreviewDoc(const ZEMLO_PreviewDoc&) = delete;
   ZEMLO_PreviewDoc& operator=(const ZEMLO_PreviewDoc&) = delete;
