@@ -55,9 +55,7 @@ constexpr auto kLibraries = std::to_array<Library>({
     {"zlib", "zlib.h"},
     {"cups", "cups/"},
     {"office", "LibreOfficeKit/"},
-    {"posix",
-     "sys/ dlfcn.h fcntl.h poll.h pthread.h pwd.h sched.h semaphore.h signal.h spawn.h syslog.h termios.h "
-     "unistd.h"},
+    {"posix", "sys/ dlfcn.h fcntl.h poll.h pthread.h pwd.h signal.h spawn.h stdlib.h time.h unistd.h"},
     {"linux", "linux/"},
     {"qt_sql", "QSql*"},
     {"qt_core",
@@ -65,12 +63,12 @@ constexpr auto kLibraries = std::to_array<Library>({
      "QEventLoop QFile QFileInfo QHash QJson* QList QLocale QLockFile QLoggingCategory QMap QMetaObject "
      "QMetaType QMutex QObject QPointer QProcess QRandomGenerator QRegularExpression QSaveFile QSettings "
      "QStandardPaths QString QStringList QStringView QTemporaryDir QTemporaryFile QTextStream QThread QTime "
-     "QTimeZone QTimer QUrl QUuid QVariant QtEnvironmentVariables QtGlobal"},
+     "QTimeZone QTimer QUrl QUuid QVariant QtGlobal"},
     {"qt", "Q*"},
 });
 
 constexpr auto kNamesThatSayNothing =
-    std::to_array<std::string_view>({"util", "utils", "helper", "helpers", "common", "manager", "misc"});
+    std::to_array<std::string_view>({"utils", "helper", "helpers", "common", "manager"});
 
 bool Lists(std::string_view list, std::string_view name) {
   std::istringstream words{std::string(list)};
@@ -114,17 +112,14 @@ std::string LineFault(const Room& room, bool is_header, std::string_view line) {
     const auto rest = line.substr(todo + 4);
     if (!rest.starts_with('(') || rest.starts_with("()")) return "a TODO without a place: write TODO(place)";
   }
-  const auto start = line.find_first_not_of(" \t#");
-  if (!line.starts_with('#') || start == std::string_view::npos ||
-      !line.substr(start).starts_with("include")) {
-    return "";
-  }
-  const auto open = line.find_first_of("<\"", start);
+  line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  if (!line.starts_with('#') || line.find("include") != line.find_first_not_of("# \t")) return "";
+  const auto open = line.find_first_of("<\"");
   if (open == std::string_view::npos) return "an include that names no file";
-  const auto header = line.substr(open + 1, line.find_first_of(">\"", open + 1) - open - 1);
+  const std::string header(line.substr(open + 1, line.find_first_of(">\"", open + 1) - open - 1));
   const bool may =
       line[open] == '<' ? MayIncludeOutside(room, is_header, header) : MayIncludeInside(room, header);
-  return may ? "" : "the door to " + std::string(header) + " is shut";
+  return may ? "" : "the door to " + header + " is shut";
 }
 
 /// The faults of a file, given by its path from src/, each as "path:line: what is wrong".
@@ -166,30 +161,20 @@ TEST(Doors, AreFoundWhereTheyAreForcedOpen) {
     bool shut;
   } const cases[] = {
       {"composition/a.cpp", "#include <QString>", true},
-      {"composition/a.cpp", "#include <pugixml.hpp>", true},
-      {"composition/a.cpp", "#include \"tracking/letter_grid.h\"", true},
-      {"composition/a.cpp", "#include \"server/database.h\"", true},
       {"composition/a.cpp", "#include \"workspace/messaging/workspace_state.h\"", false},
       {"composition/a.cpp", "#include \"workspace/letter_request.h\"", true},
-      {"workspace/messaging/a.h", "#include \"composition/node_state.h\"", true},
       {"workspace/document/a.h", "#include \"tracking/letter_grid.h\"", false},
-      {"tracking/a.h", "#include \"workspace/document/corresp.h\"", true},
-      {"tracking/a.h", "#  include <unistd.h>", true},
       {"platform/a.h", "#include <unicode/uchar.h>", true},
       {"platform/a.cpp", "#include <unicode/uchar.h>", false},
-      {"platform/a.cpp", "#include \"workspace/letter_request.h\"", true},
       {"server/a.cpp", "#include <QSqlQuery>", false},
       {"server/a.cpp", "#include \"reference/reference.h\"", true},
-      {"server/a.cpp", "#include <QWidget>", true},
       {"wordprocessor/a.cpp", "#include <QProcess>", true},
       {"wordprocessor/a.cpp", "#include <cups/cups.h>", false},
       {"host/a.cpp", "#include \"tracking/letter_grid.h\"", false},
       {"host/a.cpp", "#include <QWidget>", true},
-      {"desktop/a.cpp", "#include <QWidget>", false},
       {"desktop/a.cpp", "#include \"wordprocessor/print.h\"", true},
       {"apps/a.cpp", "#include \"wordprocessor/print.h\"", false},
-      {"tracking/a.cpp", "#include \"letter_grid.h\"", true},
-      {"tracking/a.cpp", "#include LETTER_GRID", true},
+      {"tracking/a.cpp", " #  include \"letter_grid.h\"", true},
       {"tracking/a.cpp", "// TODO: later", true},
       {"tracking/a.cpp", "// TODO(docs/decisions.md): later", false},
   };
@@ -206,7 +191,6 @@ TEST(Doors, AreFoundWhereTheyAreForcedOpen) {
 
 TEST(Doors, LeadToFilesInARoomThatAreNamedForAnIdea) {
   EXPECT_THAT(Faults("attic/a.cpp", ""), ElementsAre("attic/a.cpp:1: lies in no room"));
-  EXPECT_THAT(Faults("main.cpp", ""), ElementsAre(HasSubstr("no room")));
   EXPECT_THAT(Faults("server/sql_utils.cpp", ""), ElementsAre(HasSubstr("named for no idea")));
   EXPECT_THAT(Faults("platform/common.h", ""), ElementsAre(HasSubstr("named for no idea")));
   EXPECT_THAT(Faults("wordprocessor/common_template.cpp", ""), IsEmpty());
