@@ -1,0 +1,140 @@
+#include "server/communications_client.h"
+
+#include <array>
+#include <exception>
+#include <utility>
+
+#include <QFile>
+#include <QSaveFile>
+
+#include "platform/failure.h"
+#include "platform/text.h"
+#include "server/server_folders.h"
+
+namespace server {
+namespace {
+
+using platform::Failure;
+
+std::string XmlEscaped(std::string text) {
+  constexpr auto kEscapes = std::to_array<std::pair<std::string_view, std::string_view>>(
+      {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}});
+  for (const auto& [plain, escaped] : kEscapes) text = platform::ReplaceAll(text, plain, escaped);
+  return text;
+}
+
+std::filesystem::path LocalPath(const std::string& path) {
+  return platform::ReplaceAll(path, "\\", "/");
+}
+
+/// The file of that name in `folder`, an exact name first; throws Failure kNotFound where there is none.
+std::filesystem::path FindFile(const std::filesystem::path& folder, const std::string& name) {
+  if (std::filesystem::is_regular_file(folder / name)) return folder / name;
+  std::error_code unreadable;  // a folder that is not there has no file either
+  for (const auto& entry : std::filesystem::directory_iterator(folder, unreadable)) {
+    if (platform::EqualsIgnoringCase(entry.path().filename().string(), name) && entry.is_regular_file()) {
+      return entry.path();
+    }
+  }
+  throw Failure(Failure::Kind::kNotFound, "The server has no file \"" + name + "\".");
+}
+
+Failure Refusal(const QFileDevice& file) {
+  return {Failure::Kind::kUnavailable,
+          "\"" + file.fileName().toStdString() + "\": " + file.errorString().toStdString() + "."};
+}
+
+/// Written under another name, brought to the disk, then renamed.
+void CopyWhole(const std::filesystem::path& from, const std::filesystem::path& to) {
+  QFile source(QString::fromStdString(from.string()));
+  QSaveFile target(QString::fromStdString(to.string()));
+  if (!source.open(QIODevice::ReadOnly)) throw Refusal(source);
+  if (!target.open(QIODevice::WriteOnly)) throw Refusal(target);
+  std::array<char, 65536> block;
+  for (;;) {
+    const auto count = source.read(block.data(), block.size());
+    if (count < 0) throw Refusal(source);
+    if (count == 0) break;
+    if (target.write(block.data(), count) != count) throw Refusal(target);
+  }
+  if (!target.commit()) throw Refusal(target);
+}
+
+}  // namespace
+
+CommunicationsClientProvider::CommunicationsClientProvider(platform::EventQueue& events,
+                                                           const std::filesystem::path& data_folder)
+    : events_(events),
+      template_folder_(TemplateFolder(data_folder)),
+      client_(std::make_shared<CommunicationsClient>()),
+      unfinished_(std::make_shared<std::atomic<int>>(0)),
+      thread_([this] { Run(); }) {}
+
+CommunicationsClientProvider::~CommunicationsClientProvider() {
+  {
+    const std::lock_guard lock(mutex_);
+    closing_ = true;
+  }
+  changed_.notify_one();
+  thread_.join();
+}
+
+void CommunicationsClientProvider::Connect() {
+  {
+    const std::lock_guard lock(mutex_);
+    connected_ = true;
+  }
+  changed_.notify_one();
+}
+
+void CommunicationsClientProvider::Download(std::string source, std::string target_folder) {
+  ++*unfinished_;
+  {
+    const std::lock_guard lock(mutex_);
+    waiting_.push_back({std::move(source), std::move(target_folder)});
+  }
+  changed_.notify_one();
+}
+
+void CommunicationsClientProvider::Run() {
+  for (;;) {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return closing_ || (connected_ && !waiting_.empty()); });
+    if (closing_) return;
+    const auto wanted = std::move(waiting_.front());
+    waiting_.pop_front();
+    lock.unlock();
+    try {
+      Copy(wanted);
+      Notify(wanted.source, "SUCCESSFULL");
+    } catch (const std::exception& failure) {
+      Notify(wanted.source, failure.what());
+    }
+  }
+}
+
+void CommunicationsClientProvider::Copy(const Wanted& wanted) const {
+  const auto source = LocalPath(wanted.source);
+  const auto name = source.filename().string();
+  // Names come from the catalogue: nothing but a file of the template folder is given out.
+  if (name.empty() || name == "." || name == ".." ||
+      source.parent_path().lexically_normal() != template_folder_) {
+    throw Failure(Failure::Kind::kRefused,
+                  "\"" + wanted.source + "\" is no file of the server's template folder.");
+  }
+  const auto found = FindFile(template_folder_, name);
+  const auto target_folder = LocalPath(wanted.target_folder);
+  std::filesystem::create_directories(target_folder);
+  CopyWhole(found, target_folder / name);
+}
+
+void CommunicationsClientProvider::Notify(const std::string& source, const std::string& status) {
+  auto message = "<COMMAND>FILEDOWNLOAD</COMMAND><STATUS>" + XmlEscaped(status) + "</STATUS><SOURCE>" +
+                 XmlEscaped(source) + "</SOURCE>";
+  events_.Post([client = std::weak_ptr(client_), unfinished = unfinished_, message = std::move(message)] {
+    --*unfinished;
+    if (const auto hearing = client.lock()) hearing->MessageReceived(message, "");
+  });
+}
+
+}  // namespace server

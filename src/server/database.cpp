@@ -1,0 +1,167 @@
+#include "server/database.h"
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+#include <variant>
+
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QVariant>
+
+#include "platform/failure.h"
+
+namespace server {
+namespace {
+
+using platform::Date;
+using platform::Failure;
+using platform::Money;
+using platform::RecordSet;
+using platform::Timestamp;
+using platform::Value;
+
+QString ToQt(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// Days and times are stored as their texts, which sort as they do; money as whole cents.
+struct ToVariant {
+  QVariant operator()(std::monostate) const { return QVariant(QMetaType::fromType<QString>()); }
+  QVariant operator()(const std::string& text) const { return ToQt(text); }
+  QVariant operator()(std::int64_t number) const { return static_cast<qlonglong>(number); }
+  QVariant operator()(Money amount) const { return static_cast<qlonglong>(amount.cents()); }
+  QVariant operator()(Date date) const { return ToQt(platform::DateText(date)); }
+  QVariant operator()(Timestamp time) const { return ToQt(platform::TimestampText(time)); }
+};
+
+Value FromVariant(const QVariant& variant) {
+  if (variant.isNull()) return {};
+  const auto type = variant.typeId();
+  if (type == QMetaType::LongLong || type == QMetaType::Int) return variant.toLongLong();
+  return variant.toString().toStdString();
+}
+
+Failure Refusal(const QSqlError& error) {
+  return {Failure::Kind::kUnavailable,
+          "The server's database reports an error: " + error.text().trimmed().toStdString() + "."};
+}
+
+std::string NewConnectionName() {
+  static std::atomic<unsigned> count = 0;
+  return "zemlo-server-" + std::to_string(++count);
+}
+
+QSqlDatabase Connection(const std::string& name) {
+  return QSqlDatabase::database(QString::fromStdString(name), /*open=*/false);
+}
+
+}  // namespace
+
+Database::Database(const std::filesystem::path& file, Opening opening, const Dialect& dialect)
+    : dialect_(dialect), name_(NewConnectionName()) {
+  if (opening == Opening::kExisting && !std::filesystem::exists(file)) {
+    throw Failure(Failure::Kind::kNotFound, "There is no server data at \"" + file.string() +
+                                                "\". Make it with \"zemlo-letters init\".");
+  }
+  try {
+    auto connection =
+        QSqlDatabase::addDatabase(QLatin1String(dialect.Driver()), QString::fromStdString(name_));
+    dialect_.Locate(connection, file);
+    if (!connection.open()) throw Refusal(connection.lastError());
+    dialect_.Configure(connection);
+  } catch (Failure& failure) {
+    failure.AddContext("opening \"" + file.string() + "\"");
+    QSqlDatabase::removeDatabase(QString::fromStdString(name_));
+    throw;
+  }
+}
+
+Database::~Database() {
+  prepared_.clear();
+  Connection(name_).close();
+  QSqlDatabase::removeDatabase(QString::fromStdString(name_));
+}
+
+QSqlQuery& Database::Execute(const std::string& statement, const std::vector<Value>& values) {
+  auto& query = prepared_[statement];
+  if (!query) {
+    auto fresh = std::make_unique<QSqlQuery>(Connection(name_));
+    fresh->setForwardOnly(true);
+    if (!fresh->prepare(ToQt(statement))) throw Refusal(fresh->lastError());
+    query = std::move(fresh);
+  }
+  for (std::size_t place = 0; place < values.size(); ++place) {
+    query->bindValue(static_cast<int>(place), std::visit(ToVariant(), values[place].held()));
+  }
+  if (!query->exec()) throw Refusal(query->lastError());
+  return *query;
+}
+
+std::shared_ptr<RecordSet> Database::Select(const std::string& statement, const std::vector<Value>& values) {
+  auto& query = Execute(statement, values);
+  const auto layout = query.record();
+  std::vector<std::string> columns;
+  for (int column = 0; column < layout.count(); ++column)
+    columns.push_back(layout.fieldName(column).toStdString());
+  auto rows = std::make_shared<RecordSet>(columns);
+  {
+    RecordSet::Edit edit(*rows);
+    while (query.next()) {
+      std::vector<Value> cells;
+      for (int column = 0; column < layout.count(); ++column)
+        cells.push_back(FromVariant(query.value(column)));
+      rows->Append(std::move(cells));
+    }
+  }
+  const auto error = query.lastError();
+  query.finish();
+  if (error.isValid()) throw Refusal(error);
+  rows->MoveFirst();
+  return rows;
+}
+
+std::int64_t Database::Change(const std::string& statement, const std::vector<Value>& values) {
+  auto& query = Execute(statement, values);
+  const auto changed = query.numRowsAffected();
+  query.finish();
+  return changed;
+}
+
+void Database::Settle() {
+  prepared_.clear();
+  auto connection = Connection(name_);
+  dialect_.Settle(connection);
+}
+
+void Database::Begin(const std::string& statement) {
+  constexpr int kTries = 3;  // each waits as long as the connection waits for a busy database
+  for (int attempt = 1;; ++attempt) {
+    QSqlQuery query(Connection(name_));
+    if (query.exec(ToQt(statement))) return;
+    const auto error = query.lastError();
+    if (attempt == kTries || !dialect_.IsBusy(error)) throw Refusal(error);
+    std::this_thread::sleep_for(std::chrono::milliseconds(50) * attempt);
+  }
+}
+
+Transaction::Transaction(Database& database, Purpose purpose) : database_(database) {
+  const auto& dialect = database_.dialect();
+  database_.Begin(purpose == Purpose::kReading ? dialect.BeginReading() : dialect.BeginChanging());
+}
+
+Transaction::~Transaction() {
+  if (!open_) return;
+  // Where the engine has undone the transaction by itself (a full disk), there is nothing left to undo.
+  QSqlQuery(Connection(database_.name_)).exec(QStringLiteral("ROLLBACK"));
+}
+
+void Transaction::Commit() {
+  QSqlQuery query(Connection(database_.name_));
+  if (!query.exec(QStringLiteral("COMMIT"))) throw Refusal(query.lastError());
+  open_ = false;
+}
+
+}  // namespace server

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/record_set.h"
+#include "platform/value.h"
+#include "server/dialect.h"
+
+class QSqlQuery;
+
+namespace server {
+
+/// One connection to the server's data. Stays on the thread that made it, and needs an application object
+/// (the drivers are plug-ins). Values reach SQL as bound parameters only, at the question marks.
+class Database {
+ public:
+  enum class Opening {
+    kExisting,  ///< throws Failure kNotFound where there is no data yet
+    kNew,       ///< makes the file where it is missing
+  };
+
+  /// Throws Failure kNotFound (see Opening) or kUnavailable, naming the file.
+  Database(const std::filesystem::path& file, Opening opening, const Dialect& dialect = SqliteDialect());
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+  ~Database();
+
+  /// The rows of a SELECT (or of a change with RETURNING), the first one current. Numbers come as integers,
+  /// everything else as text. Throws Failure kUnavailable, as does Change.
+  std::shared_ptr<platform::RecordSet> Select(const std::string& statement,
+                                              const std::vector<platform::Value>& values = {});
+  /// Returns how many rows were changed.
+  std::int64_t Change(const std::string& statement, const std::vector<platform::Value>& values = {});
+
+  const Dialect& dialect() const { return dialect_; }
+  /// See Dialect::Settle. The connection is good for nothing but closing afterwards.
+  void Settle();
+
+ private:
+  friend class Transaction;
+  QSqlQuery& Execute(const std::string& statement, const std::vector<platform::Value>& values);
+  void Begin(const std::string& statement);
+
+  // Constant after construction.
+  const Dialect& dialect_;
+  const std::string name_;
+
+  std::unordered_map<std::string, std::unique_ptr<QSqlQuery>> prepared_;
+};
+
+/// All or nothing: what is not committed is undone when the transaction goes.
+class Transaction {
+ public:
+  enum class Purpose { kReading, kChanging };
+
+  /// Throws Failure kUnavailable when another program keeps the data busy for too long.
+  Transaction(Database& database, Purpose purpose);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();
+
+  /// Returns when the changes are on the disk. Throws Failure kUnavailable; nothing is stored then.
+  void Commit();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
+}  // namespace server

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+class QSqlDatabase;
+class QSqlError;
+
+namespace server {
+
+/// What differs between database engines. All other SQL of this room is taken by each of them as it stands.
+class Dialect {
+ public:
+  virtual ~Dialect() = default;
+
+  /// The Qt driver's name.
+  virtual const char* Driver() const = 0;
+  /// Says where the data is, before the connection is opened.
+  virtual void Locate(QSqlDatabase& connection, const std::filesystem::path& file) const = 0;
+  /// Settles how a connection that has just been opened behaves. Throws Failure kUnavailable.
+  virtual void Configure(QSqlDatabase& connection) const = 0;
+
+  virtual std::string BeginReading() const = 0;
+  /// Takes the right to write at once, so that two writers wait for each other and never collide half way.
+  virtual std::string BeginChanging() const = 0;
+  /// Whether trying again a little later may help.
+  virtual bool IsBusy(const QSqlError& error) const = 0;
+
+  /// The type of a key column whose numbers the engine gives out and never gives out again.
+  virtual std::string NeverReusedKey() const = 0;
+  /// Writes everything into the one data file, so that it may be renamed after the connection is closed.
+  virtual void Settle(QSqlDatabase& connection) const = 0;
+};
+
+const Dialect& SqliteDialect();
+
+}  // namespace server

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/value.h"
+#include "server/database.h"
+#include "server/request_keys.h"
+#include "server/wire_format.h"
+
+namespace server {
+
+/// One request being answered: what came, what goes back, and what the answer is made from. Lives within one
+/// transaction of `database`.
+struct Exchange {
+  const Request& request;
+  const RequestKeys& keys;
+  Reply& reply;
+  Database& database;
+  platform::Timestamp now;
+  const std::filesystem::path& template_folder;
+
+  platform::Date Today() const { return platform::Date(std::chrono::floor<std::chrono::days>(now)); }
+};
+
+}  // namespace server

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/value.h"
+#include "server/letter_subject.h"
+
+namespace server {
+
+/// What a source found for a field.
+struct FieldValue {
+  std::string text;      ///< as the letter writes it
+  std::string raw;       ///< as the data hold it
+  bool found = true;     ///< false: there is no such form or row at all
+  bool is_zero = false;  ///< an amount of nothing
+
+  bool IsEmpty() const { return text.empty(); }
+};
+
+/// Where fields of a letter come from: each source is a name that letter definitions use.
+struct FieldSource {
+  std::string_view name;
+  FieldValue (*Find)(const LetterSubject& subject);
+};
+struct PeriodSource {
+  std::string_view name;
+  FieldValue (*Find)(const TaxPeriod& period);
+};
+
+/// The one source that gives rows: a table field's.
+inline constexpr std::string_view kPeriodsSource = "periods";
+
+/// Null where there is no source of that name.
+const FieldSource* FindFieldSource(std::string_view name);
+/// The sources of the columns of kPeriodsSource.
+const PeriodSource* FindPeriodSource(std::string_view name);
+
+}  // namespace server

@@ -1,0 +1,122 @@
+#include "server/letter_fields.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <set>
+#include <string_view>
+
+#include "server/field_sources.h"
+#include "server/tab_table.h"
+
+namespace server {
+namespace {
+
+struct KindName {
+  std::string_view name;
+  FieldKind kind;
+};
+
+constexpr auto kKindNames = std::to_array<KindName>({
+    {"SYSTEM", FieldKind::kSystem},
+    {"DATA", FieldKind::kData},
+    {"TABLE", FieldKind::kTable},
+    {"COLUMN", FieldKind::kColumn},
+    {"USER", FieldKind::kUser},
+    {"PARAGRAPH", FieldKind::kParagraph},
+});
+
+std::optional<FieldKind> FindKind(std::string_view name) {
+  const auto found = std::ranges::find(kKindNames, name, &KindName::name);
+  return found == kKindNames.end() ? std::nullopt : std::optional(found->kind);
+}
+
+bool IsKnownSource(FieldKind kind, const std::string& source) {
+  switch (kind) {
+    case FieldKind::kSystem:
+    case FieldKind::kData:
+      return FindFieldSource(source) != nullptr;
+    case FieldKind::kTable:
+      return source == kPeriodsSource;
+    case FieldKind::kColumn:
+      return FindPeriodSource(source) != nullptr;
+    case FieldKind::kUser:
+    case FieldKind::kParagraph:
+      break;
+  }
+  return source.empty();
+}
+
+/// Letters, digits and underscores, a letter first: what a bookmark and an element can both be called.
+bool IsFieldName(std::string_view name) {
+  const auto letter = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); };
+  return !name.empty() && letter(name.front()) &&
+         std::ranges::all_of(name, [&](char c) { return letter(c) || (c >= '0' && c <= '9') || c == '_'; });
+}
+
+/// Checks the rows of the file one after the other; a table stands before its columns.
+class DefinitionCheck {
+ public:
+  explicit DefinitionCheck(const TabTable& table) : table_(table) {}
+
+  void Row(std::size_t row) {
+    const auto text = [&](std::string_view column) { return table_.Text(row, column); };
+    const auto kind = FindKind(text("FLD_KIND"));
+    if (!kind) table_.Refuse(row, "FLD_KIND", "There is no kind of field \"" + text("FLD_KIND") + "\".");
+    if (!IsKnownSource(*kind, text("FLD_SRC"))) {
+      table_.Refuse(
+          row, "FLD_SRC",
+          "A field of kind \"" + text("FLD_KIND") + "\" cannot come from \"" + text("FLD_SRC") + "\".");
+    }
+    if (!IsFieldName(text("FLD_NM")))
+      table_.Refuse(row, "FLD_NM", "\"" + text("FLD_NM") + "\" names no field.");
+    const bool in_table = tables_.contains({text("LTR_TYP_ID"), text("FLD_PARENT")});
+    if (*kind == FieldKind::kColumn ? !in_table : !text("FLD_PARENT").empty()) {
+      table_.Refuse(row, "FLD_PARENT", "\"" + text("FLD_PARENT") + "\" is no table field above this one.");
+    }
+    if (!names_.insert({text("LTR_TYP_ID"), text("FLD_PARENT"), text("FLD_NM")}).second) {
+      table_.Refuse(row, "FLD_NM", "The field \"" + text("FLD_NM") + "\" comes twice.");
+    }
+    if (*kind == FieldKind::kTable) tables_.insert({text("LTR_TYP_ID"), text("FLD_NM")});
+  }
+
+ private:
+  const TabTable& table_;
+  std::set<std::pair<std::string, std::string>> tables_;
+  std::set<std::array<std::string, 3>> names_;
+};
+
+}  // namespace
+
+std::vector<LetterField> FindLetterFields(Database& database, const std::string& letter_type) {
+  const auto rows =
+      database.Select("SELECT * FROM letter_field WHERE LTR_TYP_ID = ? ORDER BY FLD_ORD", {letter_type});
+  std::vector<LetterField> fields;
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+    fields.push_back({.name = rows->Text(row, "FLD_NM"),
+                      .parent = rows->Text(row, "FLD_PARENT"),
+                      .description = rows->Text(row, "FLD_DES"),
+                      .kind = FindKind(rows->Text(row, "FLD_KIND")).value_or(FieldKind::kData),
+                      .source = rows->Text(row, "FLD_SRC"),
+                      .required = rows->Text(row, "FLD_REQ") == "Y"});
+  }
+  return fields;
+}
+
+void StoreLetterFields(Database& database, const std::filesystem::path& file) {
+  const auto table = TabTable::Read(file);
+  DefinitionCheck check(table);
+  database.Change("DELETE FROM letter_field");
+  for (std::size_t row = 0; row < table.RowCount(); ++row) {
+    check.Row(row);
+    const auto text = [&](std::string_view column) { return platform::Value(table.Text(row, column)); };
+    database.Change(
+        "INSERT INTO letter_field (LTR_TYP_ID, FLD_ORD, FLD_NM, FLD_PARENT, FLD_DES, FLD_KIND, FLD_SRC, "
+        "FLD_REQ)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+        {text("LTR_TYP_ID"), row, text("FLD_NM"), text("FLD_PARENT"), text("FLD_DES"), text("FLD_KIND"),
+         text("FLD_SRC"), text("FLD_REQ")});
+  }
+}
+
+}  // namespace server

@@ -1,0 +1,234 @@
+#include "server/letter_history.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/record_layouts.h"
+#include "platform/text.h"
+#include "platform/xml.h"
+
+namespace server {
+namespace {
+
+using platform::Failure;
+using platform::RecordSet;
+using platform::Timestamp;
+using platform::Value;
+
+constexpr std::string_view kPrinted = "P";
+constexpr std::string_view kSentWhenPrinted = "F";
+constexpr auto kFailures = std::to_array<std::string_view>({"F", "R"});
+// 1900-01-01 01.01.01 in the place of a time asks the server for its own.
+constexpr auto kAskForTime = std::chrono::local_days(std::chrono::year(1900) / 1 / 1) +
+                             std::chrono::hours(1) + std::chrono::minutes(1) + std::chrono::seconds(1);
+
+// What a new letter's row may bring, as it is stored. Times, status, officer and district are the server's.
+constexpr auto kGivenTexts = std::to_array<std::string_view>(
+    {"LTR_TYP_ID", "CUST_ID", "FORM_NBR", "FORM_CK_DGT_NBR", "FORM_TYP_CD", "DCMT_FILE_TXT", "SYS_RFRNC_CD",
+     "QZ_CNTY_NBR", "PRCS_ERR_TXT", "BTCH_ACTN_CD", "WGH_STN_ID"});
+constexpr auto kGivenNumbers = std::to_array<std::string_view>({"ADDR_TYP_CD", "FLS_BTCH_NBR"});
+
+/// One row of the record, read with its place in mind.
+class GivenLetter {
+ public:
+  GivenLetter(const RecordSet& rows, std::size_t row) : rows_(rows), row_(row) {}
+
+  /// Trimmed; "" where the column is absent or null.
+  std::string Text(std::string_view column) const {
+    return rows_.HasColumn(column) ? std::string(platform::Trim(rows_.Text(row_, column))) : "";
+  }
+  Value TextOrNull(std::string_view column) const {
+    auto text = Text(column);
+    return text.empty() ? Value() : Value(std::move(text));
+  }
+  Value NumberOrNull(std::string_view column) const {
+    const auto text = Text(column);
+    if (text.empty()) return {};
+    return platform::While("reading " + std::string(column), [&] { return Value(Value(text).AsInteger()); });
+  }
+  std::optional<Timestamp> Time(std::string_view column) const {
+    const auto text = Text(column);
+    if (text.empty()) return std::nullopt;
+    const auto time = platform::ParseTimestamp(text);
+    if (time) return time;
+    throw Failure(Failure::Kind::kRefused, std::string(column) + " has the value \"" + text +
+                                               "\", which is no time; send it as \"yyyy-mm-dd hh.mm.ss\".");
+  }
+  /// When the letter was printed last: the server's own time where the row asks for it.
+  std::optional<Timestamp> PrintTime(Timestamp now) const {
+    const auto sent = Time("LST_PRNT_TS");
+    return sent == kAskForTime ? now : sent;
+  }
+  /// The status to store: that of a printed letter where the row says that printing is done.
+  std::string Status() const {
+    const auto sent = Text("PRNT_STTS_CD");
+    return std::string(sent == kSentWhenPrinted && Time("LST_PRNT_TS") == kAskForTime ? kPrinted : sent);
+  }
+  /// To the letter, blanks included.
+  std::string Context() const {
+    return rows_.HasColumn("XML_CONTEXT") ? rows_.Text(row_, "XML_CONTEXT") : "";
+  }
+
+ private:
+  const RecordSet& rows_;
+  const std::size_t row_;
+};
+
+bool IsFailure(std::string_view status) {
+  return std::ranges::find(kFailures, status) != kFailures.end();
+}
+
+void RequireRow(Exchange& exchange, const std::string& statement, const std::vector<Value>& values,
+                const std::string& missing) {
+  if (!exchange.database.Select(statement, values)->IsEmpty()) return;
+  throw Failure(Failure::Kind::kNotFound, missing);
+}
+
+void CheckContext(const std::string& context) {
+  const auto document = platform::While("reading the letter's context",
+                                        [&] { return platform::XmlDocument::Parse(context).OrFail(); });
+  if (document.Root().Name() == "XML_CONTEXT") return;
+  throw Failure(Failure::Kind::kRefused, "The letter's context begins with the element \"" +
+                                             document.Root().Name() + "\"; it has to be XML_CONTEXT.");
+}
+
+void CheckNewLetter(Exchange& exchange, const GivenLetter& letter) {
+  const auto type = letter.Text("LTR_TYP_ID");
+  RequireRow(exchange, "SELECT 1 FROM letter_field WHERE LTR_TYP_ID = ?", {type},
+             "There is no letter type \"" + type + "\".");
+  const auto customer = letter.Text("CUST_ID");
+  const auto form = letter.Text("FORM_NBR");
+  if (customer.empty() && form.empty()) {
+    throw Failure(Failure::Kind::kRefused, "The letter names neither a customer nor a form.");
+  }
+  if (!customer.empty()) {
+    RequireRow(exchange, "SELECT 1 FROM customer WHERE CUST_ID = ?", {customer},
+               "There is no customer \"" + customer + "\".");
+  }
+  if (!form.empty()) {
+    RequireRow(exchange, "SELECT 1 FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
+               {letter.Text("FORM_TYP_CD"), form},
+               "There is no form \"" + form + "\" of type \"" + letter.Text("FORM_TYP_CD") + "\".");
+  }
+  if (letter.Status().empty())
+    throw Failure(Failure::Kind::kRefused, "The letter came without a PRNT_STTS_CD.");
+  CheckContext(letter.Context());
+}
+
+/// The columns of the county that the letter belongs to; nulls where it has none or an unknown one.
+void AddCounty(Exchange& exchange, const GivenLetter& letter, std::vector<std::string>& columns,
+               std::vector<Value>& values) {
+  const auto county =
+      exchange.database.Select("SELECT TRP_ID, TRP_DIST_ID, QZ_CNTY_DESC FROM county WHERE QZ_CNTY_NBR = ?",
+                               {letter.Text("QZ_CNTY_NBR")});
+  for (const auto& column : county->columns()) {
+    columns.push_back(column);
+    values.push_back(county->IsEmpty() ? Value() : county->Get(column));
+  }
+}
+
+std::string InsertStatement(const std::vector<std::string>& columns) {
+  std::string names;
+  std::string places;
+  for (const auto& column : columns) {
+    names += (names.empty() ? "" : ", ") + column;
+    places += places.empty() ? "?" : ", ?";
+  }
+  return "INSERT INTO letter_history (" + names + ") VALUES (" + places + ") RETURNING SEQ_NBR";
+}
+
+std::int64_t AddLetter(Exchange& exchange, const GivenLetter& letter) {
+  CheckNewLetter(exchange, letter);
+  std::vector<std::string> columns;
+  std::vector<Value> values;
+  const auto put = [&](std::string_view column, Value value) {
+    columns.emplace_back(column);
+    values.push_back(std::move(value));
+  };
+  for (const auto column : kGivenTexts) put(column, letter.TextOrNull(column));
+  for (const auto column : kGivenNumbers) put(column, letter.NumberOrNull(column));
+  const auto print_time = letter.PrintTime(exchange.now);
+  put("PRNT_STTS_CD", letter.Status());
+  put("PRNT_TS", print_time ? Value(*print_time) : Value());
+  put("LST_PRNT_TS", print_time ? Value(*print_time) : Value());
+  put("LST_PRCS_TS", letter.Time("LST_PRCS_TS").value_or(exchange.now));
+  put("LST_UPDT_INSP_ID", exchange.request.user_id);
+  put("XML_CONTEXT", letter.Context());
+  AddCounty(exchange, letter, columns, values);
+  return exchange.database.Select(InsertStatement(columns), values)->Get("SEQ_NBR").AsInteger();
+}
+
+std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
+  const auto number =
+      platform::While("reading SEQ_NBR", [&] { return Value(letter.Text("SEQ_NBR")).AsInteger(); });
+  const auto stored = exchange.database.Select(
+      "SELECT PRNT_STTS_CD, PRNT_TS, LST_PRNT_TS FROM letter_history WHERE SEQ_NBR = ?", {number});
+  if (stored->IsEmpty()) {
+    throw Failure(Failure::Kind::kNotFound,
+                  "There is no letter \"" + std::to_string(number) + "\" in the history.");
+  }
+  const auto time = letter.PrintTime(exchange.now);
+  const auto status =
+      IsFailure(stored->Text("PRNT_STTS_CD")) ? stored->Text("PRNT_STTS_CD") : letter.Status();
+  const auto& first_time = stored->Get("PRNT_TS");
+  exchange.database.Change(
+      "UPDATE letter_history SET PRNT_STTS_CD = ?, PRNT_TS = ?, LST_PRNT_TS = ?, LST_UPDT_INSP_ID = ?"
+      " WHERE SEQ_NBR = ?",
+      {status.empty() ? stored->Text("PRNT_STTS_CD") : status,
+       first_time.IsNull() && time ? Value(*time) : first_time,
+       time ? Value(*time) : stored->Get("LST_PRNT_TS"), exchange.request.user_id, number});
+  return number;
+}
+
+std::int64_t RecordLetter(Exchange& exchange, const GivenLetter& letter) {
+  const auto action = letter.Text("ACTION");
+  if (action == "ADD") return AddLetter(exchange, letter);
+  if (action == "UPD") return UpdateLetter(exchange, letter);
+  throw Failure(Failure::Kind::kRefused,
+                "The server does not know the action \"" + action + "\"; send \"ADD\" or \"UPD\".");
+}
+
+void AppendStored(Exchange& exchange, RecordSet& letters, std::int64_t number) {
+  const auto stored = exchange.database.Select("SELECT * FROM letter_history WHERE SEQ_NBR = ?", {number});
+  letters.AddNew();
+  for (const auto& column : letters.columns()) {
+    if (stored->HasColumn(column) && column != "XML_CONTEXT") letters.Set(column, stored->Get(column));
+  }
+}
+
+}  // namespace
+
+void RecordLetters(Exchange& exchange) {
+  const auto& rows = *exchange.request.Rows("CORRHIST");
+  auto& letters = exchange.reply.AddRecord(
+      "CORRHIST", {platform::kHistoryColumns.begin(), platform::kHistoryColumns.end()});
+  if (rows.IsEmpty())
+    throw Failure(Failure::Kind::kRefused, "The record \"CORRHIST\" came without a letter.");
+  for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
+    AppendStored(exchange, letters, RecordLetter(exchange, GivenLetter(rows, row)));
+  }
+  if (!exchange.keys.Has("FETCHCONTEXT")) return;
+  try {
+    AnswerStoredContext(exchange);
+  } catch (const Failure& failure) {
+    // The letters that were printed are recorded, whatever becomes of the next one.
+    exchange.reply.error = failure.what();
+  }
+}
+
+void AnswerStoredContext(Exchange& exchange) {
+  const auto number = exchange.keys.Number("FETCHCONTEXT");
+  const auto stored =
+      exchange.database.Select("SELECT XML_CONTEXT FROM letter_history WHERE SEQ_NBR = ?", {*number});
+  if (stored->IsEmpty()) {
+    throw Failure(Failure::Kind::kNotFound,
+                  "There is no letter \"" + std::to_string(*number) + "\" in the history.");
+  }
+  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"}).Append({stored->Get("XML_CONTEXT")});
+}
+
+}  // namespace server

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "server/exchange.h"
+
+namespace server {
+
+/// Records letters: each row of the record "CORRHIST" says with its ACTION whether a letter is new ("ADD") or
+/// has been printed again ("UPD"). The reply's "CORRHIST" holds each letter as it is stored, with the SEQ_NBR
+/// it was given, without its context. With the key FETCHCONTEXT the reply brings that letter's context, too;
+/// where it cannot, the reply says so and the letters are recorded all the same.
+///
+/// A letter recorded as printed (status "F" with the time 1900-01-01 01.01.01) gets the server's own time and
+/// the status of a printed letter; one whose processing failed ("F" or "R") stays failed when it is printed.
+///
+/// Throws Failure kRefused for a row that cannot be recorded, kNotFound for a letter, customer or form that
+/// is not there.
+void RecordLetters(Exchange& exchange);
+
+/// Answers the key FETCHCONTEXT with the stored context of that letter, to the letter: record "XML_CONTEXT".
+/// The explanations that were stored with it stay in. Throws Failure kNotFound for a letter that is not
+/// there.
+void AnswerStoredContext(Exchange& exchange);
+
+}  // namespace server

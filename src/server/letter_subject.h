@@ -1,0 +1,80 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/value.h"
+#include "server/exchange.h"
+
+namespace server {
+
+/// An address as it is stored; "" for a part that is missing.
+struct Address {
+  std::string line_1;
+  std::string line_2;
+  std::string city;
+  std::string state;
+  std::string zip;  ///< five or nine digits, or as a person wrote it
+  bool marked_bad = false;
+  bool failed_verification = false;
+
+  bool IsMissing() const;
+  bool IsPostOfficeBox() const;
+  /// A letter can be sent there.
+  bool IsUsable() const { return !IsMissing() && !marked_bad && !failed_verification; }
+};
+
+struct Customer {
+  std::string id;
+  std::string business_name;
+  std::string first_name;
+  std::string last_name;
+  Address mail;
+  Address residential;
+  std::string phone;
+  std::string fuel_tax_account;
+  std::string county_number;
+  std::string county_name;
+};
+
+/// A document of a customer: an assessment, a return, a citation, a receipt.
+struct Form {
+  std::string type;
+  std::string number;
+  std::string check_digit;
+};
+
+struct TaxPeriod {
+  std::string name;
+  std::string due_date;  ///< "yyyy-mm-dd"
+  platform::Money tax = platform::Money::FromCents(0);
+  platform::Money penalty = platform::Money::FromCents(0);
+  platform::Money interest = platform::Money::FromCents(0);
+};
+
+struct Office {
+  std::string name;
+  std::string address;  ///< lines separated by line feeds
+  std::string phone;
+  std::string officer;
+  std::string state;
+};
+
+/// Whom and what a letter is about.
+struct LetterSubject {
+  std::string letter_type;
+  platform::Date today;
+  Customer customer;
+  bool customer_was_given = false;  ///< by its id, not through a form
+  std::optional<Form> form;
+  std::vector<TaxPeriod> periods;  ///< of the form; without one, of all the customer's forms; oldest first
+  Office office;
+};
+
+/// Looks up what the record "XML_CONTEXT_INPUT" names. Throws Failure kRefused where it names nothing or
+/// contradicts itself, kNotFound naming the customer or form that is not there.
+LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type);
+
+}  // namespace server

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <filesystem>
+
+/// Where the server's own things lie in a data folder. The paths are absolute and normal.
+namespace server {
+
+/// <data>/server.
+std::filesystem::path ServerFolder(const std::filesystem::path& data_folder);
+/// <data>/server/server.db.
+std::filesystem::path DatabaseFile(const std::filesystem::path& data_folder);
+/// <data>/server/templates, from which templates are downloaded.
+std::filesystem::path TemplateFolder(const std::filesystem::path& data_folder);
+
+}  // namespace server
