@@ -70,7 +70,7 @@ std::string Grouped(std::string digits) {
   return digits;
 }
 
-std::string MoneyText(std::int64_t cents, std::string dollars) {
+std::string MoneyText(std::int64_t cents, const std::string& dollars) {
   return (cents < 0 ? "-" : "") + dollars + "." + Padded(static_cast<long long>(Magnitude(cents) % 100), 2);
 }
 
