@@ -1,0 +1,34 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/failure.h"
+
+/// Files that are there whole or not at all. Every function throws Failure naming file and folder and saying
+/// what to do: kNotFound, kPermissionDenied, or kUnavailable where the file system is full or broken.
+namespace wordprocessor {
+
+/// What the operating system's error `number` means for `file`, as a sentence for the person.
+platform::Failure FileFailure(std::string_view what_failed, const std::filesystem::path& file, int number);
+
+std::string ReadWholeFile(const std::filesystem::path& file);
+
+/// Writes `content` under a name of its own, makes it last (fsync), and only then gives it its name; what was
+/// there under that name is replaced.
+void WriteWholeFile(const std::filesystem::path& file, std::string_view content);
+
+/// Writes `content` for this program's own use, into a folder of its own: nothing of the above is needed
+/// there.
+void WriteScratchFile(const std::filesystem::path& file, std::string_view content);
+
+/// Writes `content` like WriteWholeFile, but never replaces a file: false when the name is taken, also by
+/// another program at the same moment.
+bool WriteNewFile(const std::filesystem::path& file, std::string_view content);
+
+/// Gives a file another name, replacing what was there; copies it where the two lie on different file
+/// systems.
+void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
+}  // namespace wordprocessor
