@@ -57,7 +57,7 @@ function(zemlo_tests folder)
     ZEMLO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEMLO_BINARY_DIR="${CMAKE_BINARY_DIR}")
   target_link_libraries(${name}_test PRIVATE
     zemlo_compile_options zemlo_${name} ${TESTS_USES} GTest::gmock)
-  if(NOT "zemlo_test_main_qt" IN_LIST TESTS_USES)
+  if(NOT TESTS_USES MATCHES "zemlo_test_main_")
     target_link_libraries(${name}_test PRIVATE GTest::gmock_main)
   endif()
   gtest_discover_tests(${name}_test DISCOVERY_MODE PRE_TEST

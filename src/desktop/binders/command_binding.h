@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+
+#include "platform/controls/command.h"
+#include "platform/controls/label.h"
+
+namespace desktop {
+
+/// Pressing the button leaves the field the user was in first, so that the field completes its value.
+void Bind(platform::Command& command, QPushButton& button);
+/// The text can be selected and copied. `read_as` is its accessible name; the text itself where it is empty.
+void Bind(platform::Label& label, QLabel& shown, const QString& read_as = {});
+/// A disabled frame disables what stands in it without touching those controls' own state.
+void Bind(platform::Frame& frame, QGroupBox& box);
+
+}  // namespace desktop

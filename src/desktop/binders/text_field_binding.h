@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include "platform/controls/text_field.h"
+
+namespace desktop {
+
+/// Typed characters go through the field's key filter (a refused one beeps) and up to its maximum length;
+/// of a text that is pasted, what is too long is cut.
+void Bind(platform::TextField& field, QLineEdit& edit);
+
+}  // namespace desktop

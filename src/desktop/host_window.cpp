@@ -1,0 +1,120 @@
+#include "desktop/host_window.h"
+
+#include <array>
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace desktop {
+namespace {
+
+struct Button {
+  int index;
+  const char* caption;
+  const char* shortcut;
+  const char* tip;
+};
+
+/// The host's toolbar; a gap stands before the buttons listed in kGapsBefore. The numbers are the ones
+/// documents know the buttons by.
+constexpr auto kButtons = std::to_array<Button>({
+    {1, "Generate", "", "Go to the letters to generate"},
+    {2, "Search", "", "Go to the letters already produced"},
+    {3, "Batches", "", "Go to the nightly batch files"},
+    {7, "New", "Ctrl+N", "Start a new document"},
+    {8, "Open", "Ctrl+O", "Open a document"},
+    {9, "Save", "Ctrl+S", "Save the document"},
+    {12, "Print", "Ctrl+P", "Print the document"},
+    {14, "Delete", "", "Delete the document"},
+    {15, "Help", "F1", "How to work this window"},
+});
+constexpr auto kGapsBefore = std::to_array({7, 15});
+
+}  // namespace
+
+HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)) {
+  setWindowTitle(caption);
+  AddToolbar();
+  auto* middle = new QWidget(this);
+  content_ = new QVBoxLayout(middle);
+  content_->setContentsMargins(6, 6, 6, 0);
+  setCentralWidget(middle);
+  status_->setAccessibleName(QStringLiteral("Status"));
+  status_->setTextFormat(Qt::PlainText);
+  statusBar()->addWidget(status_, 1);
+}
+
+void HostWindow::AddToolbar() {
+  auto* toolbar = addToolBar(QStringLiteral("Host"));
+  toolbar->setMovable(false);
+  toolbar->setContextMenuPolicy(Qt::PreventContextMenu);
+  toolbar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  for (const auto& button : kButtons) {
+    for (const int gap : kGapsBefore) {
+      if (gap == button.index) toolbar->addSeparator();
+    }
+    auto* action = toolbar->addAction(QLatin1String(button.caption));
+    action->setShortcut(QKeySequence(QLatin1String(button.shortcut)));
+    action->setToolTip(QLatin1String(button.tip));
+    connect(action, &QAction::triggered, this, [this, index = button.index] {
+      if (toolbar_pressed) toolbar_pressed(index);
+    });
+    toolbar->widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+    buttons_[button.index] = action;
+  }
+}
+
+void HostWindow::ShowDocument(QWidget* document) {
+  content_->addWidget(document, 1);
+}
+
+void HostWindow::ShowNotice(const QString& text) {
+  delete notice_;
+  auto* bar = new QFrame(this);
+  bar->setFrameShape(QFrame::StyledPanel);
+  auto* layout = new QHBoxLayout(bar);
+  layout->setContentsMargins(8, 2, 2, 2);
+  auto* label = new QLabel(text, bar);
+  label->setWordWrap(true);
+  label->setTextFormat(Qt::PlainText);
+  auto* dismiss = new QToolButton(bar);
+  dismiss->setText(QStringLiteral("Dismiss"));
+  dismiss->setAutoRaise(true);
+  dismiss->setFocusPolicy(Qt::TabFocus);
+  layout->addWidget(label, 1);
+  layout->addWidget(dismiss);
+  connect(dismiss, &QToolButton::clicked, bar, [bar] { bar->hide(); });
+  content_->insertWidget(0, bar);
+  notice_ = bar;
+}
+
+void HostWindow::ShowStatus(const QString& text) {
+  status_->setText(text);
+}
+
+QString HostWindow::status() const {
+  return status_->text();
+}
+
+QAction* HostWindow::ToolbarButton(int index) const {
+  const auto found = buttons_.find(index);
+  return found == buttons_.end() ? nullptr : found->second;
+}
+
+void HostWindow::EnableToolbarButton(int index, bool enabled) {
+  if (auto* button = ToolbarButton(index)) button->setEnabled(enabled);
+}
+
+void HostWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(!may_close || may_close());
+}
+
+}  // namespace desktop

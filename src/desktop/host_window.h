@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include <QMainWindow>
+
+class QAction;
+class QLabel;
+class QVBoxLayout;
+
+namespace desktop {
+
+/// The host's main window: its toolbar, its status bar, and the document in between.
+class HostWindow : public QMainWindow {
+ public:
+  explicit HostWindow(const QString& caption);
+
+  /// Puts the document between toolbar and status bar. The window owns the widget.
+  void ShowDocument(QWidget* document);
+  /// A line above the document for those who are new here, until they dismiss it.
+  void ShowNotice(const QString& text);
+
+  void ShowStatus(const QString& text);
+  QString status() const;
+  /// `index` is the host's number of the button; a number the host does not have is ignored.
+  void EnableToolbarButton(int index, bool enabled);
+  QAction* ToolbarButton(int index) const;
+
+  /// The user presses a host button.
+  std::function<void(int index)> toolbar_pressed;
+  /// Asked when the user closes the window; false keeps it open.
+  std::function<bool()> may_close;
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  void AddToolbar();
+
+  std::map<int, QAction*> buttons_;
+  QLabel* status_;
+  QVBoxLayout* content_;
+  QWidget* notice_ = nullptr;
+};
+
+}  // namespace desktop

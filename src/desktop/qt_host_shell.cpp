@@ -1,0 +1,216 @@
+#include "desktop/qt_host_shell.h"
+
+#include <algorithm>
+#include <array>
+
+#include <QApplication>
+#include <QCursor>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "desktop/form_dialog.h"
+#include "desktop/qt_text.h"
+#include "platform/failure.h"
+
+namespace desktop {
+
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+using platform::MousePointer;
+
+namespace {
+
+constexpr auto kCaption = "Correspondence";
+constexpr auto kTag = "zemlo-corresp";
+
+struct SaveFormat {
+  const char* ending;
+  const char* filter;
+};
+constexpr auto kSaveFormats = std::to_array<SaveFormat>({
+    {".docx", "Letter document (*.docx)"},
+    {".pdf", "PDF document (*.pdf)"},
+});
+
+QMessageBox::Icon IconOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kNone:
+      return QMessageBox::NoIcon;
+    case MessageIcon::kInformation:
+      return QMessageBox::Information;
+    case MessageIcon::kExclamation:
+      return QMessageBox::Warning;
+    case MessageIcon::kQuestion:
+      return QMessageBox::Question;
+    case MessageIcon::kCritical:
+      return QMessageBox::Critical;
+  }
+  return QMessageBox::NoIcon;
+}
+
+/// The file with the ending of the chosen format, unless it has one of the endings already.
+QString WithEnding(const QString& file, const QString& filter) {
+  const auto has = [&](const SaveFormat& format) {
+    return file.endsWith(QLatin1String(format.ending), Qt::CaseInsensitive);
+  };
+  if (std::ranges::any_of(kSaveFormats, has)) return file;
+  const auto chosen = std::ranges::find_if(
+      kSaveFormats, [&](const SaveFormat& format) { return filter == QLatin1String(format.filter); });
+  return file + QLatin1String(chosen == kSaveFormats.end() ? kSaveFormats.front().ending : chosen->ending);
+}
+
+void ShowPointer(MousePointer pointer) {
+  if (pointer == MousePointer::kHourglass) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QGuiApplication::restoreOverrideCursor();
+  }
+}
+
+}  // namespace
+
+/// A box is open: replies are held back, and the pointer is one to click with.
+class QtHostShell::BoxScope {
+ public:
+  explicit BoxScope(QtHostShell& shell) : shell_(shell), hold_(shell.events_), pointer_(shell.pointer_) {
+    shell_.SetMousePointer(MousePointer::kNormal);
+  }
+  BoxScope(const BoxScope&) = delete;
+  BoxScope& operator=(const BoxScope&) = delete;
+  ~BoxScope() { shell_.SetMousePointer(pointer_); }
+
+ private:
+  QtHostShell& shell_;
+  QtEventQueue::Hold hold_;
+  const MousePointer pointer_;
+};
+
+QtHostShell::QtHostShell(QtEventQueue& events) : events_(events), window_(QLatin1String(kCaption)) {}
+
+QtHostShell::~QtHostShell() {
+  SetMousePointer(MousePointer::kNormal);
+}
+
+std::string QtHostShell::Caption() const {
+  return FromQt(window_.windowTitle());
+}
+
+std::string QtHostShell::Tag() const {
+  return kTag;
+}
+
+void QtHostShell::SetMousePointer(MousePointer pointer) {
+  if (pointer == pointer_) return;
+  pointer_ = pointer;
+  ShowPointer(pointer);
+}
+
+QWidget* QtHostShell::Front() {
+  auto* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : &window_;
+}
+
+MessageAnswer QtHostShell::ShowMessage(const platform::Message& message) {
+  const BoxScope open(*this);
+  QMessageBox box(Front());
+  box.setIcon(IconOf(message.icon));
+  box.setWindowTitle(ToQt(message.title));
+  box.setTextFormat(Qt::PlainText);
+  box.setText(MessageText(message.text));
+  if (message.buttons == MessageButtons::kOk) {
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+    return MessageAnswer::kOk;
+  }
+  box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+  box.setDefaultButton(message.default_answer == MessageAnswer::kYes ? QMessageBox::Yes : QMessageBox::No);
+  box.setEscapeButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes ? MessageAnswer::kYes : MessageAnswer::kNo;
+}
+
+std::unique_ptr<FormDialog> QtHostShell::MakeDialog(platform::Form& form) {
+  const auto maker = makers_.find(typeid(form));
+  if (maker == makers_.end()) {
+    throw platform::Failure(platform::Failure::Kind::kNotFound,
+                            "The window has no view for the form \"" + form.caption() + "\".");
+  }
+  return std::make_unique<FormDialog>(form, maker->second(form), Front());
+}
+
+void QtHostShell::ShowModal(platform::Form& form) {
+  form.Load();
+  if (!form.loaded()) return;  // it closed itself while it was loading
+  const QtEventQueue::LetIn replies(events_);
+  const auto dialog = MakeDialog(form);
+  QEventLoop loop;
+  bool hidden = false;
+  dialog->form_hidden = [&] {
+    hidden = true;
+    loop.quit();
+  };
+  dialog->setWindowModality(Qt::ApplicationModal);
+  dialog->Open();
+  if (!hidden) loop.exec(QEventLoop::DialogExec);
+}
+
+void QtHostShell::Show(platform::Form& form) {
+  form.Load();
+  if (!form.loaded()) return;
+  modeless_.push_back(MakeDialog(form));
+  auto* dialog = modeless_.back().get();
+  dialog->form_hidden = [this, dialog] {
+    const auto gone =
+        std::ranges::find_if(modeless_, [dialog](const auto& open) { return open.get() == dialog; });
+    if (gone == modeless_.end()) return;
+    gone->release()->deleteLater();  // it is telling us; the form may be gone when it is deleted
+    modeless_.erase(gone);
+  };
+  dialog->Open();
+}
+
+void QtHostShell::RunPendingEvents() {
+  QApplication::processEvents();
+}
+
+void QtHostShell::Beep() {
+  QApplication::beep();
+}
+
+std::optional<std::string> QtHostShell::AskSaveFile(const std::string& suggested_name) {
+  const BoxScope open(*this);
+  QStringList filters;
+  for (const auto& format : kSaveFormats) filters += QLatin1String(format.filter);
+  const auto suggested = ToQt(suggested_name);
+  auto filter = suggested.endsWith(QLatin1String(kSaveFormats[1].ending)) ? filters[1] : filters[0];
+  const auto file = QFileDialog::getSaveFileName(Front(), QStringLiteral("Save Letter"), suggested,
+                                                 filters.join(QLatin1String(";;")), &filter);
+  if (file.isEmpty()) return {};
+  return FromQt(WithEnding(file, filter));
+}
+
+std::optional<std::string> QtHostShell::AskPrinter(const std::vector<std::string>& printers,
+                                                   const std::string& current) {
+  const BoxScope open(*this);
+  QStringList names;
+  for (const auto& printer : printers) names += ToQt(printer);
+  const auto first = std::max<qsizetype>(0, names.indexOf(ToQt(current)));
+  bool accepted = false;
+  const auto chosen =
+      QInputDialog::getItem(Front(), QStringLiteral("Print Letter"), QStringLiteral("&Printer:"), names,
+                            static_cast<int>(first), false, &accepted);
+  if (!accepted) return {};
+  return FromQt(chosen);
+}
+
+void QtHostShell::ShowStatus(std::string_view text) {
+  window_.ShowStatus(ToQt(text));
+}
+
+void QtHostShell::EnableToolbarButton(int button_index, bool enabled, std::string_view) {
+  window_.EnableToolbarButton(button_index, enabled);
+}
+
+}  // namespace desktop

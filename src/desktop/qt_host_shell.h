@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <typeindex>
+#include <vector>
+
+#include "desktop/host_window.h"
+#include "desktop/qt_event_queue.h"
+#include "platform/controls/form.h"
+#include "platform/host_shell.h"
+#include "platform/status_display.h"
+
+namespace desktop {
+
+class FormDialog;
+
+/// The host as a window: what the workspace asks of the screen. User-interface thread only.
+class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
+ public:
+  /// `events` outlives the shell.
+  explicit QtHostShell(QtEventQueue& events);
+  ~QtHostShell() override;
+
+  HostWindow& window() { return window_; }
+
+  /// Registers who shows forms of one type; the view is a new widget, which the form's window takes.
+  template <typename FormType>
+  void ShowFormsWith(std::function<QWidget*(FormType& form)> make_view) {
+    makers_[typeid(FormType)] = [make_view](platform::Form& form) {
+      return make_view(static_cast<FormType&>(form));
+    };
+  }
+
+  std::string Caption() const override;
+  std::string Tag() const override;
+  void SetMousePointer(platform::MousePointer pointer) override;
+  platform::MessageAnswer ShowMessage(const platform::Message& message) override;
+  /// Throws Failure kNotFound for a form nobody was registered for.
+  void ShowModal(platform::Form& form) override;
+  void Show(platform::Form& form) override;
+  void RunPendingEvents() override;
+  void Beep() override;
+  std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
+  std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
+                                        const std::string& current) override;
+
+  void ShowStatus(std::string_view text) override;
+  void SetReady(bool ready) override { ready_ = ready; }
+  void EnableToolbarButton(int button_index, bool enabled, std::string_view host_tag) override;
+  /// False while the workspace waits for a letter's data.
+  bool ready() const { return ready_; }
+
+ private:
+  using ViewMaker = std::function<QWidget*(platform::Form& form)>;
+  class BoxScope;
+
+  std::unique_ptr<FormDialog> MakeDialog(platform::Form& form);
+  QWidget* Front();
+
+  QtEventQueue& events_;
+  HostWindow window_;
+  std::map<std::type_index, ViewMaker> makers_;
+  std::vector<std::unique_ptr<FormDialog>> modeless_;
+  platform::MousePointer pointer_ = platform::MousePointer::kNormal;
+  bool ready_ = true;
+};
+
+}  // namespace desktop
