@@ -1,0 +1,63 @@
+#include "reference/office_utilities.h"
+
+#include "platform/controls/control.h"
+#include "platform/record_set.h"
+#include "platform/text.h"
+#include "reference/form_numbers.h"
+
+namespace reference {
+
+std::string OfficeUtilities::GetCodeValue(const std::string& table, const std::string& code) {
+  const auto* const found = FindCode(table, code);
+  return found == nullptr ? code : found->value;
+}
+
+std::string OfficeUtilities::GetCodeDescription(const std::string& table, const std::string& code) {
+  const auto* const found = FindCode(table, code);
+  return found == nullptr ? "" : found->description;
+}
+
+std::string OfficeUtilities::SqlQuote(std::string_view text) {
+  return "'" + platform::ReplaceAll(text, "'", "''") + "'";
+}
+
+void OfficeUtilities::MarkFieldInvalid(platform::Control& control) {
+  control.SetMarkedInvalid(true);
+}
+
+void OfficeUtilities::MarkFieldValid(platform::Control& control) {
+  control.SetMarkedInvalid(false);
+}
+
+platform::Utilities::FormNumberVerdict OfficeUtilities::ValidateFormNumber(const std::string& form_type,
+                                                                           const std::string& form_number) {
+  return JudgeFormNumber(platform::Trim(form_type), form_number);
+}
+
+const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table, const std::string& code) {
+  const auto today = clock_.Today();
+  if (today != tables_day_) tables_.clear();
+  tables_day_ = today;
+  const auto name = platform::UpperCase(table);
+  auto known = tables_.find(name);
+  if (known == tables_.end()) known = tables_.emplace(name, ReadTable(table)).first;
+  const auto found = known->second.find(platform::UpperCase(code));
+  return found == known->second.end() ? nullptr : &found->second;
+}
+
+OfficeUtilities::CodeTable OfficeUtilities::ReadTable(const std::string& table) {
+  const auto region = platform::UpperCase(platform::Trim(settings_.Region()));
+  const auto rows = reference_.Select(
+      "SELECT CD_TBL_CD, CD_TBL_DES, ADTL_INFO_TXT FROM FLS_CODE WHERE REGION = " + SqlQuote(region) +
+      " AND CD_TBL_ID = " + SqlQuote(table) +
+      " AND EFCTV_DT <= date() AND (END_DT IS NULL OR END_DT >= date()) ORDER BY EFCTV_DT");
+  CodeTable codes;
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+    // Of entries of one code the one that took effect last holds.
+    codes[platform::UpperCase(rows->Text(row, "CD_TBL_CD"))] = {rows->Text(row, "CD_TBL_DES"),
+                                                                rows->Text(row, "ADTL_INFO_TXT")};
+  }
+  return codes;
+}
+
+}  // namespace reference

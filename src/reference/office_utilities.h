@@ -1,0 +1,54 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "platform/reference_database.h"
+#include "platform/settings.h"
+#include "platform/utilities.h"
+
+namespace reference {
+
+/// Code-table look-ups of the user's region, field marks and the office's number rules. User-interface thread
+/// only. The parts it is made with outlive it.
+///
+/// A look-up knows the codes that are current today; tables and codes are found without regard to case. A
+/// table is read once a day: grids look up several codes for every row. Look-ups throw what Select throws.
+class OfficeUtilities : public platform::Utilities {
+ public:
+  OfficeUtilities(platform::ReferenceDatabase& reference, const platform::Settings& settings,
+                  const platform::Clock& clock)
+      : reference_(reference), settings_(settings), clock_(clock) {}
+
+  /// The additional information of the code; "" where the entry has none, the code where there is no entry.
+  std::string GetCodeValue(const std::string& table, const std::string& code) override;
+  std::string GetCodeDescription(const std::string& table, const std::string& code) override;
+  /// In apostrophes, the ones inside doubled.
+  std::string SqlQuote(std::string_view text) override;
+
+  void MarkFieldInvalid(platform::Control& control) override;
+  void MarkFieldValid(platform::Control& control) override;
+
+  FormNumberVerdict ValidateFormNumber(const std::string& form_type, const std::string& form_number) override;
+
+ private:
+  struct Code {
+    std::string description;
+    std::string value;
+  };
+  using CodeTable = std::map<std::string, Code>;  // by code in upper case
+
+  const Code* FindCode(const std::string& table, const std::string& code);
+  CodeTable ReadTable(const std::string& table);
+
+  platform::ReferenceDatabase& reference_;
+  const platform::Settings& settings_;
+  const platform::Clock& clock_;
+
+  platform::Date tables_day_{};
+  std::map<std::string, CodeTable> tables_;  // by name in upper case, as of tables_day_
+};
+
+}  // namespace reference

@@ -1,0 +1,91 @@
+#include "reference/reference_database.h"
+
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <QMetaType>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QString>
+#include <QVariant>
+
+#include "platform/failure.h"
+#include "reference/reference_schema.h"
+#include "reference/sql_dialect.h"
+#include "reference/sqlite_connection.h"
+
+namespace reference {
+namespace {
+
+using platform::Failure;
+
+constexpr std::string_view kHowToMakeIt = "Run \"zemlo-letters init\" to make it again.";
+
+platform::Value CellValue(const QVariant& cell) {
+  if (cell.isNull()) return platform::Value::Null();
+  if (cell.typeId() == QMetaType::LongLong) return cell.toLongLong();
+  return cell.toString().toStdString();
+}
+
+std::shared_ptr<platform::RecordSet> ReadRows(QSqlQuery& query) {
+  const auto layout = query.record();
+  std::vector<std::string> columns;
+  for (int i = 0; i < layout.count(); ++i) columns.push_back(layout.fieldName(i).toStdString());
+  auto rows = std::make_shared<platform::RecordSet>(std::move(columns));
+  const platform::RecordSet::Edit edit(*rows);
+  while (query.next()) {
+    std::vector<platform::Value> cells;
+    for (int i = 0; i < layout.count(); ++i) cells.push_back(CellValue(query.value(i)));
+    rows->Append(std::move(cells));
+  }
+  rows->MoveFirst();
+  return rows;
+}
+
+/// A file without our mark is an empty one, or another program's.
+void RequireOurSchema(SqliteConnection& connection) {
+  const auto version = connection.FirstText("PRAGMA user_version");
+  if (version == std::to_string(kSchemaVersion)) return;
+  throw Failure(Failure::Kind::kDamaged, "it is no reference database of this version");
+}
+
+std::unique_ptr<SqliteConnection> Open(const std::filesystem::path& file) {
+  std::error_code unreachable;
+  if (!std::filesystem::exists(file, unreachable)) {
+    throw Failure(Failure::Kind::kNotFound, "The reference database \"" + file.string() + "\" is missing. " +
+                                                std::string(kHowToMakeIt));
+  }
+  try {
+    auto connection = std::make_unique<SqliteConnection>(file, SqliteConnection::Mode::kReadOnly);
+    RequireOurSchema(*connection);
+    return connection;
+  } catch (const Failure& failure) {
+    throw Failure(failure.kind(), "The reference database \"" + file.string() + "\" cannot be used: " +
+                                      failure.description() + ". " + std::string(kHowToMakeIt));
+  }
+}
+
+}  // namespace
+
+ReferenceDatabase::ReferenceDatabase(std::filesystem::path file, const platform::Clock& clock)
+    : file_(std::move(file)), clock_(clock) {}
+
+ReferenceDatabase::~ReferenceDatabase() = default;
+
+std::shared_ptr<platform::RecordSet> ReferenceDatabase::Select(const std::string& statement) {
+  const auto translated = TranslateStatement(statement, clock_.Today());
+  auto& connection = Connection();
+  QSqlQuery query(connection.Database());
+  query.setForwardOnly(true);
+  if (!query.exec(QString::fromStdString(translated))) connection.Fail(query);
+  return ReadRows(query);
+}
+
+SqliteConnection& ReferenceDatabase::Connection() {
+  if (!connection_) connection_ = Open(file_);
+  return *connection_;
+}
+
+}  // namespace reference
