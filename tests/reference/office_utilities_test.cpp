@@ -1,0 +1,108 @@
+#include "reference/office_utilities.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/controls/text_field.h"
+#include "reference/form_numbers.h"
+#include "tests/fakes/fake_settings.h"
+#include "tests/reference/reference_world.h"
+
+namespace reference_tests {
+namespace {
+
+class OfficeUtilities : public ReferenceWorld {
+ protected:
+  OfficeUtilities() {
+    settings.region = " k1 ";
+    GivenCode("LTRINPUT", "110", "Certificate", "C");
+    GivenCode("LTRACTION", "VLT", "View Letter");
+    GivenCode("LTRPRNTCD", "F", "Failed", "", "2020-01-01", "2025-12-31");
+    GivenCode("LTRPRNTCD", "F", "Printing Failed", "", "2026-01-01");
+    GivenCode("LTRPRNTCD", "X", "Held", "", "2020-01-01", "2022-12-31");
+  }
+  reference::OfficeUtilities& Utilities() {
+    if (!utilities_) utilities_ = std::make_unique<reference::OfficeUtilities>(Database(), settings, clock);
+    return *utilities_;
+  }
+
+  fakes::FakeSettings settings;
+
+ private:
+  std::unique_ptr<reference::OfficeUtilities> utilities_;
+};
+
+TEST_F(OfficeUtilities, LookUpTheCodesOfToday) {
+  EXPECT_EQ(Utilities().GetCodeValue("LTRINPUT", "110"), "C");
+  EXPECT_EQ(Utilities().GetCodeValue("LTRINPUT", "101"), "101") << "no entry: the code itself";
+  EXPECT_EQ(Utilities().GetCodeValue("LTRACTION", "VLT"), "") << "an entry without a value";
+  EXPECT_EQ(Utilities().GetCodeDescription("ltrprntcd", "f"), "Printing Failed");
+  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "X"), "");
+  EXPECT_EQ(Utilities().GetCodeDescription("IT'S NO TABLE", "X"), "");
+  clock.SetToday(platform::Date{std::chrono::year(2022) / 12 / 31});
+  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "X"), "Held");
+  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "F"), "Failed");
+}
+
+TEST_F(OfficeUtilities, QuoteTextsAndMarkFields) {
+  EXPECT_EQ(Utilities().SqlQuote("O'Hara's"), "'O''Hara''s'");
+  EXPECT_EQ(Utilities().SqlQuote(""), "''");
+  platform::TextField field;
+  Utilities().MarkFieldInvalid(field);
+  EXPECT_TRUE(field.marked_invalid());
+  Utilities().MarkFieldValid(field);
+  EXPECT_FALSE(field.marked_invalid());
+}
+
+TEST(FormNumbers, AreJudgedByTheRuleOfTheirType) {
+  struct Case {
+    const char* type;
+    const char* number;
+    const char* complaint;  // "" when the number is good
+  };
+  const Case cases[] = {
+      {"C", "1234567", ""},
+      {"C", "1234567-7", ""},
+      {"W", "0000000-0", ""},
+      {"M", "1000003-X", ""},
+      {"", "1234567", ""},
+      {"R", "1234567-7", ""},
+      {"V", "1234567", "needs its check digit"},
+      {"R", "1234567", "needs its check digit"},
+      {"C", "1234567-", "Check digit \"\" does not belong"},
+      {"C", "1234567-8", "Check digit \"8\" does not belong to form number \"1234567\""},
+      {"C", "1234567-77", "Check digit \"77\" does not belong"},
+      {"M", "1000003-x", "Check digit \"x\" does not belong"},
+      {"C", "12345678", "\"12345678\" must have seven digits"},
+      {"C", "123456", "must have seven digits"},
+      {"C", "123A567", "must have seven digits"},
+      {"C", " 1234567", "must have seven digits"},
+      {"C", "", "must have seven digits"},
+      {"C", "-7", "must have seven digits"},
+      {"Q", "1234567", "There is no form type \"Q\""},
+  };
+  for (const auto& [type, number, complaint] : cases) {
+    const auto verdict = reference::JudgeFormNumber(type, number);
+    EXPECT_EQ(verdict.valid, *complaint == '\0') << type << " " << number;
+    EXPECT_THAT(verdict.text, testing::HasSubstr(complaint)) << type << " " << number;
+    EXPECT_EQ(verdict.valid, verdict.text.empty()) << type << " " << number;
+  }
+}
+
+TEST(FormNumbers, ACheckDigitCatchesEveryWrongDigitAndEveryExchangeOfNeighbours) {
+  const std::string number = "1934285";
+  const char digit = reference::CheckDigit(number);
+  for (std::size_t place = 0; place < number.size(); ++place) {
+    for (char wrong = '0'; wrong <= '9'; ++wrong) {
+      auto typed = number;
+      typed[place] = wrong;
+      EXPECT_EQ(reference::CheckDigit(typed) == digit, typed == number) << typed;
+    }
+    if (place == 0) continue;
+    auto exchanged = number;
+    std::swap(exchanged[place - 1], exchanged[place]);
+    EXPECT_NE(reference::CheckDigit(exchanged), digit) << exchanged;
+  }
+}
+
+}  // namespace
+}  // namespace reference_tests
