@@ -1,0 +1,48 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/services.h"
+#include "workspace/pages.h"
+
+namespace workspace {
+
+/// Decides after every change of a field which of a page's commands can be used.
+class FieldCheck {
+ public:
+  /// The references outlive this.
+  FieldCheck(const platform::Services& services, Pages& pages) : services_(services), pages_(pages) {}
+
+  /// Marks the fields that are wrong and enables "Create Letter", or the page's "Search", when none is.
+  void CheckEdit(PageIndex page);
+  /// What the last check of that page found wrong, in the order of its rules. The user is not shown it: it
+  /// says why a command is disabled.
+  const std::vector<std::string>& messages(PageIndex page) { return messages_[page]; }
+
+  /// Gives the page's checked fields, and the dates and options a search is made with, their normal look.
+  void DefaultFieldColor(PageIndex page);
+  /// Gives the tracking page's two dates their normal look.
+  void ClearEdit();
+
+ private:
+  struct Rule {
+    bool broken;
+    std::string_view message;
+    platform::Control* marked = nullptr;
+  };
+  std::vector<Rule> CorrespondenceRules();
+  std::vector<Rule> TrackingRules();
+  std::vector<Rule> BatchRules();
+  bool NothingToSearchFor();
+  bool IsFormNumberInvalid(LetterPage& page);
+  bool Apply(PageIndex page, const std::vector<Rule>& rules);
+
+  const platform::Services& services_;
+  Pages& pages_;
+  std::map<PageIndex, std::vector<std::string>> messages_;
+};
+
+}  // namespace workspace

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/controls/grid.h"
+
+/// What the three result grids show. A column without a caption carries its key as caption.
+namespace workspace {
+
+struct GridColumn {
+  std::string_view key;
+  std::string_view caption;
+  std::string_view group;
+  bool hidden = false;
+};
+
+inline constexpr std::string_view kCorrespondenceGroup = "Correspondence Information";
+inline constexpr std::string_view kPrintGroup = "Print History";
+inline constexpr std::string_view kBatchGroup = "Batch Information";
+inline constexpr std::string_view kBatchStatusGroup = "Batch Status";
+
+inline constexpr auto kCorrespondenceColumns = std::to_array<GridColumn>({
+    {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
+    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup},
+    {"Form_Type", "Account Type", kCorrespondenceGroup},
+    {"SEQ_NBR", "", kCorrespondenceGroup, /*hidden=*/true},
+    {"FORM_NBR", "", kCorrespondenceGroup},
+    {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
+    {"FORM_TYP_CD", "", kCorrespondenceGroup},
+    {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
+    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup},
+    {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
+    {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
+    {"PRNT_STTS_DESC", "Print Status", kPrintGroup},
+    {"PRNT_STTS_CD", "", kPrintGroup},
+    {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
+    {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
+});
+
+inline constexpr auto kTrackingColumns = std::to_array<GridColumn>({
+    {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
+    {"Job_Type", "Job Type", kCorrespondenceGroup},
+    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup},
+    {"Form_Type", "Account Type", kCorrespondenceGroup},
+    {"SEQ_NBR", "", kCorrespondenceGroup},
+    {"FORM_NBR", "", kCorrespondenceGroup},
+    {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
+    {"FORM_TYP_CD", "", kCorrespondenceGroup},
+    {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
+    {"FLS_BTCH_NBR", "Batch No.", kCorrespondenceGroup},
+    {"BTCH_ACTN_CD", "", kCorrespondenceGroup},
+    {"BTCH_ACTN_DESC", "Batch Action Description", kCorrespondenceGroup},
+    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup},
+    {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
+    {"CUST_ID", "", kCorrespondenceGroup},
+    {"WGH_STN_ID", "STN_ID", kCorrespondenceGroup},
+    {"TroopDistrict", "Troop/District", kCorrespondenceGroup},
+    {"QZ_CNTY_DESC", "County", kCorrespondenceGroup},
+    {"TRP_ID", "", kCorrespondenceGroup},
+    {"TRP_DIST_ID", "", kCorrespondenceGroup},
+    {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
+    {"PRNT_STTS_DESC", "Print Status", kPrintGroup},
+    {"PRNT_STTS_CD", "", kPrintGroup},
+    {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
+    {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
+});
+
+inline constexpr auto kBatchRunColumns = std::to_array<GridColumn>({
+    {"BTCH_SEQ_NBR", "Sequence No.", kBatchGroup},
+    {"BTCH_STATUS", "Status", kBatchGroup},
+    {"BTCH_CRTE_TS", "Job Creation Time", kBatchGroup},
+    {"PRCS_STRT_TS", "Process Started", kBatchGroup},
+    {"PRCS_END_TS", "Process Ended", kBatchGroup},
+    {"BTCH_LTR_CNT", "Letter Count", kBatchStatusGroup},
+    {"LTR_PRCS_CNT", "Process Count", kBatchStatusGroup},
+    {"PAID_COUNT", "No. Paid", kBatchStatusGroup},
+    {"LTR_SCS_CNT", "Success Count", kBatchStatusGroup},
+    {"LTR_FAIL_CNT", "Failure Count", kBatchStatusGroup},
+    {"UNPAID_COUNT", "No. Outstanding", kBatchStatusGroup},
+});
+
+inline std::vector<platform::Grid::Column> ColumnsOf(std::span<const GridColumn> table) {
+  std::vector<platform::Grid::Column> columns;
+  for (const auto& [key, caption, group, hidden] : table) {
+    columns.push_back({std::string(key), std::string(caption), std::string(group), hidden, "", ""});
+  }
+  return columns;
+}
+
+}  // namespace workspace

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "platform/controls/grid.h"
+#include "platform/services.h"
+
+namespace workspace {
+
+/// Makes the grid's own font bold and every cell and heading plain.
+void SetGridBolding(const platform::Services& services, platform::Grid& grid);
+
+}  // namespace workspace

@@ -1,0 +1,221 @@
+#include "workspace/letter_generation.h"
+
+#include <limits>
+#include <utility>
+
+#include "platform/identity.h"
+#include "platform/xml.h"
+#include "workspace/messaging/scope_guards.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Failure;
+using platform::Trap;
+
+constexpr std::string_view kInputLayout = "XML_CONTEXT_INPUT";
+constexpr std::string_view kAddressFailed = "V";
+constexpr std::string_view kReceipt = "R";
+
+template <typename Number>
+Number NumberOf(std::string_view what, const std::string& text) {
+  const auto number = platform::Value(text).AsInteger();
+  if (number >= std::numeric_limits<Number>::min() && number <= std::numeric_limits<Number>::max()) {
+    return static_cast<Number>(number);
+  }
+  throw Failure(Failure::Kind::kRefused, "The " + std::string(what) + " \"" + text + "\" is out of range.");
+}
+
+// A column of a reply; one that the server left out reads like an empty one.
+std::string TextOf(const platform::RecordSet& row, std::string_view column) {
+  return row.HasColumn(column) ? row.Text(column) : "";
+}
+
+}  // namespace
+
+void LetterGeneration::SelectNewType() {
+  Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
+    const auto letter_type =
+        NumberOf<std::int32_t>("letter type", uses_.pages.correspondence.ZEMLO_LetterType.Code());
+    if (!RequireTemplate(letter_type)) return;
+    uses_.letter = {};
+
+    RequestDescription message{.type = 83,
+                               .name = "XMLRequest",
+                               .with_user_id = false,
+                               .keys = {platform::Criterion("key: LTR_TYP_ID", std::to_string(letter_type)),
+                                        platform::Criterion("key: POPULATE_LTR_BOOKMARKS", "Y"),
+                                        platform::Criterion("key: EmitFieldDescriptors", "Y"),
+                                        platform::Criterion("key: ExplainState", "Y")},
+                               .status = "Requesting bookmark information",
+                               .waits_for_context = true};
+    SendXMLRequest(message);
+    uses_.envelope.Send(message);
+  });
+}
+
+bool LetterGeneration::RequireTemplate(std::int32_t letter_type) {
+  template_path_ = uses_.templates.GetTemplateFileName(letter_type);
+  if (template_path_.empty()) {
+    TellRefusal(
+        "This request can not be processed at this time. Please create a template to complete this request.",
+        platform::MessageIcon::kExclamation);
+    return false;
+  }
+  if (uses_.services.files.Exists(template_path_)) return true;
+  TellRefusal("Unable to process this request. No template is available for print.",
+              platform::MessageIcon::kExclamation);
+  return false;
+}
+
+void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
+  Trap(uses_.services, "ZEMLO_Corresp.SendXMLRequest", [&] {
+    const auto& request = uses_.request;
+    const bool is_receipt = request.form_type == kReceipt;
+    RecordDescription::Row row;
+    const auto add = [&row](std::string column, const std::string& value) {
+      if (!value.empty()) row.emplace_back(std::move(column), value);
+    };
+    if (request.form_number.empty()) add("CUST_ID", request.customer_id);
+    add("FORM_NBR", request.form_number);
+    if (is_receipt) {
+      add("FORM_CK_DGT_NBR", request.check_digit);
+      add("RCPT_NBR", request.form_number);
+      add("RCPT_CK_DGT_NBR", request.check_digit);
+    }
+    add("FORM_TYP_CD", request.form_type);
+    message.records.push_back({std::string(kInputLayout), {std::move(row)}});
+  });
+}
+
+void LetterGeneration::CreateNewCorrespondence() {
+  constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
+  const AtExit enable(uses_.services, kProcedure, [this] {
+    uses_.pages.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(true);
+  });
+  Trap(uses_.services, kProcedure, [&] {
+    uses_.letter.printed_from_entry_form = false;
+    const auto context = Reply("XML_Context");
+    if (context != nullptr) uses_.letter.context = context->FirstText();
+    const auto document = platform::XmlDocument::Parse(uses_.letter.context).OrFail();
+    composition::ZEMLO_NodeState root;
+    root.InitFromNode(document.Root());
+    const auto history = Reply("CORRHIST");
+    if (history != nullptr) TakeHistoryRow(*history);
+
+    if (!root.IsErroneous()) {
+      FinishLetter(root);
+    } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
+      TellAddressErrors(root);
+    } else {
+      uses_.services.status.ShowStatus("Ready");
+      uses_.forms.ShowLetterInformation(uses_.letter.context);
+    }
+  });
+}
+
+std::shared_ptr<platform::RecordSet> LetterGeneration::Reply(const std::string& record_name) const {
+  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), record_name,
+                                                        uses_.state.pending_message_key);
+  return record == nullptr || record->Recordset()->IsEmpty() ? nullptr : record->Recordset();
+}
+
+void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
+  auto& letter = uses_.letter;
+  auto& request = uses_.request;
+  const std::pair<const char*, std::string*> targets[] = {
+      {"CUST_ID", &letter.customer_id},       {"PRNT_STTS_CD", &letter.print_status},
+      {"QZ_CNTY_NBR", &letter.county_number}, {"FORM_NBR", &request.form_number},
+      {"FORM_TYP_CD", &request.form_type},    {"FORM_CK_DGT_NBR", &request.check_digit},
+      {"LST_PRCS_TS", &letter.process_time},
+  };
+  for (const auto& [column, target] : targets) *target = TextOf(row, column);
+  const auto address_type = TextOf(row, "ADDR_TYP_CD");
+  letter.address_type =
+      address_type.empty() ? std::int16_t{0} : NumberOf<std::int16_t>("address type", address_type);
+}
+
+void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {
+  const auto tell = [this](const char* which) {
+    TellRefusal(std::string("Request could not be processed due to ") + which + " address is incomplete.",
+                platform::MessageIcon::kCritical);
+  };
+  if (root.HasMailWarn() && root.HasResiWarn()) {
+    tell("mail and residental");
+  } else if (root.HasMailWarn()) {
+    tell("mail");
+  } else if (root.HasResiWarn()) {
+    tell("residental");
+  }
+}
+
+void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root) {
+  const auto request_name = uses_.state.pending_request_name;
+  if (root.IsParaType() || root.IsUserType()) {
+    CompleteLetter();
+  } else {
+    PreviewLetter();
+  }
+  if (uses_.letter.printed_from_entry_form) RecordPrinted(request_name);
+}
+
+void LetterGeneration::CompleteLetter() {
+  uses_.services.status.ShowStatus("Displaying bookmark information");
+  auto entered = uses_.forms.EnterBookmarks(template_path_, uses_.state.template_name, uses_.letter.context);
+  uses_.letter.context = std::move(entered.XMLBookMark);
+  uses_.letter.printed_from_entry_form = entered.DocPrinted;
+  uses_.services.status.ShowStatus("Ready");
+}
+
+void LetterGeneration::PreviewLetter() {
+  previewed_request_ = uses_.state.pending_request_name;
+  auto& preview = Preview();
+  preview.BadAddress = false;
+  preview.PreviewDoc(template_path_, uses_.state.template_name, uses_.letter.context);
+}
+
+composition::ZEMLO_PreviewDoc& LetterGeneration::Preview() {
+  if (!mclsPreview_) {
+    mclsPreview_ = std::make_unique<composition::ZEMLO_PreviewDoc>(uses_.services);
+    word_printed_ = mclsPreview_->WordPrinted.Connect([this] { mclsPreview_WordPrinted(); });
+  }
+  return *mclsPreview_;
+}
+
+void LetterGeneration::ReleasePreview() {
+  word_printed_.Disconnect();
+  mclsPreview_.reset();
+}
+
+void LetterGeneration::mclsPreview_WordPrinted() {
+  Trap(uses_.services, "ZEMLO_Corresp.mclsPreview_WordPrinted", [&] {
+    RecordPrinted(previewed_request_);
+    ReleasePreview();
+  });
+}
+
+void LetterGeneration::PrintDoc() {
+  RecordPrinted(uses_.state.pending_request_name);
+}
+
+void LetterGeneration::RecordPrinted(const std::string& request_name) {
+  Trap(uses_.services, "ZEMLO_Corresp.PrintDoc", [&] {
+    RequestDescription message{.type = 82, .name = "LetterAU", .status = "Saving letter history"};
+    if (request_name == "XMLRequest") {
+      uses_.history.SendLetterHistoryADD(message);
+    } else if (request_name == "Letter_Preview" || request_name == "Letter_Save") {
+      uses_.history.SendLetterHistoryUPD(message);
+      if (uses_.history.IsBatchBrowserOpen()) message.name = "BatchAU";
+    } else {
+      return;
+    }
+    uses_.envelope.Send(message);
+  });
+}
+
+void LetterGeneration::TellRefusal(const std::string& text, platform::MessageIcon icon) const {
+  uses_.services.host.ShowMessage({text, icon, uses_.state.message_title});
+}
+
+}  // namespace workspace

@@ -1,0 +1,166 @@
+#include "workspace/letter_templates.h"
+
+#include <utility>
+
+#include "platform/identity.h"
+#include "platform/request_record.h"
+#include "platform/text.h"
+#include "platform/xml.h"
+#include "workspace/messaging/scope_guards.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Failure;
+using platform::ReplaceAll;
+using platform::Trap;
+using platform::Trim;
+
+constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
+
+// {R} stands for the quoted region, {T} for today, {L} for the quoted letter type. The blanks belong to the
+// statements.
+
+// For every letter type the newest version without an end and the newest that still is to end.
+constexpr std::string_view kAllTemplates =
+    "SELECT a.*  FROM FLS_Ltr_template AS a where  a.REGION={R}  and ((a.Tmplt_TS=  (Select MAX(b.tmplt_TS) "
+    "From "
+    "FLS_LTR_Template b where  b.REGION={R}  and b.LTR_TYP_ID = a.LTR_TYP_ID  and b.Exprtn_DT is NULL))  Or "
+    "(a.tmplt_TS =  (Select MAX(b.tmplt_TS) From FLS_ltr_template b where  b.REGION={R}  and b.EXPRTN_DT >= "
+    "#{T}# "
+    "And b.ltr_Typ_ID = a.ltr_Typ_ID)))  ORDER BY a.ltr_Typ_ID, a.tmplt_TS ";
+
+// For one letter type the same among the versions in force today.
+constexpr std::string_view kTemplateOfToday =
+    "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  WHERE a.REGION={R}  and ((a.Tmplt_TS=   (Select "
+    "MAX(b.tmplt_TS) From FLS_LTR_Template b where b.REGION={R} and ltr_Typ_ID={L} and EFCTV_DT <= #{T}# and "
+    "Exprtn_DT is NULL))  Or (a.tmplt_TS =   (Select MAX(b.tmplt_TS) From FLS_ltr_template b  where "
+    "b.REGION={R} "
+    "and ltr_Typ_ID={L} and EXPRTN_DT >= #{T}# and EFCTV_DT <= #{T}# )))   and Ltr_Typ_ID={L}";
+
+constexpr std::string_view kFolderInquiry =
+    "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>";
+
+// Names come from catalogue and history rows: none of them may lead out of the template folder.
+std::string_view PlainName(std::string_view name) {
+  if (name.find_first_of("/\\:") == std::string_view::npos && name != "..") return name;
+  throw Failure(Failure::Kind::kRefused,
+                "The template name \"" + std::string(name) +
+                    "\" is no plain file name. Correct it in the template catalogue.");
+}
+
+template <typename Step>
+void PassOverMissingFile(Step&& step) {
+  try {
+    step();
+  } catch (const Failure& failure) {
+    if (failure.kind() != Failure::Kind::kNotFound) throw;
+  }
+}
+
+}  // namespace
+
+void LetterTemplates::GetNetworkPath() {
+  Trap(services_, "ZEMLO_Corresp.GetNetworkPath", [&] {
+    envelope_.Send({.type = 83,
+                    .name = "GetNetworkPath",
+                    .with_user_id = false,
+                    .inquiry_xml = std::string(kFolderInquiry),
+                    .status = "Requesting Network Path."});
+  });
+}
+
+void LetterTemplates::DecodeNetworkPath() {
+  Trap(services_, kFolderProcedure, [&] { ReadServerFolder(ReplyText()); });
+  state_.pending_request_name.clear();
+}
+
+std::string LetterTemplates::ReplyText() const {
+  const auto record = services_.messages.GetRecord(std::string(platform::kApplicationName), "XML_Context",
+                                                   state_.pending_message_key);
+  return record == nullptr ? "" : record->Recordset()->FirstText();
+}
+
+void LetterTemplates::ReadServerFolder(const std::string& reply) {
+  const auto parsed = platform::XmlDocument::Parse(reply);
+  if (!parsed.document) {
+    const auto report = [this](const std::string& text) {
+      services_.errors.ReportError(text, platform::kComponentTitle, kFolderProcedure);
+    };
+    report("Message parsing error");
+    report("Message; " + parsed.error.reason);
+    return;
+  }
+  const auto element = parsed.document->FirstByTagName("L_TEMPLATE_PATH");
+  if (!element) throw Failure(Failure::Kind::kDamaged, "The server's reply names no template folder.");
+  std::string folder(Trim(element.Text()));
+  if (!folder.ends_with('\\')) folder += '\\';
+  state_.server_template_folder = std::move(folder);
+}
+
+void LetterTemplates::CopyTemplate() {
+  Trap(services_, "ZEMLO_Corresp.CopyTemplate", [&] {
+    const auto rows = Catalogue(kAllTemplates);
+    services_.host.SetMousePointer(platform::MousePointer::kHourglass);
+    bool started = false;
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+      services_.status.ShowStatus("Checking templates.");
+      const std::string name(Trim(rows->Text(row, "DCMT_NM")));
+      PassOverMissingFile([&] { DownloadWhereMissing(name, started); });
+    }
+    if (!started) services_.status.ShowStatus("Ready");
+    state_.pending_request_name.clear();
+  });
+}
+
+void LetterTemplates::DownloadWhereMissing(const std::string& name, bool& started) {
+  if (services_.files.Exists(LocalPath(name))) return;
+  listener_.DownloadFile(ServerPath(name), services_.settings.TemplateFolder(), 0);
+  services_.status.ShowStatus("Downloading templates.");
+  started = true;
+}
+
+std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
+  std::string path;
+  Trap(services_, "ZEMLO_Correspndnce.GetTemplateFileName", [&] {
+    const auto rows = Catalogue(kTemplateOfToday, std::to_string(letter_type));
+    if (rows->IsEmpty()) return;
+    rows->MoveFirst();
+    state_.template_name = rows->Text("DCMT_NM");
+    path = LocalPath(state_.template_name);
+  });
+  return path;
+}
+
+std::shared_ptr<platform::RecordSet> LetterTemplates::Catalogue(std::string_view query,
+                                                                std::string_view letter_type) const {
+  const auto region = platform::UpperCase(Trim(services_.settings.Region()));
+  auto statement = ReplaceAll(query, "{T}", platform::DateText(services_.clock.Today()));
+  statement = ReplaceAll(statement, "{L}", "'" + std::string(letter_type) + "'");
+  statement = ReplaceAll(statement, "{R}", services_.utilities.SqlQuote(region));
+
+  platform::RequestRecord record(services_.reference);
+  record.Source(std::move(statement));
+  record.Open();
+  return record.Recordset();
+}
+
+void LetterTemplates::BringIfMissing(const std::string& template_name) {
+  const auto local_path = LocalPath(template_name);
+  if (services_.files.Exists(local_path)) return;
+  services_.host.ShowMessage(
+      {"You do not have the correct template for this letter. Template will be downloaded from server.",
+       platform::MessageIcon::kExclamation, state_.message_title});
+  services_.files.CopyFile(ServerPath(template_name), local_path);
+}
+
+std::string LetterTemplates::LocalPath(std::string_view template_name) const {
+  return services_.settings.TemplateFolder() + std::string(PlainName(template_name));
+}
+
+std::string LetterTemplates::ServerPath(std::string_view template_name) const {
+  return state_.server_template_folder + std::string(PlainName(template_name));
+}
+
+}  // namespace workspace

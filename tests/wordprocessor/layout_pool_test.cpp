@@ -1,0 +1,197 @@
+#include "wordprocessor/layout_pool.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <string>
+#include <vector>
+
+#include "tests/wordprocessor/temporary_folder.h"
+#include "wordprocessor/print_file.h"
+
+namespace wordprocessor {
+namespace {
+
+using platform::Failure;
+using std::chrono::milliseconds;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+const std::filesystem::path kFakeWorker = std::filesystem::path(ZEMLO_BINARY_DIR) / "bin/zemlo-fake-worker";
+
+/// A pool whose processes behave as badly as the document in their hands says.
+class LayoutPoolTest : public testing::Test {
+ protected:
+  LayoutSettings Settings(const std::filesystem::path& program = kFakeWorker) {
+    LayoutSettings settings;
+    settings.worker_program = program;
+    settings.work_folder = folder_ / "work";
+    settings.start_time = milliseconds(5000);
+    settings.document_time = milliseconds(5000);
+    return settings;
+  }
+
+  std::future<void> Start(LayoutPool& pool, const std::string& document,
+                          const std::string& name = "LETTER.docx") {
+    pdf_ = folder_ / (std::to_string(++letters_) + ".pdf");
+    return pool.Layout(name, document, pdf_);
+  }
+  /// The pages, or what went wrong.
+  std::string LaidOut(LayoutPool& pool, const std::string& document,
+                      const std::string& name = "LETTER.docx") {
+    try {
+      Start(pool, document, name).get();
+      return ReadWholeFile(pdf_);
+    } catch (const Failure& failure) {
+      EXPECT_FALSE(std::filesystem::exists(pdf_)) << document;
+      return failure.description();
+    }
+  }
+  /// The same program coming up in another way.
+  std::filesystem::path ProgramThatIs(const std::string& behaviour) {
+    const auto program = folder_ / behaviour;
+    std::filesystem::create_symlink(kFakeWorker, program);
+    return program;
+  }
+
+  TemporaryFolder folder_;
+  std::filesystem::path pdf_;
+  int letters_ = 0;
+};
+
+TEST_F(LayoutPoolTest, KeepsOneProcessWarmAndLeavesNothingBehind) {
+  {
+    LayoutPool pool(Settings());
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "work")) << "started before anybody asked";
+    const auto first = LaidOut(pool, "letter");
+    EXPECT_THAT(first, StartsWith("pages by "));
+    EXPECT_EQ(LaidOut(pool, "letter"), first);
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(folder_ / "work"));
+  EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"1.pdf", "2.pdf", "work"}));
+}
+
+struct BadDocument {
+  const char* content;
+  Failure::Kind kind;
+  const char* message;
+};
+
+class BadDocuments : public LayoutPoolTest, public testing::WithParamInterface<BadDocument> {};
+
+TEST_P(BadDocuments, CostThemselvesAFailureAndNobodyElseAnything) {
+  auto settings = Settings();
+  settings.document_time = milliseconds(700);
+  settings.stop_above_bytes = 100 * 1024 * 1024;
+  LayoutPool pool(settings);
+  auto before = Start(pool, "letter");
+  auto bad = Start(pool, GetParam().content, "ODD.docx");
+  auto behind = Start(pool, "letter");
+  auto later = Start(pool, "letter");
+  EXPECT_NO_THROW(before.get());
+  try {
+    bad.get();
+    FAIL() << GetParam().content << " was taken";
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.kind(), GetParam().kind) << failure.description();
+    EXPECT_THAT(failure.description(), AllOf(HasSubstr("\"ODD.docx\""), HasSubstr(GetParam().message)));
+  }
+  EXPECT_NO_THROW(behind.get());
+  EXPECT_NO_THROW(later.get());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    LayoutPool, BadDocuments,
+    testing::Values(BadDocument{"break", Failure::Kind::kDamaged, "broke off (signal 6)."},
+                    BadDocument{"end", Failure::Kind::kDamaged, "broke off (exit status 3)."},
+                    BadDocument{"hang", Failure::Kind::kTimedOut, "took longer than 1 seconds."},
+                    BadDocument{"grow", Failure::Kind::kDamaged, "took more than 100 MB of memory."},
+                    BadDocument{"nonsense", Failure::Kind::kInternal, "answered nonsense."},
+                    BadDocument{"chatter", Failure::Kind::kDamaged, "broke off"},
+                    BadDocument{"wrong number", Failure::Kind::kInternal, "answered what was not asked."},
+                    BadDocument{"refuse", Failure::Kind::kDamaged, "The office says: too many pages."}),
+    [](const auto& tested) {
+      auto name = std::string(tested.param.content);
+      std::erase(name, ' ');
+      return name;
+    });
+
+TEST_F(LayoutPoolTest, ReplacesAProcessThatHasGrownFatAfterItsDocument) {
+  LayoutPool pool(Settings());
+  const auto fat = LaidOut(pool, "fat");
+  EXPECT_THAT(fat, StartsWith("pages by "));
+  EXPECT_NE(LaidOut(pool, "letter"), fat);
+}
+
+TEST_F(LayoutPoolTest, DoesNotBlameADocumentForAProcessThatDiedWhileIdle) {
+  LayoutPool pool(Settings());
+  const auto pages = LaidOut(pool, "letter");
+  kill(std::stoi(pages.substr(std::string("pages by ").size())), SIGKILL);
+  const auto next = LaidOut(pool, "letter");
+  EXPECT_THAT(next, AllOf(StartsWith("pages by "), Not(pages)));
+}
+
+TEST_F(LayoutPoolTest, SaysWhyNoProcessComesUpAndTriesAgainForTheNextLetter) {
+  const struct {
+    std::filesystem::path program;
+    const char* message;
+  } cases[] = {
+      {folder_ / "absent", "does not start: No such file or directory."},
+      {ProgramThatIs("broken"), "No office is installed. Install one."},
+      {ProgramThatIs("dead_on_arrival"), "broke off (exit status 9) before it was ready."},
+      {ProgramThatIs("never_ready"), "did not come up in time."},
+  };
+  for (const auto& [program, message] : cases) {
+    auto settings = Settings(program);
+    settings.start_time = milliseconds(300);
+    LayoutPool pool(settings);
+    EXPECT_THAT(LaidOut(pool, "letter", "A.docx"), AllOf(HasSubstr("\"A.docx\""), HasSubstr(message)))
+        << program;
+    EXPECT_THAT(LaidOut(pool, "letter", "B.docx"), AllOf(HasSubstr("\"B.docx\""), HasSubstr(message)))
+        << program;
+  }
+}
+
+TEST_F(LayoutPoolTest, SharesALongRunAmongItsProcesses) {
+  auto settings = Settings();
+  settings.workers = 2;
+  LayoutPool pool(settings);
+  std::vector<std::future<void>> run;
+  for (int i = 0; i < 60; ++i) run.push_back(Start(pool, i % 20 == 7 ? "break" : "letter"));
+  int failed = 0;
+  for (auto& letter : run) {
+    try {
+      letter.get();
+    } catch (const Failure&) {
+      ++failed;
+    }
+  }
+  EXPECT_EQ(failed, 3);
+}
+
+TEST_F(LayoutPoolTest, FailsWhatIsNotDoneWhenItCloses) {
+  std::vector<std::future<void>> unfinished;
+  {
+    LayoutPool pool(Settings());
+    for (int i = 0; i < 5; ++i) unfinished.push_back(Start(pool, "hang"));
+    usleep(200'000);
+  }
+  for (auto& letter : unfinished) EXPECT_THROW(letter.get(), Failure);
+}
+
+TEST_F(LayoutPoolTest, NamesAFolderThatCannotTakeThePages) {
+  LayoutPool pool(Settings());
+  try {
+    pool.Layout("LETTER.docx", "letter", folder_ / "missing" / "letter.pdf").get();
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.kind(), Failure::Kind::kNotFound);
+    EXPECT_THAT(failure.description(), HasSubstr((folder_ / "missing").string()));
+  }
+}
+
+}  // namespace
+}  // namespace wordprocessor
