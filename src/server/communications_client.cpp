@@ -4,12 +4,10 @@
 #include <exception>
 #include <utility>
 
-#include <QFile>
-#include <QSaveFile>
-
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/server_folders.h"
+#include "server/whole_file.h"
 
 namespace server {
 namespace {
@@ -37,27 +35,6 @@ std::filesystem::path FindFile(const std::filesystem::path& folder, const std::s
     }
   }
   throw Failure(Failure::Kind::kNotFound, "The server has no file \"" + name + "\".");
-}
-
-Failure Refusal(const QFileDevice& file) {
-  return {Failure::Kind::kUnavailable,
-          "\"" + file.fileName().toStdString() + "\": " + file.errorString().toStdString() + "."};
-}
-
-/// Written under another name, brought to the disk, then renamed.
-void CopyWhole(const std::filesystem::path& from, const std::filesystem::path& to) {
-  QFile source(QString::fromStdString(from.string()));
-  QSaveFile target(QString::fromStdString(to.string()));
-  if (!source.open(QIODevice::ReadOnly)) throw Refusal(source);
-  if (!target.open(QIODevice::WriteOnly)) throw Refusal(target);
-  std::array<char, 65536> block;
-  for (;;) {
-    const auto count = source.read(block.data(), block.size());
-    if (count < 0) throw Refusal(source);
-    if (count == 0) break;
-    if (target.write(block.data(), count) != count) throw Refusal(target);
-  }
-  if (!target.commit()) throw Refusal(target);
 }
 
 }  // namespace
@@ -125,7 +102,7 @@ void CommunicationsClientProvider::Copy(const Wanted& wanted) const {
   const auto found = FindFile(template_folder_, name);
   const auto target_folder = LocalPath(wanted.target_folder);
   std::filesystem::create_directories(target_folder);
-  CopyWhole(found, target_folder / name);
+  CopyWholeFile(found, target_folder / name);
 }
 
 void CommunicationsClientProvider::Notify(const std::string& source, const std::string& status) {

@@ -20,7 +20,7 @@ FieldValue Text(const std::string& text) {
   return Text(text, text);
 }
 FieldValue Amount(Money amount) {
-  return {.text = amount.AsGroupedText(), .raw = amount.AsText(), .is_zero = amount.cents() == 0};
+  return {.text = "$" + amount.AsGroupedText(), .raw = amount.AsText(), .is_zero = amount.cents() == 0};
 }
 FieldValue Day(platform::Date day) {
   return Text(DateInLetter(day), platform::DateText(day));

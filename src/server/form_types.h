@@ -12,11 +12,11 @@ struct FormType {
 
 /// The kinds of documents a customer can have.
 inline constexpr auto kFormTypes = std::to_array<FormType>({
-    {"C", "Certificate of tax liability assessment"},
-    {"W", "Tax warrant docket"},
-    {"M", "Motor fuel tax return"},
-    {"O", "Overdue account"},
-    {"V", "Vehicle license citation"},
+    {"C", "Tax Liability Assessment"},
+    {"W", "Warrant Docket"},
+    {"M", "Motor Fuel Return"},
+    {"O", "Overdue Account"},
+    {"V", "Vehicle License Citation"},
     {"R", "Receipt"},
 });
 

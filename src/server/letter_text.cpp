@@ -10,6 +10,10 @@ constexpr auto kMonths =
     std::to_array<std::string_view>({"January", "February", "March", "April", "May", "June", "July", "August",
                                      "September", "October", "November", "December"});
 
+std::string_view MonthName(std::chrono::month month) {
+  return kMonths[static_cast<unsigned>(month) - 1];
+}
+
 bool IsDigits(std::string_view text, std::size_t count) {
   return text.size() == count && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
@@ -22,9 +26,12 @@ std::string Joined(std::initializer_list<std::string_view> parts) {
 
 }  // namespace
 
+std::string MonthInLetter(std::chrono::year_month month) {
+  return Joined({MonthName(month.month()), " ", std::to_string(static_cast<int>(month.year()))});
+}
+
 std::string DateInLetter(platform::Date date) {
-  const auto month = kMonths[static_cast<unsigned>(date.month()) - 1];
-  return Joined({month, " ", std::to_string(static_cast<unsigned>(date.day())), ", ",
+  return Joined({MonthName(date.month()), " ", std::to_string(static_cast<unsigned>(date.day())), ", ",
                  std::to_string(static_cast<int>(date.year()))});
 }
 

@@ -8,6 +8,8 @@
 /// Values as a letter writes them.
 namespace server {
 
+/// "November 2026".
+std::string MonthInLetter(std::chrono::year_month month);
 /// "November 22, 2026".
 std::string DateInLetter(platform::Date date);
 /// The same from "yyyy-mm-dd"; any other text comes back as it is.

@@ -1,0 +1,67 @@
+#include "server/customer_directory.h"
+
+#include <array>
+
+#include "platform/text.h"
+#include "server/database.h"
+#include "server/schema.h"
+#include "server/server_folders.h"
+
+namespace server {
+namespace {
+
+struct ListedColumn {
+  std::string CustomerListing::*field;
+  std::string_view column;
+};
+
+constexpr auto kListedColumns = std::to_array<ListedColumn>({
+    {&CustomerListing::CustID, "CUST_ID"},
+    {&CustomerListing::MailAddress, "MAIL_ADDR_1"},
+    {&CustomerListing::MailAddress2, "MAIL_ADDR_2"},
+    {&CustomerListing::MailCity, "MAIL_CITY"},
+    {&CustomerListing::MailState, "MAIL_ST"},
+    {&CustomerListing::MailZip, "MAIL_ZIP_CD"},
+    {&CustomerListing::ResAddress, "RES_ADDR_1"},
+    {&CustomerListing::ResAddress2, "RES_ADDR_2"},
+    {&CustomerListing::ResCity, "RES_CITY"},
+    {&CustomerListing::ResState, "RES_ST"},
+    {&CustomerListing::ResZip, "RES_ZIP_CD"},
+    {&CustomerListing::Phone, "PHN_NBR"},
+    {&CustomerListing::FuelTax, "ACCNT_NBR"},
+});
+
+/// `text` as a LIKE pattern that means the text itself, anywhere; "!" escapes.
+std::string Anywhere(std::string_view text) {
+  std::string pattern = "%";
+  for (const char c : platform::LowerCase(text)) {
+    if (c == '%' || c == '_' || c == '!') pattern += '!';
+    pattern += c;
+  }
+  return pattern + "%";
+}
+
+}  // namespace
+
+CustomerDirectory::CustomerDirectory(const std::filesystem::path& data_folder)
+    : database_(std::make_unique<Database>(DatabaseFile(data_folder), Database::Opening::kExisting)) {
+  CheckSchema(*database_);
+}
+
+CustomerDirectory::~CustomerDirectory() = default;
+
+std::vector<CustomerListing> CustomerDirectory::Find(std::string_view text, std::size_t limit) {
+  const auto rows =
+      database_->Select("SELECT * FROM customer WHERE SRCH_TXT LIKE ? ESCAPE '!' ORDER BY CUST_ID LIMIT ?",
+                        {Anywhere(text), limit});
+  std::vector<CustomerListing> listings(rows->RecordCount());
+  for (std::size_t row = 0; row < listings.size(); ++row) {
+    for (const auto& listed : kListedColumns) listings[row].*listed.field = rows->Text(row, listed.column);
+    auto name = rows->Text(row, "CUST_BSNS_NM");
+    if (platform::Trim(name).empty()) name = rows->Text(row, "FIRST_NM") + " " + rows->Text(row, "LAST_NM");
+    listings[row].CUSTNAME = platform::Trim(name);
+  }
+  return listings;
+}
+
+}  // namespace server

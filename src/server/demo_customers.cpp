@@ -1,0 +1,244 @@
+#include "server/demo_customers.h"
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/text.h"
+#include "server/check_digit.h"
+#include "server/letter_text.h"
+#include "server/tab_table.h"
+
+namespace server {
+namespace {
+
+using platform::Date;
+using platform::Value;
+
+constexpr auto kHomeState = "KV";
+constexpr int kFirstCustomer = 100001;
+constexpr int kFirstForm = 3100000;
+constexpr auto kSecondForms = std::to_array<const char*>({"W", "M", "O", "V", "R"});
+constexpr auto kThirdForms = std::to_array<const char*>({"R", "W", "V", "M", "O"});
+/// The customer whose assessment fills more than a page.
+constexpr int kCustomerOfManyPeriods = 14;
+constexpr int kManyPeriods = 36;
+
+constexpr auto kCustomerColumns = std::to_array<std::string_view>(
+    {"CUST_BSNS_NM", "FIRST_NM",     "LAST_NM",      "MAIL_ADDR_1", "MAIL_ADDR_2", "MAIL_CITY",  "MAIL_ST",
+     "MAIL_ZIP_CD",  "MAIL_BAD_FLG", "MAIL_VRFY_CD", "RES_ADDR_1",  "RES_ADDR_2",  "RES_CITY",   "RES_ST",
+     "RES_ZIP_CD",   "RES_BAD_FLG",  "RES_VRFY_CD",  "PHN_NBR",     "ACCNT_NBR",   "QZ_CNTY_NBR"});
+
+using CustomerRow = std::map<std::string_view, std::string>;
+
+/// Numbers that look drawn and are the same every time, on every machine (the splitmix64 sequence).
+class Draw {
+ public:
+  explicit Draw(std::uint64_t seed) : state_(seed * 0x9e3779b97f4a7c15ULL) {}
+  /// From 0 to below `limit`.
+  int Below(int limit) {
+    state_ += 0x9e3779b97f4a7c15ULL;
+    auto mixed = state_;
+    mixed = (mixed ^ (mixed >> 30)) * 0xbf58476d1ce4e5b9ULL;
+    mixed = (mixed ^ (mixed >> 27)) * 0x94d049bb133111ebULL;
+    return static_cast<int>((mixed ^ (mixed >> 31)) % static_cast<std::uint64_t>(limit));
+  }
+  int Between(int least, int most) { return least + Below(most - least + 1); }
+  bool OneIn(int chances) { return Below(chances) == 0; }
+  const std::string& From(const std::vector<std::string>& choices) {
+    return choices[static_cast<std::size_t>(Below(static_cast<int>(choices.size())))];
+  }
+  std::string Digits(int count) {
+    std::string digits;
+    while (count-- > 0) digits += static_cast<char>('0' + Below(10));
+    return digits;
+  }
+
+ private:
+  std::uint64_t state_;
+};
+
+struct County {
+  std::string number;
+  std::string seat;
+  std::string zip_prefix;
+};
+
+std::vector<County> StoreCounties(Database& database, const std::filesystem::path& file) {
+  const auto table = TabTable::Read(file);
+  std::vector<County> counties;
+  for (std::size_t row = 0; row < table.RowCount(); ++row) {
+    database.Change("INSERT INTO county (QZ_CNTY_NBR, QZ_CNTY_DESC, TRP_ID, TRP_DIST_ID) VALUES (?, ?, ?, ?)",
+                    {table.Text(row, "CNTY_CD"), table.Text(row, "CNTY_NM"), table.Text(row, "TRP_ID"),
+                     table.Text(row, "TRP_DIST_ID")});
+    counties.push_back(
+        {table.Text(row, "CNTY_CD"), table.Text(row, "CNTY_SEAT_NM"), table.Text(row, "ZIP_PRFX")});
+  }
+  return counties;
+}
+
+void StoreOffice(Database& database, const std::filesystem::path& file) {
+  const auto table = TabTable::Read(file);
+  for (std::size_t row = 0; row < table.RowCount(); ++row) {
+    const auto text = [&](std::string_view column) { return Value(table.Text(row, column)); };
+    database.Change(
+        "INSERT INTO office (OFFICE_NBR, OFFICE_NM, OFFICE_ADDR_1, OFFICE_CITY, OFFICE_ST, OFFICE_ZIP_CD,"
+        " OFFICE_PHN_NBR, OFFICER_NM) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+        {row + 1, text("OFFICE_NM"), text("OFFICE_ADDR_1"), text("OFFICE_CITY"), text("OFFICE_ST"),
+         text("OFFICE_ZIP_CD"), text("OFFICE_PHN_NBR"), text("OFFICER_NM")});
+  }
+}
+
+/// What names are put together from, by kind: FIRST, LAST, STEM, TRADE, STREET.
+std::map<std::string, std::vector<std::string>> ReadNames(const std::filesystem::path& file) {
+  const auto table = TabTable::Read(file);
+  std::map<std::string, std::vector<std::string>> names;
+  for (std::size_t row = 0; row < table.RowCount(); ++row) {
+    names[table.Text(row, "KIND")].push_back(table.Text(row, "NAME"));
+  }
+  for (const auto* kind : {"FIRST", "LAST", "STEM", "TRADE", "STREET"}) {
+    if (names[kind].empty())
+      table.Refuse(0, "KIND", std::string("There is no name of kind \"") + kind + "\".");
+  }
+  return names;
+}
+
+class Administration {
+ public:
+  Administration(Database& database, const std::filesystem::path& product_data, Date today)
+      : database_(database),
+        today_(today),
+        counties_(StoreCounties(database, product_data / "reference" / "counties.tsv")),
+        names_(ReadNames(product_data / "server" / "demo_names.tsv")),
+        shown_(TabTable::Read(product_data / "server" / "demo_customers.tsv")) {
+    StoreOffice(database, product_data / "server" / "office.tsv");
+  }
+
+  /// `index` counts from 1.
+  void AddCustomer(int index) {
+    Draw draw(static_cast<std::uint64_t>(index));
+    const auto shown = static_cast<std::size_t>(index) <= shown_.RowCount();
+    auto row = shown ? Shown(static_cast<std::size_t>(index) - 1) : Drawn(index, draw);
+    const auto id = std::to_string(kFirstCustomer + index - 1);
+    StoreCustomer(id, row);
+    StoreForms(id, index, draw);
+  }
+
+ private:
+  CustomerRow Shown(std::size_t place) const {
+    CustomerRow row;
+    for (const auto column : kCustomerColumns) row[column] = shown_.Text(place, column);
+    return row;
+  }
+
+  CustomerRow Drawn(int index, Draw& draw) {
+    CustomerRow row;
+    const bool business = draw.Below(3) > 0;
+    if (business) {
+      row["CUST_BSNS_NM"] = draw.From(names_["STEM"]) + " " + draw.From(names_["TRADE"]);
+    } else {
+      row["FIRST_NM"] = draw.From(names_["FIRST"]);
+      row["LAST_NM"] = draw.From(names_["LAST"]);
+    }
+    const auto& county = counties_[static_cast<std::size_t>(draw.Below(static_cast<int>(counties_.size())))];
+    row["QZ_CNTY_NBR"] = county.number;
+    DrawAddress(row, "MAIL_", county, draw);
+    if (!business || draw.OneIn(2)) DrawAddress(row, "RES_", county, draw);
+    if (draw.OneIn(6)) row["MAIL_ADDR_1"] = "PO Box " + std::to_string(draw.Between(10, 990));
+    row["MAIL_BAD_FLG"] = draw.OneIn(30) ? "Y" : "N";
+    row["MAIL_VRFY_CD"] = draw.OneIn(40) ? "F" : "V";
+    row["RES_BAD_FLG"] = "N";
+    row["RES_VRFY_CD"] = "V";
+    row["PHN_NBR"] = "555" + draw.Digits(7);
+    row["ACCNT_NBR"] = "62" + std::string("000") + std::to_string(kFirstCustomer + index - 1) + "01";
+    return row;
+  }
+
+  /// The prefix is how the address's columns begin.
+  void DrawAddress(CustomerRow& row, const std::string& prefix, const County& county, Draw& draw) {
+    const std::map<std::string, std::string> parts = {
+        {"ADDR_1", std::to_string(draw.Between(11, 9899)) + " " + draw.From(names_["STREET"])},
+        {"ADDR_2", draw.OneIn(5) ? "Suite " + std::to_string(draw.Between(1, 60)) : ""},
+        {"CITY", county.seat},
+        {"ST", kHomeState},
+        {"ZIP_CD", county.zip_prefix + draw.Digits(draw.OneIn(2) ? 2 : 6)}};
+    for (const auto column : kCustomerColumns) {
+      if (!column.starts_with(prefix)) continue;
+      if (const auto part = parts.find(std::string(column.substr(prefix.size()))); part != parts.end()) {
+        row[column] = part->second;
+      }
+    }
+  }
+
+  void StoreCustomer(const std::string& id, CustomerRow& row) {
+    std::string names = "CUST_ID, OT_BAL, SRCH_TXT";
+    std::string places = "?, 0, ?";
+    const auto name = row["CUST_BSNS_NM"] + " " + row["FIRST_NM"] + " " + row["LAST_NM"];
+    std::vector<Value> values = {id, platform::LowerCase(id + " " + name + " " + row["MAIL_CITY"] + " " +
+                                                         row["RES_CITY"] + " " + row["ACCNT_NBR"])};
+    for (const auto column : kCustomerColumns) {
+      names += ", " + std::string(column);
+      places += ", ?";
+      values.push_back(row[column].empty() ? Value() : Value(row[column]));
+    }
+    database_.Change("INSERT INTO customer (" + names + ") VALUES (" + places + ")", values);
+  }
+
+  void StoreForms(const std::string& customer, int index, Draw& draw) {
+    const auto turn = static_cast<std::size_t>(index - 1) % kSecondForms.size();
+    std::vector<std::string> types = {"C"};
+    if (index % 3 != 0) types.emplace_back(kSecondForms[turn]);
+    if (index % 3 == 1) types.emplace_back(kThirdForms[turn]);
+    std::int64_t balance = 0;
+    for (std::size_t place = 0; place < types.size(); ++place) {
+      const auto number = std::to_string(kFirstForm + 4 * index + static_cast<int>(place));
+      database_.Change(
+          "INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)"
+          " VALUES (?, ?, ?, ?, ?, ?)",
+          {types[place], number, CheckDigit(number), customer, types[place] == "R" ? "C" : "O",
+           Date(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)))});
+      const bool many = index == kCustomerOfManyPeriods && place == 0;
+      balance += StorePeriods(types[place], number, many ? kManyPeriods : draw.Between(1, 6), draw);
+    }
+    database_.Change("UPDATE customer SET OT_BAL = ? WHERE CUST_ID = ?", {balance, customer});
+  }
+
+  /// The months before today's, the oldest first. Returns what they amount to, in cents.
+  std::int64_t StorePeriods(const std::string& type, const std::string& number, int count, Draw& draw) {
+    std::int64_t total = 0;
+    for (int period = 1; period <= count; ++period) {
+      const int months_ago = count - period + 2;
+      const auto month = today_.year() / today_.month() - std::chrono::months(months_ago);
+      const std::int64_t tax = draw.Between(15'000, 2'500'000);
+      const auto penalty = tax / 10;
+      const auto interest = tax * months_ago / 100;
+      total += tax + penalty + interest;
+      database_.Change(
+          "INSERT INTO tax_period (FORM_TYP_CD, FORM_NBR, PRD_NBR, PRD_NM, DUE_DT, TAX_AMT, PNLTY_AMT, "
+          "INTRST_AMT)"
+          " VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+          {type, number, period, MonthInLetter(month), Date((month + std::chrono::months(1)) / 20), tax,
+           penalty, interest});
+    }
+    return total;
+  }
+
+  Database& database_;
+  const Date today_;
+  const std::vector<County> counties_;
+  std::map<std::string, std::vector<std::string>> names_;
+  const TabTable shown_;
+};
+
+}  // namespace
+
+void CreateDemoAdministration(Database& database, const std::filesystem::path& product_data, int customers,
+                              Date today) {
+  Administration administration(database, product_data, today);
+  for (int index = 1; index <= customers; ++index) administration.AddCustomer(index);
+}
+
+}  // namespace server

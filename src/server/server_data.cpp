@@ -1,0 +1,123 @@
+#include "server/server_data.h"
+
+#include <chrono>
+#include <fstream>
+#include <string>
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QLockFile>
+
+#include "platform/failure.h"
+#include "server/demo_customers.h"
+#include "server/letter_fields.h"
+#include "server/schema.h"
+#include "server/server_folders.h"
+#include "server/whole_file.h"
+
+namespace server {
+namespace {
+
+using platform::Failure;
+namespace fs = std::filesystem;
+
+constexpr auto kDefinitions = "letter definitions";  // whose fingerprint server_info keeps
+
+fs::path DefinitionFile(const InitOptions& options) {
+  return options.product_data_folder / "server" / "letter_fields.tsv";
+}
+
+/// "" for a file that cannot be read: reading it will say so.
+std::string Fingerprint(const fs::path& file) {
+  QFile source(QString::fromStdString(file.string()));
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  if (!source.open(QIODevice::ReadOnly) || !hash.addData(&source)) return "";
+  return hash.result().toHex().toStdString();
+}
+
+bool HasCurrentDefinitions(Database& database, const InitOptions& options) {
+  const auto rows = database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kDefinitions});
+  return !rows->IsEmpty() && rows->FirstText() == Fingerprint(DefinitionFile(options));
+}
+
+void StoreDefinitions(Database& database, const InitOptions& options) {
+  StoreLetterFields(database, DefinitionFile(options));
+  database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
+  database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
+                  {kDefinitions, Fingerprint(DefinitionFile(options))});
+}
+
+void BringUpToDate(const fs::path& file, const InitOptions& options) {
+  Database database(file, Database::Opening::kExisting);
+  CheckSchema(database);
+  if (HasCurrentDefinitions(database, options)) return;
+  Transaction transaction(database, Transaction::Purpose::kChanging);
+  StoreDefinitions(database, options);
+  transaction.Commit();
+}
+
+void Fill(const fs::path& file, const InitOptions& options) {
+  Database database(file, Database::Opening::kNew);
+  Transaction transaction(database, Transaction::Purpose::kChanging);
+  CreateSchema(database);
+  StoreDefinitions(database, options);
+  CreateDemoAdministration(database, options.product_data_folder, options.customers, options.today);
+  transaction.Commit();
+  database.Settle();
+}
+
+/// Made under another name: a database of the right name is always whole.
+void CreateDatabase(const fs::path& file, const InitOptions& options) {
+  auto unfinished = file;
+  unfinished += ".new";
+  for (const auto* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(unfinished.string() + suffix);
+  Fill(unfinished, options);
+  fs::rename(unfinished, file);
+}
+
+void CopyMissingTemplates(const InitOptions& options) {
+  const auto folder = TemplateFolder(options.data_folder);
+  fs::create_directories(folder);
+  for (const auto& entry : fs::directory_iterator(options.product_data_folder / "templates")) {
+    const auto target = folder / entry.path().filename();
+    if (entry.is_regular_file() && !fs::exists(target)) CopyWholeFile(entry.path(), target);
+  }
+}
+
+void CreateOrUpdate(const InitOptions& options) {
+  fs::create_directories(ServerFolder(options.data_folder));
+  const auto file = DatabaseFile(options.data_folder);
+  QLockFile lock(QString::fromStdString((ServerFolder(options.data_folder) / "init.lock").string()));
+  constexpr auto kPatience = std::chrono::minutes(2);
+  if (!lock.tryLock(static_cast<int>(std::chrono::milliseconds(kPatience).count()))) {
+    throw Failure(Failure::Kind::kUnavailable, "Another program is making the server's data in \"" +
+                                                   options.data_folder.string() +
+                                                   "\". Try again when it is done.");
+  }
+  if (fs::exists(file)) {
+    BringUpToDate(file, options);
+  } else {
+    CreateDatabase(file, options);
+  }
+  CopyMissingTemplates(options);
+}
+
+}  // namespace
+
+void CreateServerData(const InitOptions& options) {
+  if (options.customers < 1) {
+    throw Failure(Failure::Kind::kRefused, "\"" + std::to_string(options.customers) +
+                                               "\" is no number of customers. Ask for at least 1.");
+  }
+  try {
+    platform::While("making the server's data", [&] { CreateOrUpdate(options); });
+  } catch (const fs::filesystem_error& error) {
+    const bool denied =
+        error.code() == std::errc::permission_denied || error.code() == std::errc::read_only_file_system;
+    throw Failure(denied ? Failure::Kind::kPermissionDenied : Failure::Kind::kUnavailable,
+                  "The server's data cannot be made (" + error.code().message() + "): \"" +
+                      error.path1().string() + "\".");
+  }
+}
+
+}  // namespace server
