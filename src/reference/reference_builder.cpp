@@ -62,17 +62,16 @@ void CreateTable(SqliteConnection& connection, const Table& table) {
   connection.Execute(statement + std::string(table.constraints) + ") WITHOUT ROWID");
 }
 
-QString InsertStatement(const Table& table) {
-  QString marks = "?";
+std::string InsertStatement(const Table& table) {
+  std::string marks = "?";
   for (std::size_t i = 1; i < table.columns.size(); ++i) marks += ", ?";
-  return QString("INSERT INTO %1 VALUES (%2)")
-      .arg(QString::fromUtf8(table.name.data(), table.name.size()), marks);
+  return "INSERT INTO " + std::string(table.name) + " VALUES (" + marks + ")";
 }
 
 void FillTable(SqliteConnection& connection, const Table& table, const fs::path& file) {
   TableFile rows(file, table);
   QSqlQuery insert(connection.Database());
-  if (!insert.prepare(InsertStatement(table))) connection.Fail(insert);
+  if (!insert.prepare(QString::fromStdString(InsertStatement(table)))) connection.Fail(insert);
   while (const auto row = rows.Next()) {
     for (std::size_t i = 0; i < row->size(); ++i) {
       const auto& cell = (*row)[i];

@@ -29,17 +29,23 @@ platform::Value CellValue(const QVariant& cell) {
   return cell.toString().toStdString();
 }
 
+std::vector<std::string> ColumnNames(const QSqlRecord& layout) {
+  std::vector<std::string> names(static_cast<std::size_t>(layout.count()));
+  for (int i = 0; i < layout.count(); ++i)
+    names[static_cast<std::size_t>(i)] = layout.fieldName(i).toStdString();
+  return names;
+}
+
+std::vector<platform::Value> ReadRow(const QSqlQuery& query, std::size_t columns) {
+  std::vector<platform::Value> cells(columns);
+  for (std::size_t i = 0; i < columns; ++i) cells[i] = CellValue(query.value(static_cast<int>(i)));
+  return cells;
+}
+
 std::shared_ptr<platform::RecordSet> ReadRows(QSqlQuery& query) {
-  const auto layout = query.record();
-  std::vector<std::string> columns;
-  for (int i = 0; i < layout.count(); ++i) columns.push_back(layout.fieldName(i).toStdString());
-  auto rows = std::make_shared<platform::RecordSet>(std::move(columns));
+  auto rows = std::make_shared<platform::RecordSet>(ColumnNames(query.record()));
   const platform::RecordSet::Edit edit(*rows);
-  while (query.next()) {
-    std::vector<platform::Value> cells;
-    for (int i = 0; i < layout.count(); ++i) cells.push_back(CellValue(query.value(i)));
-    rows->Append(std::move(cells));
-  }
+  while (query.next()) rows->Append(ReadRow(query, rows->columns().size()));
   rows->MoveFirst();
   return rows;
 }
