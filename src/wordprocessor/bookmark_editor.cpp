@@ -1,0 +1,414 @@
+#include "wordprocessor/bookmark_editor.h"
+
+#include <algorithm>
+
+namespace wordprocessor {
+namespace {
+
+bool IsMark(DocxKind kind) {
+  return kind == DocxKind::kBookmarkStart || kind == DocxKind::kBookmarkEnd;
+}
+
+bool HoldsBlocks(DocxKind kind) {
+  return kind == DocxKind::kBody || kind == DocxKind::kCell || kind == DocxKind::kTextBox ||
+         kind == DocxKind::kNote || kind == DocxKind::kContentControlContent;
+}
+
+}  // namespace
+
+bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
+  if (!MoveIntoParagraph(range)) return false;
+  const auto paragraph = ParagraphOf(range.start);
+  auto formatting = FormattingAt(range, paragraph);
+  const auto anchor = AddAnchor(range, paragraph);
+  if (EndPlaceholder(anchor)) formatting = kNoNode;
+  TakeOutContents(range);
+  TakeOutTables(range, paragraph);
+  JoinParagraphs(range, paragraph, /*removing=*/false);
+  if (!text.empty()) Insert(anchor, paragraph, formatting, text);
+  tree_.Unlink(anchor);
+  return true;
+}
+
+void BookmarkEditor::Remove(const BookmarkRange& range) {
+  DropMarks(range);
+  if (!MoveIntoParagraph(range)) return;
+  const auto paragraph = ParagraphOf(range.start);
+  TakeOutContents(range);
+  TakeOutTables(range, paragraph);
+  maybe_empty_.push_back(JoinParagraphs(range, paragraph, /*removing=*/true));
+  NoteRows(range, paragraph);
+}
+
+void BookmarkEditor::DropMarks(const BookmarkRange& range) {
+  marks_to_drop_.push_back(range.start);
+  if (range.has_end()) marks_to_drop_.push_back(range.end);
+}
+
+void BookmarkEditor::Finish() {
+  for (const auto mark : marks_to_drop_) tree_.Unlink(mark);
+  RemoveEmptyRows();
+  for (const auto paragraph : maybe_empty_) {
+    if (tree_[paragraph].parent != kNoNode && !HasContent(paragraph) && CanRemove(paragraph)) {
+      RemoveBlock(paragraph);
+    }
+  }
+}
+
+NodeId BookmarkEditor::ParagraphOf(NodeId node) const {
+  while (node != kNoNode && tree_[node].kind != DocxKind::kParagraph) {
+    if (tree_[node].kind == DocxKind::kTextBox || tree_[node].kind == DocxKind::kNote) return kNoNode;
+    node = tree_[node].parent;
+  }
+  return node;
+}
+
+/// A start directly under the body, a table or a row means the start of the next paragraph.
+bool BookmarkEditor::MoveIntoParagraph(const BookmarkRange& range) {
+  if (ParagraphOf(range.start) != kNoNode) return true;
+  const bool end_outside = ParagraphOf(range.end) == kNoNode;
+  const bool around_paragraphs = range.first_paragraph != range.end_paragraph;
+  if (!PlaceStart(range)) return false;
+  if (end_outside && !around_paragraphs) {
+    tree_.Unlink(range.end);
+    tree_.InsertAfter(range.end, range.start);
+  }
+  return true;
+}
+
+bool BookmarkEditor::PlaceStart(const BookmarkRange& range) {
+  const auto parent = tree_[range.start].parent;
+  for (auto i = range.first_paragraph; i < index_.paragraphs.size(); ++i) {
+    const auto& next = index_.paragraphs[i];
+    if (next.story != range.story) continue;
+    const bool inside = i < range.end_paragraph;
+    if (!inside && !tree_.Contains(parent, next.node)) break;
+    if (!tree_.IsAttached(next.node)) continue;
+    tree_.Unlink(range.start);
+    tree_.PrependContent(range.start, next.node);
+    return true;
+  }
+  auto before = tree_[range.start].previous;
+  while (before != kNoNode && tree_[before].kind != DocxKind::kParagraph) before = tree_[before].previous;
+  if (before != kNoNode) {
+    tree_.MoveTo(range.start, before);
+    return true;
+  }
+  const bool story_root = parent == tree_.root() && tree_.ChildOfKind(parent, DocxKind::kBody) == kNoNode;
+  if (!HoldsBlocks(tree_[parent].kind) && !story_root) return false;
+  const auto paragraph = tree_.AddElement(DocxKind::kParagraph, "p");
+  tree_.InsertAfter(paragraph, range.start);
+  tree_.MoveTo(range.start, paragraph);
+  return true;
+}
+
+/// The first content not settled by an earlier range, or kNoNode.
+NodeId BookmarkEditor::FirstContent(const BookmarkRange& range) const {
+  const auto first = std::max(range.first_content, contents_done_);
+  return first < range.end_content ? index_.contents[first].node : kNoNode;
+}
+
+/// An empty piece of markup where the text goes: inside the link or control around the first run, else right
+/// behind the start.
+NodeId BookmarkEditor::AddAnchor(const BookmarkRange& range, NodeId paragraph) {
+  const auto anchor = tree_.AddEmptyMarkup();
+  const auto first = FirstContent(range);
+  bool inside = first != kNoNode && ParagraphOf(first) == paragraph;
+  for (auto around = inside ? tree_[first].parent : kNoNode; inside && around != paragraph;
+       around = tree_[around].parent) {
+    const auto kind = tree_[around].kind;
+    inside = kind == DocxKind::kHyperlink || kind == DocxKind::kInline || kind == DocxKind::kContentControl ||
+             kind == DocxKind::kContentControlContent || kind == DocxKind::kCustomXml;
+  }
+  const bool behind_start = !inside || tree_[first].parent == tree_[range.start].parent;
+  behind_start ? tree_.InsertAfter(anchor, range.start) : tree_.InsertBefore(anchor, first);
+  return anchor;
+}
+
+/// A content control around the text shows it as its own content from now on, bound to nothing.
+/// Returns whether it showed a prompt, whose formatting says "not filled in yet".
+bool BookmarkEditor::EndPlaceholder(NodeId anchor) {
+  const auto control = tree_.Ancestor(anchor, DocxKind::kContentControl);
+  if (control == kNoNode) return false;
+  const auto properties = tree_.ChildOfKind(control, DocxKind::kContentControlProperties);
+  if (properties == kNoNode) return false;
+  bool prompt = false;
+  while (true) {
+    const auto placeholder = tree_.ChildOfKind(properties, DocxKind::kPlaceholder);
+    if (placeholder == kNoNode) return prompt;
+    prompt = prompt || tree_[placeholder].name().ends_with("showingPlcHdr");
+    tree_.Unlink(placeholder);
+  }
+}
+
+/// The properties of the first run in the range; of an empty range those of the run before it, of the run
+/// after it, or of the paragraph's mark. kNoNode where there are none.
+NodeId BookmarkEditor::FormattingAt(const BookmarkRange& range, NodeId paragraph) const {
+  const auto first = FirstContent(range);
+  if (first != kNoNode) return tree_.ChildOfKind(first, DocxKind::kRunProperties);
+  for (auto near = tree_[range.start].previous; near != kNoNode; near = tree_[near].previous) {
+    if (tree_[near].kind == DocxKind::kRun) return tree_.ChildOfKind(near, DocxKind::kRunProperties);
+    if (!IsMark(tree_[near].kind)) break;
+  }
+  for (auto near = tree_[range.start].next; near != kNoNode; near = tree_[near].next) {
+    if (tree_[near].kind == DocxKind::kRun) return tree_.ChildOfKind(near, DocxKind::kRunProperties);
+    if (!IsMark(tree_[near].kind)) break;
+  }
+  const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
+  return properties == kNoNode ? kNoNode : tree_.ChildOfKind(properties, DocxKind::kRunProperties);
+}
+
+/// Codes and marks of a field that reaches out of the range stay: half a field would damage the document.
+void BookmarkEditor::TakeOutContents(const BookmarkRange& range) {
+  for (auto i = std::max(range.first_content, contents_done_); i < range.end_content; ++i) {
+    const auto& content = index_.contents[i];
+    if (content.field != kNoNode) {
+      const auto& field = index_.fields[content.field];
+      if (field.first_content < range.first_content || field.last_content >= range.end_content) continue;
+    }
+    TakeOut(content.node);
+  }
+  contents_done_ = std::max(contents_done_, range.end_content);
+}
+
+/// Takes out the content, and what stood around it and holds nothing more.
+void BookmarkEditor::TakeOut(NodeId content) {
+  auto node = content;
+  while (tree_[node].parent != kNoNode) {
+    const auto parent = tree_[node].parent;
+    tree_.Unlink(node);
+    if (!IsAroundRuns(tree_[parent].kind)) return;
+    for (auto rest = tree_[parent].first_child; rest != kNoNode; rest = tree_[rest].next) {
+      if (!IsProperties(tree_[rest].kind)) return;
+    }
+    node = parent;
+  }
+}
+
+void BookmarkEditor::TakeOutTables(const BookmarkRange& range, NodeId paragraph) {
+  for (auto i = range.first_table; i < range.end_table; ++i) {
+    const auto& table = index_.tables[i];
+    const bool inside = table.story == range.story && table.end_place < range.end_place;
+    if (!inside || !tree_.IsAttached(table.node) || tree_.Contains(table.node, paragraph)) continue;
+    MoveMarks(table.node, paragraph);
+    tree_.Unlink(table.node);
+  }
+}
+
+/// Returns the paragraph that now holds what is left: the first one, or the last one where a removal has left
+/// nothing of the first (as deleting a paragraph's mark does in a word processor).
+NodeId BookmarkEditor::JoinParagraphs(const BookmarkRange& range, NodeId paragraph, bool removing) {
+  for (auto i = range.first_paragraph; i < range.end_paragraph; ++i) {
+    const auto& later = index_.paragraphs[i];
+    if (later.story != range.story || later.node == paragraph || !tree_.IsAttached(later.node)) continue;
+    const auto properties = tree_.ChildOfKind(later.node, DocxKind::kParagraphProperties);
+    const bool ends_section =
+        properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode;
+    const bool inside = later.end_place < range.end_place;
+    if (!ends_section && tree_[later.node].parent == tree_[paragraph].parent) {
+      const bool keep_later = removing && !inside && !HasContent(paragraph) && CanRemove(paragraph);
+      if (keep_later) {
+        RemoveBlock(paragraph);
+        paragraph = later.node;
+      } else {
+        JoinWith(paragraph, later.node);
+      }
+      continue;
+    }
+    if (removing) maybe_empty_.push_back(later.node);
+    if (inside && !HasContent(later.node) && CanRemove(later.node)) {
+      MoveMarks(later.node, paragraph);
+      RemoveBlock(later.node);
+    }
+  }
+  return paragraph;
+}
+
+void BookmarkEditor::JoinWith(NodeId paragraph, NodeId later) {
+  for (auto child = tree_[later].first_child; child != kNoNode;) {
+    const auto next = tree_[child].next;
+    if (tree_[child].kind != DocxKind::kParagraphProperties) tree_.MoveTo(child, paragraph);
+    child = next;
+  }
+  tree_.Unlink(later);
+}
+
+void BookmarkEditor::MoveMarks(NodeId from, NodeId to) {
+  for (auto child = tree_[from].first_child; child != kNoNode;) {
+    const auto next = tree_[child].next;
+    IsMark(tree_[child].kind) ? tree_.MoveTo(child, to) : MoveMarks(child, to);
+    child = next;
+  }
+}
+
+void BookmarkEditor::Insert(NodeId anchor, NodeId paragraph, NodeId formatting, std::string_view text) {
+  auto paragraphs = SplitFieldText(text);
+  // The template's own paragraph mark serves as the last one of the text.
+  const bool closed = paragraphs.size() > 1 && paragraphs.back().empty();
+  if (closed && !HasContentAfter(anchor, paragraph)) paragraphs.pop_back();
+  for (std::size_t i = 0; i < paragraphs.size(); ++i) {
+    if (i > 0) SplitBefore(anchor, paragraph);
+    if (!paragraphs[i].empty()) InsertRun(anchor, formatting, paragraphs[i]);
+  }
+}
+
+void BookmarkEditor::InsertRun(NodeId anchor, NodeId formatting, const TextParagraph& pieces) {
+  const auto run = tree_.AddElement(DocxKind::kRun, "r");
+  if (formatting != kNoNode) {
+    tree_.Append(tree_.CopySubtree(formatting,
+                                   [&](NodeId original, NodeId) {
+                                     const auto kind = tree_[original].kind;
+                                     return kind != DocxKind::kPropertyChange && !IsAroundRuns(kind);
+                                   }),
+                 run);
+  }
+  for (const auto& piece : pieces) {
+    if (piece.kind == TextPiece::Kind::kText) {
+      const bool blanks = piece.text.starts_with(' ') || piece.text.ends_with(' ');
+      const auto text = tree_.AddElement(DocxKind::kText, "t", blanks ? " xml:space=\"preserve\"" : "");
+      tree_.Append(tree_.AddText(piece.text), text);
+      tree_.Append(text, run);
+    } else if (piece.kind == TextPiece::Kind::kTab) {
+      tree_.Append(tree_.AddElement(DocxKind::kTab, "tab"), run);
+    } else {
+      tree_.Append(tree_.AddElement(DocxKind::kBreak, "br"), run);
+    }
+  }
+  tree_.InsertBefore(run, anchor);
+}
+
+/// What stands before `anchor` becomes a paragraph of its own, before this one and with the same properties.
+/// So every node is moved once at most, and the section that may end with this paragraph stays where it is.
+void BookmarkEditor::SplitBefore(NodeId anchor, NodeId paragraph) {
+  const auto head = tree_.AddElement(DocxKind::kParagraph, "p");
+  tree_.InsertBefore(head, paragraph);
+  const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
+  if (properties != kNoNode) {
+    tree_.Append(tree_.CopySubtree(properties,
+                                   [&](NodeId original, NodeId) {
+                                     const auto kind = tree_[original].kind;
+                                     return kind != DocxKind::kSectionProperties &&
+                                            kind != DocxKind::kPropertyChange;
+                                   }),
+                 head);
+  }
+  std::vector<NodeId> around;  // from the paragraph's child down to the anchor
+  for (auto node = anchor; node != paragraph; node = tree_[node].parent) around.push_back(node);
+  auto target = head;
+  for (auto level = around.rbegin(); level != around.rend(); ++level) {
+    const auto parent = tree_[*level].parent;
+    for (auto child = tree_[parent].first_child; child != *level;) {
+      const auto next = tree_[child].next;
+      if (!IsProperties(tree_[child].kind)) tree_.MoveTo(child, target);
+      child = next;
+    }
+    if (tree_[*level].kind != DocxKind::kHyperlink) continue;  // other wrappers end with the first paragraph
+    const auto link = tree_.CopySubtree(*level, [&](NodeId original, NodeId) { return original == *level; });
+    tree_.Append(link, target);
+    target = link;
+  }
+}
+
+/// Whether a reader sees anything of it.
+bool BookmarkEditor::HasContent(NodeId node) const {
+  const auto kind = tree_[node].kind;
+  if (IsProperties(kind) || IsMark(kind) || kind == DocxKind::kRenderedBreak) return false;
+  const auto parent = tree_[node].parent;
+  if (kind == DocxKind::kMarkup) return !tree_[node].markup.empty() && tree_[parent].kind == DocxKind::kText;
+  const bool in_run = tree_[parent].kind == DocxKind::kRun;
+  if (kind == DocxKind::kMath || (in_run && kind != DocxKind::kText && kind != DocxKind::kComment))
+    return true;
+  for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next) {
+    if (HasContent(child)) return true;
+  }
+  return false;
+}
+
+bool BookmarkEditor::HasContentAfter(NodeId node, NodeId paragraph) const {
+  for (; node != paragraph; node = tree_[node].parent) {
+    for (auto after = tree_[node].next; after != kNoNode; after = tree_[after].next) {
+      if (HasContent(after)) return true;
+    }
+  }
+  return false;
+}
+
+/// Every container keeps a paragraph at its end; a paragraph between two tables keeps them apart; a
+/// paragraph that ends a section stays with it.
+bool BookmarkEditor::CanRemove(NodeId block) const {
+  const auto properties = tree_.ChildOfKind(block, DocxKind::kParagraphProperties);
+  if (properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode) {
+    return false;
+  }
+  auto before = tree_[block].previous;
+  while (before != kNoNode && !IsBlock(tree_[before].kind)) before = tree_[before].previous;
+  auto after = tree_[block].next;
+  while (after != kNoNode && !IsBlock(tree_[after].kind)) after = tree_[after].next;
+  const auto kind_before = before == kNoNode ? DocxKind::kOther : tree_[before].kind;
+  if (after == kNoNode) return kind_before == DocxKind::kParagraph;
+  return kind_before != DocxKind::kTable || tree_[after].kind != DocxKind::kTable;
+}
+
+/// Marks of other bookmarks move to the nearest paragraph.
+void BookmarkEditor::RemoveBlock(NodeId block) {
+  auto before = tree_[block].previous;
+  while (before != kNoNode && tree_[before].kind != DocxKind::kParagraph) before = tree_[before].previous;
+  auto after = tree_[block].next;
+  while (after != kNoNode && tree_[after].kind != DocxKind::kParagraph) after = tree_[after].next;
+  if (after != kNoNode) {
+    const auto gate = tree_.AddEmptyMarkup();
+    tree_.PrependContent(gate, after);
+    std::vector<NodeId> marks;
+    for (auto child = tree_[block].first_child; child != kNoNode; child = tree_[child].next) {
+      if (IsMark(tree_[child].kind)) marks.push_back(child);
+    }
+    for (const auto mark : marks) {
+      tree_.Unlink(mark);
+      tree_.InsertBefore(mark, gate);
+    }
+    tree_.Unlink(gate);
+  } else if (before != kNoNode) {
+    MoveMarks(block, before);
+  }
+  tree_.Unlink(block);
+}
+
+/// Rows wholly inside a removal that reaches over several cells are optional rows.
+void BookmarkEditor::NoteRows(const BookmarkRange& range, NodeId paragraph) {
+  const auto first_row = tree_.Ancestor(paragraph, DocxKind::kRow);
+  NodeId last_cell = tree_.Ancestor(paragraph, DocxKind::kCell);
+  bool several = false;
+  std::vector<NodeId> rows;
+  if (first_row != kNoNode) rows.push_back(first_row);
+  for (auto i = range.first_paragraph; i < range.end_paragraph; ++i) {
+    const auto& later = index_.paragraphs[i];
+    const auto row = tree_.Ancestor(later.node, DocxKind::kRow);
+    if (later.story != range.story || row == kNoNode) continue;
+    several = several || tree_.Ancestor(later.node, DocxKind::kCell) != last_cell;
+    if (rows.empty() || rows.back() != row) rows.push_back(row);
+  }
+  if (several) maybe_empty_rows_.insert(maybe_empty_rows_.end(), rows.begin(), rows.end());
+}
+
+void BookmarkEditor::RemoveEmptyRows() {
+  if (maybe_empty_rows_.empty()) return;
+  const std::unordered_set<NodeId> touched(maybe_empty_.begin(), maybe_empty_.end());
+  for (const auto row : maybe_empty_rows_) {
+    if (tree_[row].parent == kNoNode || HasContent(row) || !IsWhollyIn(touched, row)) continue;
+    const auto table = tree_.Ancestor(row, DocxKind::kTable);
+    tree_.Unlink(row);
+    if (tree_.ChildOfKind(table, DocxKind::kRow) == kNoNode && CanRemove(table)) tree_.Unlink(table);
+  }
+}
+
+bool BookmarkEditor::IsWhollyIn(const std::unordered_set<NodeId>& paragraphs, NodeId row) const {
+  for (auto cell = tree_[row].first_child; cell != kNoNode; cell = tree_[cell].next) {
+    if (tree_[cell].kind != DocxKind::kCell) continue;
+    for (auto block = tree_[cell].first_child; block != kNoNode; block = tree_[block].next) {
+      if (tree_[block].kind == DocxKind::kParagraph && !paragraphs.contains(block)) return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace wordprocessor

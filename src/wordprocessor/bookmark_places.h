@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/print_component.h"
+#include "wordprocessor/docx_blueprint.h"
+
+namespace wordprocessor {
+
+/// A bookmark of a template and where it stands, for whoever writes templates.
+struct BookmarkPlace {
+  enum class Where : std::uint8_t { kBody, kTable, kHeader, kFooter, kNote, kTextBox };
+
+  platform::DocumentBookmark bookmark;
+  Where where = Where::kBody;
+};
+
+/// "body", "table", "header", "footer", "note", "text box".
+std::string_view PlaceName(BookmarkPlace::Where where);
+
+/// The bookmarks of one document part in document order; a text box told twice counts once. Bookmarks that
+/// lack an end are left out, they hold nothing.
+std::vector<BookmarkPlace> BookmarkPlacesOf(const DocxTree& tree, DocxStory::Kind kind);
+
+}  // namespace wordprocessor

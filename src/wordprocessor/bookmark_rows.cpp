@@ -1,0 +1,278 @@
+#include "wordprocessor/bookmark_rows.h"
+
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <string>
+#include <unordered_set>
+#include <utility>
+
+namespace wordprocessor {
+namespace {
+
+// Tables in tables; more levels than any letter has.
+constexpr int kDeepestTable = 8;
+
+// Far above what a document part numbers itself.
+constexpr std::uint32_t kFirstNewIdentity = 0x30000000;
+
+/// Children of one table: rows, or the content controls around them.
+struct RowBlock {
+  NodeId first = kNoNode;
+  NodeId last = kNoNode;
+};
+
+bool IsRowUnit(DocxKind kind) {
+  return kind == DocxKind::kRow || kind == DocxKind::kContentControl || kind == DocxKind::kCustomXml;
+}
+
+class RowRepeater {
+ public:
+  RowRepeater(DocxTree& tree, RowScopes& scopes) : tree_(tree), scopes_(scopes) {}
+
+  RepeatedRows Run() {
+    std::optional<BookmarkIndex> index;
+    for (int depth = 0; depth < kDeepestTable; ++depth) {
+      index.emplace(tree_);
+      if (!RepeatOnce(*index)) return {std::move(*index), std::move(copied_), std::move(done_)};
+    }
+    return {BookmarkIndex(tree_), std::move(copied_), std::move(done_)};
+  }
+
+ private:
+  /// Tables inside a repeated row have to wait for the next index. Returns whether anything was repeated.
+  bool RepeatOnce(const BookmarkIndex& index) {
+    bool repeated = false;
+    units_.clear();
+    for (std::size_t i = 0; i < index.ranges.size(); ++i) {
+      const auto& range = index.ranges[i];
+      const auto* field = range.has_end() ? scopes_.Find(tree_, range) : nullptr;
+      if (field == nullptr || (!field->table && !field->text.empty())) continue;
+      if (!tree_.IsAttached(range.start) || InBlock(range.start)) continue;
+      if (done_.contains(range.start)) continue;
+      const auto block = FindBlock(index, range);
+      if (block.first == kNoNode || !(field->table || LooksLikeTable(index, i))) continue;
+      Repeat(range, block, *field);
+      repeated = true;
+    }
+    return repeated;
+  }
+
+  bool InBlock(NodeId node) const {
+    return std::ranges::any_of(units_, [&](NodeId unit) { return tree_.Contains(unit, node); });
+  }
+
+  /// An empty element is an empty field or a table without rows. Around several cells, or around bookmarks
+  /// that only a row could fill, it is a table.
+  bool LooksLikeTable(const BookmarkIndex& index, std::size_t at) const {
+    const auto& range = index.ranges[at];
+    if (IsParagraphField(range.name)) return false;
+    if (tree_.Ancestor(range.start, DocxKind::kCell) != tree_.Ancestor(range.end, DocxKind::kCell))
+      return true;
+    for (auto i = at + 1; i < index.ranges.size() && index.ranges[i].start_place < range.end_place; ++i) {
+      const auto& inner = index.ranges[i];
+      if (!IsParagraphField(inner.name) && scopes_.Find(tree_, inner) == nullptr) return true;
+    }
+    return false;
+  }
+
+  RowBlock FindBlock(const BookmarkIndex& index, const BookmarkRange& range) const {
+    auto block = RowsTouched(index, range);
+    if (block.first == kNoNode || block.last == kNoNode) return {};
+    if (block.first != block.last && BeginsWith(block.last, range.end)) {
+      block.last = Neighbour(tree_[block.last].previous, /*forward=*/false);
+    }
+    return block.first == block.last ? block : WithBookmarks(block, range);
+  }
+
+  RowBlock RowsTouched(const BookmarkIndex& index, const BookmarkRange& range) const {
+    const auto starts = Units(range.start, /*forward=*/true);
+    const auto ends = Units(range.end, /*forward=*/false);
+    for (const auto start : starts) {
+      for (const auto end : ends) {
+        if (tree_[start].parent == tree_[end].parent) return {start, end};
+      }
+    }
+    if (!starts.empty()) return {starts.front(), Last(tree_[starts.front()].parent)};
+    if (!ends.empty()) return {First(tree_[ends.back()].parent), ends.back()};
+    for (auto i = range.first_table; i < range.end_table; ++i) {
+      const auto& table = index.tables[i];
+      if (table.story == range.story) return {First(table.node), Last(table.node)};
+    }
+    return {};
+  }
+
+  /// The rows around a mark, the innermost first.
+  std::vector<NodeId> Units(NodeId mark, bool forward) const {
+    std::vector<NodeId> units;
+    for (auto node = mark; node != kNoNode && tree_[node].kind != DocxKind::kTextBox;) {
+      const auto parent = tree_[node].parent;
+      if (parent != kNoNode && tree_[parent].kind == DocxKind::kTable) {
+        const auto unit = Neighbour(node, forward);
+        if (unit != kNoNode) units.push_back(unit);
+      }
+      node = parent;
+    }
+    return units;
+  }
+
+  NodeId Neighbour(NodeId node, bool forward) const {
+    while (node != kNoNode && !IsRowUnit(tree_[node].kind)) {
+      node = forward ? tree_[node].next : tree_[node].previous;
+    }
+    return node;
+  }
+
+  NodeId First(NodeId table) const { return Neighbour(tree_[table].first_child, true); }
+  NodeId Last(NodeId table) const { return Neighbour(tree_[table].last_child, false); }
+
+  /// Whether nothing a reader sees stands in `unit` before `mark`.
+  bool BeginsWith(NodeId unit, NodeId mark) const {
+    if (!tree_.Contains(unit, mark)) return false;
+    for (auto node = mark; node != unit; node = tree_[node].parent) {
+      for (auto before = tree_[node].previous; before != kNoNode; before = tree_[before].previous) {
+        const auto kind = tree_[before].kind;
+        if (IsBlock(kind) || kind == DocxKind::kCell || kind == DocxKind::kRun) return false;
+      }
+    }
+    return true;
+  }
+
+  RowBlock WithBookmarks(const RowBlock& block, const BookmarkRange& range) const {
+    RowBlock narrowed;
+    for (auto unit = block.first; unit != kNoNode; unit = tree_[unit].next) {
+      if (IsRowUnit(tree_[unit].kind) && HoldsBookmark(unit, range)) {
+        if (narrowed.first == kNoNode) narrowed.first = unit;
+        narrowed.last = unit;
+      }
+      if (unit == block.last) break;
+    }
+    return narrowed.first == kNoNode ? block : narrowed;
+  }
+
+  bool HoldsBookmark(NodeId node, const BookmarkRange& range) const {
+    if (tree_[node].kind == DocxKind::kBookmarkStart) {
+      return node != range.start && !tree_.BookmarkOf(node).name.starts_with('_');
+    }
+    for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next) {
+      if (HoldsBookmark(child, range)) return true;
+    }
+    return false;
+  }
+
+  void Repeat(const BookmarkRange& range, RowBlock block, const DataField& field) {
+    done_.insert(range.start);
+    if (field.rows.empty()) return RemoveRows(range, block);
+    const auto beyond = tree_[block.last].next;
+    units_.clear();
+    for (auto unit = block.first; unit != beyond; unit = tree_[unit].next) units_.push_back(unit);
+    FindMarks();
+    auto place = block.last;
+    for (std::size_t i = 1; i < field.rows.size(); ++i) {
+      for (const auto unit : units_) {
+        const auto copy = CopyUnit(unit, range, field.rows[i]);
+        if (copy == kNoNode) continue;
+        tree_.InsertAfter(copy, place);
+        place = copy;
+      }
+    }
+    for (const auto mark : starts_) scopes_.Bind(tree_, mark, field.rows.front());
+  }
+
+  /// A copy keeps the bookmarks that lie in the rows with both ends.
+  void FindMarks() {
+    starts_.clear();
+    ends_by_id_.clear();
+    for (const auto unit : units_) FindMarksIn(unit);
+  }
+
+  void FindMarksIn(NodeId node) {
+    if (tree_[node].kind == DocxKind::kBookmarkStart) starts_.push_back(node);
+    if (tree_[node].kind == DocxKind::kBookmarkStart) ++ends_by_id_[tree_.BookmarkOf(node).id].first;
+    if (tree_[node].kind == DocxKind::kBookmarkEnd) ++ends_by_id_[tree_.BookmarkOf(node).id].second;
+    for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next)
+      FindMarksIn(child);
+  }
+
+  NodeId CopyUnit(NodeId unit, const BookmarkRange& range, const DataRow& row) {
+    return tree_.CopySubtree(unit, [&](NodeId original, NodeId copy) {
+      const auto kind = tree_[original].kind;
+      if (kind == DocxKind::kBookmarkStart || kind == DocxKind::kBookmarkEnd) {
+        return CopyMark(original, copy, range, row);
+      }
+      if (kind == DocxKind::kIdentifier || kind == DocxKind::kComment) return false;
+      if (tree_[original].unique) RenewIdentity(copy);
+      return true;
+    });
+  }
+
+  bool CopyMark(NodeId original, NodeId copy, const BookmarkRange& range, const DataRow& row) {
+    const auto& [starts, ends] = ends_by_id_[tree_.BookmarkOf(original).id];
+    if (original == range.start || original == range.end || starts == 0 || ends == 0) return false;
+    tree_.RenewBookmark(copy);
+    scopes_.Bind(tree_, copy, row);
+    copied_.push_back(copy);
+    return true;
+  }
+
+  void RenewIdentity(NodeId copy) {
+    tree_.DropAttribute(copy, "paraId");
+    tree_.DropAttribute(copy, "textId");
+    const auto kind = tree_[copy].kind;
+    if (kind == DocxKind::kParagraph || kind == DocxKind::kRow) return;
+    tree_.SetAttribute(copy, "id", std::to_string(next_identity_++));
+  }
+
+  void RemoveRows(const BookmarkRange& range, const RowBlock& block) {
+    const auto table = tree_[block.first].parent;
+    for (auto unit = block.first; unit != kNoNode;) {
+      const auto next = unit == block.last ? kNoNode : tree_[unit].next;
+      if (IsRowUnit(tree_[unit].kind)) tree_.Unlink(unit);
+      unit = next;
+    }
+    tree_.Unlink(range.start);
+    tree_.Unlink(range.end);
+    if (First(table) == kNoNode) RemoveTable(table);
+  }
+
+  void RemoveTable(NodeId table) {
+    const auto parent = tree_[table].parent;
+    tree_.InsertBefore(tree_.AddEmptyMarkup(), table);
+    const auto place = tree_[table].previous;
+    tree_.Unlink(table);
+    for (auto child = tree_[parent].first_child; child != kNoNode; child = tree_[child].next) {
+      if (IsBlock(tree_[child].kind)) return;
+    }
+    tree_.InsertAfter(tree_.AddElement(DocxKind::kParagraph, "p"), place);
+  }
+
+  DocxTree& tree_;
+  RowScopes& scopes_;
+  std::vector<NodeId> units_;  // of the template, repeated last
+  std::vector<NodeId> copied_;
+  std::unordered_set<NodeId> done_;
+  std::vector<NodeId> starts_;
+  std::map<std::uint32_t, std::pair<int, int>> ends_by_id_;  // how many starts and ends in the rows
+  std::uint32_t next_identity_ = kFirstNewIdentity;
+};
+
+}  // namespace
+
+const DataField* RowScopes::Find(const DocxTree& tree, const BookmarkRange& range) const {
+  const auto bookmark = tree[range.start].bookmark;
+  const auto* row = bookmark < rows_.size() ? rows_[bookmark] : nullptr;
+  const auto* column = row == nullptr ? nullptr : row->Find(range.name);
+  return column != nullptr ? column : context_.Find(range.name);
+}
+
+void RowScopes::Bind(const DocxTree& tree, NodeId mark, const DataRow& row) {
+  const auto bookmark = tree[mark].bookmark;
+  if (bookmark >= rows_.size()) rows_.resize(std::max<std::size_t>(bookmark + 1, rows_.size() * 2), nullptr);
+  rows_[bookmark] = &row;
+}
+
+RepeatedRows RepeatTableRows(DocxTree& tree, RowScopes& scopes) {
+  return RowRepeater(tree, scopes).Run();
+}
+
+}  // namespace wordprocessor

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace wordprocessor {
+
+/// The namespaces whose elements this room knows, the transitional and the strict one of each alike
+/// (ECMA-376, part 1 and part 4).
+enum class DocxNamespace : std::uint8_t { kOther, kWord, kCompatibility, kMath, kDrawing, kRelations };
+
+DocxNamespace DocxNamespaceOf(std::string_view uri);
+
+/// What an element of a document part is to the merge. Everything else is kOther and stays as it is.
+enum class DocxKind : std::uint8_t {
+  kOther,
+  kMarkup,  ///< character data, a comment or an instruction: no element
+  // Blocks and what holds them.
+  kBody,
+  kParagraph,
+  kTable,
+  kRow,
+  kCell,
+  kNote,
+  kTextBox,
+  kContentControl,  ///< w:sdt, around blocks, rows, cells or runs
+  kContentControlContent,
+  kCustomXml,
+  // Around runs.
+  kHyperlink,
+  kInline,     ///< w:smartTag, w:fldSimple, w:ins, w:moveTo, w:dir, w:bdo
+  kDeleted,    ///< w:del, w:moveFrom
+  kAlternate,  ///< mc:AlternateContent and its branches
+  kFallback,
+  // Content.
+  kRun,
+  kMath,
+  kText,
+  kTab,
+  kBreak,
+  kFieldMark,  ///< w:fldChar
+  kFieldCode,  ///< w:instrText
+  // Properties.
+  kParagraphProperties,
+  kRunProperties,
+  kSectionProperties,
+  kContentControlProperties,
+  kOtherProperties,
+  kPropertyChange,   ///< what properties were before a tracked change
+  kIdentifier,       ///< w:id, of a content control inside its properties
+  kPlaceholder,      ///< w:showingPlcHdr and w:dataBinding: the content is not the control's own
+  kRenderedBreak,    ///< w:lastRenderedPageBreak
+  kDrawingIdentity,  ///< wp:docPr
+  // Marks without extent.
+  kBookmarkStart,
+  kBookmarkEnd,
+  kComment,  ///< w:commentRangeStart, w:commentRangeEnd, w:commentReference
+};
+
+DocxKind DocxKindOf(DocxNamespace space, std::string_view local_name);
+
+/// Whether a body, cell, header, note or text box may hold it next to paragraphs.
+bool IsBlock(DocxKind kind);
+/// Whether it may stand between a paragraph and its runs.
+bool IsAroundRuns(DocxKind kind);
+bool IsProperties(DocxKind kind);
+
+}  // namespace wordprocessor

@@ -1,0 +1,239 @@
+#include "wordprocessor/docx_tree.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/failure.h"
+
+namespace wordprocessor {
+namespace {
+
+// Far more than an office lays out; beyond it a data context multiplies rows without end.
+constexpr std::size_t kMostNodes = 4'000'000;
+
+struct Escape {
+  char character;
+  std::string_view entity;
+};
+
+constexpr auto kEscapes = std::to_array<Escape>({
+    {'&', "&amp;"},
+    {'<', "&lt;"},
+    {'>', "&gt;"},
+    {'\r', "&#13;"},
+    {'"', "&quot;"},
+    {'\n', "&#10;"},
+    {'\t', "&#9;"},
+});
+
+std::string_view EntityOf(char character, bool quotes) {
+  for (const auto& escape : kEscapes) {
+    if (escape.character == character) {
+      return quotes || character == '&' || character == '<' || character == '>' || character == '\r'
+                 ? escape.entity
+                 : std::string_view{};
+    }
+  }
+  return {};
+}
+
+std::string_view LocalName(std::string_view name) {
+  const auto colon = name.find(':');
+  return colon == std::string_view::npos ? name : name.substr(colon + 1);
+}
+
+}  // namespace
+
+void AppendEscaped(std::string& out, std::string_view text, bool quotes) {
+  std::size_t copied = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (static_cast<unsigned char>(text[i]) > '>') continue;
+    const auto entity = EntityOf(text[i], quotes);
+    if (entity.empty()) continue;
+    out.append(text, copied, i - copied);
+    out += entity;
+    copied = i + 1;
+  }
+  out.append(text, copied);
+}
+
+std::string Unescaped(std::string_view markup) {
+  std::string text;
+  text.reserve(markup.size());
+  for (std::size_t i = 0; i < markup.size();) {
+    std::string_view entity;
+    if (markup[i] == '&') {
+      for (const auto& escape : kEscapes) {
+        if (!markup.substr(i).starts_with(escape.entity)) continue;
+        text += escape.character;
+        entity = escape.entity;
+      }
+    }
+    if (entity.empty()) text += markup[i];
+    i += entity.empty() ? 1 : entity.size();
+  }
+  return text;
+}
+
+std::string_view DocxTree::KeepText(std::string text) {
+  return *added_texts_.emplace_back(std::make_shared<const std::string>(std::move(text)));
+}
+
+NodeId DocxTree::Add(DocxNode node) {
+  if (nodes_.size() >= kMostNodes) {
+    throw platform::Failure(
+        platform::Failure::Kind::kRefused,
+        "The letter grows beyond what can be laid out. Check the table rows of its data context.");
+  }
+  nodes_.push_back(node);
+  return static_cast<NodeId>(nodes_.size() - 1);
+}
+
+NodeId DocxTree::AddElement(DocxKind kind, std::string_view local_name, std::string_view attributes) {
+  DocxNode node;
+  auto tag = "<" + Qualified(local_name);
+  node.name_size = static_cast<std::uint32_t>(tag.size() - 1);
+  node.kind = kind;
+  node.markup = KeepText(tag.append(attributes));
+  return Add(node);
+}
+
+NodeId DocxTree::AddText(std::string_view text) {
+  std::string markup;
+  AppendEscaped(markup, text);
+  DocxNode node;
+  node.kind = DocxKind::kMarkup;
+  node.markup = KeepText(std::move(markup));
+  return Add(node);
+}
+
+NodeId DocxTree::AddEmptyMarkup() {
+  DocxNode node;
+  node.kind = DocxKind::kMarkup;
+  return Add(node);
+}
+
+void DocxTree::Unlink(NodeId node) {
+  auto& gone = nodes_[node];
+  if (gone.parent == kNoNode) return;
+  auto& parent = nodes_[gone.parent];
+  (gone.previous == kNoNode ? parent.first_child : nodes_[gone.previous].next) = gone.next;
+  (gone.next == kNoNode ? parent.last_child : nodes_[gone.next].previous) = gone.previous;
+  gone.parent = gone.next = gone.previous = kNoNode;
+}
+
+void DocxTree::InsertBefore(NodeId node, NodeId place) {
+  const auto previous = nodes_[place].previous;
+  nodes_[node].parent = nodes_[place].parent;
+  nodes_[node].next = place;
+  nodes_[node].previous = previous;
+  nodes_[place].previous = node;
+  (previous == kNoNode ? nodes_[nodes_[place].parent].first_child : nodes_[previous].next) = node;
+}
+
+void DocxTree::InsertAfter(NodeId node, NodeId place) {
+  const auto next = nodes_[place].next;
+  next == kNoNode ? Append(node, nodes_[place].parent) : InsertBefore(node, next);
+}
+
+void DocxTree::Append(NodeId node, NodeId parent) {
+  const auto last = nodes_[parent].last_child;
+  nodes_[node].parent = parent;
+  nodes_[node].previous = last;
+  nodes_[node].next = kNoNode;
+  nodes_[parent].last_child = node;
+  (last == kNoNode ? nodes_[parent].first_child : nodes_[last].next) = node;
+}
+
+void DocxTree::PrependContent(NodeId node, NodeId parent) {
+  auto place = nodes_[parent].first_child;
+  while (place != kNoNode && IsProperties(nodes_[place].kind)) place = nodes_[place].next;
+  place == kNoNode ? Append(node, parent) : InsertBefore(node, place);
+}
+
+NodeId DocxTree::CopySubtree(NodeId node, const Keep& keep) {
+  DocxNode bare = nodes_[node];
+  bare.parent = bare.first_child = bare.last_child = bare.next = bare.previous = kNoNode;
+  const auto copy = Add(bare);
+  if (!keep(node, copy)) return kNoNode;
+  for (auto child = nodes_[node].first_child; child != kNoNode; child = nodes_[child].next) {
+    const auto child_copy = CopySubtree(child, keep);
+    if (child_copy != kNoNode) Append(child_copy, copy);
+  }
+  return copy;
+}
+
+void DocxTree::RewriteAttribute(NodeId node, std::string_view local_name, const std::string_view* value) {
+  const auto markup = nodes_[node].markup;
+  std::size_t at = 1u + nodes_[node].name_size;
+  auto tag = std::string(markup.substr(0, at));
+  while (at < markup.size()) {
+    const auto equals = markup.find('=', at);
+    const auto close = markup.find('"', equals + 2);
+    const auto name = markup.substr(at + 1, equals - at - 1);
+    if (LocalName(name) != local_name) {
+      tag += markup.substr(at, close + 1 - at);
+    } else if (value != nullptr) {
+      tag.append(" ").append(name).append("=\"").append(*value).append("\"");
+    }
+    at = close + 1;
+  }
+  nodes_[node].markup = KeepText(std::move(tag));
+}
+
+void DocxTree::DropAttribute(NodeId node, std::string_view local_name) {
+  RewriteAttribute(node, local_name, nullptr);
+}
+
+void DocxTree::SetAttribute(NodeId node, std::string_view local_name, std::string_view value) {
+  RewriteAttribute(node, local_name, &value);
+}
+
+void DocxTree::RenewBookmark(NodeId node) {
+  bookmarks_.push_back(BookmarkMark(bookmarks_[nodes_[node].bookmark]));
+  nodes_[node].bookmark = static_cast<std::uint32_t>(bookmarks_.size() - 1);
+}
+
+NodeId DocxTree::Ancestor(NodeId node, DocxKind kind) const {
+  do {
+    node = nodes_[node].parent;
+  } while (node != kNoNode && nodes_[node].kind != kind);
+  return node;
+}
+
+bool DocxTree::Contains(NodeId ancestor, NodeId node) const {
+  while (node != kNoNode && node != ancestor) node = nodes_[node].parent;
+  return node == ancestor;
+}
+
+NodeId DocxTree::ChildOfKind(NodeId parent, DocxKind kind) const {
+  auto child = nodes_[parent].first_child;
+  while (child != kNoNode && nodes_[child].kind != kind) child = nodes_[child].next;
+  return child;
+}
+
+std::string DocxTree::Serialize() const {
+  std::string out;
+  out.reserve(source_->text.size() + source_->text.size() / 8 + 1024);
+  out += "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
+  const auto close = [&](const DocxNode& node) { out.append("</").append(node.name()) += '>'; };
+  auto at = root_;
+  while (true) {
+    const auto& node = nodes_[at];
+    out += node.markup;
+    if (node.first_child != kNoNode) {
+      out += '>';
+      at = node.first_child;
+      continue;
+    }
+    if (node.is_element()) out += "/>";
+    while (at != root_ && nodes_[at].next == kNoNode) {
+      at = nodes_[at].parent;
+      close(nodes_[at]);
+    }
+    if (at == root_) return out;
+    at = nodes_[at].next;
+  }
+}
+
+}  // namespace wordprocessor
