@@ -49,6 +49,7 @@ HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)) {
   setCentralWidget(middle);
   status_->setAccessibleName(QStringLiteral("Status"));
   status_->setTextFormat(Qt::PlainText);
+  status_->setContentsMargins(8, 2, 8, 2);
   statusBar()->addWidget(status_, 1);
 }
 

@@ -14,6 +14,7 @@ namespace desktop {
 namespace {
 
 constexpr int kWidestColumnInCharacters = 34;
+constexpr int kRoomInColumn = 7;
 
 }  // namespace
 
@@ -36,6 +37,7 @@ void GridView::SetGrid(platform::Grid& grid, const QString& name) {
   setAccessibleName(name);
   setHorizontalHeader(new GridHeader(*model_, this));
   setModel(model_);
+  horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setResizeContentsPrecision(0);  // rows in sight only: reading a row loads it
   HideColumns();
   content_changed_ = grid.ContentChanged.Connect([this] { ContentChanged(); });
@@ -62,7 +64,7 @@ void GridView::FitColumns() {
   resizeColumnsToContents();
   const int widest = fontMetrics().averageCharWidth() * kWidestColumnInCharacters;
   for (int section = 0; section < model_->columnCount(); ++section) {
-    setColumnWidth(section, std::min(columnWidth(section), widest));
+    setColumnWidth(section, std::min(columnWidth(section) + kRoomInColumn, widest));
   }
   columns_fitted_ = model_->rowCount() > 0;
 }

@@ -1,0 +1,166 @@
+#include "desktop/preview_window.h"
+
+#include <utility>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPdfPageNavigator>
+#include <QPointer>
+#include <QScreen>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "desktop/qt_text.h"
+
+namespace desktop {
+namespace {
+
+constexpr qreal kZoomStep = 1.25;
+constexpr QSize kUsualSize(900, 860);
+
+/// Keeps an open preview; destroying it closes the window without a word to the reader's side.
+class OpenPreview : public QObject, public platform::PreviewWindow {
+ public:
+  OpenPreview(platform::PreviewContent content, QtEventQueue& events, QWidget& parent)
+      : closed_(content.closed), dialog_(new PreviewDialog(std::move(content), events, &parent)) {
+    dialog_->closed = [this] {
+      // From the event loop, and only while somebody keeps this object.
+      QMetaObject::invokeMethod(
+          this, [this] { TellClosed(); }, Qt::QueuedConnection);
+    };
+    dialog_->show();
+    dialog_->raise();
+    dialog_->activateWindow();
+  }
+  ~OpenPreview() override {
+    if (!dialog_) return;
+    dialog_->closed = nullptr;
+    dialog_->hide();
+    dialog_->deleteLater();  // it may be one of its own buttons that led here
+  }
+
+ private:
+  void TellClosed() {
+    if (const auto closed = std::exchange(closed_, nullptr)) closed();
+  }
+
+  std::function<void()> closed_;
+  QPointer<PreviewDialog> dialog_;
+};
+
+}  // namespace
+
+std::unique_ptr<platform::PreviewWindow> QtPreviewViewer::Open(platform::PreviewContent content) {
+  return std::make_unique<OpenPreview>(std::move(content), events_, parent_);
+}
+
+PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& events, QWidget* parent)
+    : QDialog(parent, Qt::Window),
+      content_(std::move(content)),
+      events_(events),
+      pages_(new PreviewPages(this)),
+      page_number_(new QLabel(this)),
+      finds_(new QLabel(this)),
+      search_(new QLineEdit(this)) {
+  setWindowTitle(ToQt(content_.title));
+  setWindowModality(Qt::ApplicationModal);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  layout->addWidget(MakeToolbar());
+  layout->addWidget(pages_, 1);
+  resize(kUsualSize.boundedTo(screen()->availableSize()));
+
+  if (!pages_->Load(ToQt(content_.pdf.string()))) {
+    page_number_->setText(QStringLiteral("The pages cannot be read. Close the preview and open it again."));
+  } else {
+    ShowPageNumber();
+  }
+  connect(pages_->pageNavigator(), &QPdfPageNavigator::currentPageChanged, this,
+          [this] { ShowPageNumber(); });
+  pages_->finds_changed = [this] { ShowFinds(); };
+  pages_->setFocus();
+}
+
+QAction* PreviewDialog::Add(QToolBar& bar, const char* caption, const QList<QKeySequence>& keys,
+                            std::function<void()> work) {
+  auto* action = bar.addAction(QLatin1String(caption));
+  action->setShortcuts(keys);
+  connect(action, &QAction::triggered, this, std::move(work));
+  bar.widgetForAction(action)->setFocusPolicy(Qt::TabFocus);
+  return action;
+}
+
+QToolBar* PreviewDialog::MakeToolbar() {
+  auto* bar = new QToolBar(this);
+  bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+  Add(*bar, "&Print", {QKeySequence::Print}, [this] { RunHeld(content_.print); });
+  Add(*bar, "&Save", {QKeySequence::Save}, [this] { RunHeld(content_.save); });
+  bar->addSeparator();
+  Add(*bar, "Zoom &In", {QKeySequence::ZoomIn, QKeySequence(QStringLiteral("Ctrl+="))},
+      [this] { pages_->ZoomBy(kZoomStep); });
+  Add(*bar, "Zoom &Out", {QKeySequence::ZoomOut}, [this] { pages_->ZoomBy(1 / kZoomStep); });
+  Add(*bar, "Fit &Width", {QKeySequence(QStringLiteral("Ctrl+0"))}, [this] { pages_->FitWidth(); });
+  bar->addSeparator();
+  AddSearch(*bar);
+  bar->addWidget(page_number_);
+  bar->addSeparator();
+  Add(*bar, "&Close", {}, [this] { reject(); });
+  return bar;
+}
+
+void PreviewDialog::AddSearch(QToolBar& bar) {
+  auto* label = new QLabel(QStringLiteral("&Find:"), this);
+  label->setBuddy(search_);
+  search_->setAccessibleName(QStringLiteral("Find"));
+  search_->setClearButtonEnabled(true);
+  search_->setMinimumWidth(120);
+  bar.addWidget(label);
+  bar.addWidget(search_);
+  connect(search_, &QLineEdit::textChanged, pages_, [this](const QString& text) { pages_->Search(text); });
+  connect(search_, &QLineEdit::returnPressed, pages_, [this] { pages_->GoToFind(+1); });
+  Add(bar, "P&revious", {QKeySequence::FindPrevious}, [this] { pages_->GoToFind(-1); });
+  Add(bar, "&Next", {QKeySequence::FindNext}, [this] { pages_->GoToFind(+1); });
+  bar.addWidget(finds_);
+  auto* spacer = new QWidget(this);
+  spacer->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  bar.addWidget(spacer);
+
+  auto* find = new QAction(this);
+  find->setShortcut(QKeySequence::Find);
+  connect(find, &QAction::triggered, this, [this] {
+    search_->setFocus();
+    search_->selectAll();
+  });
+  addAction(find);
+}
+
+void PreviewDialog::RunHeld(const std::function<void()>& work) {
+  const auto own_copy = work;
+  const QtEventQueue::Hold hold(events_);
+  if (own_copy) own_copy();
+}
+
+void PreviewDialog::ShowPageNumber() {
+  const int page = pages_->pageNavigator()->currentPage() + 1;
+  page_number_->setText(QStringLiteral(" Page %1 of %2 ").arg(page).arg(pages_->document()->pageCount()));
+}
+
+void PreviewDialog::ShowFinds() {
+  QString text;
+  if (!search_->text().isEmpty()) {
+    text = pages_->finds() == 0
+               ? QStringLiteral(" Not found ")
+               : QStringLiteral(" %1 of %2 ").arg(pages_->current_find() + 1).arg(pages_->finds());
+  }
+  finds_->setText(text);
+}
+
+void PreviewDialog::done(int result) {
+  if (!isVisible()) return;
+  QDialog::done(result);
+  if (closed) closed();
+}
+
+}  // namespace desktop

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QDialog>
+
+#include "desktop/preview_pages.h"
+#include "desktop/qt_event_queue.h"
+#include "platform/print_component.h"
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QToolBar;
+
+namespace desktop {
+
+/// A letter's pages on the screen, modal to the whole application and above every open form. It does not
+/// block the code that opened it.
+class PreviewDialog : public QDialog {
+ public:
+  PreviewDialog(platform::PreviewContent content, QtEventQueue& events, QWidget* parent);
+
+  /// The reader has closed the window.
+  std::function<void()> closed;
+
+  PreviewPages& pages() { return *pages_; }
+
+  void done(int result) override;
+
+ private:
+  QToolBar* MakeToolbar();
+  QAction* Add(QToolBar& bar, const char* caption, const QList<QKeySequence>& keys,
+               std::function<void()> work);
+  void AddSearch(QToolBar& bar);
+  /// Replies are held back while the letter is printed or saved, which may destroy this window.
+  void RunHeld(const std::function<void()>& work);
+  void ShowPageNumber();
+  void ShowFinds();
+
+  const platform::PreviewContent content_;
+  QtEventQueue& events_;
+  PreviewPages* pages_;
+  QLabel* page_number_;
+  QLabel* finds_;
+  QLineEdit* search_;
+};
+
+/// Opens previews. Both references outlive the windows.
+class QtPreviewViewer : public platform::PreviewViewer {
+ public:
+  /// Windows belong to `parent`, the main window, never to a form: a form may close below its preview.
+  QtPreviewViewer(QtEventQueue& events, QWidget& parent) : events_(events), parent_(parent) {}
+
+  std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent content) override;
+
+ private:
+  QtEventQueue& events_;
+  QWidget& parent_;
+};
+
+}  // namespace desktop

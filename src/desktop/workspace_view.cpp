@@ -1,0 +1,27 @@
+#include "desktop/workspace_view.h"
+
+#include "desktop/batch_page_view.h"
+#include "desktop/correspondence_page_view.h"
+#include "desktop/qt_text.h"
+#include "desktop/tracking_page_view.h"
+
+namespace desktop {
+
+using workspace::PageIndex;
+using workspace::PageTabs;
+
+WorkspaceView::WorkspaceView(workspace::Pages& pages, QWidget* parent) : QTabWidget(parent) {
+  addTab(new CorrespondencePageView(pages.correspondence), ToQt(PageTabs::kCaptions[0]));
+  addTab(new TrackingPageView(pages.tracking), ToQt(PageTabs::kCaptions[1]));
+  addTab(new BatchPageView(pages.batch), ToQt(PageTabs::kCaptions[2]));
+  setAccessibleName(QStringLiteral("Correspondence"));
+
+  auto& tabs = pages.tabs;
+  const auto show = [this, &tabs] { setCurrentIndex(static_cast<int>(tabs.current())); };
+  turned_ = tabs.Changed.Connect(show);
+  show();
+  connect(this, &QTabWidget::currentChanged, this,
+          [&tabs](int index) { tabs.Select(static_cast<PageIndex>(index)); });
+}
+
+}  // namespace desktop
