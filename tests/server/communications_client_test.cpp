@@ -1,0 +1,107 @@
+#include "server/communications_client.h"
+
+#include <chrono>
+#include <thread>
+
+#include "server/server_folders.h"
+#include "tests/server/waiting_event_queue.h"
+#include "tests/support/temporary_folder.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using tests::ReadFile;
+
+class Downloads : public testing::Test {
+ protected:
+  Downloads() {
+    std::filesystem::create_directories(folder_ / "server/templates");
+    tests::WriteFile(folder_ / "server/templates/Letter.docx", "contents");
+    hearing_ = client_->MessageReceived.Connect(
+        [this](const std::string& text, const std::string&) { heard_.push_back(text); });
+  }
+
+  std::string ServerPath(const std::string& name) const {
+    return server::TemplateFolder(folder_.path()).string() + "\\" + name;
+  }
+  void Download(const std::string& source) { provider_.Download(source, (folder_ / "local").string() + "/"); }
+  void WaitForAll() {
+    events_.RunUntil([this] { return !provider_.HasWorkUnderWay(); });
+  }
+  std::string LocalFile(const std::string& name) const { return ReadFile(folder_ / ("local/" + name)); }
+
+  tests::TemporaryFolder folder_;
+  tests::WaitingEventQueue events_;
+  server::CommunicationsClientProvider provider_{events_, folder_.path()};
+  std::shared_ptr<platform::CommClient> client_ = provider_.GetClient();
+  std::vector<std::string> heard_;
+  platform::Connection hearing_;
+};
+
+TEST_F(Downloads, AFileArrivesWholeUnderTheNameAskedFor) {
+  provider_.Connect();
+  Download(ServerPath("LETTER.DOCX"));
+  EXPECT_THAT(heard_, ElementsAre()) << "never inside the call";
+  WaitForAll();
+  EXPECT_EQ(LocalFile("LETTER.DOCX"), "contents");
+  EXPECT_THAT(heard_, ElementsAre("<COMMAND>FILEDOWNLOAD</COMMAND><STATUS>SUCCESSFULL</STATUS><SOURCE>" +
+                                  ServerPath("LETTER.DOCX") + "</SOURCE>"));
+}
+
+TEST_F(Downloads, WaitForTheConnectionAndComeInTheirOrder) {
+  Download(ServerPath("Letter.docx"));
+  Download(ServerPath("B&B.docx"));
+  std::this_thread::sleep_for(std::chrono::milliseconds(20));
+  events_.RunPending();
+  EXPECT_EQ(LocalFile("Letter.docx"), "");
+  provider_.Connect();
+  provider_.Connect();
+  WaitForAll();
+  EXPECT_THAT(heard_,
+              ElementsAre(HasSubstr("SUCCESSFULL"), testing::AllOf(HasSubstr("no file \"B&amp;B.docx\""),
+                                                                   HasSubstr("B&amp;B.docx</SOURCE>"))));
+}
+
+TEST_F(Downloads, OnlyFilesOfTheTemplateFolderAreGivenOut) {
+  tests::WriteFile(folder_ / "server/server.db", "secret");
+  provider_.Connect();
+  const auto folder = server::TemplateFolder(folder_.path()).string();
+  for (const auto& source :
+       {folder + "\\..\\server.db", folder + "/../server.db", folder + "\\..", folder + "\\",
+        std::string("/etc/hostname"), std::string("Letter.docx"), std::string()}) {
+    heard_.clear();
+    Download(source);
+    WaitForAll();
+    EXPECT_THAT(heard_, ElementsAre(HasSubstr("is no file of the server's template folder"))) << source;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "local"));
+}
+
+TEST_F(Downloads, ATargetThatCannotBeWrittenIsReported) {
+  provider_.Connect();
+  tests::WriteFile(folder_ / "file", "in the way");
+  // Nobody can put a file into /proc, whatever this user may write to.
+  for (const auto& target : {(folder_ / "file").string() + "/", std::string("/proc/self/")}) {
+    heard_.clear();
+    provider_.Download(ServerPath("Letter.docx"), target);
+    WaitForAll();
+    ASSERT_EQ(heard_.size(), 1u) << target;
+    EXPECT_THAT(heard_[0], testing::Not(HasSubstr("SUCCESSFULL"))) << target;
+  }
+  EXPECT_EQ(ReadFile(folder_ / "file"), "in the way");
+}
+
+TEST_F(Downloads, AnEarlierFileIsReplacedAndNothingElseIsLeftBehind) {
+  std::filesystem::create_directories(folder_ / "local");
+  tests::WriteFile(folder_ / "local/Letter.docx", "old");
+  provider_.Connect();
+  Download(ServerPath("Letter.docx"));
+  WaitForAll();
+  EXPECT_EQ(LocalFile("Letter.docx"), "contents");
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "local"), {}), 1);
+}
+
+}  // namespace

@@ -1,0 +1,186 @@
+#include "server/letter_context.h"
+
+#include <optional>
+
+#include "tests/server/server_world.h"
+
+namespace {
+
+using platform::XmlDocument;
+using testing::HasSubstr;
+using testing::Not;
+using tests::Record;
+
+constexpr std::uint32_t kErrorInChild = 0x800000;
+constexpr std::uint32_t kErrorInNonAddressChild = 0x1000000;
+
+class LetterContext : public tests::ServerTest {
+ protected:
+  void GivenContext(const std::string& letter_type, fakes::Row input) {
+    GivenContext(ContextOf(letter_type, std::move(input)));
+  }
+  void GivenContext(const tests::Question& question) {
+    reply_ = Ask(question);
+    ASSERT_EQ(reply_.error, "");
+    document_ = XmlDocument::Parse(Record(reply_, "XML_Context")->FirstText()).OrFail();
+  }
+
+  platform::XmlElement Field(std::string_view name) const { return document_->FirstByTagName(name); }
+  std::string Attribute(std::string_view field, std::string_view attribute) const {
+    return Field(field).Attribute(attribute).value_or("");
+  }
+  std::uint32_t Flags(std::string_view field, std::string_view attribute) const {
+    const auto text = Attribute(field, attribute);
+    return text.empty() ? 0 : static_cast<std::uint32_t>(std::stoul(text, nullptr, 16));
+  }
+  std::string History(std::string_view column) const { return Record(reply_, "CORRHIST")->Text(column); }
+
+  server::Reply reply_;
+  std::optional<XmlDocument> document_;
+};
+
+TEST_F(LetterContext, OfACustomerBeginsWithTheInputAndFollowsTheDefinition) {
+  GivenContext("101", {{"CUST_ID", "100001"}});
+  std::vector<std::string> names;
+  for (const auto& field : document_->Root().Children()) names.push_back(field.Name());
+  EXPECT_THAT(names, testing::ElementsAre("CUST_ID", "LTR_DT", "LTR_REF", "CUSTOMER_NAME", "CUSTOMER_ADDR",
+                                          "ACCNT_NBR", "CNTY_NM", "PHN_NBR", "OFFICER_NAME", "OFFICE_NAME",
+                                          "OFFICE_PHONE"));
+  EXPECT_EQ(Flags("CUST_ID", "State") & 0x800, 0x800u);
+  EXPECT_EQ(Field("LTR_DT").Text(), "November 22, 2026");
+  EXPECT_EQ(Attribute("LTR_DT", "RawValue"), "2026-11-22");
+  EXPECT_EQ(Field("CUSTOMER_ADDR").Text(), "1200 Depot St\nSuite 4\nHartsfield, KV 88312-0431");
+  EXPECT_EQ(Field("ACCNT_NBR").Text(), "62-000100001-01");
+  EXPECT_EQ(Field("PHN_NBR").Text(), "(555) 011-4201");
+  EXPECT_EQ(Field("CNTY_NM").Text(), "Hartsfield");
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x1C00000, 0u);
+  EXPECT_EQ(History("CUST_ID") + History("PRNT_STTS_CD") + History("ADDR_TYP_CD") + History("QZ_CNTY_NBR"),
+            "100001P113");
+  EXPECT_EQ(History("LST_PRCS_TS"), "2026-11-22 09.00.00");
+}
+
+TEST_F(LetterContext, OfAFormHoldsItsPeriodsAsATableThatAddsUp) {
+  GivenContext("110", {{"FORM_NBR", "3100056"}, {"FORM_TYP_CD", "C"}});
+  EXPECT_EQ(Field("CUST_ID").Text(), "100014");
+  EXPECT_EQ(Flags("CUST_ID", "State") & 0x800, 0u) << "found through the form, not given";
+  EXPECT_EQ(Flags("FORM_NBR", "State") & 0x800, 0x800u);
+  EXPECT_EQ(Field("FORM_NBR_WITH_DGT").Text(), "3100056-X");
+  EXPECT_EQ(Attribute("TAX_PERIODS", "State"), "1");
+  const auto rows = Field("TAX_PERIODS").Children();
+  ASSERT_EQ(rows.size(), 36u);
+  EXPECT_EQ(rows[0].Attribute("State"), "40");
+  EXPECT_EQ(rows[0].Children()[0].Attribute("State"), "80");
+  EXPECT_EQ(rows.back().Children()[0].Text(), "September 2026");
+  EXPECT_EQ(rows.back().Children()[1].Text(), "October 20, 2026");
+  auto total = platform::Money::FromCents(0);
+  for (const auto& cell : document_->Root().ElementsByTagName("PERIOD_TOTAL")) {
+    total = total + *platform::Money::Parse(*cell.Attribute("RawValue"));
+  }
+  EXPECT_EQ(Field("AMOUNT_DUE").Text(), "$" + total.AsGroupedText());
+  EXPECT_EQ(History("FORM_NBR") + History("FORM_TYP_CD") + History("FORM_CK_DGT_NBR"), "3100056CX");
+}
+
+TEST_F(LetterContext, OfAReceiptIsFoundByItsNumberAndCheckDigit) {
+  GivenContext("111", {{"FORM_NBR", "3100006"},
+                       {"FORM_CK_DGT_NBR", "0"},
+                       {"RCPT_NBR", "3100006"},
+                       {"RCPT_CK_DGT_NBR", "0"},
+                       {"FORM_TYP_CD", "R"}});
+  EXPECT_EQ(Field("CUST_ID").Text(), "100001");
+  EXPECT_EQ(Field("FORM_TYP_DES").Text(), "Receipt");
+}
+
+TEST_F(LetterContext, SaysWhatTheUserHasToEnterAndToChoose) {
+  GivenContext("103", {{"CUST_ID", "100001"}});
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x18, 0x8u);
+  EXPECT_EQ(Flags("U_BOND_AMT", "State") & 0xFF, 0x8u);
+  EXPECT_EQ(Attribute("U_BOND_AMT", "V_EnglishDesc"), "Amount of the bond");
+  EXPECT_EQ(Field("U_BOND_AMT").Text(), "");
+  GivenContext("107", {{"FORM_NBR", "3100004"}, {"FORM_TYP_CD", "C"}});
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x10, 0x10u);
+  EXPECT_EQ(Flags("PARA_FREE_TEXT", "State") & 0x2FF, 0x210u);
+  EXPECT_EQ(Field("PARA_FREE_TEXT").Text(), "");
+}
+
+TEST_F(LetterContext, NamesAreTakenAsTheyAre) {
+  const std::vector<std::pair<std::string, std::string>> names = {{"100002", "Hattie Merriweather"},
+                                                                  {"100003", "Barlow & Sons <Haulage> Co."},
+                                                                  {"100004", "Café Élan Truck Stop"},
+                                                                  {"100005", "Quentin O'Marchbanks"},
+                                                                  {"100020", "Halfway House Truck Stop"}};
+  for (const auto& [customer, name] : names) {
+    GivenContext("101", {{"CUST_ID", customer}});
+    EXPECT_EQ(Field("CUSTOMER_NAME").Text(), name);
+  }
+}
+
+TEST_F(LetterContext, TheAddressVerdictFollowsTheCustomersAddresses) {
+  struct Case {
+    const char* customer;
+    const char* status;
+    const char* address_type;
+    std::uint32_t flags;
+    const char* words;
+  };
+  for (const auto& [customer, status, address_type, flags, words] :
+       std::initializer_list<Case>{{"100001", "P", "1", 0x280, "The letter goes to the mailing address"},
+                                   {"100006", "P", "2", 0xB00, "mailing address is missing"},
+                                   {"100007", "P", "2", 0xB00, "mailing address is missing"},
+                                   {"100013", "P", "2", 0x20300, "mailing address is marked bad"},
+                                   {"100015", "V", "", 0x20060000, "residential address is marked bad"},
+                                   {"100016", "V", "", 0x20042000, "mailing address failed verification"},
+                                   {"100017", "P", "1", 0x9280, "post office box"},
+                                   {"100018", "V", "", 0x20001800, "No usable address"},
+                                   {"100019", "P", "1", 0x1080, "residential address is missing"}}) {
+    SCOPED_TRACE(customer);
+    GivenContext("101", {{"CUST_ID", customer}});
+    EXPECT_EQ(History("PRNT_STTS_CD"), status);
+    EXPECT_EQ(History("ADDR_TYP_CD"), address_type);
+    EXPECT_EQ(Flags("XML_CONTEXT", "AddrState"), flags);
+    EXPECT_EQ(Flags("CUSTOMER_ADDR", "AddrState"), flags);
+    EXPECT_EQ(Flags("CUSTOMER_ADDR", "Err"), std::string(status) == "V" ? 0x200u : 0u);
+    EXPECT_THAT(Attribute("XML_CONTEXT", "V_ExplainAddr"), HasSubstr(words));
+  }
+}
+
+TEST_F(LetterContext, AnAddressErrorAloneIsToldApartFromOthers) {
+  GivenContext("101", {{"CUST_ID", "100015"}});
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & (kErrorInChild | kErrorInNonAddressChild), kErrorInChild);
+  GivenContext("101", {{"CUST_ID", "100018"}});
+  EXPECT_EQ(Flags("ACCNT_NBR", "Err"), 0x10u);
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & (kErrorInChild | kErrorInNonAddressChild),
+            kErrorInChild | kErrorInNonAddressChild);
+}
+
+TEST_F(LetterContext, ARequiredFieldWithoutAValueIsInError) {
+  GivenContext("110", {{"CUST_ID", "100001"}});  // a letter about a form, asked for without one
+  EXPECT_EQ(Flags("FORM_NBR", "Err"), 0x8u);
+  EXPECT_EQ(Flags("FORM_NBR", "State") & 0x418104, 0x418104u);
+  EXPECT_THAT(Attribute("FORM_NBR", "V_ExplainErr"), HasSubstr("Nothing was found"));
+  EXPECT_EQ(Flags("FORM_CK_DGT_NBR", "Err"), 0u) << "not required";
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & kErrorInNonAddressChild, kErrorInNonAddressChild);
+}
+
+TEST_F(LetterContext, ExplainsOnlyWhenAsked) {
+  const auto ask = [&](const char* descriptors, const char* states) {
+    GivenContext({.type = 83,
+                  .keys = {{"LTR_TYP_ID", "101"},
+                           {"key:emitfielddescriptors", descriptors},
+                           {"key:EXPLAINSTATE", states}},
+                  .records = {{"XML_CONTEXT_INPUT", {{{"CUST_ID", "100006"}}}}}});
+    return document_->Root().Xml();
+  };
+  EXPECT_THAT(ask("Y", "Y"), testing::AllOf(HasSubstr("V_EnglishDesc"), HasSubstr("V_ExplainAddr")));
+  EXPECT_THAT(ask("Y", "N"), testing::AllOf(HasSubstr("V_EnglishDesc"), Not(HasSubstr("V_ExplainAddr"))));
+  EXPECT_THAT(ask("N", "N"), testing::AllOf(Not(HasSubstr("V_")), Not(HasSubstr("RawValue"))));
+}
+
+TEST_F(LetterContext, WithoutValuesNothingIsInError) {
+  GivenContext({.type = 83,
+                .keys = {{"key: LTR_TYP_ID", "110"}, {"key: POPULATE_LTR_BOOKMARKS", "N"}},
+                .records = {{"XML_CONTEXT_INPUT", {{{"CUST_ID", "100018"}}}}}});
+  EXPECT_EQ(Flags("XML_CONTEXT", "State") & kErrorInChild, 0u);
+  EXPECT_EQ(Field("CUSTOMER_NAME").Text(), "");
+}
+
+}  // namespace

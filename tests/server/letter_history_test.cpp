@@ -1,0 +1,106 @@
+#include "server/letter_history.h"
+
+#include "tests/server/server_world.h"
+
+namespace {
+
+using testing::HasSubstr;
+using tests::Record;
+
+class LetterHistory : public tests::ServerTest {
+ protected:
+  /// The letter as the reply to its recording shows it.
+  std::shared_ptr<platform::RecordSet> Recorded(const tests::Question& question) {
+    const auto reply = Ask(question);
+    EXPECT_EQ(reply.error, "");
+    return reply.records.at(0).rows;
+  }
+};
+
+TEST_F(LetterHistory, APrintedLetterGetsANumberTheServersTimeAndTheStatusOfAPrintedLetter) {
+  const auto letter = Recorded(PrintedLetter("m-1"));
+  EXPECT_EQ(letter->Text("SEQ_NBR"), "1");
+  EXPECT_EQ(letter->Text("PRNT_STTS_CD"), "P");
+  EXPECT_EQ(letter->Text("PRNT_TS"), "2026-11-22 09.00.00");
+  EXPECT_EQ(letter->Text("LST_PRNT_TS"), "2026-11-22 09.00.00");
+  EXPECT_EQ(letter->Text("LST_PRCS_TS"), "2026-11-22 08.59.00");
+  EXPECT_EQ(letter->Text("LST_UPDT_INSP_ID"), "DEMO01");
+  EXPECT_EQ(letter->Text("QZ_CNTY_DESC") + letter->Text("TRP_ID") + letter->Text("TRP_DIST_ID"),
+            "HartsfieldC1");
+  EXPECT_TRUE(letter->Get("FORM_NBR").IsNull());
+  EXPECT_TRUE(letter->Get("XML_CONTEXT").IsNull());
+  EXPECT_EQ(Recorded(PrintedLetter("m-2"))->Text("SEQ_NBR"), "2");
+}
+
+TEST_F(LetterHistory, AReprintMovesTheLastPrintTimeOnly) {
+  Recorded(PrintedLetter("m-1"));
+  clock_.Sleep(std::chrono::hours(2));
+  const auto letter = Recorded(Reprint("m-2", "1"));
+  EXPECT_EQ(letter->Text("PRNT_TS"), "2026-11-22 09.00.00");
+  EXPECT_EQ(letter->Text("LST_PRNT_TS"), "2026-11-22 11.00.00");
+  EXPECT_EQ(letter->Text("DCMT_FILE_TXT"), "REG101_2401.docx");
+}
+
+TEST_F(LetterHistory, AFailedLetterStaysFailedWhenItIsPrinted) {
+  struct Case {
+    const char* status;
+    const char* last_print;
+    const char* stored;
+    const char* after_reprint;
+  };
+  for (const auto& [status, last_print, stored, after_reprint] : std::initializer_list<Case>{
+           {"F", "2026-11-20 02.00.00", "F", "F"},  // failed in the batch: no time is asked for
+           {"R", "1900-01-01 01.01.01", "R", "R"},
+           {"V", "", "V", "P"},
+           {"S", "2026-11-20 02.00.00", "S", "P"},
+           {"F", "1900-01-01 01.01.01", "P", "P"}}) {
+    const std::string name = std::string(status) + last_print;
+    const auto letter =
+        Recorded(PrintedLetter(name, {{"PRNT_STTS_CD", status}, {"LST_PRNT_TS", last_print}}));
+    EXPECT_EQ(letter->Text("PRNT_STTS_CD"), stored) << name;
+    EXPECT_EQ(Recorded(Reprint(name + "again", letter->Text("SEQ_NBR")))->Text("PRNT_STTS_CD"), after_reprint)
+        << name;
+  }
+}
+
+TEST_F(LetterHistory, ALetterThatWasNeverPrintedGetsItsFirstTimeFromItsReprint) {
+  EXPECT_TRUE(
+      Recorded(PrintedLetter("m-1", {{"PRNT_STTS_CD", "V"}, {"LST_PRNT_TS", {}}}))->Get("PRNT_TS").IsNull());
+  EXPECT_EQ(Recorded(Reprint("m-2", "1"))->Text("PRNT_TS"), "2026-11-22 09.00.00");
+}
+
+TEST_F(LetterHistory, TheContextComesBackToTheLetter) {
+  const std::string context =
+      "<XML_CONTEXT State=\"8\"> <A V_EnglishDesc=\"O`Neill &amp; Co\">x&#10;y</A>\n</XML_CONTEXT>";
+  Recorded(PrintedLetter("m-1", {{"XML_CONTEXT", context}}));
+  EXPECT_EQ(Record(Ask(Fetch("1")), "XML_CONTEXT")->FirstText(), context);
+  auto explained = Fetch("1");
+  explained.keys.insert(explained.keys.end(),
+                        {{"key:EmitFieldDescriptors", "Y"}, {"key: ExplainState", "Y"}});
+  EXPECT_EQ(Record(Ask(explained), "XML_CONTEXT")->FirstText(), context);
+}
+
+TEST_F(LetterHistory, AnUpdateBringsTheNextLettersContext) {
+  Recorded(PrintedLetter("m-1"));
+  Recorded(PrintedLetter("m-2", {{"XML_CONTEXT", "<XML_CONTEXT><NEXT/></XML_CONTEXT>"}}));
+  auto question = Reprint("m-3", "1");
+  question.keys = {{"key:FetchContext", "2"}};
+  const auto reply = Ask(question);
+  EXPECT_EQ(Record(reply, "XML_CONTEXT")->FirstText(), "<XML_CONTEXT><NEXT/></XML_CONTEXT>");
+  EXPECT_EQ(Record(reply, "CORRHIST")->Text("SEQ_NBR"), "1");
+}
+
+TEST_F(LetterHistory, AnUpdateIsKeptThoughTheNextLetterIsNotThere) {
+  Recorded(PrintedLetter("m-1"));
+  clock_.Sleep(std::chrono::hours(1));
+  auto question = Reprint("m-2", "1");
+  question.keys = {{"key:FetchContext", "77"}};
+  EXPECT_THAT(Ask(question).error, HasSubstr("There is no letter \"77\""));
+  clock_.Sleep(std::chrono::hours(1));
+  EXPECT_THAT(Ask(question).error, HasSubstr("There is no letter \"77\"")) << "sent again";
+  auto unchanged = Reprint("m-3", "1");
+  unchanged.records[0].second[0][3].second = platform::Value();
+  EXPECT_EQ(Recorded(unchanged)->Text("LST_PRNT_TS"), "2026-11-22 10.00.00");
+}
+
+}  // namespace

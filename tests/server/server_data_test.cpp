@@ -1,0 +1,158 @@
+#include "server/server_data.h"
+
+#include <thread>
+
+#include "server/check_digit.h"
+#include "server/customer_directory.h"
+#include "server/database.h"
+#include "tests/server/server_world.h"
+
+namespace {
+
+using testing::HasSubstr;
+using tests::DemoOptions;
+using tests::ReadFile;
+
+class ServerData : public testing::Test {
+ protected:
+  /// Everything in the database's tables, as text.
+  static std::string Contents(const std::filesystem::path& data_folder) {
+    server::Database database(server::DatabaseFile(data_folder), server::Database::Opening::kExisting);
+    std::string text;
+    for (const auto* table : {"customer", "form", "tax_period", "letter_field", "county", "office"}) {
+      const auto rows = database.Select(std::string("SELECT * FROM ") + table);
+      for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+        for (const auto& column : rows->columns()) text += rows->Text(row, column) + "|";
+      }
+    }
+    return text;
+  }
+
+  /// The product's data in a folder of their own, to be spoilt.
+  server::InitOptions OwnProduct() {
+    std::filesystem::copy(std::filesystem::path(ZEMLO_SOURCE_DIR) / "data", folder_ / "product",
+                          std::filesystem::copy_options::recursive);
+    auto options = DemoOptions(folder_ / "data");
+    options.product_data_folder = folder_ / "product";
+    options.customers = 2;
+    return options;
+  }
+  static std::string WhyNot(const server::InitOptions& options) {
+    try {
+      server::CreateServerData(options);
+    } catch (const platform::Failure& failure) {
+      return failure.description();
+    }
+    return "";
+  }
+
+  tests::TemporaryFolder folder_;
+};
+
+TEST_F(ServerData, AreTheSameEveryTimeAndStayWhenMadeAgain) {
+  server::CreateServerData(DemoOptions(folder_ / "a"));
+  server::CreateServerData(DemoOptions(folder_ / "b"));
+  const auto contents = Contents(folder_ / "a");
+  EXPECT_EQ(contents, Contents(folder_ / "b"));
+  auto other = DemoOptions(folder_ / "a");
+  other.customers = 3;
+  server::CreateServerData(other);
+  EXPECT_EQ(Contents(folder_ / "a"), contents);
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "a/server/templates/kvcorr.dot"));
+}
+
+TEST_F(ServerData, AreMadeFromTheStartAfterAnInterruption) {
+  std::filesystem::create_directories(folder_ / "server");
+  tests::WriteFile(folder_ / "server/server.db.new", "half a database");
+  tests::WriteFile(folder_ / "server/server.db.new-journal", "and its journal");
+  server::CreateServerData(DemoOptions(folder_.path()));
+  EXPECT_THAT(Contents(folder_.path()), HasSubstr("Hattie"));
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/server.db.new"));
+}
+
+TEST_F(ServerData, TwoProgramsMayMakeThemAtOnce) {
+  std::thread other([&] { server::CreateServerData(DemoOptions(folder_.path())); });
+  server::CreateServerData(DemoOptions(folder_.path()));
+  other.join();
+  EXPECT_THAT(Contents(folder_.path()), HasSubstr("Hattie"));
+}
+
+TEST_F(ServerData, TakeNewLetterDefinitionsAndMissingTemplatesFromANewerProduct) {
+  const auto options = OwnProduct();
+  server::CreateServerData(options);
+  const auto definitions = folder_ / "product/server/letter_fields.tsv";
+  tests::WriteFile(definitions, ReadFile(definitions) + "777\tLTR_DT\t\tDate\tSYSTEM\tletter.date\tY\n");
+  std::filesystem::remove(folder_ / "data/server/templates/kvcorr.dot");
+  server::CreateServerData(options);
+  EXPECT_THAT(Contents(folder_ / "data"), HasSubstr("777|"));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "data/server/templates/kvcorr.dot"));
+}
+
+TEST_F(ServerData, AWrongLetterDefinitionStopsTheMakingAndNamesItsPlace) {
+  const auto options = OwnProduct();
+  const std::string header = "LTR_TYP_ID\tFLD_NM\tFLD_PARENT\tFLD_DES\tFLD_KIND\tFLD_SRC\tFLD_REQ\n";
+  const std::vector<std::pair<std::string, std::string>> wrong = {
+      {"1\tA\t\tA\tDATA\tcustomer.shoe_size\tN\n", "\"customer.shoe_size\""},
+      {"1\tA\t\tA\tPICTURE\t\tN\n", "column FLD_KIND"},
+      {"1\tA\t\tA\tTABLE\tcustomer.name\tN\n", "column FLD_SRC"},
+      {"1\tA\tB\tA\tCOLUMN\tperiod.tax\tN\n", "column FLD_PARENT"},
+      {"1\tA B\t\tA\tUSER\t\tN\n", "column FLD_NM"},
+      {"1\tA\t\tA\tUSER\t\tN\n1\tA\t\tA\tUSER\t\tN\n", "line 3"},
+      {"1\tA\t\tA\tUSER\n", "line 2"}};
+  for (const auto& [rows, words] : wrong) {
+    tests::WriteFile(folder_ / "product/server/letter_fields.tsv", header + rows);
+    EXPECT_THAT(WhyNot(options),
+                testing::AllOf(HasSubstr(words), HasSubstr("letter_fields.tsv"), HasSubstr("line")))
+        << rows;
+    EXPECT_FALSE(std::filesystem::exists(server::DatabaseFile(folder_ / "data"))) << rows;
+  }
+}
+
+TEST_F(ServerData, AFolderThatCannotBeMadeIsNamed) {
+  tests::WriteFile(folder_ / "file", "");
+  EXPECT_THAT(WhyNot(DemoOptions(folder_ / "file")), HasSubstr((folder_ / "file").string()));
+}
+
+TEST(CheckDigit, FollowsTheWeights) {
+  EXPECT_EQ(server::CheckDigit("1234567"), "7");
+  EXPECT_EQ(server::CheckDigit("3100005"), "X");
+  EXPECT_EQ(server::CheckDigit("0000000"), "0");
+}
+
+TEST(CustomerDirectory, FindsByIdNameCityAndAccountWithoutRegardToCase) {
+  const tests::TemporaryFolder folder;
+  tests::PrepareData(folder.path());
+  server::CustomerDirectory directory(folder.path());
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"100004", "100004"},   {"CAFÉ ÉLAN", "100004"},    {"o'march", "100005"},
+      {"oakhaven", "100002"}, {"620001000110", "100011"}, {"barlow & sons <", "100003"},
+      {"hattie m", "100002"}};
+  for (const auto& [text, customer] : cases) {
+    const auto found = directory.Find(text, 5);
+    ASSERT_FALSE(found.empty()) << text;
+    EXPECT_EQ(found[0].CustID, customer) << text;
+  }
+  for (const auto* nobody : {"%", "_", "'; DROP TABLE customer; --", "\\"}) {
+    EXPECT_TRUE(directory.Find(nobody, 5).empty()) << nobody;
+  }
+  EXPECT_EQ(directory.Find("", 7).size(), 7u);
+}
+
+TEST(CustomerDirectory, ListsWhatAPanelShows) {
+  const tests::TemporaryFolder folder;
+  tests::PrepareData(folder.path());
+  const auto listing = server::CustomerDirectory(folder.path()).Find("100007", 1).at(0);
+  EXPECT_EQ(listing.CUSTNAME, "Milo Fenwright");
+  EXPECT_EQ(listing.MailAddress, "");
+  EXPECT_EQ(listing.MailAddress2, "Suite 4");
+  EXPECT_EQ(listing.ResAddress, "12 Main St");
+  EXPECT_EQ(listing.City(), "Larkspur");
+  EXPECT_EQ(listing.FuelTax, "6200010000701");
+}
+
+TEST(CustomerDirectory, WithoutDataSaysHowToMakeThem) {
+  const tests::TemporaryFolder folder;
+  EXPECT_THROW(server::CustomerDirectory(folder.path()), platform::Failure);
+}
+
+}  // namespace
