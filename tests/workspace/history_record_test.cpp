@@ -1,0 +1,84 @@
+#include "workspace/history_record.h"
+
+#include "tests/workspace/workspace_room_test.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// A list with one letter.
+struct OneLetterList : LetterSource {
+  bool open = true;
+  bool IsOpen() const override { return open; }
+  std::string CurrentText(std::string_view column) const override { return column == "SEQ_NBR" ? "99" : ""; }
+  std::size_t SelectedCount() const override { return 1; }
+  void MakeSelectedCurrent(std::size_t) override {}
+};
+
+class HistoryRecordTest : public WorkspaceRoomTest {
+ protected:
+  std::vector<std::string> Sent(RequestDescription message) {
+    message.type = 82;
+    message.name = "LetterAU";
+    envelope_.Send(message);
+    return fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned();
+  }
+  std::vector<std::string> SentForNewLetter() {
+    RequestDescription message;
+    history_.SendLetterHistoryADD(message);
+    return Sent(message);
+  }
+};
+
+TEST_F(HistoryRecordTest, HoldsEverythingOfANewLetter) {
+  UserPicksLetterType("120");
+  state_.template_name = "CIT120.docx";
+  request_.form_number = "1234567";
+  request_.check_digit = "8";
+  request_.form_type = "C";
+  letter_ = {.context = "<X a='1'>O'Neil</X>",
+             .customer_id = "4711",
+             .print_status = "V",
+             .county_number = "55",
+             .process_time = "2004-03-15 09.00.00",
+             .address_type = 2};
+  EXPECT_THAT(
+      SentForNewLetter(),
+      ElementsAre("ACTION=ADD", "LTR_TYP_ID=120", "CUST_ID=4711", "FORM_NBR=1234567", "FORM_CK_DGT_NBR=8",
+                  "FORM_TYP_CD=C", "DCMT_FILE_TXT=CIT120.docx", "PRNT_STTS_CD=F",
+                  "LST_PRNT_TS=1900-01-01 01.01.01", "LST_PRCS_TS=2004-03-15 09.00.00", "SYS_RFRNC_CD=O",
+                  "QZ_CNTY_NBR=55", "ADDR_TYP_CD=2", "XML_CONTEXT=<X a=`1`>O`Neil</X>"));
+  EXPECT_EQ(letter_.context, "<X a=`1`>O`Neil</X>");
+}
+
+TEST_F(HistoryRecordTest, LeavesFormColumnsNullWhereThereIsNoForm) {
+  SentForNewLetter();
+  const auto& row = *fakes_.server.LastRequest().FindRecord("CORRHIST").rows;
+  for (const auto* column : {"FORM_NBR", "FORM_CK_DGT_NBR", "FORM_TYP_CD", "SEQ_NBR"}) {
+    EXPECT_TRUE(row.Get(column).IsNull()) << column;
+  }
+  EXPECT_FALSE(row.Get("CUST_ID").IsNull());
+}
+
+TEST_F(HistoryRecordTest, NamesTheReprintedLetterByWhereItStands) {
+  letter_.sequence_number = 17;
+  RequestDescription message;
+  history_.SendLetterHistoryUPD(message);
+  EXPECT_THAT(Sent(message),
+              ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
+
+  OneLetterList browser;
+  HistoryRecord with_browser({fakes_.services(), state_, request_, letter_, pages_, &browser});
+  RequestDescription from_browser;
+  with_browser.SendLetterHistoryUPD(from_browser);
+  EXPECT_EQ(Sent(from_browser)[1], "SEQ_NBR=99");
+
+  browser.open = false;
+  RequestDescription from_page;
+  with_browser.SendLetterHistoryUPD(from_page);
+  EXPECT_EQ(Sent(from_page)[1], "SEQ_NBR=17");
+}
+
+}  // namespace
+}  // namespace workspace

@@ -1,0 +1,189 @@
+#include "workspace/letter_generation.h"
+
+#include "tests/workspace/workspace_room_test.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+// Flag words of a root element.
+constexpr const char* kWhole = "<XML_CONTEXT><NAME>ACME</NAME></XML_CONTEXT>";
+constexpr const char* kForUser = "<XML_CONTEXT State=\"8\"><NAME State=\"8\"/></XML_CONTEXT>";
+constexpr const char* kForParagraphs = "<XML_CONTEXT State=\"10\"/>";
+constexpr const char* kInError = "<XML_CONTEXT State=\"800000\"/>";
+
+class LetterGenerationTest : public WorkspaceRoomTest {
+ protected:
+  void UserAsksFor(const std::string& letter_type) {
+    pages_.correspondence.ZEMLO_LetterType.Code(letter_type);
+    generation_.SelectNewType();
+  }
+  void ServerRepliesWith(const std::string& context, const fakes::Row& history = {{"CUST_ID", "4711"}}) {
+    fakes_.server.Reply(
+        fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", context}}}).And("CORRHIST", {history}));
+    fakes_.RunEvents();
+    generation_.CreateNewCorrespondence();
+  }
+  std::vector<std::string> Input() {
+    return fakes_.server.LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned();
+  }
+};
+
+TEST_F(LetterGenerationTest, AsksForTheDataOfTheChosenLetter) {
+  GivenTemplate("TAX110.docx");
+  request_.customer_id = "4711";
+  UserAsksFor("110");
+
+  const auto& sent = fakes_.server.LastRequest();
+  EXPECT_EQ(sent.type, 83);
+  EXPECT_EQ(sent.user_id, "");
+  EXPECT_THAT(sent.Keys(),
+              ElementsAre("KORVADSK|key: LTR_TYP_ID|=|110", "KORVADSK|key: POPULATE_LTR_BOOKMARKS|=|Y",
+                          "KORVADSK|key: EmitFieldDescriptors|=|Y", "KORVADSK|key: ExplainState|=|Y"));
+  EXPECT_THAT(Input(), ElementsAre("CUST_ID=4711"));
+  EXPECT_EQ(state_.pending_request_name, "XMLRequest");
+  EXPECT_FALSE(fakes_.status.ready);
+  EXPECT_EQ(fakes_.status.LastText(), "Requesting bookmark information");
+}
+
+TEST_F(LetterGenerationTest, SendsWhatTheLetterIsAskedForWith) {
+  struct Case {
+    LetterRequestFields request;
+    std::vector<std::string> columns;
+  };
+  const Case cases[] = {
+      {{.customer_id = "4711", .form_type = "C", .form_number = "1234567", .check_digit = "8"},
+       {"FORM_NBR=1234567", "FORM_TYP_CD=C"}},
+      {{.customer_id = "4711", .form_type = "R", .form_number = "1234567", .check_digit = "8"},
+       {"FORM_NBR=1234567", "FORM_CK_DGT_NBR=8", "RCPT_NBR=1234567", "RCPT_CK_DGT_NBR=8", "FORM_TYP_CD=R"}},
+      {{.form_type = "R", .form_number = "1234567"},
+       {"FORM_NBR=1234567", "RCPT_NBR=1234567", "FORM_TYP_CD=R"}},
+      {{}, {}},
+  };
+  GivenTemplate("TAX110.docx");
+  for (const auto& [request, columns] : cases) {
+    request_ = request;
+    UserAsksFor("110");
+    EXPECT_EQ(Input(), columns);
+  }
+}
+
+TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
+  fakes_.reference.AnswersWhatContains(
+      "SELECT a.DCMT_NM", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
+  UserAsksFor("110");
+  GivenTemplate("TAX110.docx");
+  fakes_.files.content.clear();
+  UserAsksFor("110");
+  EXPECT_THAT(
+      fakes_.host.MessageTexts(),
+      ElementsAre("This request can not be processed at this time. Please create a template to complete this "
+                  "request.",
+                  "Unable to process this request. No template is available for print."));
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+}
+
+TEST_F(LetterGenerationTest, PreviewsALetterThatIsWholeAndRecordsItOncePrinted) {
+  GivenTemplate("TAX110.docx");
+  request_.customer_id = "4711";
+  UserAsksFor("110");
+  ServerRepliesWith(kWhole,
+                    {{"CUST_ID", "4711"}, {"PRNT_STTS_CD", "P"}, {"QZ_CNTY_NBR", 55}, {"ADDR_TYP_CD", 1}});
+  EXPECT_TRUE(print_.HasCalled("OpenDocument templates/TAX110.docx"));
+  EXPECT_THAT(print_.merged, ElementsAre(kWhole));
+  EXPECT_THAT(fakes_.server.requests, SizeIs(1));
+
+  state_.pending_request_name = "Letter_History";  // a search meanwhile changes nothing
+  print_.UserPrints();
+  const auto& sent = fakes_.server.LastRequest();
+  EXPECT_EQ(sent.type, 82);
+  EXPECT_EQ(sent.user_id, "OFFICER1");
+  EXPECT_THAT(sent.FindRecord("CORRHIST").Assigned(),
+              testing::IsSupersetOf({"ACTION=ADD", "LTR_TYP_ID=110", "CUST_ID=4711", "QZ_CNTY_NBR=55",
+                                     "ADDR_TYP_CD=1", "DCMT_FILE_TXT=TAX110.docx"}));
+  EXPECT_EQ(state_.pending_request_name, "LetterAU");
+  EXPECT_EQ(fakes_.status.LastText(), "Saving letter history");
+  EXPECT_EQ(print_.calls.back(), "dropped");
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+TEST_F(LetterGenerationTest, LetsTheUserCompleteALetter) {
+  GivenTemplate("TAX110.docx");
+  for (const auto* context : {kForUser, kForParagraphs}) {
+    forms_ = {};
+    forms_.answer = {"<XML_CONTEXT>completed</XML_CONTEXT>", true};
+    UserAsksFor("110");
+    ServerRepliesWith(context);
+    EXPECT_THAT(forms_.entered, ElementsAre(std::string("templates/TAX110.docx|TAX110.docx|") + context));
+    EXPECT_THAT(fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned(),
+                testing::Contains("XML_CONTEXT=<XML_CONTEXT>completed</XML_CONTEXT>"));
+  }
+}
+
+TEST_F(LetterGenerationTest, RecordsNothingThatWasNotPrinted) {
+  GivenTemplate("TAX110.docx");
+  UserAsksFor("110");
+  forms_.answer = {"<XML_CONTEXT/>", false};
+  ServerRepliesWith(kForUser);
+  EXPECT_THAT(fakes_.server.requests, SizeIs(1));
+  EXPECT_TRUE(pages_.correspondence.OptOnline[CorrespondencePage::kCreateLetter].enabled());
+}
+
+TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
+  struct Case {
+    const char* address_state;
+    std::vector<std::string> messages;
+  };
+  const Case cases[] = {
+      {"1800", {"Request could not be processed due to mail and residental address is incomplete."}},
+      {"800", {"Request could not be processed due to mail address is incomplete."}},
+      {"1000", {"Request could not be processed due to residental address is incomplete."}},
+      {"0", {}},
+  };
+  GivenTemplate("TAX110.docx");
+  for (const auto& [address_state, messages] : cases) {
+    fakes_.host.messages.clear();
+    UserAsksFor("110");
+    ServerRepliesWith(std::string("<XML_CONTEXT State=\"400000\" AddrState=\"") + address_state + "\"/>",
+                      {{"PRNT_STTS_CD", "V"}});
+    EXPECT_EQ(fakes_.host.MessageTexts(), messages);
+    EXPECT_THAT(forms_.shown, IsEmpty());
+  }
+}
+
+TEST_F(LetterGenerationTest, ShowsAnyOtherErrorOfTheData) {
+  GivenTemplate("TAX110.docx");
+  UserAsksFor("110");
+  ServerRepliesWith(kInError, {{"PRNT_STTS_CD", "P"}});
+  EXPECT_THAT(forms_.shown, ElementsAre(kInError));
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_THAT(print_.calls, IsEmpty());
+}
+
+TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {
+  GivenTemplate("TAX110.docx");
+  UserAsksFor("110");
+  ServerRepliesWith(kWhole);
+  print_.calls.clear();
+
+  UserAsksFor("110");
+  fakes_.server.ReplyWithNothing();
+  fakes_.RunEvents();
+  generation_.CreateNewCorrespondence();
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CreateNewCorrespondence"));
+  EXPECT_FALSE(print_.HasCalled("MergeBookmarks"));
+  EXPECT_EQ(letter_.customer_id, "");
+}
+
+TEST_F(LetterGenerationTest, ReportsALetterTypeThatIsNoNumber) {
+  GivenLetterTypes({{"ABC", "Odd letter", "O", ""}});
+  UserAsksFor("ABC");
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.SelectNewType"));
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+}
+
+}  // namespace
+}  // namespace workspace

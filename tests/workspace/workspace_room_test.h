@@ -1,0 +1,104 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "customers/customer_panel.h"
+#include "tests/fakes/fake_services.h"
+#include "tests/fakes/recording_print_component.h"
+#include "workspace/field_check.h"
+#include "workspace/form_type_filter.h"
+#include "workspace/history_record.h"
+#include "workspace/letter_generation.h"
+#include "workspace/letter_request.h"
+#include "workspace/letter_templates.h"
+
+namespace workspace {
+
+/// The dialogs a letter may need, answered by the test.
+struct ScriptedForms : LetterForms {
+  std::vector<std::string> shown;    ///< contexts shown with their errors
+  std::vector<std::string> entered;  ///< "file|template|context"
+  EnteredLetter answer;
+
+  void ShowLetterInformation(const std::string& context) override { shown.push_back(context); }
+  EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
+                               const std::string& context) override {
+    entered.push_back(file_name + "|" + template_name + "|" + context);
+    return answer;
+  }
+};
+
+/// The parts of the room over faked outside parties, and the words their tests are written in.
+class WorkspaceRoomTest : public testing::Test {
+ protected:
+  static constexpr auto kPage = PageIndex::kCorrespondence;
+  static constexpr auto kTracking = PageIndex::kTracking;
+
+  WorkspaceRoomTest() {
+    state_.message_title = "Letters";
+    fakes_.reference.AnswersWhatContains("from FLS_code",
+                                         fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}}}));
+    fakes_.utilities.descriptions = {{{"REFDOCTYP", "C"}, "Citation"},
+                                     {{"REFDOCTYP", "M"}, "Memo"},
+                                     {{"REFDOCTYP", "O"}, "Order"},
+                                     {{"REFDOCTYP", "R"}, "Receipt"},
+                                     {{"REFDOCTYP", "V"}, "Voucher"}};
+    GivenLetterTypes({{"110", "Tax liability", "O", ""},
+                      {"120", "Citation notice", "O", "CR"},
+                      {"130", "Nightly notice", " b ", ""}});
+  }
+
+  struct LetterType {
+    std::string code;
+    std::string name;
+    std::string online;
+    std::string form_types;  ///< "" for a letter to a customer
+  };
+  void GivenLetterTypes(const std::vector<LetterType>& types) {
+    std::vector<fakes::Row> rows = {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}, {"LTR_IND", ""}}};
+    for (const auto& [code, name, online, form_types] : types) {
+      rows.push_back({{"CD_TBL_CD", code}, {"CD_TBL_DES", name}, {"LTR_IND", online}});
+      fakes_.utilities.values[{"LTRINPUT", code}] = form_types.empty() ? code : form_types;
+    }
+    fakes_.reference.AnswersWhatContains("from FLS_LETTER", fakes::RowsOf("", rows));
+  }
+  void GivenTemplate(const std::string& name) {
+    fakes_.reference.AnswersWhatContains("SELECT a.DCMT_NM", fakes::RowsOf("", {{{"DCMT_NM", name}}}));
+    fakes_.files.content["templates/" + name] = "document";
+  }
+  void UserPicksLetterType(const std::string& code, PageIndex page = kPage) {
+    pages_.Letter(page).ZEMLO_LetterType.Code(code);
+    request_part_.LetterTypeChanged(page);
+  }
+  void UserPicksFormType(const std::string& code, PageIndex page = kPage) {
+    pages_.Letter(page).ZEMLO_FormTypeCodes.Code(code);
+  }
+  void PanelShowsCustomer(const std::string& id, PageIndex page = kPage) {
+    pages_.Letter(page).panel.customer_id.SetCaption(id);
+  }
+
+  fakes::RecordingPrintComponent print_;
+  fakes::FakeServices fakes_{&print_};
+  WorkspaceState state_;
+  LetterRequestFields request_;
+  LetterData letter_;
+  customers::CurrentCustomer customer_;
+  Pages pages_{fakes_.services()};
+  std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
+  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  FieldCheck field_check_{fakes_.services(), pages_};
+  FormTypeFilter form_types_{fakes_.services(), state_, request_, pages_};
+  LetterRequest request_part_{
+      {fakes_.services(), state_, request_, customer_, pages_, field_check_, form_types_}};
+  LetterTemplates templates_{fakes_.services(), state_, envelope_, *listener_};
+  HistoryRecord history_{{fakes_.services(), state_, request_, letter_, pages_, nullptr}};
+  ScriptedForms forms_;
+  LetterGeneration generation_{
+      {fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_, history_, forms_}};
+};
+
+}  // namespace workspace
