@@ -1,0 +1,32 @@
+#include "workspace/document/parts.h"
+
+#include "workspace/document/reply_routes.h"
+
+namespace workspace {
+
+Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener)
+    : envelope(services, data.state, listener),
+      field_check(services, data.pages),
+      form_types(services, data.state, data.request, data.pages),
+      letter_request(
+          {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),
+      templates(services, data.state, envelope, listener),
+      history({services, data.state, data.request, data.letter, data.pages, /*batch_browser=*/nullptr}),
+      forms(services, data.state, data.pages),
+      generation(
+          {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
+      online_actions(services, letter_request, [this] { generation.SelectNewType(); }, /*reprint=*/{}),
+      handlers(Handlers()),
+      replies(services, data.state, ReplyRoutes(handlers, data.pages),
+              [&data] { data.pages.tracking.letter_action.SetEnabled(true); }),
+      downloads(services, data.state) {}
+
+ReplyHandlers Parts::Handlers() {
+  ReplyHandlers known;
+  known.CreateNewCorrespondence = [this] { generation.CreateNewCorrespondence(); };
+  known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
+  known.CopyTemplate = [this] { templates.CopyTemplate(); };
+  return known;
+}
+
+}  // namespace workspace

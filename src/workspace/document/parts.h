@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/message_component.h"
+#include "platform/services.h"
+#include "workspace/document/incomplete_letter_forms.h"
+#include "workspace/document/reply_handlers.h"
+#include "workspace/document/workspace_data.h"
+#include "workspace/field_check.h"
+#include "workspace/form_type_filter.h"
+#include "workspace/history_record.h"
+#include "workspace/letter_generation.h"
+#include "workspace/letter_request.h"
+#include "workspace/letter_templates.h"
+#include "workspace/messaging/download_notification.h"
+#include "workspace/messaging/reply_dispatcher.h"
+#include "workspace/messaging/request_envelope.h"
+#include "workspace/online_actions.h"
+
+namespace workspace {
+
+/// The parts of the workspace, each made with exactly what it uses. They live as long as one reply listener.
+struct Parts {
+  /// All references outlive the parts.
+  Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener);
+
+  RequestEnvelope envelope;
+  FieldCheck field_check;
+  FormTypeFilter form_types;
+  LetterRequest letter_request;
+  LetterTemplates templates;
+  HistoryRecord history;
+  IncompleteLetterForms forms;
+  LetterGeneration generation;
+  OnlineActions online_actions;
+  ReplyHandlers handlers;
+  ReplyDispatcher replies;
+  DownloadNotification downloads;
+
+ private:
+  ReplyHandlers Handlers();
+};
+
+}  // namespace workspace

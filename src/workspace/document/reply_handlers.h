@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "workspace/messaging/page_index.h"
+
+namespace workspace {
+
+/// Who handles what a reply brings. The document fills in what it has; an empty handler does nothing.
+struct ReplyHandlers {
+  std::function<void()> CreateNewCorrespondence;
+  std::function<void()> DecodeNetworkPath;
+  std::function<void()> CopyTemplate;
+  std::function<void(PageIndex page)> FillHistory;
+  std::function<void()> FillBatchHistory;
+  /// Merges a stored letter: mode "PREVIEW", "PRINT", "SAVE", or the name of a batch reprint request.
+  std::function<void(PageIndex page, const std::string& mode, const std::string& letter_type)> MergeLetter;
+  std::function<void()> ViewBookMark;
+  std::function<void()> FillCustFromLetter;
+  std::function<void()> FillCustomerInfo;
+  std::function<void()> SendBatchInq;
+  std::function<void(const std::string& letter_type)> ProcessBatchReprint;
+  /// Whether letters of that type are left to print and the run was not cancelled.
+  std::function<bool(const std::string& letter_type)> HasLettersToReprint;
+  /// Reports to the server how many letters a batch reprint printed; `status` is shown where it is not "".
+  std::function<void(std::string_view status)> SendBatchCount;
+};
+
+}  // namespace workspace

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "customers/customer_panel.h"
+#include "tracking/letter_action_lists.h"
+#include "workspace/letter_data.h"
+#include "workspace/messaging/letter_request_fields.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages.h"
+
+namespace workspace {
+
+/// What the parts of the workspace share.
+struct WorkspaceData {
+  explicit WorkspaceData(const platform::Services& services) : pages(services) {}
+
+  WorkspaceState state;
+  LetterRequestFields request;
+  LetterData letter;
+  customers::CurrentCustomer customer;
+  tracking::LetterActionLists action_lists;
+  Pages pages;
+};
+
+}  // namespace workspace

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "customers/selected_customer.h"
+#include "platform/services.h"
+#include "workspace/document/parts.h"
+#include "workspace/document/workspace_data.h"
+
+namespace workspace {
+
+/// The correspondence workspace: the document that a host opens in its window.
+///
+/// The host makes it, calls Initialize, then Show each time it shows the document, and CloseDocument or
+/// BeforeUnload and Terminate when it goes. What the user does reaches it through the controls of its pages.
+/// It never holds unsaved data. User-interface thread only; nothing leaves its members.
+class ZEMLO_Corresp {
+ public:
+  /// `services` outlives the document.
+  explicit ZEMLO_Corresp(const platform::Services& services);
+  ZEMLO_Corresp(const ZEMLO_Corresp&) = delete;
+  ZEMLO_Corresp& operator=(const ZEMLO_Corresp&) = delete;
+  ~ZEMLO_Corresp();
+
+  /// False, always; the status bar says that it was looked for.
+  bool DataChanged();
+  /// Gives the host its toolbar buttons back.
+  void BeforeUnload();
+  /// There never is anything to save, and the status bar says so.
+  void SaveData();
+  void CheckEdit(PageIndex page);
+  /// Gives the tracking page's two dates their normal look.
+  void ClearEdit();
+  /// Asks for the data of a letter of the chosen type.
+  void SelectNewType();
+  /// Deletes the application file and gives the toolbar buttons back. True, always.
+  bool CloseDocument();
+  /// False, always.
+  bool NeedSave();
+
+  // Life cycle.
+  /// Starts the workspace: every action disabled, the template folder asked for. Comes before all members
+  /// that act.
+  void Initialize();
+  void Show();
+  /// Closes a preview that still stands, and hears no reply any more.
+  void Terminate();
+
+  /// The controls, for views, programs and tests.
+  Pages& pages() { return data_.pages; }
+  const WorkspaceState& state() const { return data_.state; }
+  const customers::CurrentCustomer& customer() const { return data_.customer; }
+  const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
+  /// Why the page's command is disabled, a sentence for each rule; none before Initialize.
+  std::vector<std::string> CheckMessages(PageIndex page);
+  /// A customer was chosen for the correspondence or the tracking page.
+  void FillCustomerField(const customers::SelectedCustomer& chosen, PageIndex page);
+
+ private:
+  void ConfigureToolbar(bool enabled);
+  void ConnectOutside();
+  void ConnectUser();
+  void DisableActions();
+  void EmptyDates();
+  void DataSyncComplete();
+  Parts& RequireParts();
+
+  const platform::Services& services_;
+  WorkspaceData data_;
+  std::shared_ptr<platform::CommClient> moClient_;
+  std::unique_ptr<platform::ReplyListener> mVemtMessage_;
+  std::unique_ptr<Parts> parts_;
+  std::vector<platform::Connection> connections_;
+};
+
+}  // namespace workspace

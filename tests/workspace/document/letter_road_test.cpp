@@ -1,0 +1,133 @@
+#include "tests/workspace/document/workspace_test.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class LetterRoad : public WorkspaceTest {
+ protected:
+  LetterRoad() {
+    GivenWorkspaceIsOpen();
+    GivenTemplate("TAX110.docx");
+  }
+  void GivenLetterIsAskedFor() {
+    UserChoosesCustomer("4711");
+    UserPicksLetterType("110");
+    UserClicksCreateLetter();
+  }
+};
+
+TEST_F(LetterRoad, GoesFromTheCustomerToTheHistory) {
+  UserChoosesCustomer("4711");
+  EXPECT_FALSE(CanCreateLetter());
+  UserPicksLetterType("110");
+  EXPECT_TRUE(CanCreateLetter());
+  UserClicksCreateLetter();
+  EXPECT_THAT(LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned(), ElementsAre("CUST_ID=4711"));
+
+  ServerRepliesWithContext("<XML_CONTEXT><NAME>O'Neil</NAME></XML_CONTEXT>",
+                           {{"CUST_ID", "4711"}, {"PRNT_STTS_CD", "P"}, {"ADDR_TYP_CD", 1}});
+  EXPECT_THAT(print_.merged, ElementsAre("<XML_CONTEXT><NAME>O'Neil</NAME></XML_CONTEXT>"));
+
+  print_.UserPrints();
+  EXPECT_THAT(LastRequest().FindRecord("CORRHIST").Assigned(),
+              Contains("XML_CONTEXT=<XML_CONTEXT><NAME>O`Neil</NAME></XML_CONTEXT>"));
+  fakes_.server.ReplyWithNothing();
+  fakes_.RunEvents();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_TRUE(fakes_.status.ready);
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+  EXPECT_THAT(fakes_.host.messages, IsEmpty());
+}
+
+TEST_F(LetterRoad, TakesTheDocumentOfADocumentLetter) {
+  UserPicksLetterType("120");
+  UserPicksFormType("R");
+  EXPECT_FALSE(CanCreateLetter());
+  UserTypesFormNumber("1234567-8");
+  EXPECT_TRUE(CanCreateLetter());
+  UserClicksCreateLetter();
+  EXPECT_THAT(LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned(),
+              ElementsAre("FORM_NBR=1234567", "FORM_CK_DGT_NBR=8", "RCPT_NBR=1234567", "RCPT_CK_DGT_NBR=8",
+                          "FORM_TYP_CD=R"));
+}
+
+TEST_F(LetterRoad, LetsTheUserTryAgainAfterAnErrorReply) {
+  GivenLetterIsAskedFor();
+  fakes_.server.ReplyWithError("Customer 4711 has moved.");
+  fakes_.RunEvents();
+  EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre("Customer 4711 has moved."));
+  EXPECT_TRUE(CanCreateLetter());
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+
+  const auto sent = fakes_.server.requests.size();
+  UserClicksCreateLetter();  // the option still is selected: releasing the button over it counts
+  EXPECT_EQ(fakes_.server.requests.size(), sent + 1);
+}
+
+TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
+  struct Case {
+    const char* context;
+    const char* message;
+  };
+  const Case cases[] = {
+      {"<XML_CONTEXT State=\"8\"><AMOUNT State=\"8\" V_EnglishDesc=\"Amount due\"/><NAME/><PARA_A "
+       "State=\"10\"/>"
+       "</XML_CONTEXT>",
+       "The letter \"Tax liability\" cannot be completed here yet. These fields wait for what only the user "
+       "knows:\r\nAmount due\r\nPARA_A"},
+      {"<XML_CONTEXT State=\"800000\"><AMOUNT State=\"400000\"/><NAME/></XML_CONTEXT>",
+       "The letter \"Tax liability\" cannot be completed here yet. The server found errors in these "
+       "fields:\r\nAMOUNT"},
+  };
+  for (const auto& [context, message] : cases) {
+    fakes_.host.messages.clear();
+    GivenLetterIsAskedFor();
+    ServerRepliesWithContext(context);
+    EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre(message));
+    EXPECT_EQ(fakes_.host.messages[0].icon, platform::MessageIcon::kExclamation);
+    EXPECT_TRUE(CanCreateLetter());
+    EXPECT_THAT(print_.calls, IsEmpty());
+  }
+}
+
+TEST_F(LetterRoad, ChecksATextThatIsTypedOverAPick) {
+  UserChoosesCustomer("4711");
+  UserPicksLetterType("110");
+  document_.pages().correspondence.ZEMLO_LetterType.UserEditsText("Tax li");
+  EXPECT_FALSE(CanCreateLetter());
+  EXPECT_THAT(document_.CheckMessages(kPage), ElementsAre("Please select a correspondence type"));
+}
+
+TEST_F(LetterRoad, ChecksThePagesFieldsAsTheyChange) {
+  auto& tracking = document_.pages().tracking;
+  tracking.OptLetterStatus[TrackingPage::kAll].UserClicks();
+  tracking.txtBatch.SetText("7");
+  EXPECT_TRUE(tracking.search.enabled());
+  tracking.txtBatch.SetText("");
+  EXPECT_FALSE(tracking.search.enabled());
+
+  auto& batch = document_.pages().batch;
+  batch.OptBatchDate[BatchPage::kLastNight].UserClicks();
+  batch.OptBatchStatus[0].UserClicks();
+  EXPECT_TRUE(batch.cmdBatch[BatchPage::kSearch].enabled());
+}
+
+TEST_F(LetterRoad, ClearsThePage) {
+  UserChoosesCustomer("4711");
+  UserPicksLetterType("110");
+  UserClicks(CorrespondencePage::kClear);
+  EXPECT_EQ(document_.pages().correspondence.panel.customer_id.caption(), "");
+  EXPECT_FALSE(CanCreateLetter());
+  EXPECT_THAT(fakes_.host.messages, IsEmpty());
+
+  GivenLetterIsAskedFor();
+  EXPECT_THAT(fakes_.server.requests, SizeIs(2));
+}
+
+}  // namespace
+}  // namespace workspace
