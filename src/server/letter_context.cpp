@@ -80,10 +80,13 @@ class ContextBuilder {
     root_.children = inputs_;
   }
 
-  /// What was asked for is an input; a customer found through a form only stands in its place.
-  void AddInput(std::string name, std::string description, const std::string& value, bool given) {
-    inputs_.push_back({.name = std::move(name),
-                       .description = std::move(description),
+  /// What was asked for is an input; a customer found through a form only stands in its place. The letter's
+  /// own field of that name, if it has one, gives the description.
+  void AddInput(const std::string& name, const std::string& description, const std::string& value,
+                bool given) {
+    const auto own = std::ranges::find(fields_, name, &LetterField::name);
+    inputs_.push_back({.name = name,
+                       .description = own == fields_.end() ? description : own->description,
                        .state = state::kSystem | (given ? state::kInput : 0),
                        .text = value,
                        .raw_value = value,

@@ -6,6 +6,7 @@
 #include <set>
 #include <string_view>
 
+#include "platform/failure.h"
 #include "server/field_sources.h"
 #include "server/tab_table.h"
 
@@ -93,10 +94,17 @@ std::vector<LetterField> FindLetterFields(Database& database, const std::string&
       database.Select("SELECT * FROM letter_field WHERE LTR_TYP_ID = ? ORDER BY FLD_ORD", {letter_type});
   std::vector<LetterField> fields;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+    const auto kind = FindKind(rows->Text(row, "FLD_KIND"));
+    if (!kind || !IsKnownSource(*kind, rows->Text(row, "FLD_SRC"))) {
+      throw platform::Failure(
+          platform::Failure::Kind::kRefused,
+          "The field \"" + rows->Text(row, "FLD_NM") + "\" of letter type \"" + letter_type +
+              "\" is of a kind this program does not know. Use the program that made the data.");
+    }
     fields.push_back({.name = rows->Text(row, "FLD_NM"),
                       .parent = rows->Text(row, "FLD_PARENT"),
                       .description = rows->Text(row, "FLD_DES"),
-                      .kind = FindKind(rows->Text(row, "FLD_KIND")).value_or(FieldKind::kData),
+                      .kind = *kind,
                       .source = rows->Text(row, "FLD_SRC"),
                       .required = rows->Text(row, "FLD_REQ") == "Y"});
   }

@@ -20,7 +20,8 @@ struct LetterField {
   bool required = false;  ///< must not be empty
 };
 
-/// The fields of a letter type in their order; empty where there is no such letter type.
+/// The fields of a letter type in their order; empty where there is no such letter type. Throws Failure
+/// kRefused for a definition that a newer program has stored.
 std::vector<LetterField> FindLetterFields(Database& database, const std::string& letter_type);
 
 /// Replaces all letter definitions by those of the file, within the caller's transaction. Throws Failure
