@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 #include <string_view>
 #include <system_error>
@@ -37,6 +38,13 @@ std::string FileUrl(const std::filesystem::path& file) {
     url += kHexDigits[byte & 0x0F];
   }
   return url;
+}
+
+// The office reads a hundred formats and takes whatever has none for a plain text; letters come in one.
+bool IsPackage(const std::filesystem::path& file) {
+  std::array<char, 4> start = {};
+  std::ifstream(file, std::ios::binary).read(start.data(), start.size());
+  return std::string_view(start.data(), start.size()) == "PK\3\4";
 }
 
 bool HasContent(const std::filesystem::path& file) {
@@ -83,6 +91,7 @@ std::string OfficeSession::LastError() {
 }
 
 void OfficeSession::Layout(const std::filesystem::path& document, const std::filesystem::path& pdf) {
+  if (!IsPackage(document)) throw std::runtime_error("it is no package of a document");
   const std::unique_ptr<lok::Document> loaded(office_->documentLoad(FileUrl(document).c_str(), kLoadOptions));
   if (loaded == nullptr) throw std::runtime_error(LastError());
   if (loaded->getDocumentType() != LOK_DOCTYPE_TEXT) throw std::runtime_error("it is no text document");

@@ -143,60 +143,6 @@ TEST_F(LayoutOfficeTest, FollowsNoReferenceOutOfALetter) {
   }
 }
 
-/// A document of another format whose macro would write into it when it is opened.
-std::string LetterWithAMacro() {
-  const std::string office = "urn:oasis:names:tc:opendocument:xmlns:";
-  const std::string spaces = "xmlns:office=\"" + office + "office:1.0\" xmlns:text=\"" + office +
-                             "text:1.0\" xmlns:script=\"" + office +
-                             "script:1.0\" xmlns:xlink=\"http://www.w3.org/1999/xlink\""
-                             " xmlns:dom=\"http://www.w3.org/2001/xml-events\" office:version=\"1.2\"";
-  const std::string run = "vnd.sun.star.script:Standard.Module1.Opened?language=Basic&amp;location=document";
-  const std::string listener = "<script:event-listener script:language=\"ooo:script\" xlink:href=\"" + run +
-                               "\" xlink:type=\"simple\" script:event-name=\"";
-  const std::string library =
-      "<!DOCTYPE x PUBLIC \"-//OpenOffice.org//DTD OfficeDocument 1.0//EN\" \"x.dtd\">";
-  return Zip({
-      {"mimetype", "application/vnd.oasis.opendocument.text"},
-      {"content.xml",
-       "<office:document-content " + spaces + "><office:scripts><office:event-listeners>" + listener +
-           "dom:load\"/>" + listener +
-           "office:load-finished\"/></office:event-listeners>"
-           "</office:scripts><office:body><office:text><text:p>A quiet letter.</text:p></office:text>"
-           "</office:body></office:document-content>"},
-      {"Basic/script-lc.xml",
-       library + "<library:libraries xmlns:library=\"http://openoffice.org/2000/library\""
-                 " xmlns:xlink=\"http://www.w3.org/1999/xlink\"><library:library library:name=\"Standard\""
-                 " library:link=\"false\"/></library:libraries>"},
-      {"Basic/Standard/script-lb.xml",
-       library + "<library:library xmlns:library=\"http://openoffice.org/2000/library\""
-                 " library:name=\"Standard\" library:readonly=\"false\""
-                 " library:passwordprotected=\"false\"><library:element"
-                 " library:name=\"Module1\"/></library:library>"},
-      {"Basic/Standard/Module1.xml",
-       library + "<script:module xmlns:script=\"http://openoffice.org/2000/script\""
-                 " script:name=\"Module1\" script:language=\"StarBasic\">Sub Opened\n"
-                 "ThisComponent.Text.setString(\"The macro ran.\")\nEnd Sub</script:module>"},
-      {"META-INF/manifest.xml",
-       "<manifest:manifest xmlns:manifest=\"" + office +
-           "manifest:1.0\" manifest:version=\"1.2\">"
-           "<manifest:file-entry manifest:full-path=\"/\" "
-           "manifest:media-type=\"application/vnd.oasis.opendocument.text\"/>"
-           "<manifest:file-entry manifest:full-path=\"content.xml\" manifest:media-type=\"text/xml\"/>"
-           "<manifest:file-entry manifest:full-path=\"Basic/Standard/Module1.xml\" "
-           "manifest:media-type=\"text/xml\"/>"
-           "<manifest:file-entry manifest:full-path=\"Basic/Standard/script-lb.xml\" "
-           "manifest:media-type=\"text/xml\"/>"
-           "<manifest:file-entry manifest:full-path=\"Basic/script-lc.xml\" "
-           "manifest:media-type=\"text/xml\"/>"
-           "</manifest:manifest>"},
-  });
-}
-
-TEST_F(LayoutOfficeTest, RunsNoMacro) {
-  LayoutPool pool(Settings());
-  EXPECT_THAT(TextOf(pool, LetterWithAMacro()), AllOf(HasSubstr("A quiet letter."), Not(HasSubstr("macro"))));
-}
-
 /// The process whose parent is `parent`, or 0.
 pid_t ChildOf(pid_t parent) {
   std::istringstream children(OutputOf("pgrep -P " + std::to_string(parent)));

@@ -129,7 +129,9 @@ TEST_F(LayoutPoolTest, ReplacesAProcessThatHasGrownFatAfterItsDocument) {
 TEST_F(LayoutPoolTest, DoesNotBlameADocumentForAProcessThatDiedWhileIdle) {
   LayoutPool pool(Settings());
   const auto pages = LaidOut(pool, "letter");
-  kill(std::stoi(pages.substr(std::string("pages by ").size())), SIGKILL);
+  const pid_t process = std::stoi(pages.substr(std::string("pages by ").size()));
+  kill(process, SIGKILL);
+  while (kill(process, 0) == 0) usleep(1000);
   const auto next = LaidOut(pool, "letter");
   EXPECT_THAT(next, AllOf(StartsWith("pages by "), Not(pages)));
 }
