@@ -49,9 +49,9 @@ void BookmarkEditor::Finish() {
   for (const auto mark : marks_to_drop_) tree_.Unlink(mark);
   RemoveEmptyRows();
   for (const auto paragraph : maybe_empty_) {
-    if (tree_[paragraph].parent != kNoNode && !HasContent(paragraph) && CanRemove(paragraph)) {
-      RemoveBlock(paragraph);
-    }
+    if (tree_[paragraph].parent == kNoNode || HasContent(paragraph) || EndsSection(paragraph)) continue;
+    const auto block = WithItsControl(paragraph);
+    if (CanRemove(block)) RemoveBlock(block);
   }
 }
 
@@ -96,7 +96,7 @@ bool BookmarkEditor::PlaceStart(const BookmarkRange& range) {
   }
   const bool story_root = parent == tree_.root() && tree_.ChildOfKind(parent, DocxKind::kBody) == kNoNode;
   if (!HoldsBlocks(tree_[parent].kind) && !story_root) return false;
-  const auto paragraph = tree_.AddElement(DocxKind::kParagraph, "p");
+  const auto paragraph = tree_.AddElement(DocxKind::kParagraph, "p", range.start);
   tree_.InsertAfter(paragraph, range.start);
   tree_.MoveTo(range.start, paragraph);
   return true;
@@ -198,14 +198,13 @@ void BookmarkEditor::TakeOutTables(const BookmarkRange& range, NodeId paragraph)
 /// Returns the paragraph that now holds what is left: the first one, or the last one where a removal has left
 /// nothing of the first (as deleting a paragraph's mark does in a word processor).
 NodeId BookmarkEditor::JoinParagraphs(const BookmarkRange& range, NodeId paragraph, bool removing) {
+  bool same_section = !EndsSection(paragraph);
   for (auto i = range.first_paragraph; i < range.end_paragraph; ++i) {
     const auto& later = index_.paragraphs[i];
     if (later.story != range.story || later.node == paragraph || !tree_.IsAttached(later.node)) continue;
-    const auto properties = tree_.ChildOfKind(later.node, DocxKind::kParagraphProperties);
-    const bool ends_section =
-        properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode;
+    same_section = same_section && !EndsSection(later.node);
     const bool inside = later.end_place < range.end_place;
-    if (!ends_section && tree_[later.node].parent == tree_[paragraph].parent) {
+    if (same_section && tree_[later.node].parent == tree_[paragraph].parent) {
       const bool keep_later = removing && !inside && !HasContent(paragraph) && CanRemove(paragraph);
       if (keep_later) {
         RemoveBlock(paragraph);
@@ -248,12 +247,13 @@ void BookmarkEditor::Insert(NodeId anchor, NodeId paragraph, NodeId formatting, 
   if (closed && !HasContentAfter(anchor, paragraph)) paragraphs.pop_back();
   for (std::size_t i = 0; i < paragraphs.size(); ++i) {
     if (i > 0) SplitBefore(anchor, paragraph);
-    if (!paragraphs[i].empty()) InsertRun(anchor, formatting, paragraphs[i]);
+    if (!paragraphs[i].empty()) InsertRun(anchor, paragraph, formatting, paragraphs[i]);
   }
 }
 
-void BookmarkEditor::InsertRun(NodeId anchor, NodeId formatting, const TextParagraph& pieces) {
-  const auto run = tree_.AddElement(DocxKind::kRun, "r");
+void BookmarkEditor::InsertRun(NodeId anchor, NodeId paragraph, NodeId formatting,
+                               const TextParagraph& pieces) {
+  const auto run = tree_.AddElement(DocxKind::kRun, "r", paragraph);
   if (formatting != kNoNode) {
     tree_.Append(tree_.CopySubtree(formatting,
                                    [&](NodeId original, NodeId) {
@@ -265,13 +265,13 @@ void BookmarkEditor::InsertRun(NodeId anchor, NodeId formatting, const TextParag
   for (const auto& piece : pieces) {
     if (piece.kind == TextPiece::Kind::kText) {
       const bool blanks = piece.text.starts_with(' ') || piece.text.ends_with(' ');
-      const auto text = tree_.AddElement(DocxKind::kText, "t", blanks ? " xml:space=\"preserve\"" : "");
+      const auto text = tree_.AddElement(DocxKind::kText, "t", run, blanks ? " xml:space=\"preserve\"" : "");
       tree_.Append(tree_.AddText(piece.text), text);
       tree_.Append(text, run);
     } else if (piece.kind == TextPiece::Kind::kTab) {
-      tree_.Append(tree_.AddElement(DocxKind::kTab, "tab"), run);
+      tree_.Append(tree_.AddElement(DocxKind::kTab, "tab", run), run);
     } else {
-      tree_.Append(tree_.AddElement(DocxKind::kBreak, "br"), run);
+      tree_.Append(tree_.AddElement(DocxKind::kBreak, "br", run), run);
     }
   }
   tree_.InsertBefore(run, anchor);
@@ -280,7 +280,7 @@ void BookmarkEditor::InsertRun(NodeId anchor, NodeId formatting, const TextParag
 /// What stands before `anchor` becomes a paragraph of its own, before this one and with the same properties.
 /// So every node is moved once at most, and the section that may end with this paragraph stays where it is.
 void BookmarkEditor::SplitBefore(NodeId anchor, NodeId paragraph) {
-  const auto head = tree_.AddElement(DocxKind::kParagraph, "p");
+  const auto head = tree_.AddElement(DocxKind::kParagraph, "p", paragraph);
   tree_.InsertBefore(head, paragraph);
   const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
   if (properties != kNoNode) {
@@ -333,13 +333,27 @@ bool BookmarkEditor::HasContentAfter(NodeId node, NodeId paragraph) const {
   return false;
 }
 
+bool BookmarkEditor::EndsSection(NodeId paragraph) const {
+  const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
+  return properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode;
+}
+
+/// The block itself, or the content control that holds nothing else.
+NodeId BookmarkEditor::WithItsControl(NodeId block) const {
+  while (true) {
+    const auto content = tree_[block].parent;
+    if (tree_[content].kind != DocxKind::kContentControlContent) return block;
+    for (auto other = tree_[content].first_child; other != kNoNode; other = tree_[other].next) {
+      if (other != block && IsBlock(tree_[other].kind)) return block;
+    }
+    block = tree_[content].parent;
+  }
+}
+
 /// Every container keeps a paragraph at its end; a paragraph between two tables keeps them apart; a
 /// paragraph that ends a section stays with it.
 bool BookmarkEditor::CanRemove(NodeId block) const {
-  const auto properties = tree_.ChildOfKind(block, DocxKind::kParagraphProperties);
-  if (properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode) {
-    return false;
-  }
+  if (EndsSection(block)) return false;
   auto before = tree_[block].previous;
   while (before != kNoNode && !IsBlock(tree_[before].kind)) before = tree_[before].previous;
   auto after = tree_[block].next;
@@ -356,17 +370,13 @@ void BookmarkEditor::RemoveBlock(NodeId block) {
   auto after = tree_[block].next;
   while (after != kNoNode && tree_[after].kind != DocxKind::kParagraph) after = tree_[after].next;
   if (after != kNoNode) {
-    const auto gate = tree_.AddEmptyMarkup();
-    tree_.PrependContent(gate, after);
-    std::vector<NodeId> marks;
-    for (auto child = tree_[block].first_child; child != kNoNode; child = tree_[child].next) {
-      if (IsMark(tree_[child].kind)) marks.push_back(child);
-    }
-    for (const auto mark : marks) {
+    const auto marks = tree_.AddElement(DocxKind::kOther, "marks", block);
+    MoveMarks(block, marks);
+    while (tree_[marks].last_child != kNoNode) {
+      const auto mark = tree_[marks].last_child;
       tree_.Unlink(mark);
-      tree_.InsertBefore(mark, gate);
+      tree_.PrependContent(mark, after);
     }
-    tree_.Unlink(gate);
   } else if (before != kNoNode) {
     MoveMarks(block, before);
   }

@@ -52,11 +52,13 @@ class BookmarkEditor {
   void MoveMarks(NodeId from, NodeId to);
 
   void Insert(NodeId anchor, NodeId paragraph, NodeId formatting, std::string_view text);
-  void InsertRun(NodeId anchor, NodeId formatting, const TextParagraph& pieces);
+  void InsertRun(NodeId anchor, NodeId paragraph, NodeId formatting, const TextParagraph& pieces);
   void SplitBefore(NodeId anchor, NodeId paragraph);
 
   bool HasContent(NodeId node) const;
   bool HasContentAfter(NodeId node, NodeId paragraph) const;
+  bool EndsSection(NodeId paragraph) const;
+  NodeId WithItsControl(NodeId block) const;
   bool CanRemove(NodeId block) const;
   void RemoveBlock(NodeId block);
   void NoteRows(const BookmarkRange& range, NodeId paragraph);

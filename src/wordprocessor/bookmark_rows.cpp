@@ -243,7 +243,7 @@ class RowRepeater {
     for (auto child = tree_[parent].first_child; child != kNoNode; child = tree_[child].next) {
       if (IsBlock(tree_[child].kind)) return;
     }
-    tree_.InsertAfter(tree_.AddElement(DocxKind::kParagraph, "p"), place);
+    tree_.InsertAfter(tree_.AddElement(DocxKind::kParagraph, "p", table), place);
   }
 
   DocxTree& tree_;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <ctime>
 #include <optional>
 #include <utility>
 
@@ -158,7 +159,16 @@ std::string ReadAll(zip_source_t* source) {
   return bytes;
 }
 
+/// Letters made of the same template and data are the same to the byte: a part keeps its template's time.
+time_t TimeOf(zip_t* archive, zip_uint64_t index) {
+  zip_stat_t entry;
+  zip_stat_init(&entry);
+  zip_stat_index(archive, index, 0, &entry);
+  return (entry.valid & ZIP_STAT_MTIME) != 0 ? entry.mtime : 0;
+}
+
 void WritePart(zip_t* archive, std::optional<zip_uint64_t> index, const PackagePart& part) {
+  const auto time = TimeOf(archive, index.value_or(0));
   auto source = SourceOf(part.content);
   const auto written =
       index ? zip_file_replace(archive, *index, source.get(), ZIP_FL_ENC_UTF_8) == 0
@@ -168,6 +178,7 @@ void WritePart(zip_t* archive, std::optional<zip_uint64_t> index, const PackageP
   if (written < 0) FailWriting(archive);
   static_cast<void>(source.release());  // the archive's own from here on
   zip_set_file_compression(archive, static_cast<zip_uint64_t>(written), ZIP_CM_DEFLATE, kDeflateLevel);
+  zip_file_set_mtime(archive, static_cast<zip_uint64_t>(written), time, 0);
 }
 
 }  // namespace

@@ -89,9 +89,11 @@ NodeId DocxTree::Add(DocxNode node) {
   return static_cast<NodeId>(nodes_.size() - 1);
 }
 
-NodeId DocxTree::AddElement(DocxKind kind, std::string_view local_name, std::string_view attributes) {
+NodeId DocxTree::AddElement(DocxKind kind, std::string_view local_name, NodeId like,
+                            std::string_view attributes) {
   DocxNode node;
-  auto tag = "<" + Qualified(local_name);
+  const auto name = nodes_[like].name();
+  auto tag = "<" + std::string(name.substr(0, name.find(':') + 1)).append(local_name);
   node.name_size = static_cast<std::uint32_t>(tag.size() - 1);
   node.kind = kind;
   node.markup = KeepText(tag.append(attributes));

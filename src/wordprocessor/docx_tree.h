@@ -55,12 +55,11 @@ class DocxTree {
   /// How many different bookmark ids the part uses.
   std::uint32_t id_count() const { return id_count_; }
 
-  /// Without a prefix and with it: "w:p", or "p" where the namespace is the default one.
-  std::string Qualified(std::string_view local_name) const { return prefix_ + std::string(local_name); }
-
-  /// Elements of WordprocessingML and text, not linked yet. Text is escaped here.
-  /// Throw Failure kRefused where the part grows beyond what an office can lay out.
-  NodeId AddElement(DocxKind kind, std::string_view local_name, std::string_view attributes = {});
+  /// Elements of WordprocessingML and text, not linked yet. An element gets the prefix of `like`, an element
+  /// of the same namespace near its place; text is escaped here. Throw Failure kRefused where the part grows
+  /// beyond what an office can lay out.
+  NodeId AddElement(DocxKind kind, std::string_view local_name, NodeId like,
+                    std::string_view attributes = {});
   NodeId AddText(std::string_view text);
   NodeId AddEmptyMarkup();
 
@@ -105,7 +104,6 @@ class DocxTree {
   // Shared by all copies.
   std::shared_ptr<const Source> source_;
   NodeId root_ = kNoNode;
-  std::string prefix_;  // with its colon
   std::uint32_t id_count_ = 0;
 
   // A copy's own.

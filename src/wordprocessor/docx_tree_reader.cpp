@@ -81,7 +81,6 @@ class DocxTreeReader {
       throw Failure(Failure::Kind::kDamaged, "its root element is none of WordprocessingML");
     }
     word_prefix_ = name.prefix;
-    if (!word_prefix_.empty()) tree_.prefix_ = std::string(word_prefix_) + ":";
     tree_.root_ = AddElement(root, kNoNode);
     return Finish();
   }
@@ -138,7 +137,7 @@ class DocxTreeReader {
   /// from one place to another keeps its meaning.
   void AppendName(const Name& name, DocxNamespace space, std::string_view as_written) {
     if (space == DocxNamespace::kWord && name.prefix != word_prefix_ && SpaceOf(word_prefix_) == space) {
-      source_.text.append(tree_.prefix_).append(name.local);
+      source_.text.append(word_prefix_).append(word_prefix_.empty() ? "" : ":").append(name.local);
     } else {
       source_.text += as_written;
     }
