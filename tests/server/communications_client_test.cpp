@@ -3,11 +3,11 @@
 #include <chrono>
 #include <thread>
 
+#include <gmock/gmock.h>
+
 #include "server/server_folders.h"
 #include "tests/server/waiting_event_queue.h"
 #include "tests/support/temporary_folder.h"
-
-#include <gmock/gmock.h>
 
 namespace {
 
