@@ -5,7 +5,7 @@
 
 #include "platform/identity.h"
 #include "platform/xml.h"
-#include "workspace/messaging/scope_guards.h"
+#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 

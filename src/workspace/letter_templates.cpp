@@ -6,7 +6,7 @@
 #include "platform/request_record.h"
 #include "platform/text.h"
 #include "platform/xml.h"
-#include "workspace/messaging/scope_guards.h"
+#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "workspace/messaging/scope_guards.h"
+#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 

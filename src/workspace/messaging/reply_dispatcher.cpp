@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/identity.h"
-#include "workspace/messaging/scope_guards.h"
+#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 
@@ -62,7 +62,7 @@ void ReplyDispatcher::HandleReply(const ReplyRoute& route) const {
 }
 
 ReplyRoute ReplyDispatcher::PendingRoute() const {
-  const ReplyRoute nobody{"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
+  ReplyRoute nobody{"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
   const auto& unhandled = state_.unhandled_message_key;
   if (!unhandled.empty() && state_.pending_message_key == unhandled) return nobody;
   for (const auto& route : routes_) {

@@ -25,21 +25,4 @@ class AtExit {
   const std::function<void()> step_;
 };
 
-/// The hourglass for as long as the scope lasts.
-class HourGlass {
- public:
-  explicit HourGlass(const platform::Services& services) : services_(services) {
-    services_.host.SetMousePointer(platform::MousePointer::kHourglass);
-  }
-  HourGlass(const HourGlass&) = delete;
-  HourGlass& operator=(const HourGlass&) = delete;
-  ~HourGlass() {
-    platform::Trap(services_, "HourGlass",
-                   [this] { services_.host.SetMousePointer(platform::MousePointer::kNormal); });
-  }
-
- private:
-  const platform::Services& services_;
-};
-
 }  // namespace workspace
