@@ -12,6 +12,7 @@ namespace desktop {
 class PreviewPages : public QPdfView {
  public:
   explicit PreviewPages(QWidget* parent = nullptr);
+  ~PreviewPages() override { setDocument(nullptr); }
 
   /// Returns whether the file could be read.
   bool Load(const QString& pdf);

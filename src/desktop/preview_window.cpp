@@ -6,7 +6,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPdfPageNavigator>
-#include <QPointer>
 #include <QScreen>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -19,41 +18,7 @@ namespace {
 constexpr qreal kZoomStep = 1.25;
 constexpr QSize kUsualSize(900, 860);
 
-/// Keeps an open preview; destroying it closes the window without a word to the reader's side.
-class OpenPreview : public QObject, public platform::PreviewWindow {
- public:
-  OpenPreview(platform::PreviewContent content, QtEventQueue& events, QWidget& parent)
-      : closed_(content.closed), dialog_(new PreviewDialog(std::move(content), events, &parent)) {
-    dialog_->closed = [this] {
-      // From the event loop, and only while somebody keeps this object.
-      QMetaObject::invokeMethod(
-          this, [this] { TellClosed(); }, Qt::QueuedConnection);
-    };
-    dialog_->show();
-    dialog_->raise();
-    dialog_->activateWindow();
-  }
-  ~OpenPreview() override {
-    if (!dialog_) return;
-    dialog_->closed = nullptr;
-    dialog_->hide();
-    dialog_->deleteLater();  // it may be one of its own buttons that led here
-  }
-
- private:
-  void TellClosed() {
-    if (const auto closed = std::exchange(closed_, nullptr)) closed();
-  }
-
-  std::function<void()> closed_;
-  QPointer<PreviewDialog> dialog_;
-};
-
 }  // namespace
-
-std::unique_ptr<platform::PreviewWindow> QtPreviewViewer::Open(platform::PreviewContent content) {
-  return std::make_unique<OpenPreview>(std::move(content), events_, parent_);
-}
 
 PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& events, QWidget* parent)
     : QDialog(parent, Qt::Window),
@@ -81,6 +46,12 @@ PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& eve
           [this] { ShowPageNumber(); });
   pages_->finds_changed = [this] { ShowFinds(); };
   pages_->setFocus();
+}
+
+PreviewDialog::~PreviewDialog() {
+  // The view turns its pages once more when it loses its document.
+  pages_->finds_changed = nullptr;
+  pages_->pageNavigator()->disconnect(this);
 }
 
 QAction* PreviewDialog::Add(QToolBar& bar, const char* caption, const QList<QKeySequence>& keys,

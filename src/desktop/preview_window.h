@@ -18,6 +18,7 @@ namespace desktop {
 class PreviewDialog : public QDialog {
  public:
   PreviewDialog(platform::PreviewContent content, QtEventQueue& events, QWidget* parent);
+  ~PreviewDialog() override;
 
   /// The reader has closed the window.
   std::function<void()> closed;
@@ -42,19 +43,6 @@ class PreviewDialog : public QDialog {
   QLabel* page_number_;
   QLabel* finds_;
   QLineEdit* search_;
-};
-
-/// Opens previews. Both references outlive the windows.
-class QtPreviewViewer : public platform::PreviewViewer {
- public:
-  /// Windows belong to `parent`, the main window, never to a form: a form may close below its preview.
-  QtPreviewViewer(QtEventQueue& events, QWidget& parent) : events_(events), parent_(parent) {}
-
-  std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent content) override;
-
- private:
-  QtEventQueue& events_;
-  QWidget& parent_;
 };
 
 }  // namespace desktop

@@ -5,11 +5,13 @@
 namespace desktop {
 
 void QtEventQueue::Post(std::function<void()> work) {
+  bool first = false;
   {
     const std::lock_guard lock(mutex_);
+    first = waiting_.empty();
     waiting_.push_back(std::move(work));
   }
-  Wake();
+  if (first) Wake();  // else a call is on its way, or the end of a hold makes one
 }
 
 void QtEventQueue::Wake() {
@@ -18,26 +20,25 @@ void QtEventQueue::Wake() {
 }
 
 void QtEventQueue::RunOne() {
-  // One piece of work a call: one that opens a modal form leaves the next ones to the form's event loop.
   if (holds_ > 0) return;
   std::function<void()> work;
+  bool more = false;
   {
     const std::lock_guard lock(mutex_);
     if (waiting_.empty()) return;
     work = std::move(waiting_.front());
     waiting_.pop_front();
+    more = !waiting_.empty();
   }
+  // Called for before the work runs: one that opens a modal form leaves the next to the form's event loop.
+  if (more) Wake();
   work();
 }
 
 void QtEventQueue::Resume() {
   if (holds_ > 0) return;
-  std::size_t count = 0;
-  {
-    const std::lock_guard lock(mutex_);
-    count = waiting_.size();
-  }
-  for (; count > 0; --count) Wake();
+  const std::lock_guard lock(mutex_);
+  if (!waiting_.empty()) Wake();
 }
 
 }  // namespace desktop

@@ -146,9 +146,11 @@ bool PickListField::PopupEvent(QEvent* event) {
     const auto place = static_cast<QMouseEvent*>(event)->position().toPoint();
     view_->setCurrentIndex(view_->indexAt(place));
   }
-  if (event->type() == QEvent::MouseButtonPress && !view_->underMouse()) {
-    hidePopup();
-    return true;
+  if (event->type() == QEvent::MouseButtonPress) {
+    const auto place = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    const bool outside = !view_->rect().contains(view_->mapFromGlobal(place));
+    if (outside) hidePopup();
+    return outside;
   }
   return false;
 }

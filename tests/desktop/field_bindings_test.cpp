@@ -1,0 +1,203 @@
+#include <gmock/gmock.h>
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "desktop/binders/command_binding.h"
+#include "desktop/binders/date_field_edit.h"
+#include "desktop/binders/invalid_mark.h"
+#include "desktop/binders/text_field_binding.h"
+#include "tests/desktop/window_driver.h"
+
+namespace {
+
+using platform::ParseDate;
+
+std::optional<char32_t> DigitsOnly(char32_t key) {
+  return key >= U'0' && key <= U'9' ? std::optional(key) : std::nullopt;
+}
+std::optional<char32_t> InCapitals(char32_t key) {
+  return key >= U'a' && key <= U'z' ? key - U'a' + U'A' : key;
+}
+
+struct Typing {
+  const char* what;
+  const char* before;
+  std::size_t max_length;
+  std::optional<char32_t> (*filter)(char32_t);
+  const char* typed;
+  const char* after;
+};
+
+class TypingInATextField : public testing::TestWithParam<Typing> {};
+
+TEST_P(TypingInATextField, ReachesTheControlAsTheFieldAllows) {
+  platform::TextField field;
+  field.SetText(GetParam().before);
+  field.max_length = GetParam().max_length;
+  if (GetParam().filter != nullptr) field.key_filter = GetParam().filter;
+  QLineEdit edit;
+  desktop::Bind(field, edit);
+
+  edit.setCursorPosition(static_cast<int>(edit.text().size()));
+  QTest::keyClicks(&edit, QString::fromUtf8(GetParam().typed));
+
+  EXPECT_EQ(field.text(), GetParam().after) << GetParam().what;
+  EXPECT_EQ(edit.text().toStdString(), GetParam().after) << GetParam().what;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, TypingInATextField,
+                         testing::Values(Typing{"plain", "12", 0, nullptr, "34", "1234"},
+                                         Typing{"limit", "12", 3, nullptr, "345", "123"},
+                                         Typing{"code set more than the limit", "12345", 3, nullptr, "6",
+                                                "12345"},
+                                         Typing{"refused keys", "", 0, DigitsOnly, "1a2-3", "123"},
+                                         Typing{"changed keys", "", 0, InCapitals, "a1b", "A1B"},
+                                         Typing{"filter and limit", "", 2, DigitsOnly, "1x23", "12"}));
+
+TEST(ATextField, CutsWhatIsPastedBeyondItsLimitWhereItWasPasted) {
+  platform::TextField field;
+  field.SetText("AD");
+  field.max_length = 4;
+  QLineEdit edit;
+  desktop::Bind(field, edit);
+
+  edit.setCursorPosition(1);
+  edit.insert(QStringLiteral("BCxyz"));
+
+  EXPECT_EQ(field.text(), "ABCD");
+}
+
+TEST(ATextField, IsPutBackByAnObserverWithoutAnEcho) {
+  platform::TextField field;
+  int told = 0;
+  const auto guard = field.Changed.Connect([&] {
+    ++told;
+    field.SetText("as before");
+  });
+  QLineEdit edit;
+  desktop::Bind(field, edit);
+
+  edit.insert(QStringLiteral("x"));
+
+  EXPECT_EQ(edit.text(), QStringLiteral("as before"));
+  EXPECT_EQ(told, 2);  // the user's text, and the one put back
+}
+
+TEST(AWidget, FollowsItsControl) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  platform::TextField field;
+  auto* edit = new QLineEdit;
+  desktop::Bind(field, *edit);
+  EXPECT_FALSE(edit->isVisible()) << "binding opens no window";
+  layout->addWidget(edit);
+  window.show();
+
+  field.SetText("from code");
+  field.SetEnabled(false);
+  field.SetMarkedInvalid(true);
+  EXPECT_EQ(edit->text(), QStringLiteral("from code"));
+  EXPECT_FALSE(edit->isEnabled());
+  EXPECT_TRUE(desktop::InvalidMark::IsOn(*edit));
+  EXPECT_FALSE(edit->accessibleDescription().isEmpty());
+
+  field.SetVisible(false);
+  field.SetMarkedInvalid(false);
+  EXPECT_FALSE(edit->isVisible());
+  EXPECT_FALSE(desktop::InvalidMark::IsOn(*edit));
+  EXPECT_TRUE(edit->accessibleDescription().isEmpty());
+  field.SetVisible(true);
+  EXPECT_TRUE(edit->isVisible());
+}
+
+TEST(AFrame, DisablesWhatStandsInItWithoutTouchingItsState) {
+  platform::Frame frame("Letter Action");
+  platform::Command command("&Search");
+  QGroupBox box;
+  auto* button = new QPushButton(&box);
+  desktop::Bind(frame, box);
+  desktop::Bind(command, *button);
+
+  frame.SetEnabled(false);
+  EXPECT_FALSE(button->isEnabled());
+  EXPECT_TRUE(command.enabled());
+  frame.SetEnabled(true);
+  EXPECT_TRUE(button->isEnabled());
+}
+
+TEST(AButton, CompletesTheFieldTheUserWasInBeforeItActs) {
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  auto* edit = new QLineEdit;
+  auto* button = new QPushButton;
+  layout->addWidget(edit);
+  layout->addWidget(button);
+  std::vector<std::string> order;
+  QObject::connect(edit, &QLineEdit::editingFinished, [&] { order.push_back("field left"); });
+  platform::Command command("&Search");
+  const auto clicked = command.Click.Connect([&] { order.push_back("clicked"); });
+  desktop::Bind(command, *button);
+  const tests::ShownWindow shown(window);
+  edit->setFocus();
+  QTest::keyClicks(edit, QStringLiteral("x"));
+
+  button->click();
+
+  EXPECT_THAT(order, testing::ElementsAre("field left", "clicked"));
+}
+
+TEST(Captions, ShowAmpersandsAndAreReadWithoutMnemonics) {
+  platform::Label label("Meadow && Sons R&D");
+  platform::Command command("&Search && Go \xC3\xA9");
+  QLabel shown;
+  QPushButton button;
+  desktop::Bind(label, shown, QStringLiteral("Name"));
+  desktop::Bind(command, button);
+
+  EXPECT_EQ(shown.text(), QStringLiteral("Meadow & Sons R&D"));
+  EXPECT_EQ(shown.accessibleName(), QStringLiteral("Name Meadow & Sons R&D"));
+  EXPECT_EQ(button.accessibleName(), QString::fromUtf8("Search & Go \xC3\xA9"));
+}
+
+class ADateField : public testing::Test {
+ protected:
+  ADateField() {
+    field.SetEarliest(*ParseDate("1993-01-01"));
+    desktop::Bind(field, edit);
+  }
+  platform::DateField field;
+  desktop::DateFieldEdit edit;
+};
+
+TEST_F(ADateField, IsEmptyUntilItsBoxIsTickedAndAgainAfterwards) {
+  EXPECT_TRUE(field.IsEmpty());
+  EXPECT_EQ(edit.edit().text().trimmed(), QString());
+
+  edit.box().click();
+  EXPECT_FALSE(field.IsEmpty());
+  edit.edit().setDate(QDate(2024, 2, 29));
+  EXPECT_EQ(field.value(), ParseDate("2024-02-29"));
+
+  edit.box().click();
+  EXPECT_TRUE(field.IsEmpty());
+  edit.box().click();
+  EXPECT_EQ(field.value(), ParseDate("2024-02-29")) << "the day is offered again";
+}
+
+TEST_F(ADateField, ShowsWhatCodeSetsAndTellsItOnce) {
+  int told = 0;
+  const auto changed = field.Changed.Connect([&] { ++told; });
+
+  field.SetValue(ParseDate("1990-05-05"));
+  EXPECT_EQ(edit.date(), QDate(1993, 1, 1));
+  field.SetValue({});
+  EXPECT_EQ(edit.date(), std::nullopt);
+
+  EXPECT_EQ(told, 2);
+}
+
+}  // namespace

@@ -1,0 +1,160 @@
+#include <gmock/gmock.h>
+
+#include <map>
+#include <set>
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QLabel>
+#include <QTabBar>
+
+#include "desktop/workspace_view.h"
+#include "tests/desktop/sample_pages.h"
+#include "tests/desktop/window_driver.h"
+
+namespace {
+
+using workspace::PageIndex;
+
+constexpr std::array kPages = {PageIndex::kCorrespondence, PageIndex::kTracking, PageIndex::kBatch};
+
+class TheWorkspaceWindow : public testing::Test {
+ protected:
+  TheWorkspaceWindow() { view.resize(1268, 700); }
+
+  QWidget& TurnTo(PageIndex page) {
+    sample.pages.tabs.Select(page);
+    tests::Settle();
+    return *view.currentWidget();
+  }
+  /// Where Tab leads, from the first stop of the page on.
+  std::vector<QWidget*> TabStops(QWidget& page) {
+    std::vector<QWidget*> stops;
+    for (auto* widget = page.nextInFocusChain(); widget != &page; widget = widget->nextInFocusChain()) {
+      const bool stop = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr &&
+                        widget->isEnabled() && widget->isVisible();
+      if (stop && page.isAncestorOf(widget)) stops.push_back(widget);
+    }
+    return stops;
+  }
+
+  tests::SamplePages sample;
+  desktop::WorkspaceView view{sample.pages};
+  tests::ShownWindow shown{view};
+};
+
+TEST_F(TheWorkspaceWindow, HasItsThreePagesAndTurnsThemBothWays) {
+  ASSERT_EQ(view.count(), 3);
+  EXPECT_EQ(view.tabText(1), QStringLiteral("&Search Letter (s)"));
+
+  TurnTo(PageIndex::kBatch);
+  EXPECT_EQ(view.currentIndex(), 2);
+  QTest::keyClick(&view, Qt::Key_S, Qt::AltModifier);
+  EXPECT_EQ(sample.pages.tabs.current(), PageIndex::kTracking);
+}
+
+TEST_F(TheWorkspaceWindow, NamesEveryStopOfTheKeyboardForThoseWhoListen) {
+  for (const auto page : kPages) {
+    for (auto* widget : TabStops(TurnTo(page))) {
+      auto* interface = QAccessible::queryAccessibleInterface(widget);
+      ASSERT_NE(interface, nullptr);
+      EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty())
+          << widget->metaObject()->className() << " on page " << int(page);
+      EXPECT_FALSE(interface->text(QAccessible::Name).contains(QLatin1Char('&')));
+    }
+  }
+}
+
+TEST_F(TheWorkspaceWindow, IsWalkedThroughByTabAsItIsRead) {
+  const std::map<PageIndex, std::vector<std::string>> expected = {
+      {PageIndex::kCorrespondence,
+       {"Select Customer", "Select Account", "Correspondence Names", "Form Type", "Form Number",
+        "Create Letter", "Clear", "View Letter", "Print Letter", "Letters of the customer"}},
+      {PageIndex::kTracking,
+       {"Select Customer",
+        "Select Account",
+        "Correspondence Names",
+        "Form Type",
+        "Form Number",
+        "Troop/District",
+        "Batch No.",
+        "Use From",
+        "From",
+        "Use To",
+        "To",
+        "All",
+        "Successful",
+        "Failure",
+        "Search",
+        "Clear",
+        "View Letter",
+        "Save (To Hard Drive)",
+        "Return Mail",
+        "Reprint (Local)",
+        "Resubmit Letters",
+        "Reprint (Batch)",
+        "Letters found"}},
+      {PageIndex::kBatch,
+       {"Last Night", "Date/Date Range", "Use Start", "Use End", "All", "Successful", "Incomplete", "Failure",
+        "Search", "Clear", "Print Certificate of Tax Liability", "Print Tax Warrant", "Resubmit Batch",
+        "Batch Details", "Batch Statistics", "Batch runs"}},
+  };
+  for (const auto& [page, names] : expected) {
+    std::vector<std::string> walked;
+    for (const auto* widget : TabStops(TurnTo(page)))
+      walked.push_back(widget->accessibleName().toStdString());
+    EXPECT_THAT(walked, testing::ElementsAreArray(names)) << "page " << int(page);
+  }
+}
+
+TEST_F(TheWorkspaceWindow, GivesEachMnemonicOnceOnAPage) {
+  for (const auto page : kPages) {
+    auto& shown_page = TurnTo(page);
+    std::multiset<QString> keys;
+    for (int tab = 0; tab < view.count(); ++tab) {
+      keys.insert(QKeySequence::mnemonic(view.tabText(tab)).toString());
+    }
+    const auto add = [&](const QString& text) {
+      const auto key = QKeySequence::mnemonic(text).toString();
+      if (!key.isEmpty()) keys.insert(key);
+    };
+    for (const auto* label : shown_page.findChildren<QLabel*>()) {
+      if (label->buddy() != nullptr) add(label->text());
+    }
+    for (const auto* button : shown_page.findChildren<QAbstractButton*>()) add(button->text());
+    for (const auto& key : keys) EXPECT_EQ(keys.count(key), 1u) << key.toStdString() << " on " << int(page);
+  }
+}
+
+TEST_F(TheWorkspaceWindow, CutsNoTextOff) {
+  for (const auto page : kPages) {
+    auto& shown_page = TurnTo(page);
+    for (auto* label : shown_page.findChildren<QLabel*>()) {
+      const int needed =
+          label->wordWrap() ? label->heightForWidth(label->width()) : label->sizeHint().height();
+      EXPECT_GE(label->height(), needed) << label->text().toStdString();
+      const int wide = label->wordWrap() ? 0 : label->sizeHint().width();
+      EXPECT_GE(label->width(), wide) << label->text().toStdString();
+    }
+    for (auto* button : shown_page.findChildren<QAbstractButton*>()) {
+      if (!button->isVisible() || button->text().isEmpty()) continue;
+      EXPECT_GE(button->width(), button->minimumSizeHint().width()) << button->text().toStdString();
+    }
+  }
+}
+
+TEST_F(TheWorkspaceWindow, SearchesWhenEnterIsPressedInACriterion) {
+  int searches = 0;
+  const auto searched = sample.pages.tracking.search.Click.Connect([&] { ++searches; });
+  auto& page = TurnTo(PageIndex::kTracking);
+  const auto stops = TabStops(page);
+
+  stops[4]->setFocus();  // the form number
+  QTest::keyClick(stops[4], Qt::Key_Return);
+  EXPECT_EQ(searches, 1);
+  stops.back()->setFocus();  // the list of results
+  QTest::keyClick(stops.back(), Qt::Key_Return);
+  EXPECT_EQ(searches, 1);
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+#include "desktop/qt_host_shell.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "platform/failure.h"
+#include "tests/desktop/window_driver.h"
+
+namespace {
+
+using platform::Message;
+using platform::MessageAnswer;
+using platform::MessageButtons;
+using platform::MessageIcon;
+
+class frmSample : public platform::Form {
+ public:
+  frmSample() : Form("Batch Details") {}
+  bool may_close = true;
+  bool closes_while_loading = false;
+
+ protected:
+  void OnLoad() override {
+    if (closes_while_loading) Close();
+  }
+  bool OnQueryUnload() override { return may_close; }
+};
+
+class TheHostShell : public testing::Test {
+ protected:
+  TheHostShell() {
+    shell.ShowFormsWith<frmSample>([](frmSample&) { return new QLineEdit; });
+    shell.window().show();
+  }
+  desktop::QtEventQueue queue;
+  desktop::QtHostShell shell{queue};
+  frmSample form;
+};
+
+TEST_F(TheHostShell, AsksWithNoAsTheDefaultAndHoldsRepliesBackMeanwhile) {
+  bool reply = false;
+  bool reply_during_box = true;
+  tests::OnNextModal([&](QWidget& window) {
+    auto& box = dynamic_cast<QMessageBox&>(window);
+    EXPECT_EQ(box.windowTitle(), QStringLiteral("Correspondence"));
+    EXPECT_EQ(box.text(), QStringLiteral("First line\n<b>Second</b>"));
+    EXPECT_EQ(box.icon(), QMessageBox::Question);
+    EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+    queue.Post([&] { reply = true; });
+    tests::Settle();
+    reply_during_box = reply;
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+
+  const auto answer = shell.ShowMessage({"First line\r\n<b>Second</b>\r\n", MessageIcon::kQuestion,
+                                         "Correspondence", MessageButtons::kYesNo, MessageAnswer::kNo});
+
+  EXPECT_EQ(answer, MessageAnswer::kNo);
+  EXPECT_FALSE(reply_during_box);
+  tests::Settle();
+  EXPECT_TRUE(reply);
+}
+
+TEST_F(TheHostShell, ShowsNoHourglassOverABoxAndShowsItAgainAfterwards) {
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  tests::OnNextModal([](QWidget& box) {
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+    QTest::keyClick(&box, Qt::Key_Escape);
+  });
+
+  shell.ShowMessage({.text = "Done.", .icon = MessageIcon::kInformation, .title = "Correspondence"});
+
+  ASSERT_NE(QApplication::overrideCursor(), nullptr);
+  shell.SetMousePointer(platform::MousePointer::kNormal);
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(TheHostShell, ReturnsFromAModalFormWhenAReplyHasClosedIt) {
+  tests::OnNextModal([&](QWidget& window) {
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Batch Details"));
+    form.SetCaption("Batch Details - Batch Sequence # 7");
+    EXPECT_EQ(window.windowTitle(), QStringLiteral("Batch Details - Batch Sequence # 7"));
+    queue.Post([&] { form.Close(); });
+  });
+
+  shell.ShowModal(form);
+
+  EXPECT_FALSE(form.shown());
+  EXPECT_FALSE(form.loaded());
+}
+
+TEST_F(TheHostShell, LeavesAFormThatRefusesToCloseOnTheScreen) {
+  form.may_close = false;
+  tests::OnNextModal([&](QWidget& window) {
+    QTest::keyClick(&window, Qt::Key_Escape);
+    EXPECT_TRUE(window.isVisible());
+    window.close();
+    EXPECT_TRUE(window.isVisible());
+    form.may_close = true;
+    window.close();
+  });
+
+  shell.ShowModal(form);
+
+  EXPECT_FALSE(form.shown());
+}
+
+TEST_F(TheHostShell, DoesNotShowAFormThatClosesItselfWhileLoading) {
+  form.closes_while_loading = true;
+  shell.ShowModal(form);
+  EXPECT_FALSE(form.shown());
+}
+
+TEST_F(TheHostShell, ShowsAModelessFormAndReturnsAtOnce) {
+  shell.Show(form);
+  EXPECT_TRUE(form.shown());
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+
+  form.Close();
+  tests::Settle();
+  EXPECT_FALSE(form.shown());
+}
+
+TEST_F(TheHostShell, RefusesAFormNobodyShows) {
+  struct frmUnknown : platform::Form {
+    frmUnknown() : Form("Unknown") {}
+  } unknown;
+  EXPECT_THROW(shell.ShowModal(unknown), platform::Failure);
+}
+
+TEST_F(TheHostShell, SwitchesTheFiveDocumentButtonsAndIgnoresOthers) {
+  for (const int button : {7, 8, 9, 14, 12, 99}) shell.EnableToolbarButton(button, false, "zemlo-corresp");
+  for (const int button : {7, 8, 9, 14, 12}) {
+    ASSERT_NE(shell.window().ToolbarButton(button), nullptr) << button;
+    EXPECT_FALSE(shell.window().ToolbarButton(button)->isEnabled()) << button;
+  }
+  EXPECT_TRUE(shell.window().ToolbarButton(1)->isEnabled());
+
+  shell.ShowStatus("Requesting letter history");
+  EXPECT_EQ(shell.window().status(), QStringLiteral("Requesting letter history"));
+}
+
+TEST_F(TheHostShell, AsksForAPrinterWithTheCurrentOneChosen) {
+  tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
+  EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), "hall");
+
+  tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); });
+  EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), std::nullopt);
+}
+
+}  // namespace
