@@ -4,7 +4,6 @@
 #include <fstream>
 #include <string>
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QLockFile>
 
@@ -21,30 +20,28 @@ namespace {
 using platform::Failure;
 namespace fs = std::filesystem;
 
-constexpr auto kDefinitions = "letter definitions";  // whose fingerprint server_info keeps
+constexpr auto kDefinitions = "letter definitions";  // whose text server_info keeps
 
 fs::path DefinitionFile(const InitOptions& options) {
   return options.product_data_folder / "server" / "letter_fields.tsv";
 }
 
-/// "" for a file that cannot be read: reading it will say so.
-std::string Fingerprint(const fs::path& file) {
+/// "" for a file that cannot be read: storing its fields will say so.
+std::string TextOf(const fs::path& file) {
   QFile source(QString::fromStdString(file.string()));
-  QCryptographicHash hash(QCryptographicHash::Sha256);
-  if (!source.open(QIODevice::ReadOnly) || !hash.addData(&source)) return "";
-  return hash.result().toHex().toStdString();
+  return source.open(QIODevice::ReadOnly) ? source.readAll().toStdString() : "";
 }
 
 bool HasCurrentDefinitions(Database& database, const InitOptions& options) {
   const auto rows = database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kDefinitions});
-  return !rows->IsEmpty() && rows->FirstText() == Fingerprint(DefinitionFile(options));
+  return !rows->IsEmpty() && rows->FirstText() == TextOf(DefinitionFile(options));
 }
 
 void StoreDefinitions(Database& database, const InitOptions& options) {
   StoreLetterFields(database, DefinitionFile(options));
   database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
-                  {kDefinitions, Fingerprint(DefinitionFile(options))});
+                  {kDefinitions, TextOf(DefinitionFile(options))});
 }
 
 void BringUpToDate(const fs::path& file, const InitOptions& options) {
