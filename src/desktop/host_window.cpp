@@ -92,7 +92,10 @@ void HostWindow::ShowNotice(const QString& text) {
   dismiss->setFocusPolicy(Qt::TabFocus);
   layout->addWidget(label, 1);
   layout->addWidget(dismiss);
-  connect(dismiss, &QToolButton::clicked, bar, [bar] { bar->hide(); });
+  connect(dismiss, &QToolButton::clicked, bar, [this, bar] {
+    bar->hide();
+    if (notice_dismissed) notice_dismissed();
+  });
   content_->insertWidget(0, bar);
   notice_ = bar;
 }

@@ -19,8 +19,10 @@ class HostWindow : public QMainWindow {
 
   /// Puts the document between toolbar and status bar. The window owns the widget.
   void ShowDocument(QWidget* document);
-  /// A line above the document for those who are new here, until they dismiss it.
+  /// A line above the document until the user dismisses it, or another one takes its place.
   void ShowNotice(const QString& text);
+  /// The user has dismissed the line.
+  std::function<void()> notice_dismissed;
 
   void ShowStatus(const QString& text);
   QString status() const;

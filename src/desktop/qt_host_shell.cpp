@@ -106,6 +106,16 @@ void QtHostShell::SetMousePointer(MousePointer pointer) {
   if (pointer == pointer_) return;
   pointer_ = pointer;
   ShowPointer(pointer);
+  TellGuard();
+}
+
+void QtHostShell::SetReady(bool ready) {
+  ready_ = ready;
+  TellGuard();
+}
+
+void QtHostShell::TellGuard() {
+  guard_.SetBusy(!ready_ || pointer_ == MousePointer::kHourglass);
 }
 
 QWidget* QtHostShell::Front() {

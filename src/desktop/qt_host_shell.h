@@ -7,6 +7,7 @@
 #include <typeindex>
 #include <vector>
 
+#include "desktop/busy_guard.h"
 #include "desktop/host_window.h"
 #include "desktop/qt_event_queue.h"
 #include "platform/controls/form.h"
@@ -18,6 +19,8 @@ namespace desktop {
 class FormDialog;
 
 /// The host as a window: what the workspace asks of the screen. User-interface thread only.
+///
+/// While the hourglass shows, or the workspace is not ready, the document takes no command (see BusyGuard).
 class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
  public:
   /// `events` outlives the shell.
@@ -48,7 +51,7 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
                                         const std::string& current) override;
 
   void ShowStatus(std::string_view text) override;
-  void SetReady(bool ready) override { ready_ = ready; }
+  void SetReady(bool ready) override;
   void EnableToolbarButton(int button_index, bool enabled, std::string_view host_tag) override;
   /// False while the workspace waits for a letter's data.
   bool ready() const { return ready_; }
@@ -59,9 +62,11 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
 
   std::unique_ptr<FormDialog> MakeDialog(platform::Form& form);
   QWidget* Front();
+  void TellGuard();
 
   QtEventQueue& events_;
   HostWindow window_;
+  BusyGuard guard_{window_};
   std::map<std::type_index, ViewMaker> makers_;
   std::vector<std::unique_ptr<FormDialog>> modeless_;
   platform::MousePointer pointer_ = platform::MousePointer::kNormal;

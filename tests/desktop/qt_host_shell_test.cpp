@@ -146,6 +146,25 @@ TEST_F(TheHostShell, SwitchesTheFiveDocumentButtonsAndIgnoresOthers) {
   EXPECT_EQ(shell.window().status(), QStringLiteral("Requesting letter history"));
 }
 
+TEST_F(TheHostShell, TakesNoCommandOfTheDocumentWhileItWaits) {
+  auto* button = new QPushButton(QStringLiteral("Search"));
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  shell.window().ShowDocument(button);
+  const auto click = [&] { QTest::mouseClick(button, Qt::LeftButton); };
+
+  shell.SetReady(false);
+  click();
+  shell.SetReady(true);
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  click();
+  EXPECT_EQ(clicks, 0);
+
+  shell.SetMousePointer(platform::MousePointer::kNormal);
+  click();
+  EXPECT_EQ(clicks, 1);
+}
+
 TEST_F(TheHostShell, AsksForAPrinterWithTheCurrentOneChosen) {
   tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
   EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), "hall");

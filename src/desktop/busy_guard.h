@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace desktop {
+
+/// While the workspace waits for a reply, keeps the user from commands of the document that would send
+/// another request: buttons, options, the lists of results and Enter. Fields, pages and dialogs stay alive.
+class BusyGuard : public QObject {
+ public:
+  /// `document_window` outlives the guard.
+  explicit BusyGuard(QWidget& document_window);
+
+  void SetBusy(bool busy) { busy_ = busy; }
+
+ protected:
+  bool eventFilter(QObject* receiver, QEvent* event) override;
+
+ private:
+  bool IsInDocument(const QWidget& widget) const;
+
+  QWidget& document_window_;
+  bool busy_ = false;
+};
+
+}  // namespace desktop

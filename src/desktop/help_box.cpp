@@ -1,0 +1,34 @@
+#include "desktop/help_box.h"
+
+#include <QMessageBox>
+
+namespace desktop {
+namespace {
+
+constexpr auto kHelp = R"(<p><b>A letter.</b> On the page Generate, choose a customer or type a form number,
+then a letter under Correspondence Names, then Create Letter. The preview prints and saves it.</p>
+<p><b>Letters already produced.</b> On the page Search, give one criterion or more and a letter status, then
+Search. Choose rows of the list to see what can be done with them.</p>
+<p><b>Nightly batch runs.</b> On the page Batches, choose a date and a status, then Search.</p>
+<table cellspacing="4">
+<tr><td>Alt + underlined letter</td><td>page or field of that name</td></tr>
+<tr><td>Tab, Shift+Tab</td><td>next and previous field</td></tr>
+<tr><td>F4 or Down</td><td>opens a list; typing moves in it, Enter chooses, Esc closes it</td></tr>
+<tr><td>Space or Enter</td><td>chooses an option; once more repeats it</td></tr>
+<tr><td>Enter in a criterion</td><td>Search</td></tr>
+<tr><td>Shift or Ctrl with a click or arrow</td><td>several rows of a list</td></tr>
+<tr><td>Ctrl+P, Ctrl+S, Ctrl+F, Esc</td><td>in a preview: print, save, find, close</td></tr>
+</table>)";
+
+}  // namespace
+
+void ShowHelp(QWidget& parent) {
+  auto* box = new QMessageBox(QMessageBox::NoIcon, QStringLiteral("Help"), QString::fromUtf8(kHelp),
+                              QMessageBox::Close, &parent);
+  box->setTextFormat(Qt::RichText);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setWindowModality(Qt::NonModal);  // read beside the window
+  box->show();
+}
+
+}  // namespace desktop
