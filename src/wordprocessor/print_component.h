@@ -1,0 +1,35 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "platform/print_component.h"
+#include "wordprocessor/print_session.h"
+
+namespace wordprocessor {
+
+/// The print component of this system: templates are WordprocessingML files, pages are laid out by the office
+/// in a process of its own.
+///
+/// A preview is laid out in the background and opens from the event loop; when that fails, the failure is
+/// reported under "ZEMLO_Print.ShowPreview" and DocEnd is raised. Printing and saving from the preview report
+/// under "ZEMLO_Print.PrintOut" and "ZEMLO_Print.SaveToFile". Documents and templates are opened from the
+/// template folder only.
+class OfficePrintComponent : public platform::PrintComponent {
+ public:
+  /// `printer` is one of the printers' names, or "" for their default.
+  OfficePrintComponent(const PrintSurroundings& outside, std::filesystem::path template_folder,
+                       std::string printer);
+
+  /// The document may outlive the component, not what the component was made with.
+  std::unique_ptr<platform::PrintDocument> NewDocument() override;
+
+  /// Whether a preview is still to open: from ShowPreview until its window is there or its failure reported.
+  bool HasWorkUnderWay() const { return shop_->under_way.use_count() > 1; }
+
+ private:
+  const std::shared_ptr<PrintShop> shop_;
+};
+
+}  // namespace wordprocessor

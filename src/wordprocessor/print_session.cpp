@@ -1,0 +1,190 @@
+#include "wordprocessor/print_session.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "platform/failure.h"
+#include "platform/text.h"
+#include "platform/trap.h"
+#include "wordprocessor/print_file.h"
+#include "wordprocessor/print_template.h"
+
+namespace wordprocessor {
+namespace {
+
+using platform::Failure;
+using platform::PrintNotify;
+
+enum class FileKind { kDocument, kPages };
+
+/// By `format` ("docx", ".PDF"), or by the file's ending where that is empty.
+FileKind KindOf(const std::filesystem::path& file, const std::string& format) {
+  auto kind = platform::LowerCase(format.empty() ? file.extension().string() : format);
+  if (kind.starts_with('.')) kind.erase(0, 1);
+  if (kind == "docx") return FileKind::kDocument;
+  if (kind == "pdf") return FileKind::kPages;
+  throw Failure(Failure::Kind::kRefused, "A letter is saved as \".docx\" or \".pdf\"; the name \"" +
+                                             file.string() + "\" is neither. Give the file another ending.");
+}
+
+}  // namespace
+
+DocxDocument& PrintSession::Document() {
+  if (document_) return *document_;
+  throw Failure(Failure::Kind::kRefused, "No letter is open. Open its template first.");
+}
+
+bool PrintSession::IsDocumentOpen(const std::string& file_name) const {
+  if (!document_) return false;
+  const auto name = platform::ReplaceAll(file_name, "\\", "/");
+  return platform::EqualsIgnoringCase(std::filesystem::absolute(name).lexically_normal().string(),
+                                      file_.string());
+}
+
+void PrintSession::SetTemplate(const std::string& path) {
+  common_template_ = TemplateFile(shop_->template_folder, path);
+}
+
+void PrintSession::OpenDocument(const std::string& file_name) {
+  const auto file = TemplateFile(shop_->template_folder, file_name);
+  const auto common = common_template_.empty() ? CommonTemplateBeside(file) : common_template_;
+  document_.emplace(shop_->templates.Open(file, common));
+  file_ = file;
+  pages_ = nullptr;
+}
+
+void PrintSession::MergeBookmarks(const std::string& bookmark_xml) {
+  const auto context = DataContext::Parse(bookmark_xml);
+  const auto not_filled = Document().MergeBookmarks(context);
+  pages_ = nullptr;
+  if (!not_filled.empty()) shop_->outside.observer.BookmarksNotFilled(file_.filename().string(), not_filled);
+}
+
+void PrintSession::LayOut() {
+  auto done = [session = weak_from_this(), &events = shop_->outside.events, under_way = shop_->under_way] {
+    events.Post([session, under_way] {
+      if (const auto open = session.lock()) open->PagesDone(open->pages_);
+    });
+  };
+  pages_ = LetterPages::LayOut(shop_->outside.layout, file_.filename().string(), Document().Bytes(),
+                               std::move(done));
+}
+
+LetterPages& PrintSession::Pages() {
+  if (pages_ == nullptr) LayOut();
+  return *pages_;
+}
+
+void PrintSession::ShowPreview() {
+  preview_wanted_ = true;
+  if (pages_ == nullptr) return LayOut();
+  shop_->outside.events.Post([session = weak_from_this(), under_way = shop_->under_way] {
+    if (const auto open = session.lock()) open->PagesDone(open->pages_);
+  });
+}
+
+/// Told of every layout that ends, also of one that a merge has overtaken: only what is wanted and ready is
+/// shown.
+void PrintSession::PagesDone(const std::shared_ptr<LetterPages>& pages) {
+  if (!preview_wanted_ || pages == nullptr || !pages->IsDone()) return;
+  preview_wanted_ = false;
+  const bool shown =
+      platform::Trap(shop_->outside.errors, "ZEMLO_Print.ShowPreview", [&] { OpenWindow(pages); });
+  if (!shown) Raise(&PrintNotify::DocEnd);
+}
+
+void PrintSession::OpenWindow(const std::shared_ptr<LetterPages>& pages) {
+  CloseWindow();
+  platform::PreviewContent content;
+  content.pdf = pages->Pdf();
+  content.title = file_.filename().string();
+  content.print = FromWindow(&PrintSession::PrintFromWindow);
+  content.save = FromWindow(&PrintSession::SaveFromWindow);
+  // The pages stay while the window stands, whatever is merged meanwhile.
+  content.closed = [pages, closed = FromWindow(&PrintSession::WindowClosed)] { closed(); };
+  window_ = shop_->outside.viewer.Open(std::move(content));
+}
+
+std::function<void()> PrintSession::FromWindow(void (PrintSession::*step)()) {
+  return [weak = weak_from_this(), step] {
+    const auto session = weak.lock();
+    if (session == nullptr) return;
+    const bool before = std::exchange(session->in_window_, true);
+    ((*session).*step)();
+    session->in_window_ = before;
+  };
+}
+
+void PrintSession::PrintFromWindow() {
+  platform::Trap(shop_->outside.errors, "ZEMLO_Print.PrintOut", [&] { SendToPrinter(1); });
+}
+
+void PrintSession::SaveFromWindow() {
+  platform::Trap(shop_->outside.errors, "ZEMLO_Print.SaveToFile", [&] { SaveToFile("", ""); });
+}
+
+void PrintSession::WindowClosed() {
+  CloseWindow();
+  Raise(&PrintNotify::DocEnd);
+}
+
+void PrintSession::CloseWindow() {
+  std::shared_ptr<platform::PreviewWindow> window = std::move(window_);
+  // A window that is calling us goes when its call has returned.
+  if (window != nullptr && in_window_) shop_->outside.events.Post([window] {});
+}
+
+bool PrintSession::PrintOut(int copies, bool show_dialog) {
+  Pages();  // laid out while the user chooses
+  if (show_dialog) {
+    auto& printers = shop_->outside.printers;
+    const auto current = shop_->printer.empty() ? printers.Default() : shop_->printer;
+    const auto chosen = shop_->outside.host.AskPrinter(printers.Names(), current);
+    if (!chosen) return false;
+    shop_->printer = *chosen;
+  }
+  SendToPrinter(copies);
+  return true;
+}
+
+void PrintSession::SendToPrinter(int copies) {
+  auto& printers = shop_->outside.printers;
+  const auto printer = shop_->printer.empty() ? printers.Default() : shop_->printer;
+  const auto went_to = printers.Print(printer, Pages().Pdf(), file_.filename().string(), copies);
+  // It has been accepted: whatever fails from here on must not print it again.
+  shop_->outside.observer.LetterPrinted(went_to);
+  Raise(&PrintNotify::DocPrint);
+}
+
+void PrintSession::SaveToFile(const std::string& name, const std::string& format) {
+  Document();
+  std::optional<std::string> file = name;
+  if (name.empty()) file = shop_->outside.host.AskSaveFile(file_.stem().string() + ".docx");
+  if (!file || file->empty()) return;
+  switch (KindOf(*file, format)) {
+    case FileKind::kDocument:
+      WriteWholeFile(*file, Document().Bytes());
+      break;
+    case FileKind::kPages:
+      WriteWholeFile(*file, ReadWholeFile(Pages().Pdf()));
+      break;
+  }
+  shop_->outside.observer.LetterSaved(*file);
+  Raise(&PrintNotify::DocPrint);
+}
+
+void PrintSession::Release() {
+  notify_ = nullptr;
+  preview_wanted_ = false;
+  document_.reset();
+  pages_ = nullptr;
+  CloseWindow();
+}
+
+/// The last thing a step does: whoever hears it may release this letter.
+void PrintSession::Raise(platform::Event<> platform::PrintNotify::*event) const {
+  if (const auto notify = notify_; notify != nullptr && notify_enabled_) ((*notify).*event)();
+}
+
+}  // namespace wordprocessor

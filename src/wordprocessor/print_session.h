@@ -1,0 +1,88 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/error_reporter.h"
+#include "platform/host_shell.h"
+#include "platform/print_component.h"
+#include "wordprocessor/docx_document.h"
+#include "wordprocessor/layout_pool.h"
+#include "wordprocessor/print_pages.h"
+#include "wordprocessor/printers.h"
+#include "wordprocessor/template_cache.h"
+
+namespace wordprocessor {
+
+/// What letters are printed with. All of it outlives the print component; `events` outlives `layout` too.
+struct PrintSurroundings {
+  platform::HostShell& host;
+  platform::EventQueue& events;
+  platform::PreviewViewer& viewer;
+  platform::PrintObserver& observer;
+  platform::ErrorReporter& errors;
+  LayoutPool& layout;
+  Printers& printers;
+};
+
+/// What all letters of a print component share.
+struct PrintShop {
+  PrintSurroundings outside;
+  std::filesystem::path template_folder;
+  std::string printer;  ///< the one in use; "" for the default one
+  TemplateCache templates;
+  std::shared_ptr<char> under_way = std::make_shared<char>();  ///< held by every layout that is to be shown
+};
+
+/// A letter from its opening to its release. It lives as long as somebody works with it, also when the holder
+/// drops its print document from inside an event that this raised. User-interface thread.
+class PrintSession : public std::enable_shared_from_this<PrintSession> {
+ public:
+  explicit PrintSession(std::shared_ptr<PrintShop> shop) : shop_(std::move(shop)) {}
+
+  // What platform::PrintDocument says of the operation of that name.
+  void Prepare() { shop_->outside.layout.WarmUp(); }
+  bool IsDocumentOpen(const std::string& file_name) const;
+  void SetTemplate(const std::string& path);
+  void OpenDocument(const std::string& file_name);
+  void SetNotify(std::shared_ptr<platform::PrintNotify> notify) { notify_ = std::move(notify); }
+  void SetNotifyEnabled(bool enabled) { notify_enabled_ = enabled; }
+  std::vector<platform::DocumentBookmark> Bookmarks() { return Document().Bookmarks(); }
+  void MergeBookmarks(const std::string& bookmark_xml);
+  void ShowPreview();
+  bool PrintOut(int copies, bool show_dialog);
+  void SaveToFile(const std::string& name, const std::string& format);
+  void Release();
+
+ private:
+  DocxDocument& Document();
+  LetterPages& Pages();
+  void LayOut();
+  void PagesDone(const std::shared_ptr<LetterPages>& pages);
+  void OpenWindow(const std::shared_ptr<LetterPages>& pages);
+  std::function<void()> FromWindow(void (PrintSession::*step)());
+  void PrintFromWindow();
+  void SaveFromWindow();
+  void WindowClosed();
+  void CloseWindow();
+  void SendToPrinter(int copies);
+  void Raise(platform::Event<> platform::PrintNotify::*event) const;
+
+  const std::shared_ptr<PrintShop> shop_;
+  std::shared_ptr<platform::PrintNotify> notify_;
+  bool notify_enabled_ = false;
+
+  std::filesystem::path common_template_;
+  std::filesystem::path file_;
+  std::optional<DocxDocument> document_;
+  std::shared_ptr<LetterPages> pages_;  ///< of the document as it is merged now; none until asked for
+
+  bool preview_wanted_ = false;
+  bool in_window_ = false;  ///< the window is calling us
+  std::unique_ptr<platform::PreviewWindow> window_;
+};
+
+}  // namespace wordprocessor
