@@ -1,0 +1,112 @@
+#include "wordprocessor/merge_jobs.h"
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+
+#include "tests/wordprocessor/layout_letter.h"
+#include "tests/wordprocessor/temporary_folder.h"
+#include "wordprocessor/print_file.h"
+
+namespace wordprocessor {
+namespace {
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(MergeJobs, ReadsOneJobALineAndNamesBadLinesByNumber) {
+  const auto list = ReadMergeJobs(
+      "\xEF\xBB\xBFt one.docx\tc.xml\to.pdf\r\n"
+      "\n"
+      "t.docx\tc.xml\n"
+      "t.docx\t\to.pdf\n"
+      "t.docx\tc.xml\to.pdf\tmore\n"
+      "t.docx\tc.xml\tlast.docx");
+  ASSERT_EQ(list.jobs.size(), 2U);
+  EXPECT_EQ(list.jobs[0].template_file, "t one.docx");
+  EXPECT_EQ(list.jobs[0].output, "o.pdf");
+  EXPECT_EQ(list.jobs[1].number, 6);
+  std::string bad;
+  for (const auto& line : list.bad_lines) bad += line.failure.value().description() + "\n";
+  EXPECT_THAT(bad, AllOf(HasSubstr("Line 3 is no job."), HasSubstr("Line 4 is no job."),
+                         HasSubstr("Line 5 is no job.")));
+}
+
+class MergeJobsTest : public testing::Test {
+ protected:
+  MergeJobsTest() {
+    WriteScratchFile(
+        folder_ / "t.docx",
+        Letter("<w:p><w:bookmarkStart w:id=\"1\" w:name=\"NAME\"/><w:r><w:t>blank</w:t></w:r>"
+               "<w:bookmarkEnd w:id=\"1\"/></w:p><w:p><w:bookmarkStart w:id=\"2\" w:name=\"PHONE\"/>"
+               "<w:r><w:t>none</w:t></w:r><w:bookmarkEnd w:id=\"2\"/></w:p>"));
+    WriteScratchFile(folder_ / "bad.xml", "<XML_CONTEXT>");
+  }
+  MergeJob Job(int number, const std::string& template_file, const std::string& context,
+               const std::string& output) {
+    return {number, folder_ / template_file, folder_ / context, folder_ / output};
+  }
+  std::string ContextOf(int number) {
+    const auto name = std::to_string(number) + ".xml";
+    WriteScratchFile(folder_ / name,
+                     "<XML_CONTEXT><NAME>Customer " + std::to_string(number) + "</NAME></XML_CONTEXT>");
+    return name;
+  }
+  std::map<int, MergeResult> Run(const std::vector<MergeJob>& jobs, const std::string& program, int workers) {
+    LayoutSettings settings;
+    settings.worker_program = std::filesystem::path(ZEMLO_BINARY_DIR) / "bin" / program;
+    settings.work_folder = folder_ / "work";
+    settings.workers = workers;
+    LayoutPool pool(settings);
+    std::map<int, MergeResult> results;
+    RunMergeJobs(jobs, pool, [&](const MergeResult& result) { results.emplace(result.number, result); });
+    return results;
+  }
+
+  TemporaryFolder folder_;
+};
+
+TEST_F(MergeJobsTest, MakesLettersWithTheRealOffice) {
+  std::vector<MergeJob> jobs;
+  for (int number = 1; number <= 6; ++number) {
+    jobs.push_back(Job(number, "t.docx", ContextOf(number), "letter" + std::to_string(number) + ".pdf"));
+  }
+  const auto results = Run(jobs, "zemlo-office-worker", 2);
+  ASSERT_EQ(results.size(), 6U);
+  for (const auto& [number, result] : results) {
+    ASSERT_FALSE(result.failure) << result.failure->description();
+    EXPECT_THAT(PdfText(result.output), HasSubstr("Customer " + std::to_string(number)));
+    EXPECT_THAT(result.not_filled, ElementsAre("PHONE"));
+  }
+}
+
+TEST_F(MergeJobsTest, LetsAFailingJobCostItsOwnLineOnly) {
+  const auto context = ContextOf(0);
+  const auto results = Run({Job(1, "t.docx", context, "1.docx"), Job(2, "gone.docx", context, "2.pdf"),
+                            Job(3, "t.docx", "bad.xml", "3.pdf"), Job(4, "t.docx", context, "4.txt"),
+                            Job(5, "t.docx", context, "missing/5.pdf"), Job(6, "t.docx", context, "6.pdf")},
+                           "zemlo-fake-worker", 1);
+  const std::map<int, const char*> refused = {
+      {2, "gone.docx"}, {3, ""}, {4, "4.txt\" is neither"}, {5, "missing"}};
+  ASSERT_EQ(results.size(), 6U);
+  for (const auto& [number, result] : results) {
+    const auto refusal = refused.find(number);
+    ASSERT_EQ(result.failure.has_value(), refusal != refused.end()) << number;
+    EXPECT_EQ(std::filesystem::exists(result.output), !result.failure) << number;
+    if (result.failure) {
+      EXPECT_THAT(result.failure->description(), HasSubstr(refusal->second));
+    }
+  }
+}
+
+TEST_F(MergeJobsTest, StartsNoLayoutForDocuments) {
+  const auto results = Run({Job(1, "t.docx", ContextOf(1), "1.docx")}, "no-such-program", 1);
+  EXPECT_FALSE(results.at(1).failure);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "work"));
+}
+
+}  // namespace
+}  // namespace wordprocessor

@@ -1,0 +1,353 @@
+#include "wordprocessor/print_component.h"
+
+#include <gmock/gmock.h>
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "tests/fakes/manual_clock.h"
+#include "tests/fakes/recording_errors.h"
+#include "tests/fakes/recording_host.h"
+#include "tests/wordprocessor/fake_queues.h"
+#include "tests/wordprocessor/layout_letter.h"
+#include "tests/wordprocessor/temporary_folder.h"
+#include "wordprocessor/print_file.h"
+
+namespace wordprocessor {
+namespace {
+
+using platform::Failure;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
+
+/// An event loop that other threads may post to.
+class EventLoop : public platform::EventQueue {
+ public:
+  void Post(std::function<void()> work) override {
+    const std::lock_guard lock(mutex_);
+    waiting_.push_back(std::move(work));
+    posted_.notify_one();
+  }
+  /// Runs one piece of work, waiting for it.
+  void RunOne() {
+    std::function<void()> work;
+    {
+      std::unique_lock lock(mutex_);
+      ASSERT_TRUE(posted_.wait_for(lock, std::chrono::seconds(20), [this] { return !waiting_.empty(); }));
+      work = std::move(waiting_.front());
+      waiting_.pop_front();
+    }
+    work();
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable posted_;
+  std::deque<std::function<void()>> waiting_;
+};
+
+/// A viewer whose reader is the test.
+class Viewer : public platform::PreviewViewer {
+ public:
+  std::vector<platform::PreviewContent> opened;
+  int open = 0;
+
+  std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent content) override {
+    opened.push_back(content);
+    return std::make_unique<Window>(*this, std::move(content));
+  }
+
+ private:
+  struct Window : platform::PreviewWindow {
+    Window(Viewer& its_viewer, platform::PreviewContent its_content)
+        : viewer(its_viewer), content(std::move(its_content)) {
+      ++viewer.open;
+    }
+    ~Window() override { --viewer.open; }
+    Viewer& viewer;
+    platform::PreviewContent content;
+  };
+};
+
+class Observer : public platform::PrintObserver {
+ public:
+  std::vector<std::string> lines;
+
+  void LetterPrinted(const std::string& destination) override { lines.push_back("printed " + destination); }
+  void LetterSaved(const std::filesystem::path& file) override { lines.push_back("saved " + file.string()); }
+  void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) override {
+    for (const auto& name : names) lines.push_back("not filled " + document + " " + name);
+  }
+};
+
+std::string Bookmark(const std::string& name) {
+  return "<w:p><w:bookmarkStart w:id=\"1\" w:name=\"" + name +
+         "\"/><w:r><w:t>blank</w:t></w:r><w:bookmarkEnd w:id=\"1\"/></w:p>";
+}
+
+constexpr const char* kContext = "<XML_CONTEXT><NAME>Ada Fuel Co.</NAME></XML_CONTEXT>";
+
+/// A print component whose pages come from a fake layout process.
+class PrintComponentTest : public testing::Test {
+ protected:
+  PrintComponentTest() {
+    std::filesystem::create_directory(templates_);
+    WriteScratchFile(templates_ / "CTL110.docx", Letter(Paragraph("Dear") + Bookmark("NAME")));
+    MakeComponent("zemlo-fake-worker");
+  }
+
+  void MakeComponent(const std::filesystem::path& program) {
+    component_ = nullptr;
+    LayoutSettings settings;
+    settings.worker_program = std::filesystem::path(ZEMLO_BINARY_DIR) / "bin" / program;
+    settings.work_folder = folder_ / "work";
+    pool_ = std::make_unique<LayoutPool>(settings);
+    component_ = std::make_unique<OfficePrintComponent>(
+        PrintSurroundings{host_, events_, viewer_, observer_, errors_, *pool_, printers_}, templates_, "");
+  }
+  /// Opened and merged, its events written down.
+  void GivenMergedLetter() {
+    document_ = component_->NewDocument();
+    document_->Prepare();
+    document_->OpenDocument((templates_ / "CTL110.docx").string());
+    end_ = notify_->DocEnd.Connect([this] { Heard("DocEnd"); });
+    print_ = notify_->DocPrint.Connect([this] { Heard("DocPrint"); });
+    document_->SetNotify(notify_);
+    document_->SetNotifyEnabled(true);
+    document_->MergeBookmarks(kContext);
+  }
+  void GivenPreview() {
+    GivenMergedLetter();
+    document_->ShowPreview();
+    ASSERT_THAT(viewer_.opened, IsEmpty()) << "opened inside ShowPreview";
+    ASSERT_TRUE(component_->HasWorkUnderWay());
+    events_.RunOne();
+    ASSERT_EQ(viewer_.open, 1);
+    ASSERT_FALSE(component_->HasWorkUnderWay());
+  }
+  void Heard(const std::string& event) {
+    heard_.push_back(event);
+    if (event == drop_at_) document_ = nullptr;
+  }
+  std::string Refusal(const std::function<void()>& work) {
+    try {
+      work();
+    } catch (const Failure& failure) {
+      return failure.description();
+    }
+    return "done";
+  }
+
+  TemporaryFolder folder_;
+  const std::filesystem::path templates_ = folder_ / "templates";
+  const std::filesystem::path printed_ = folder_ / "printed";
+  fakes::RecordingHost host_;
+  fakes::RecordingErrors errors_;
+  fakes::ManualClock clock_;
+  EventLoop events_;
+  Viewer viewer_;
+  Observer observer_;
+  FakeQueues queues_;
+  Printers printers_{queues_, printed_, clock_};
+  std::unique_ptr<LayoutPool> pool_;
+  std::unique_ptr<OfficePrintComponent> component_;
+
+  std::shared_ptr<platform::PrintNotify> notify_ = std::make_shared<platform::PrintNotify>();
+  platform::Connection end_, print_;
+  std::vector<std::string> heard_;
+  std::string drop_at_;  ///< the event at which the holder drops the document
+  std::unique_ptr<platform::PrintDocument> document_;
+};
+
+TEST_F(PrintComponentTest, ShowsThePagesAndTellsWhenTheReaderClosesThem) {
+  GivenPreview();
+  const auto pdf = viewer_.opened[0].pdf;
+  EXPECT_EQ(viewer_.opened[0].title, "CTL110.docx");
+  EXPECT_THAT(ReadWholeFile(pdf), StartsWith("pages by "));
+  viewer_.opened[0].closed();
+  EXPECT_THAT(heard_, ElementsAre("DocEnd"));
+  events_.RunOne();
+  EXPECT_EQ(viewer_.open, 0);
+  document_ = nullptr;
+  viewer_.opened.clear();
+  EXPECT_FALSE(std::filesystem::exists(pdf)) << "nobody looks at it any more";
+}
+
+TEST_F(PrintComponentTest, PrintsFromThePreview) {
+  GivenPreview();
+  viewer_.opened[0].print();
+  const auto file = printed_ / "2004-03-15 09.00.00 CTL110 1.pdf";
+  EXPECT_THAT(observer_.lines, ElementsAre("printed " + file.string()));
+  EXPECT_THAT(heard_, ElementsAre("DocPrint"));
+  EXPECT_EQ(ReadWholeFile(file), ReadWholeFile(viewer_.opened[0].pdf));
+}
+
+TEST_F(PrintComponentTest, ReportsAPrinterThatRefusesAndTellsOfNoPrint) {
+  queues_.names = {"laser"};
+  queues_.jammed = true;
+  GivenPreview();
+  viewer_.opened[0].print();
+  EXPECT_THAT(errors_.Procedures(), ElementsAre("ZEMLO_Print.PrintOut"));
+  EXPECT_THAT(heard_, IsEmpty());
+  EXPECT_THAT(observer_.lines, IsEmpty());
+}
+
+TEST_F(PrintComponentTest, ReportsPagesThatCannotBeLaidOutAndEndsTheDocument) {
+  MakeComponent("no-such-program");
+  GivenMergedLetter();
+  document_->ShowPreview();
+  events_.RunOne();
+  EXPECT_THAT(errors_.Procedures(), ElementsAre("ZEMLO_Print.ShowPreview"));
+  EXPECT_THAT(errors_.reports.at(0).description, HasSubstr("\"CTL110.docx\""));
+  EXPECT_THAT(heard_, ElementsAre("DocEnd"));
+  EXPECT_THAT(viewer_.opened, IsEmpty());
+}
+
+TEST_F(PrintComponentTest, SurvivesAHolderThatDropsTheDocumentInsideAnEvent) {
+  const auto saved = folder_ / "letter.docx";
+  const std::vector<std::pair<const char*, std::function<void()>>> steps = {
+      {"DocEnd", [&] { viewer_.opened.back().closed(); }},
+      {"DocPrint", [&] { viewer_.opened.back().print(); }},
+      {"DocPrint", [&] { viewer_.opened.back().save(); }},
+      {"DocPrint", [&] { document_->PrintOut(1, false); }},
+      {"DocPrint", [&] { document_->SaveToFile(saved.string(), ""); }},
+  };
+  for (std::size_t step = 0; step < steps.size(); ++step) {
+    SCOPED_TRACE(step);
+    viewer_.opened.clear();
+    heard_.clear();
+    drop_at_.clear();
+    GivenPreview();
+    drop_at_ = steps[step].first;
+    host_.save_files = {saved.string()};
+    steps[step].second();
+    EXPECT_THAT(heard_, ElementsAre(drop_at_));
+    EXPECT_EQ(document_, nullptr);
+    if (viewer_.open > 0) events_.RunOne();
+    EXPECT_EQ(viewer_.open, 0) << "the window stands without its letter";
+  }
+  EXPECT_THAT(errors_.Procedures(), IsEmpty());
+}
+
+TEST_F(PrintComponentTest, OpensNoWindowForALetterDroppedBeforeItsPagesCame) {
+  GivenMergedLetter();
+  document_->ShowPreview();
+  document_ = nullptr;
+  events_.RunOne();
+  EXPECT_THAT(viewer_.opened, IsEmpty());
+  EXPECT_THAT(heard_, IsEmpty());
+  pool_ = nullptr;
+  EXPECT_TRUE(std::filesystem::is_empty(folder_ / "work"));
+}
+
+TEST_F(PrintComponentTest, SavesByTheEndingOfTheFile) {
+  GivenMergedLetter();
+  document_->ShowPreview();
+  const auto pdf = (folder_ / "letter.PDF").string();
+  const auto docx = (folder_ / "letter.docx").string();
+  document_->SaveToFile(pdf, "");
+  EXPECT_THAT(ReadWholeFile(pdf), StartsWith("pages by ")) << "the layout was still under way";
+  document_->SaveToFile(docx, "");
+  EXPECT_THAT(OutputOf("unzip -p '" + docx + "' word/document.xml"), HasSubstr("Ada Fuel Co."));
+  EXPECT_THAT(heard_, ElementsAre("DocPrint", "DocPrint"));
+  EXPECT_THAT(observer_.lines, ElementsAre("saved " + pdf, "saved " + docx));
+
+  host_.save_files = {std::nullopt};
+  document_->SaveToFile("", "");
+  EXPECT_THAT(Refusal([&] { document_->SaveToFile("letter.txt", ""); }),
+              HasSubstr("\"letter.txt\" is neither."));
+  EXPECT_EQ(heard_.size(), 2U) << "a save that did not take place was told";
+}
+
+TEST_F(PrintComponentTest, PrintsWithoutAPreviewOnThePrinterTheUserChose) {
+  queues_.names = {"laser", "second floor"};
+  GivenMergedLetter();
+  host_.printers = {std::nullopt};
+  EXPECT_FALSE(document_->PrintOut(1, true));
+  host_.printers = {"second floor"};
+  EXPECT_TRUE(document_->PrintOut(1, true));
+  EXPECT_TRUE(document_->PrintOut(1, false)) << "the choice lasts";
+  EXPECT_THAT(queues_.printed, ElementsAre("second floor: CTL110.docx", "second floor: CTL110.docx"));
+}
+
+TEST_F(PrintComponentTest, TellsWhichBookmarksNoFieldFilled) {
+  WriteScratchFile(templates_ / "OTHER.docx", Letter(Bookmark("PHONE")));
+  const auto document = component_->NewDocument();
+  document->OpenDocument((templates_ / "OTHER.docx").string());
+  EXPECT_TRUE(document->MergeBookmarks(kContext));
+  EXPECT_THAT(observer_.lines, ElementsAre("not filled OTHER.docx PHONE"));
+}
+
+TEST_F(PrintComponentTest, OpensTemplatesOfItsFolderOnly) {
+  WriteScratchFile(folder_ / "outside.docx", Letter(Paragraph("Not a template.")));
+  std::filesystem::create_directory(templates_ / "old");
+  WriteScratchFile(templates_ / "old" / "CTL110.docx", Letter(Paragraph("Old.")));
+  const auto folder = templates_.string() + "/";
+  const struct {
+    std::string name;
+    const char* answer;
+  } cases[] = {
+      {folder + "ctl110.DOCX", "done"},
+      {templates_.string() + "\\CTL110.docx", "done"},
+      {folder + "../outside.docx", "is not in the template folder"},
+      {folder + "..\\outside.docx", "is not in the template folder"},
+      {folder + "old/CTL110.docx", "is not in the template folder"},
+      {folder + "C:CTL110.docx", "is not in the template folder"},
+      {folder + "C:\\windows\\CTL110.docx", "is not in the template folder"},
+      {folder + "..", "is not in the template folder"},
+      {(folder_ / "outside.docx").string(), "is not in the template folder"},
+      {folder, "is not in the template folder"},
+      {folder + "GONE.docx", "There is no template \"GONE.docx\""},
+  };
+  for (const auto& [name, answer] : cases) {
+    EXPECT_THAT(Refusal([&] { component_->NewDocument()->OpenDocument(name); }), HasSubstr(answer)) << name;
+  }
+}
+
+TEST_F(PrintComponentTest, AnswersForItsOwnDocumentOnly) {
+  GivenMergedLetter();
+  EXPECT_TRUE(document_->IsDocumentOpen((templates_ / "ctl110.docx").string()));
+  EXPECT_FALSE(document_->IsDocumentOpen((templates_ / "OTHER.docx").string()));
+  EXPECT_FALSE(component_->NewDocument()->IsDocumentOpen((templates_ / "CTL110.docx").string()));
+  document_->Release("kvcorr.dot");
+  EXPECT_FALSE(document_->IsDocumentOpen((templates_ / "CTL110.docx").string()));
+  EXPECT_THAT(Refusal([&] { document_->PrintOut(1, false); }), HasSubstr("No letter is open."));
+}
+
+/// A common template with a letterhead.
+std::string Letterhead(const std::string& text) {
+  return Letter("<w:p/><w:sectPr><w:headerReference w:type=\"default\" r:id=\"rHead\"/></w:sectPr>",
+                R"(<Relationship Id="rHead" Type="http://schemas.openxmlformats.org/officeDocument/2006/)"
+                R"(relationships/header" Target="header1.xml"/>)",
+                {{"word/header1.xml",
+                  R"(<w:hdr xmlns:w="http://schemas.openxmlformats.org/wordprocessingml/2006/main">)" +
+                      Paragraph(text) + "</w:hdr>"}});
+}
+
+TEST_F(PrintComponentTest, AttachesTheSetTemplateElseTheOneBesideTheLetter) {
+  WriteScratchFile(templates_ / "KVCORR.DOT", Letterhead("Fuel Tax Office"));
+  WriteScratchFile(templates_ / "other.dot", Letterhead("Another Office"));
+  const auto file = (folder_ / "letter.docx").string();
+  for (const std::string set : {"", "other.dot"}) {
+    const auto document = component_->NewDocument();
+    if (!set.empty()) document->SetTemplate((templates_ / set).string());
+    document->OpenDocument((templates_ / "CTL110.docx").string());
+    document->SaveToFile(file, "docx");
+    EXPECT_THAT(OutputOf("unzip -p '" + file + "'"),
+                HasSubstr(set.empty() ? "Fuel Tax Office" : "Another Office"));
+  }
+  EXPECT_THAT(Refusal([&] { component_->NewDocument()->SetTemplate((templates_ / "gone.dot").string()); }),
+              HasSubstr("There is no template \"gone.dot\""));
+}
+
+}  // namespace
+}  // namespace wordprocessor

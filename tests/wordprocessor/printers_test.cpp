@@ -1,0 +1,157 @@
+#include "wordprocessor/printers.h"
+
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/failure.h"
+#include "tests/fakes/manual_clock.h"
+#include "tests/wordprocessor/fake_queues.h"
+#include "tests/wordprocessor/temporary_folder.h"
+#include "wordprocessor/print_file.h"
+
+namespace wordprocessor {
+namespace {
+
+using platform::Failure;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+class PrintersTest : public testing::Test {
+ protected:
+  PrintersTest() { WriteScratchFile(pdf_, std::string(64 * 1024, 'p')); }
+
+  std::string Print(const std::string& printer, const std::string& letter = "CTL110_2407.DOCX") {
+    return printers_.Print(printer, pdf_, letter, 1);
+  }
+  /// How printing into the folder fails.
+  Failure Refusal() {
+    try {
+      Print("PDF folder");
+    } catch (const Failure& failure) {
+      return failure;
+    }
+    return {Failure::Kind::kInternal, "it was printed"};
+  }
+  std::vector<std::string> Printed() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(printed_))
+      names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    return names;
+  }
+
+  TemporaryFolder folder_;
+  const std::filesystem::path pdf_ = folder_ / "letter.pdf";
+  const std::filesystem::path printed_ = folder_ / "Printed letters";
+  FakeQueues queues_;
+  fakes::ManualClock clock_;
+  Printers printers_{queues_, printed_, clock_};
+};
+
+TEST_F(PrintersTest, OffersTheQueuesAndTheFolderWhichIsTheDefaultWithoutAQueue) {
+  EXPECT_THAT(printers_.Names(), ElementsAre("PDF folder"));
+  EXPECT_EQ(printers_.Default(), "PDF folder");
+  queues_.names = {"laser", "second floor"};
+  EXPECT_THAT(printers_.Names(), ElementsAre("laser", "second floor", "PDF folder"));
+  EXPECT_EQ(printers_.Default(), "laser");
+}
+
+TEST_F(PrintersTest, HandsALetterToItsQueue) {
+  queues_.names = {"laser"};
+  EXPECT_EQ(Print("laser"), "laser, job 1");
+  EXPECT_THAT(queues_.printed, ElementsAre("laser: CTL110_2407.DOCX"));
+}
+
+TEST_F(PrintersTest, FilesLettersUnderDateTimeTemplateAndARunningNumber) {
+  const auto first = Print("PDF folder");
+  EXPECT_EQ(first, (printed_ / "2004-03-15 09.00.00 CTL110_2407 1.pdf").string());
+  EXPECT_EQ(ReadWholeFile(first), ReadWholeFile(pdf_));
+  Print("PDF folder");
+  Print("PDF folder", std::string(200, 'N') + ".docx");
+  Print("PDF folder", "..\\..\\elsewhere\\odd.docx");
+  EXPECT_THAT(
+      Printed(),
+      ElementsAre("2004-03-15 09.00.00 CTL110_2407 1.pdf", "2004-03-15 09.00.00 CTL110_2407 2.pdf",
+                  "2004-03-15 09.00.00 " + std::string(50, 'N') + " 1.pdf", "2004-03-15 09.00.00 odd 1.pdf"));
+}
+
+TEST_F(PrintersTest, LosesNoLetterWhereSeveralProgramsPrintAtTheSameMoment) {
+  constexpr int kPrograms = 3;
+  constexpr int kLetters = 20;
+  for (int program = 0; program < kPrograms; ++program) {
+    if (fork() != 0) continue;
+    for (int letter = 0; letter < kLetters; ++letter) Print("PDF folder");
+    _exit(0);
+  }
+  for (int program = 0; program < kPrograms; ++program) {
+    int status = -1;
+    wait(&status);
+    EXPECT_EQ(status, 0);
+  }
+  EXPECT_EQ(Printed().size(), static_cast<std::size_t>(kPrograms * kLetters));
+}
+
+/// Files of this program stop growing where a full disk would stop them.
+class FullDisk {
+ public:
+  FullDisk() {
+    signal(SIGXFSZ, SIG_IGN);
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit small = {16 * 1024, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+  }
+  ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+
+ private:
+  rlimit before_ = {};
+};
+
+TEST_F(PrintersTest, NamesAFolderThatIsFullAndLeavesNothingHalfWritten) {
+  const FullDisk full;
+  const auto refusal = Refusal();
+  EXPECT_EQ(refusal.kind(), Failure::Kind::kUnavailable);
+  EXPECT_THAT(refusal.description(), AllOf(HasSubstr(printed_.string()), HasSubstr("Free some space there")));
+  EXPECT_THAT(Printed(), IsEmpty());
+}
+
+TEST_F(PrintersTest, NamesAFolderThatMayNotBeWritten) {
+  std::filesystem::create_directory(printed_);
+  std::filesystem::permissions(printed_, std::filesystem::perms(0555));
+  std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
+  const auto user = geteuid();
+  constexpr uid_t kNobody = 65534;
+  if (user == 0 && seteuid(kNobody) != 0) GTEST_SKIP() << "permissions do not stop this user";
+  const auto refusal = Refusal();
+  ASSERT_EQ(seteuid(user), 0);
+  EXPECT_EQ(refusal.kind(), Failure::Kind::kPermissionDenied);
+  EXPECT_THAT(refusal.description(), AllOf(HasSubstr(printed_.string()), HasSubstr("Choose another folder")));
+  EXPECT_THAT(Printed(), IsEmpty());
+}
+
+TEST_F(PrintersTest, SaysWhatTheSpoolerSays) {
+  setenv("CUPS_SERVER", "127.0.0.1:9", 1);
+  CupsQueues queues;
+  EXPECT_THAT(queues.Names(), IsEmpty());
+  EXPECT_EQ(queues.Default(), "");
+  try {
+    queues.Print("laser", pdf_, "CTL110.docx", 1);
+    FAIL();
+  } catch (const Failure& failure) {
+    EXPECT_EQ(failure.kind(), Failure::Kind::kUnavailable);
+    EXPECT_THAT(failure.description(), AllOf(HasSubstr("\"laser\""), HasSubstr("\"CTL110.docx\"")));
+  }
+  unsetenv("CUPS_SERVER");
+}
+
+}  // namespace
+}  // namespace wordprocessor
