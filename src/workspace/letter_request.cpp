@@ -23,7 +23,7 @@ void LetterRequest::LetterTypeChanged(PageIndex index) {
     form_types.Code("");
     form_types.SetText("");
     form_types.Tag.clear();
-    const auto required = RequiredFormTypes(letter_type);
+    const auto required = RequiredFormTypes(uses_.services.utilities, letter_type);
     page.ZEMLO_LetterType.Tag = required;
     uses_.form_types.FilterFormType(required, index);
     if (!remembered.empty() && !required.empty()) form_types.Code(remembered);
@@ -32,8 +32,8 @@ void LetterRequest::LetterTypeChanged(PageIndex index) {
 }
 
 // A code table answers with the code itself where it has no value for it.
-std::string LetterRequest::RequiredFormTypes(const std::string& letter_type) const {
-  const std::string value(Trim(uses_.services.utilities.GetCodeValue("LTRINPUT", letter_type)));
+std::string RequiredFormTypes(platform::Utilities& utilities, const std::string& letter_type) {
+  const std::string value(Trim(utilities.GetCodeValue("LTRINPUT", letter_type)));
   return value == letter_type ? "" : value;
 }
 

@@ -14,6 +14,9 @@
 
 namespace workspace {
 
+/// The form types a letter type needs a document of, as a text of one-character codes; "" where it needs none.
+std::string RequiredFormTypes(platform::Utilities& utilities, const std::string& letter_type);
+
 /// The request for one letter: what its letter type needs, whether it may be sent, and how it is cleared.
 class LetterRequest {
  public:
@@ -50,7 +53,6 @@ class LetterRequest {
   };
   std::vector<Rule> Rules();
   void TakeRequest();
-  std::string RequiredFormTypes(const std::string& letter_type) const;
   void ClearRequest(LetterPage& page);
   void ClearCorrespondence();
   void ClearTracking();

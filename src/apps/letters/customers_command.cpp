@@ -1,0 +1,31 @@
+#include <array>
+#include <limits>
+
+#include "apps/letters/command_line.h"
+#include "apps/letters/commands.h"
+#include "apps/letters/listing.h"
+#include "customers/display_encoders.h"
+#include "server/customer_directory.h"
+
+namespace apps {
+
+int RunCustomers(const QStringList& words) {
+  CommandLine line("customers", "Lists customers");
+  line.DataOption()
+      .Option("find", "TEXT", "Only those whose id, name, city or account holds the text.")
+      .JsonOption();
+  if (const auto status = line.Parse(words)) return *status;
+
+  static constexpr std::array<Listing::Column, 4> kColumns{
+      {{"id", "Id"}, {"name", "Name"}, {"city", "City"}, {"account", "Fuel tax account"}}};
+  Listing listing{kColumns, {}};
+  server::CustomerDirectory directory(line.Data().root());
+  for (const auto& customer : directory.Find(line.Value("find"), std::numeric_limits<int>::max())) {
+    listing.rows.push_back({customer.CustID, customer.CUSTNAME, customer.City(),
+                            customers::EncodeFuelTaxAccountNbr(customer.FuelTax)});
+  }
+  Print(listing, line.IsSet("json"));
+  return kDone;
+}
+
+}  // namespace apps

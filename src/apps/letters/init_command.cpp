@@ -1,0 +1,44 @@
+#include <iostream>
+
+#include "apps/letters/command_line.h"
+#include "apps/letters/commands.h"
+#include "apps/product_files.h"
+#include "host/disk_files.h"
+#include "host/settings_file.h"
+#include "host/system_clock.h"
+#include "reference/reference_builder.h"
+#include "server/server_data.h"
+
+namespace apps {
+namespace {
+
+constexpr int kDemoCustomers = 300;
+
+void CopyLetterhead(const std::filesystem::path& product, const host::DataFolder& folder) {
+  const auto target = folder.Templates() / "kvcorr.dot";
+  if (std::filesystem::exists(target)) return;
+  host::DiskFiles().CopyFile((product / "templates" / "kvcorr.dot").string(), target.string());
+}
+
+}  // namespace
+
+int RunInit(const QStringList& words) {
+  CommandLine line("init", "Prepares a data folder with demo data; one that is ready is left as it is");
+  line.DataOption().Option("customers", "N", "How many demo customers (default: 300).");
+  if (const auto status = line.Parse(words)) return *status;
+  const auto customers = line.IsSet("customers") ? line.Number("customers", 1) : kDemoCustomers;
+  if (!customers)
+    return line.WrongUsage("--customers takes a number from 1 up, not \"" + line.Value("customers") + "\".");
+
+  const auto folder = line.Data();
+  const auto product = ProductDataFolder();
+  folder.Create();
+  reference::CreateReferenceDatabase(product, folder.ReferenceDatabase());
+  server::CreateServerData({folder.root(), product, *customers, host::SystemClock().Today()});
+  CopyLetterhead(product, folder);
+  host::SettingsFile::CreateFor(folder);  // last: with it the folder counts as prepared
+  std::cout << "The data folder is ready: " << folder.root().string() << '\n';
+  return kDone;
+}
+
+}  // namespace apps

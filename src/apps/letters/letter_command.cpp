@@ -1,0 +1,117 @@
+#include <QJsonObject>
+#include <iostream>
+
+#include "apps/letters/command_line.h"
+#include "apps/letters/commands.h"
+#include "apps/letters/headless_office.h"
+#include "platform/failure.h"
+
+namespace apps {
+namespace {
+
+using platform::Failure;
+using workspace::PageIndex;
+using Wish = host::WindowlessPreview::Wish;
+
+[[noreturn]] void Refuse(const std::string& text) {
+  throw Failure(Failure::Kind::kRefused, text);
+}
+
+/// The user opens the list and picks the row with that code.
+void Pick(composition::ZEMLO_LetterCombo& list, const std::string& code, const std::string& refusal) {
+  list.UserOpens();
+  const auto row =
+      list.rows() ? list.rows()->Find("CD_TBL_CD", platform::RecordSet::Match::kEquals, code) : std::nullopt;
+  if (code.empty() || !row) Refuse(refusal);
+  list.UserPicks(*row);
+}
+
+void ChooseCustomer(HeadlessOffice& office, const std::string& id) {
+  const auto customer = office.office().FindCustomer(id);
+  if (!customer) Refuse("There is no customer \"" + id + "\". \"zemlo-letters customers\" lists them.");
+  office.workspace().FillCustomerField(*customer, PageIndex::kCorrespondence);
+}
+
+void FillRequest(HeadlessOffice& office, const CommandLine& line) {
+  auto& page = office.page();
+  if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"));
+  Pick(page.ZEMLO_LetterType, line.Value("type"),
+       "There is no letter type \"" + line.Value("type") + "\". \"zemlo-letters types\" lists them.");
+  if (!line.IsSet("form")) return;
+  Pick(page.ZEMLO_FormTypeCodes, line.Value("form-type"),
+       "Form type \"" + line.Value("form-type") + "\" does not go with letter type \"" + line.Value("type") +
+           "\".");
+  page.txtFormNum.SetText(line.Value("form"));
+}
+
+/// The user clicks "Create Letter"; what keeps it disabled is the refusal.
+void CreateLetter(HeadlessOffice& office) {
+  auto& create = office.page().OptOnline[workspace::CorrespondencePage::kCreateLetter];
+  if (!create.enabled()) {
+    std::string reasons;
+    for (const auto& message : office.workspace().CheckMessages(PageIndex::kCorrespondence)) {
+      reasons += (reasons.empty() ? "" : "\n") + message;
+    }
+    Refuse(reasons);
+  }
+  create.UserClicks();
+  office.RunUntilIdle();
+}
+
+void Tell(const HeadlessOffice& office, bool as_json) {
+  const auto& outcome = office.outcome();
+  if (!outcome.not_filled.empty()) {
+    std::cerr << "These bookmarks of the template have no field:";
+    for (const auto& name : outcome.not_filled) std::cerr << ' ' << name;
+    std::cerr << '\n';
+  }
+  if (as_json) {
+    QJsonObject result;
+    for (const auto& file : outcome.printed) result.insert("printed", QString::fromStdString(file));
+    for (const auto& file : outcome.saved) result.insert("saved", QString::fromStdString(file));
+    return PrintJson(QJsonDocument(result));
+  }
+  for (const auto& file : outcome.printed) std::cout << "Printed: " << file << '\n';
+  for (const auto& file : outcome.saved) std::cout << "Saved: " << file << '\n';
+}
+
+std::optional<std::string> UsageFault(const CommandLine& line) {
+  if (!line.IsSet("type")) return "--type is missing.";
+  if (line.IsSet("form") != line.IsSet("form-type")) return "--form-type and --form go together.";
+  if (line.IsSet("customer") == line.IsSet("form"))
+    return "Name either --customer or --form-type and --form.";
+  if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
+  return std::nullopt;
+}
+
+}  // namespace
+
+int RunLetter(const QStringList& words) {
+  CommandLine line("letter", "Produces a letter; without --print and --save it is only previewed");
+  line.DataOption()
+      .Option("type", "CODE", "The letter type.")
+      .Option("customer", "ID", "The customer the letter goes to.")
+      .Option("form-type", "T", "The type of the document the letter is about.")
+      .Option("form", "NUMBER", "The document's number, with its check digit.")
+      .Option("print", "", "Prints the letter and records it.")
+      .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
+      .Option("yes", "", "Answers every question with Yes.")
+      .JsonOption();
+  if (const auto status = line.Parse(words)) return *status;
+  if (const auto fault = UsageFault(line)) return line.WrongUsage(*fault);
+
+  HeadlessOffice::Options options;
+  options.answers.yes = line.IsSet("yes");
+  if (line.IsSet("save")) options.answers.save_file = std::filesystem::absolute(line.Value("save")).string();
+  options.preview = line.IsSet("print") ? Wish::kPrint : line.IsSet("save") ? Wish::kSave : Wish::kClose;
+  options.tell_steps = !line.IsSet("json");
+  HeadlessOffice office(line.Data(), std::move(options));
+  office.Start();
+  if (office.refused()) return kRefused;
+  FillRequest(office, line);
+  CreateLetter(office);
+  Tell(office, line.IsSet("json"));
+  return office.refused() ? kRefused : kDone;
+}
+
+}  // namespace apps

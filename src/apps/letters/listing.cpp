@@ -1,0 +1,57 @@
+#include "apps/letters/listing.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+#include <algorithm>
+#include <iostream>
+
+#include "apps/letters/command_line.h"
+#include "platform/text.h"
+
+namespace apps {
+namespace {
+
+void PrintAsJson(const Listing& listing) {
+  QJsonArray list;
+  for (const auto& row : listing.rows) {
+    QJsonObject object;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+      object.insert(QLatin1String(listing.columns[column].key), QString::fromStdString(row[column]));
+    }
+    list.append(object);
+  }
+  PrintJson(QJsonDocument(list));
+}
+
+std::vector<std::size_t> Widths(const Listing& listing) {
+  std::vector<std::size_t> widths;
+  for (const auto& column : listing.columns) widths.push_back(platform::CharacterCount(column.heading));
+  for (const auto& row : listing.rows) {
+    for (std::size_t column = 0; column < row.size(); ++column) {
+      widths[column] = std::max(widths[column], platform::CharacterCount(row[column]));
+    }
+  }
+  return widths;
+}
+
+void PrintRow(const std::vector<std::string>& row, const std::vector<std::size_t>& widths) {
+  for (std::size_t column = 0; column < row.size(); ++column) {
+    std::cout << row[column];
+    if (column + 1 == row.size()) break;
+    std::cout << std::string(widths[column] - platform::CharacterCount(row[column]) + 2, ' ');
+  }
+  std::cout << '\n';
+}
+
+}  // namespace
+
+void Print(const Listing& listing, bool as_json) {
+  if (as_json) return PrintAsJson(listing);
+  const auto widths = Widths(listing);
+  std::vector<std::string> headings;
+  for (const auto& column : listing.columns) headings.emplace_back(column.heading);
+  PrintRow(headings, widths);
+  for (const auto& row : listing.rows) PrintRow(row, widths);
+}
+
+}  // namespace apps

@@ -1,0 +1,77 @@
+#include "apps/office.h"
+
+#include <algorithm>
+
+#include "apps/printing.h"
+#include "host/disk_files.h"
+#include "host/settings_file.h"
+#include "host/system_clock.h"
+#include "reference/office_utilities.h"
+#include "reference/reference_database.h"
+#include "server/communications_client.h"
+#include "server/customer_directory.h"
+#include "server/server_message_component.h"
+
+namespace apps {
+
+/// In the order of their making: each may use those above it.
+struct Office::Rooms {
+  Rooms(const host::DataFolder& folder, const OfficeHost& host)
+      : settings(folder),
+        errors(folder.ErrorLog(), clock, host.error_listener),
+        reference(settings.LocalDatabasePath(), clock),
+        utilities(reference, settings, clock),
+        downloads(host.events, folder.root()),
+        messages(host.events, downloads, folder.root(), clock),
+        printing(folder, settings, clock, errors, host),
+        customers(folder.root()),
+        services{messages, downloads, reference, utilities, printing.component(), settings,
+                 settings, files,     clock,     errors,    host.status,          host.shell},
+        workspace(services) {}
+
+  host::SystemClock clock;
+  host::SettingsFile settings;
+  host::ErrorLog errors;
+  host::DiskFiles files;
+  reference::ReferenceDatabase reference;
+  reference::OfficeUtilities utilities;
+  server::CommunicationsClientProvider downloads;
+  server::ServerMessageComponent messages;
+  Printing printing;
+  server::CustomerDirectory customers;
+  platform::Services services;
+  workspace::ZEMLO_Corresp workspace;
+};
+
+Office::Office(const host::DataFolder& folder, const OfficeHost& host)
+    : rooms_(std::make_unique<Rooms>(folder, host)) {}
+
+Office::~Office() {
+  rooms_->workspace.Terminate();
+}
+
+workspace::ZEMLO_Corresp& Office::workspace() {
+  return rooms_->workspace;
+}
+
+const platform::Services& Office::services() const {
+  return rooms_->services;
+}
+
+std::optional<customers::SelectedCustomer> Office::FindCustomer(const std::string& id) {
+  constexpr std::size_t kAll = 1'000'000;
+  const auto found = rooms_->customers.Find(id, kAll);
+  const auto customer = std::ranges::find(found, id, &server::CustomerListing::CustID);
+  if (customer == found.end()) return std::nullopt;
+  return customers::SelectedCustomer{customer->CustID,       customer->CUSTNAME,   customer->MailAddress,
+                                     customer->MailAddress2, customer->MailCity,   customer->MailState,
+                                     customer->MailZip,      customer->ResAddress, customer->ResAddress2,
+                                     customer->ResCity,      customer->ResState,   customer->ResZip,
+                                     customer->Phone,        customer->FuelTax};
+}
+
+bool Office::HasWorkUnderWay() const {
+  return rooms_->messages.HasWorkUnderWay() || rooms_->printing.HasWorkUnderWay();
+}
+
+}  // namespace apps

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "customers/selected_customer.h"
+#include "host/data_folder.h"
+#include "host/error_log.h"
+#include "platform/host_shell.h"
+#include "platform/print_component.h"
+#include "platform/services.h"
+#include "platform/status_display.h"
+#include "workspace/document/zemlo_corresp.h"
+
+namespace apps {
+
+/// What a host brings along: a window, or answers from the command line. Outlives the office.
+struct OfficeHost {
+  platform::HostShell& shell;
+  platform::StatusDisplay& status;
+  platform::EventQueue& events;
+  platform::PreviewViewer& viewer;
+  platform::PrintObserver& print_observer;
+  host::ErrorLog::Listener error_listener;
+};
+
+/// One workspace with its outside parties, on one data folder: the only place where the rooms are joined.
+class Office {
+ public:
+  /// Throws Failure where the data folder has not been prepared.
+  Office(const host::DataFolder& folder, const OfficeHost& host);
+  ~Office();
+
+  workspace::ZEMLO_Corresp& workspace();
+  const platform::Services& services() const;
+  /// Nothing where there is no customer of that id.
+  std::optional<customers::SelectedCustomer> FindCustomer(const std::string& id);
+  /// Whether a reply, a download or a layout is still to come.
+  bool HasWorkUnderWay() const;
+
+ private:
+  struct Rooms;
+  std::unique_ptr<Rooms> rooms_;
+};
+
+}  // namespace apps

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "apps/office.h"
+#include "host/data_folder.h"
+#include "host/settings_file.h"
+#include "platform/clock.h"
+#include "platform/error_reporter.h"
+#include "wordprocessor/layout_pool.h"
+#include "wordprocessor/print_component.h"
+#include "wordprocessor/printer_queues.h"
+#include "wordprocessor/printers.h"
+
+namespace apps {
+
+/// The word processor's side of an office: one warm layout process, the printers, the print component.
+class Printing {
+ public:
+  Printing(const host::DataFolder& folder, const host::SettingsFile& settings, platform::Clock& clock,
+           platform::ErrorReporter& errors, const OfficeHost& host);
+
+  platform::PrintComponent& component() { return component_; }
+  bool HasWorkUnderWay() const { return component_.HasWorkUnderWay(); }
+  /// Starts the layout process ahead of the first letter.
+  void WarmUp() { layout_.WarmUp(); }
+
+ private:
+  wordprocessor::LayoutPool layout_;
+  wordprocessor::CupsQueues queues_;
+  wordprocessor::Printers printers_;
+  wordprocessor::OfficePrintComponent component_;
+};
+
+}  // namespace apps

@@ -1,0 +1,114 @@
+#include <gmock/gmock.h>
+
+#include "tests/end_to_end/prepared_office.h"
+
+namespace tests {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+TEST(WrongUsage, EveryCommandSaysWhatIsWrongAndHasAHelp) {
+  for (const std::string command : {"init", "customers", "types", "letter", "bookmarks", "merge"}) {
+    EXPECT_EQ(RunLetters({command, "--no-such-option"}).status, 2) << command;
+    const auto help = RunLetters({command, "--help"});
+    EXPECT_EQ(help.status, 0) << command;
+    EXPECT_THAT(help.out, HasSubstr(command));
+  }
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{},
+                                             {"nonsense"},
+                                             {"letter"},
+                                             {"letter", "--type", "101"},
+                                             {"bookmarks"},
+                                             {"merge", "a"},
+                                             {"init", "--customers", "none"}}) {
+    EXPECT_EQ(RunLetters(words).status, 2) << testing::PrintToString(words);
+  }
+}
+
+TEST(UnpreparedFolder, TheMessageSaysToRunInit) {
+  const TemporaryFolder folder;
+  for (const std::string command : {"types", "customers"}) {
+    const auto run = RunLetters({command, "--data", folder.path().string()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, HasSubstr("init")) << command;
+  }
+}
+
+TEST_F(PreparedOffice, RefusesWithTheSystemsOwnMessages) {
+  struct Case {
+    std::vector<std::string> words;
+    std::string message;
+  };
+  const std::vector<Case> cases = {
+      {{"--type", "999", "--customer", "100001"}, "There is no letter type \"999\"."},
+      {{"--type", "101", "--customer", "1"}, "There is no customer \"1\"."},
+      {{"--type", "114", "--customer", "100001"}, "Batch letter is not available to view"},
+      {{"--type", "110", "--customer", "100001"}, "Form number is required"},
+      {{"--type", "110", "--form-type", "C", "--form", "1234567-1"}, "Form number is invalid"},
+      {{"--type", "116", "--customer", "100001"},
+       "This request can not be processed at this time. Please create a template to complete this request."},
+  };
+  for (const auto& [words, message] : cases) {
+    auto all = words;
+    all.emplace_back("--print");
+    const auto run = Letters("letter", all);
+    EXPECT_EQ(run.status, 1) << message;
+    EXPECT_THAT(run.err, HasSubstr(message));
+  }
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST_F(PreparedOffice, AMissingTemplateIsFetchedAgainAndADamagedOneIsNamed) {
+  PrintLetterFor("100001");
+  const auto local = data_ / "templates/REG101_2401.docx";
+  std::filesystem::remove(local);
+  EXPECT_EQ(PrintLetterFor("100001").status, 0);
+
+  WriteFile(local, "");
+  const auto empty = PrintLetterFor("100001");
+  EXPECT_EQ(empty.status, 1);
+  EXPECT_THAT(empty.err, HasSubstr("REG101_2401.docx"));
+
+  WriteFile(local, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 protected");
+  EXPECT_THAT(PrintLetterFor("100001").err, HasSubstr("REG101_2401.docx"));
+  EXPECT_THAT(Printed(), SizeIs(2));
+  EXPECT_THAT(FilesIn(data_ / "work"), IsEmpty());
+}
+
+TEST_F(PreparedOffice, AFullOrClosedPrintFolderLosesNothingAndRecordsNothing) {
+  WriteFile(data_ / "settings.ini", "[User]\nId=DEMO01\nRegion=K1\n[Folders]\nPrinted=/proc/no-such-place\n");
+  const auto letter = PrintLetterFor("100001");
+  EXPECT_EQ(letter.status, 1);
+  EXPECT_THAT(letter.err, HasSubstr("/proc/no-such-place"));
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST_F(PreparedOffice, ASaveThatFailsLeavesTheFileThatWasThere) {
+  const auto target = data_ / "kept.odt";
+  WriteFile(target, "kept");
+  const auto letter = Letters("letter", {"--type", "101", "--customer", "100001", "--save", target.string()});
+  EXPECT_EQ(letter.status, 1);
+  EXPECT_EQ(ReadFile(target), "kept");
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST(Merge, NamesWhatIsWrongWithAContext) {
+  const TemporaryFolder folder;
+  const auto letter = std::string(ZEMLO_SOURCE_DIR) + "/data/templates/REG101_2401.docx";
+  const auto context = folder / "context.xml";
+  for (const std::string text : {"", "<a>", "<a/><b/>", "<!DOCTYPE a><a/>", "<a x='1' x='2'/>", "<a>\xFF</a>",
+                                 "<a>\x01</a>", "<a>&unknown;</a>"}) {
+    WriteFile(context, text);
+    const auto run = RunLetters({"merge", letter, context.string(), (folder / "out.docx").string()});
+    EXPECT_EQ(run.status, 1) << text;
+    EXPECT_THAT(run.err, HasSubstr("context.xml")) << text;
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.docx")) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,108 @@
+#include <gmock/gmock.h>
+
+#include <thread>
+
+#include "tests/end_to_end/prepared_office.h"
+
+namespace tests {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+TEST_F(PreparedOffice, ALetterIsPrintedAndRecordedFromCustomerToPage) {
+  const auto letter = PrintLetterFor("100001");
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  ASSERT_THAT(Printed(), SizeIs(1));
+  EXPECT_THAT(letter.out, HasSubstr("Printed: " + Printed().front().string()));
+  const auto text = PdfText(Printed().front());
+  EXPECT_THAT(text, HasSubstr("Your motor fuel tax registration is confirmed"));
+  EXPECT_THAT(text, HasSubstr("100001"));
+  EXPECT_THAT(text, Not(HasSubstr("[Customer")));  // a bookmark that was not filled shows its own wording
+  EXPECT_EQ(History("LTR_TYP_ID || CUST_ID || SYS_RFRNC_CD || DCMT_FILE_TXT"),
+            "101100001OREG101_2401.docx\n");
+  EXPECT_THAT(FilesIn(data_ / "work"), IsEmpty());
+}
+
+TEST_F(PreparedOffice, ADocumentsLetterTakesItsNumberApartAndShowsTheTaxPeriods) {
+  const auto form = RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
+                             " \"SELECT FORM_NBR || '-' || FORM_CK_DGT_NBR FROM form WHERE FORM_TYP_CD = 'C'"
+                             " ORDER BY FORM_NBR LIMIT 1\"")
+                        .out;
+  ASSERT_THAT(form, Not(IsEmpty()));
+  const auto number = form.substr(0, form.find('\n'));
+  const auto letter = Letters("letter", {"--type", "110", "--form-type", "C", "--form", number, "--print"});
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PdfText(Printed().front()), HasSubstr(number));
+  EXPECT_EQ(History("FORM_NBR || '-' || FORM_CK_DGT_NBR || FORM_TYP_CD"), number + "C\n");
+}
+
+TEST_F(PreparedOffice, APreviewAloneRecordsNothing) {
+  const auto letter = Letters("letter", {"--type", "101", "--customer", "100001"});
+  EXPECT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST_F(PreparedOffice, ALetterIsSavedAsWhatItsNameSays) {
+  const auto docx = (data_ / "letter.docx").string();
+  const auto pdf = (data_ / "letter.pdf").string();
+  EXPECT_EQ(Letters("letter", {"--type", "101", "--customer", "100001", "--save", docx}).status, 0);
+  EXPECT_EQ(Letters("letter", {"--type", "101", "--customer", "100001", "--save", pdf}).status, 0);
+  EXPECT_THAT(ReadFile(docx), testing::StartsWith("PK"));
+  EXPECT_THAT(PdfText(pdf), HasSubstr("100001"));
+}
+
+TEST_F(PreparedOffice, WorksWithoutHomeAndInTheCLocale) {
+  const auto letter = Letters("letter", {"--type", "101", "--customer", "100001", "--print"},
+                              "env -i PATH=/usr/bin:/bin LC_ALL=C");
+  EXPECT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(Printed(), SizeIs(1));
+}
+
+TEST_F(PreparedOffice, TwoProgramsWorkOnOneDataFolderAtTheSameTime) {
+  Run first;
+  Run second;
+  {
+    const std::jthread one([&] { first = PrintLetterFor("100001"); });
+    const std::jthread two([&] { second = PrintLetterFor("100002"); });
+  }
+  EXPECT_EQ(first.status, 0) << first.err;
+  EXPECT_EQ(second.status, 0) << second.err;
+  EXPECT_THAT(Printed(), SizeIs(2));
+}
+
+TEST_F(PreparedOffice, InitLeavesAReadyFolderAsItIs) {
+  PrintLetterFor("100001");
+  EXPECT_EQ(Letters("init", {}).status, 0);
+  EXPECT_EQ(History("CUST_ID"), "100001\n");
+}
+
+TEST_F(PreparedOffice, ListsCustomersAndTypesForPeopleAndPrograms) {
+  EXPECT_THAT(Letters("customers", {}).out, HasSubstr("100001"));
+  EXPECT_THAT(Letters("customers", {"--json", "--find", "100002"}).out, HasSubstr("\"id\": \"100002\""));
+  const auto types = Letters("types", {});
+  EXPECT_THAT(types.out, HasSubstr("Certificate of Tax Liability"));
+  EXPECT_THAT(Letters("types", {"--json"}).out, HasSubstr("\"type\": \"109\""));
+}
+
+TEST_F(PreparedOffice, MergesAJobListAndABadLineCostsOnlyItself) {
+  const auto jobs = data_ / "jobs.txt";
+  const auto context = data_ / "context.xml";
+  WriteFile(context, "<XML_CONTEXT><CUSTOMER_NAME>Merge &amp; Sons</CUSTOMER_NAME></XML_CONTEXT>");
+  const auto letter = std::string(ZEMLO_SOURCE_DIR) + "/data/templates/REG101_2401.docx";
+  WriteFile(jobs, letter + "\t" + context.string() + "\t" + (data_ / "a.pdf").string() + "\n" +
+                      "/nowhere.docx\t" + context.string() + "\t" + (data_ / "b.pdf").string() + "\n" +
+                      letter + "\t" + context.string() + "\t" + (data_ / "c.docx").string() + "\n");
+  const auto merge = RunLetters({"merge", "--jobs", jobs.string(), "--workers", "2"});
+  EXPECT_EQ(merge.status, 1);
+  EXPECT_THAT(merge.err, HasSubstr("/nowhere.docx"));
+  EXPECT_THAT(PdfText(data_ / "a.pdf"), HasSubstr("Merge & Sons"));
+  EXPECT_FALSE(std::filesystem::exists(data_ / "b.pdf"));
+  EXPECT_TRUE(std::filesystem::exists(data_ / "c.docx"));
+}
+
+}  // namespace
+}  // namespace tests
