@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLoggingCategory>
 #include <QMessageBox>
 #include <QSettings>
 
@@ -144,6 +145,7 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("zemlo-corresp"));
   QApplication::setStyle(new desktop::OfficeStyle);
+  QLoggingCategory::setFilterRules(QStringLiteral("qt.pdf.search=false"));  // a miss is no news
   try {
     return Desktop(options.Data()).Run();
   } catch (const std::exception& failure) {
