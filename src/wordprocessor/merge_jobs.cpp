@@ -82,7 +82,9 @@ class MergeRun {
  private:
   void Start(const MergeJob& job, MergeResult& result) {
     const bool pdf = IsPdf(job.output);
-    const auto context = DataContext::Parse(ReadFile(job.context_file).bytes);
+    const auto context = platform::While("reading \"" + job.context_file.string() + "\"", [&job] {
+      return DataContext::Parse(ReadFile(job.context_file).bytes);
+    });
     auto document = templates_.Open(job.template_file, CommonTemplateBeside(job.template_file));
     result.not_filled = document.MergeBookmarks(context);
     if (pdf) return LayOut(job, document.Bytes(), result);

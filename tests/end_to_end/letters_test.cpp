@@ -63,8 +63,8 @@ TEST_F(PreparedOffice, WorksWithoutHomeAndInTheCLocale) {
 }
 
 TEST_F(PreparedOffice, TwoProgramsWorkOnOneDataFolderAtTheSameTime) {
-  Run first;
-  Run second;
+  Outcome first;
+  Outcome second;
   {
     const std::jthread one([&] { first = PrintLetterFor("100001"); });
     const std::jthread two([&] { second = PrintLetterFor("100002"); });

@@ -17,20 +17,19 @@ class PreparedOffice : public testing::Test {
     EXPECT_EQ(init.status, 0) << init.err;
   }
 
-  Run Letters(std::string command, std::vector<std::string> words, const std::string& environment = "") {
+  Outcome Letters(std::string command, std::vector<std::string> words, const std::string& environment = "") {
     words.insert(words.begin(), {std::move(command), "--data", data_.path().string()});
     return RunLetters(words, environment);
   }
   /// The letter that confirms a registration: it needs a customer and nothing else.
-  Run PrintLetterFor(const std::string& customer) {
+  Outcome PrintLetterFor(const std::string& customer) {
     return Letters("letter", {"--type", "101", "--customer", customer, "--print"});
   }
   std::vector<std::filesystem::path> Printed() { return FilesIn(data_ / "printed"); }
   /// One column of the stored letters, oldest first.
   std::string History(const std::string& column) {
-    return RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " 'SELECT " + column +
-                    " FROM letter_history ORDER BY SEQ_NBR'")
-        .out;
+    const auto statement = "SELECT " + column + " FROM letter_history ORDER BY SEQ_NBR";
+    return RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " " + Quoted(statement)).out;
   }
 
   const TemporaryFolder data_;

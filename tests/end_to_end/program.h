@@ -11,7 +11,7 @@
 /// The programs as a user starts them.
 namespace tests {
 
-struct Run {
+struct Outcome {
   int status = -1;
   std::string out;
   std::string err;
@@ -26,7 +26,7 @@ inline std::string Quoted(const std::string& word) {
 }
 
 /// Runs a shell command line and waits for its end.
-inline Run RunShell(const std::string& command_line) {
+inline Outcome RunShell(const std::string& command_line) {
   const TemporaryFolder folder;
   const auto out = folder / "out";
   const auto err = folder / "err";
@@ -37,14 +37,14 @@ inline Run RunShell(const std::string& command_line) {
 }
 
 /// `environment` stands before the program's name, as in "env -i PATH=/usr/bin".
-inline Run RunProgram(const std::string& program, const std::vector<std::string>& words,
-                      const std::string& environment = "") {
+inline Outcome RunProgram(const std::string& program, const std::vector<std::string>& words,
+                          const std::string& environment = "") {
   auto line = environment + " " + Quoted(std::string(ZEMLO_BINARY_DIR) + "/bin/" + program);
   for (const auto& word : words) line += " " + Quoted(word);
   return RunShell(line);
 }
 
-inline Run RunLetters(const std::vector<std::string>& words, const std::string& environment = "") {
+inline Outcome RunLetters(const std::vector<std::string>& words, const std::string& environment = "") {
   return RunProgram("zemlo-letters", words, environment);
 }
 
