@@ -20,12 +20,13 @@ bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
   if (!MoveIntoParagraph(range)) return false;
   const auto paragraph = ParagraphOf(range.start);
   auto formatting = FormattingAt(range, paragraph);
-  const auto anchor = AddAnchor(range, paragraph);
-  if (EndPlaceholder(anchor)) formatting = kNoNode;
+  const auto anchor = text.empty() ? kNoNode : AddAnchor(range, paragraph);
   TakeOutContents(range);
   TakeOutTables(range, paragraph);
   JoinParagraphs(range, paragraph, /*removing=*/false);
-  if (!text.empty()) Insert(anchor, paragraph, formatting, text);
+  if (anchor == kNoNode) return true;
+  if (EndPlaceholder(anchor)) formatting = kNoNode;
+  Insert(anchor, paragraph, formatting, text);
   tree_.Unlink(anchor);
   return true;
 }
@@ -49,7 +50,7 @@ void BookmarkEditor::Finish() {
   for (const auto mark : marks_to_drop_) tree_.Unlink(mark);
   RemoveEmptyRows();
   for (const auto paragraph : maybe_empty_) {
-    if (tree_[paragraph].parent == kNoNode || HasContent(paragraph) || EndsSection(paragraph)) continue;
+    if (!tree_.IsAttached(paragraph) || HasContent(paragraph) || EndsSection(paragraph)) continue;
     const auto block = WithItsControl(paragraph);
     if (CanRemove(block)) RemoveBlock(block);
   }
@@ -158,13 +159,15 @@ NodeId BookmarkEditor::FormattingAt(const BookmarkRange& range, NodeId paragraph
   return properties == kNoNode ? kNoNode : tree_.ChildOfKind(properties, DocxKind::kRunProperties);
 }
 
-/// Codes and marks of a field that reaches out of the range stay: half a field would damage the document.
+/// Codes and marks of a field that reaches out of the range, or out of what earlier ranges have left of it,
+/// stay: half a field would damage the document.
 void BookmarkEditor::TakeOutContents(const BookmarkRange& range) {
-  for (auto i = std::max(range.first_content, contents_done_); i < range.end_content; ++i) {
+  const auto first = std::max(range.first_content, contents_done_);
+  for (auto i = first; i < range.end_content; ++i) {
     const auto& content = index_.contents[i];
     if (content.field != kNoNode) {
       const auto& field = index_.fields[content.field];
-      if (field.first_content < range.first_content || field.last_content >= range.end_content) continue;
+      if (field.first_content < first || field.last_content >= range.end_content) continue;
     }
     TakeOut(content.node);
   }
@@ -203,21 +206,16 @@ NodeId BookmarkEditor::JoinParagraphs(const BookmarkRange& range, NodeId paragra
     const auto& later = index_.paragraphs[i];
     if (later.story != range.story || later.node == paragraph || !tree_.IsAttached(later.node)) continue;
     same_section = same_section && !EndsSection(later.node);
+    const bool sibling = same_section && tree_[later.node].parent == tree_[paragraph].parent;
     const bool inside = later.end_place < range.end_place;
-    if (same_section && tree_[later.node].parent == tree_[paragraph].parent) {
-      const bool keep_later = removing && !inside && !HasContent(paragraph) && CanRemove(paragraph);
-      if (keep_later) {
-        RemoveBlock(paragraph);
-        paragraph = later.node;
-      } else {
-        JoinWith(paragraph, later.node);
-      }
-      continue;
-    }
-    if (removing) maybe_empty_.push_back(later.node);
-    if (inside && !HasContent(later.node) && CanRemove(later.node)) {
-      MoveMarks(later.node, paragraph);
-      RemoveBlock(later.node);
+    if (sibling && removing && !inside && !HasContent(paragraph) && CanRemove(paragraph)) {
+      RemoveBlock(paragraph);
+      paragraph = later.node;
+    } else if (sibling && CanRemove(later.node)) {
+      JoinWith(paragraph, later.node);
+    } else {
+      if (removing) maybe_empty_.push_back(later.node);
+      if (inside && !HasContent(later.node) && CanRemove(later.node)) RemoveBlock(later.node);
     }
   }
   return paragraph;
@@ -404,7 +402,7 @@ void BookmarkEditor::RemoveEmptyRows() {
   if (maybe_empty_rows_.empty()) return;
   const std::unordered_set<NodeId> touched(maybe_empty_.begin(), maybe_empty_.end());
   for (const auto row : maybe_empty_rows_) {
-    if (tree_[row].parent == kNoNode || HasContent(row) || !IsWhollyIn(touched, row)) continue;
+    if (!tree_.IsAttached(row) || HasContent(row) || !IsWhollyIn(touched, row)) continue;
     const auto table = tree_.Ancestor(row, DocxKind::kTable);
     tree_.Unlink(row);
     if (tree_.ChildOfKind(table, DocxKind::kRow) == kNoNode && CanRemove(table)) tree_.Unlink(table);

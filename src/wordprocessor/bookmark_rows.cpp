@@ -34,6 +34,7 @@ class RowRepeater {
     std::optional<BookmarkIndex> index;
     for (int depth = 0; depth < kDeepestTable; ++depth) {
       index.emplace(tree_);
+      nested_ = depth > 0;
       if (!RepeatOnce(*index)) return {std::move(*index), std::move(copied_), std::move(done_)};
     }
     return {BookmarkIndex(tree_), std::move(copied_), std::move(done_)};
@@ -43,23 +44,35 @@ class RowRepeater {
   /// Tables inside a repeated row have to wait for the next index. Returns whether anything was repeated.
   bool RepeatOnce(const BookmarkIndex& index) {
     bool repeated = false;
-    units_.clear();
     for (std::size_t i = 0; i < index.ranges.size(); ++i) {
       const auto& range = index.ranges[i];
-      const auto* field = range.has_end() ? scopes_.Find(tree_, range) : nullptr;
-      if (field == nullptr || (!field->table && !field->text.empty())) continue;
-      if (!tree_.IsAttached(range.start) || InBlock(range.start)) continue;
-      if (done_.contains(range.start)) continue;
+      const auto* field = FieldOf(range);
+      if (field == nullptr || done_.contains(range.start) || !tree_.IsAttached(range.start)) continue;
       const auto block = FindBlock(index, range);
-      if (block.first == kNoNode || !(field->table || LooksLikeTable(index, i))) continue;
+      if (block.first == kNoNode || IsRepeated(block)) continue;
+      if (!field->table && !LooksLikeTable(index, i)) continue;
       Repeat(range, block, *field);
       repeated = true;
     }
     return repeated;
   }
 
-  bool InBlock(NodeId node) const {
-    return std::ranges::any_of(units_, [&](NodeId unit) { return tree_.Contains(unit, node); });
+  /// The field that may be a table. Inside rows already repeated only a column can be: two tables of the
+  /// letter in one row would multiply each other.
+  const DataField* FieldOf(const BookmarkRange& range) const {
+    if (!range.has_end()) return nullptr;
+    const auto* field = nested_ ? scopes_.FindColumn(tree_, range) : scopes_.Find(tree_, range);
+    return field != nullptr && (field->table || field->text.empty()) ? field : nullptr;
+  }
+
+  bool IsRepeated(const RowBlock& block) const {
+    const auto beyond = tree_[block.last].next;
+    for (auto unit = block.first; unit != beyond; unit = tree_[unit].next) {
+      for (auto node = unit; node != kNoNode; node = tree_[node].parent) {
+        if (repeated_.contains(node) && !(nested_ && node != unit)) return true;
+      }
+    }
+    return false;
   }
 
   /// An empty element is an empty field or a table without rows. Around several cells, or around bookmarks
@@ -166,6 +179,7 @@ class RowRepeater {
     const auto beyond = tree_[block.last].next;
     units_.clear();
     for (auto unit = block.first; unit != beyond; unit = tree_[unit].next) units_.push_back(unit);
+    repeated_.insert(units_.begin(), units_.end());
     FindMarks();
     auto place = block.last;
     for (std::size_t i = 1; i < field.rows.size(); ++i) {
@@ -173,6 +187,7 @@ class RowRepeater {
         const auto copy = CopyUnit(unit, range, field.rows[i]);
         if (copy == kNoNode) continue;
         tree_.InsertAfter(copy, place);
+        repeated_.insert(copy);
         place = copy;
       }
     }
@@ -248,7 +263,9 @@ class RowRepeater {
 
   DocxTree& tree_;
   RowScopes& scopes_;
-  std::vector<NodeId> units_;  // of the template, repeated last
+  bool nested_ = false;
+  std::unordered_set<NodeId> repeated_;  // rows, copies included
+  std::vector<NodeId> units_;            // of the template, repeated last
   std::vector<NodeId> copied_;
   std::unordered_set<NodeId> done_;
   std::vector<NodeId> starts_;
@@ -258,10 +275,14 @@ class RowRepeater {
 
 }  // namespace
 
-const DataField* RowScopes::Find(const DocxTree& tree, const BookmarkRange& range) const {
+const DataField* RowScopes::FindColumn(const DocxTree& tree, const BookmarkRange& range) const {
   const auto bookmark = tree[range.start].bookmark;
   const auto* row = bookmark < rows_.size() ? rows_[bookmark] : nullptr;
-  const auto* column = row == nullptr ? nullptr : row->Find(range.name);
+  return row == nullptr ? nullptr : row->Find(range.name);
+}
+
+const DataField* RowScopes::Find(const DocxTree& tree, const BookmarkRange& range) const {
+  const auto* column = FindColumn(tree, range);
   return column != nullptr ? column : context_.Find(range.name);
 }
 

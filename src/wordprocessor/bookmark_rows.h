@@ -18,6 +18,9 @@ class RowScopes {
   /// The row's column, else the letter's field of that name, else nothing.
   const DataField* Find(const DocxTree& tree, const BookmarkRange& range) const;
 
+  /// The row's column or nothing.
+  const DataField* FindColumn(const DocxTree& tree, const BookmarkRange& range) const;
+
   void Bind(const DocxTree& tree, NodeId mark, const DataRow& row);
 
  private:

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "wordprocessor/bookmark_repair.h"
 #include "wordprocessor/docx_relations.h"
 #include "wordprocessor/docx_tree_reader.h"
 
@@ -36,8 +37,11 @@ constexpr auto kStoryRelations = std::to_array<StoryRelation>({
 });
 
 DocxTree ReadTree(const DocxPackage& package, const std::string& part) {
-  return platform::While("reading " + part + " of \"" + package.file_name() + "\"",
-                         [&] { return ReadDocxTree(package.Read(part)); });
+  return platform::While("reading " + part + " of \"" + package.file_name() + "\"", [&] {
+    auto tree = ReadDocxTree(package.Read(part));
+    JoinSplitBookmarks(tree);
+    return tree;
+  });
 }
 
 bool IsRead(const std::vector<DocxStory>& stories, const std::string& part) {

@@ -42,6 +42,25 @@ std::string_view LocalName(std::string_view name) {
   return colon == std::string_view::npos ? name : name.substr(colon + 1);
 }
 
+struct WrittenAttribute {
+  std::string_view markup;  // with the blank before it
+  std::string_view name;
+  std::string_view value;
+};
+
+/// Start tags are written by the reader: one blank before an attribute, double quotes, none of them inside.
+std::vector<WrittenAttribute> AttributesOf(const DocxNode& node) {
+  std::vector<WrittenAttribute> attributes;
+  for (std::size_t at = 1u + node.name_size; at < node.markup.size();) {
+    const auto equals = node.markup.find('=', at);
+    const auto close = node.markup.find('"', equals + 2);
+    attributes.push_back({node.markup.substr(at, close + 1 - at), node.markup.substr(at + 1, equals - at - 1),
+                          node.markup.substr(equals + 2, close - equals - 2)});
+    at = close + 1;
+  }
+  return attributes;
+}
+
 }  // namespace
 
 void AppendEscaped(std::string& out, std::string_view text, bool quotes) {
@@ -166,21 +185,22 @@ NodeId DocxTree::CopySubtree(NodeId node, const Keep& keep) {
 }
 
 void DocxTree::RewriteAttribute(NodeId node, std::string_view local_name, const std::string_view* value) {
-  const auto markup = nodes_[node].markup;
-  std::size_t at = 1u + nodes_[node].name_size;
-  auto tag = std::string(markup.substr(0, at));
-  while (at < markup.size()) {
-    const auto equals = markup.find('=', at);
-    const auto close = markup.find('"', equals + 2);
-    const auto name = markup.substr(at + 1, equals - at - 1);
-    if (LocalName(name) != local_name) {
-      tag += markup.substr(at, close + 1 - at);
+  auto tag = std::string(nodes_[node].markup.substr(0, 1u + nodes_[node].name_size));
+  for (const auto& attribute : AttributesOf(nodes_[node])) {
+    if (LocalName(attribute.name) != local_name) {
+      tag += attribute.markup;
     } else if (value != nullptr) {
-      tag.append(" ").append(name).append("=\"").append(*value).append("\"");
+      tag.append(" ").append(attribute.name).append("=\"").append(*value).append("\"");
     }
-    at = close + 1;
   }
   nodes_[node].markup = KeepText(std::move(tag));
+}
+
+std::string_view DocxTree::Attribute(NodeId node, std::string_view local_name) const {
+  for (const auto& attribute : AttributesOf(nodes_[node])) {
+    if (LocalName(attribute.name) == local_name) return attribute.value;
+  }
+  return {};
 }
 
 void DocxTree::DropAttribute(NodeId node, std::string_view local_name) {
@@ -194,6 +214,13 @@ void DocxTree::SetAttribute(NodeId node, std::string_view local_name, std::strin
 void DocxTree::RenewBookmark(NodeId node) {
   bookmarks_.push_back(BookmarkMark(bookmarks_[nodes_[node].bookmark]));
   nodes_[node].bookmark = static_cast<std::uint32_t>(bookmarks_.size() - 1);
+}
+
+void DocxTree::JoinBookmark(NodeId start, NodeId end) {
+  const auto id = std::string(Attribute(start, "id"));
+  SetAttribute(end, "id", id);
+  bookmarks_[nodes_[start].bookmark].id = id_count_;
+  bookmarks_[nodes_[end].bookmark].id = id_count_++;
 }
 
 NodeId DocxTree::Ancestor(NodeId node, DocxKind kind) const {

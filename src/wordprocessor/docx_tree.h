@@ -77,10 +77,13 @@ class DocxTree {
   NodeId CopySubtree(NodeId node, const Keep& keep);
 
   /// Rewrites a start tag: without the attributes of these local names, or with another value for them.
+  std::string_view Attribute(NodeId node, std::string_view local_name) const;  ///< escaped; "" without it
   void DropAttribute(NodeId node, std::string_view local_name);
   void SetAttribute(NodeId node, std::string_view local_name, std::string_view value);
   /// A mark of its own for a copied start or end of a bookmark.
   void RenewBookmark(NodeId node);
+  /// Makes `end` the end of the bookmark that begins with `start`, whatever ids they had.
+  void JoinBookmark(NodeId start, NodeId end);
 
   NodeId Ancestor(NodeId node, DocxKind kind) const;  ///< the innermost one, or kNoNode
   bool Contains(NodeId ancestor, NodeId node) const;  ///< true for the node itself too

@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <pugixml.hpp>
+
+#include "tests/wordprocessor/docx_builder.h"
+#include "wordprocessor/docx_document.h"
+
+namespace {
+
+using wordprocessor::DataContext;
+using wordprocessor::DocxDocument;
+
+const std::filesystem::path kCases = ZEMLO_SOURCE_DIR "/tests/wordprocessor/cases";
+
+std::string TextOf(const std::filesystem::path& file) {
+  std::ifstream in(file);
+  std::stringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+/// One element a line, so that a difference can be read. White space between elements does not count.
+std::string LaidOut(const std::string& xml) {
+  pugi::xml_document document;
+  EXPECT_TRUE(
+      document.load_buffer(xml.data(), xml.size(), pugi::parse_default | pugi::parse_ws_pcdata_single));
+  std::ostringstream out;
+  const auto body = document.document_element().first_child();
+  (body ? body : document.document_element()).print(out, "  ");
+  return out.str();
+}
+
+std::vector<std::string> CaseNames() {
+  std::vector<std::string> names;
+  for (const auto& folder : std::filesystem::directory_iterator(kCases)) {
+    names.push_back(folder.path().filename());
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+class MergeCase : public testing::TestWithParam<std::string> {};
+
+/// A case is a folder: body.xml (a w:body, or the whole document part), context.xml, what has to come of the
+/// body (expected.xml) and, where some were not filled, the names reported (unfilled.txt).
+TEST_P(MergeCase, GivesTheExpectedBody) {
+  const auto folder = kCases / GetParam();
+  auto document = DocxDocument::FromBytes(LetterOf(TextOf(folder / "body.xml")), GetParam());
+  std::string unfilled;
+  for (const auto& name : document.MergeBookmarks(DataContext::Parse(TextOf(folder / "context.xml")))) {
+    unfilled += (unfilled.empty() ? "" : " ") + name;
+  }
+  const auto bytes = document.Bytes();
+  EXPECT_NO_THROW(DocxDocument::FromBytes(bytes, GetParam()));
+  const auto expected = TextOf(folder / "expected.xml");
+  EXPECT_EQ(LaidOut(PartOf(bytes, "word/document.xml")), expected);
+  EXPECT_EQ(unfilled + "\n",
+            std::filesystem::exists(folder / "unfilled.txt") ? TextOf(folder / "unfilled.txt") : "\n");
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, MergeCase, testing::ValuesIn(CaseNames()),
+                         [](const auto& folder) { return folder.param; });
+
+}  // namespace
