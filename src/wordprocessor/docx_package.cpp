@@ -57,13 +57,13 @@ bool LeavesThePackage(std::string_view name) {
 
 class PackageCheck {
  public:
-  PackageCheck(zip_t* archive, const std::string& file_name) : archive_(archive), file_name_(file_name) {}
+  PackageCheck(zip_t* archive, const std::string& file_name, const PackageLimits& limits)
+      : archive_(archive), file_name_(file_name), limits_(limits) {}
 
   std::vector<std::string> Run() {
     const auto count = zip_get_num_entries(archive_, 0);
-    if (count > static_cast<zip_int64_t>(kPackageLimits.entries)) {
-      Refuse("holds more than " + std::to_string(kPackageLimits.entries) +
-             " parts. Save it again without extras.");
+    if (count > static_cast<zip_int64_t>(limits_.entries)) {
+      Refuse("holds more than " + std::to_string(limits_.entries) + " parts. Save it again without extras.");
     }
     std::vector<std::string> names;
     for (zip_int64_t i = 0; i < count; ++i) names.push_back(CheckEntry(static_cast<zip_uint64_t>(i)));
@@ -115,14 +115,15 @@ class PackageCheck {
   }
 
   void CheckSize(const std::string& name, std::uint64_t size, std::uint64_t packed) const {
-    const bool bomb = size > kPackageLimits.ratio_from && size / kPackageLimits.ratio > packed;
-    if (!bomb && total_ <= kPackageLimits.total_size) return;
+    const bool bomb = size > limits_.ratio_from && size / limits_.ratio > packed;
+    if (!bomb && total_ <= limits_.total_size) return;
     Refuse("unpacks to far more than a letter (at \"" + name +
            "\"). Do not use this file; ask where it came from.");
   }
 
   zip_t* archive_;
   const std::string& file_name_;
+  const PackageLimits& limits_;
   std::uint64_t total_ = 0;
 };
 
@@ -187,18 +188,19 @@ void WritePart(zip_t* archive, std::optional<zip_uint64_t> index, const PackageP
 DocxPackage::DocxPackage(std::string bytes, std::string file_name)
     : file_name_(std::move(file_name)), bytes_(std::make_shared<const std::string>(std::move(bytes))) {}
 
-DocxPackage DocxPackage::FromBytes(std::string bytes, const std::string& file_name) {
+DocxPackage DocxPackage::FromBytes(std::string bytes, const std::string& file_name,
+                                   const PackageLimits& limits) {
   DocxPackage package(std::move(bytes), file_name);
-  package.Check();
+  package.Check(limits);
   return package;
 }
 
-void DocxPackage::Check() {
+void DocxPackage::Check(const PackageLimits& limits) {
   // libzip takes zero bytes for an empty archive.
   if (bytes_->empty() || !bytes_->starts_with("PK")) RefuseFormat(*bytes_, file_name_);
   const auto zip = OpenZipBytes(*bytes_, ZIP_RDONLY | ZIP_CHECKCONS);
   if (zip.archive == nullptr) RefuseFormat(*bytes_, file_name_);
-  names_ = PackageCheck(zip.archive.get(), file_name_).Run();
+  names_ = PackageCheck(zip.archive.get(), file_name_, limits).Run();
   for (std::size_t i = 0; i < names_.size(); ++i) {
     if (entries_.emplace(LowerName(names_[i]), i).second) continue;
     Damaged("holds the part \"" + names_[i] + "\" twice. Open it in the word processor and save it again.");

@@ -34,7 +34,8 @@ class DocxPackage {
   /// Checks the whole package: consistency, limits, names, checksums. `file_name` is what messages call it.
   /// Throws Failure kDamaged (no zip file, damaged, not a document of this kind) or kRefused (protected, over
   /// a limit, unsafe names); the text names the file and says what to do.
-  static DocxPackage FromBytes(std::string bytes, const std::string& file_name);
+  static DocxPackage FromBytes(std::string bytes, const std::string& file_name,
+                               const PackageLimits& limits = kPackageLimits);
 
   const std::string& file_name() const { return file_name_; }
   const std::string& bytes() const { return *bytes_; }
@@ -53,7 +54,7 @@ class DocxPackage {
 
  private:
   DocxPackage(std::string bytes, std::string file_name);
-  void Check();
+  void Check(const PackageLimits& limits);
 
   std::string file_name_;
   std::shared_ptr<const std::string> bytes_;
