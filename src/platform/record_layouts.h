@@ -34,11 +34,22 @@ inline constexpr auto kBatchColumns = std::to_array<std::string_view>(
     {"BTCH_SEQ_NBR", "BTCH_STATUS", "BTCH_CRTE_TS", "PRCS_STRT_TS", "PRCS_END_TS", "BTCH_LTR_CNT",
      "LTR_PRCS_CNT", "PAID_COUNT", "LTR_SCS_CNT", "LTR_FAIL_CNT", "UNPAID_COUNT"});
 
+/// One customer, as it is stored; OT_BAL is what is owed on all accounts.
+inline constexpr auto kCustomerColumns = std::to_array<std::string_view>(
+    {"Cust_Id",   "CUST_BSNS_NM", "FIRST_NM",    "LAST_NM",    "mail_addr_1", "mail_addr_2",
+     "mail_city", "mail_st",      "mail_zip_cd", "RES_ADDR_1", "RES_ADDR_2",  "RES_CITY",
+     "RES_ST",    "RES_ZIP_CD",   "PHN_NBR",     "ACCNT_NBR",  "OT_BAL"});
+
+/// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N".
+inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE"});
+
 inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {"XML_CONTEXT_INPUT", kContextInputColumns},
     {"XML_CONTEXT", kContextColumns},
     {"CORRHIST", kHistoryColumns},
     {"CORRBATCH", kBatchColumns},
+    {"CUSTOMER", kCustomerColumns},
+    {"CUSTOMER_SEARCH", kCustomerSearchColumns},
 });
 
 /// Looked up without regard to case; nothing when there is no such layout.
