@@ -6,6 +6,7 @@
 namespace platform {
 
 class Control;
+class TextField;
 
 /// Code-table look-ups, field marking and the office's rules for numbers.
 class Utilities {
@@ -27,7 +28,19 @@ class Utilities {
     bool valid = true;
     std::string text;  ///< what is wrong, for a message; "" when valid
   };
-  virtual FormNumberVerdict ValidateFormNumber(const std::string& form_type, const std::string& form_number) = 0;
+  virtual FormNumberVerdict ValidateFormNumber(const std::string& form_type,
+                                               const std::string& form_number) = 0;
+
+  // Whether a field takes a typed character. Keys that edit or move are not asked for.
+  /// `field` holds the text the key would go into.
+  virtual bool AllowFormNumberKey(const std::string& form_type, char32_t key, const TextField& field) = 0;
+  virtual bool AllowBatchNumberKey(char32_t key) = 0;
+  /// Zip codes, and what is written like them: a Troop/District.
+  virtual bool AllowZipKey(char32_t key) = 0;
+
+  /// Whether the highway patrol has such a troop, such a district of a troop.
+  virtual bool ValidateTroop(const std::string& troop) = 0;
+  virtual bool ValidateTroopDistrict(const std::string& troop, const std::string& district) = 0;
 };
 
 }  // namespace platform

@@ -72,4 +72,13 @@ Verdict JudgeFormNumber(std::string_view form_type, std::string_view form_number
   return Wrong("Check digit " + Quoted(check_digit) + " does not belong to form number " + Quoted(digits));
 }
 
+// The length is left to the check of the whole number: what is typed may replace a selected text.
+bool AllowsFormNumberKey(std::string_view form_type, char32_t key, std::string_view text) {
+  if (!RuleFor(form_type)) return false;
+  const bool has_dash = text.find('-') != std::string_view::npos;
+  if (key == U'-') return !has_dash;
+  if (key == U'X') return has_dash;
+  return key >= U'0' && key <= U'9';
+}
+
 }  // namespace reference

@@ -17,4 +17,8 @@ char CheckDigit(std::string_view seven_digits);
 platform::Utilities::FormNumberVerdict JudgeFormNumber(std::string_view form_type,
                                                        std::string_view form_number);
 
+/// Whether a field that holds `text` takes a typed character: digits, one dash, and after it the "X". None
+/// for a form type that there is not.
+bool AllowsFormNumberKey(std::string_view form_type, char32_t key, std::string_view text);
+
 }  // namespace reference

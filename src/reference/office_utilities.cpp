@@ -1,11 +1,22 @@
 #include "reference/office_utilities.h"
 
-#include "platform/controls/control.h"
+#include "platform/controls/text_field.h"
 #include "platform/record_set.h"
 #include "platform/text.h"
 #include "reference/form_numbers.h"
 
 namespace reference {
+namespace {
+
+bool IsDigit(char32_t key) {
+  return key >= U'0' && key <= U'9';
+}
+
+bool IsLetter(char32_t key) {
+  return (key >= U'A' && key <= U'Z') || (key >= U'a' && key <= U'z');
+}
+
+}  // namespace
 
 std::string OfficeUtilities::GetCodeValue(const std::string& table, const std::string& code) {
   const auto* const found = FindCode(table, code);
@@ -32,6 +43,27 @@ void OfficeUtilities::MarkFieldValid(platform::Control& control) {
 platform::Utilities::FormNumberVerdict OfficeUtilities::ValidateFormNumber(const std::string& form_type,
                                                                            const std::string& form_number) {
   return JudgeFormNumber(platform::Trim(form_type), form_number);
+}
+
+bool OfficeUtilities::AllowFormNumberKey(const std::string& form_type, char32_t key,
+                                         const platform::TextField& field) {
+  return AllowsFormNumberKey(platform::Trim(form_type), key, field.text());
+}
+
+bool OfficeUtilities::AllowBatchNumberKey(char32_t key) {
+  return IsDigit(key);
+}
+
+bool OfficeUtilities::AllowZipKey(char32_t key) {
+  return IsDigit(key) || IsLetter(key) || key == U'-';
+}
+
+bool OfficeUtilities::ValidateTroop(const std::string& troop) {
+  return patrol_.HasTroop(platform::Trim(troop));
+}
+
+bool OfficeUtilities::ValidateTroopDistrict(const std::string& troop, const std::string& district) {
+  return patrol_.HasDistrict(platform::Trim(troop), platform::Trim(district));
 }
 
 const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table, const std::string& code) {

@@ -8,6 +8,7 @@
 #include "platform/reference_database.h"
 #include "platform/settings.h"
 #include "platform/utilities.h"
+#include "reference/patrol_districts.h"
 
 namespace reference {
 
@@ -20,7 +21,7 @@ class OfficeUtilities : public platform::Utilities {
  public:
   OfficeUtilities(platform::ReferenceDatabase& reference, const platform::Settings& settings,
                   const platform::Clock& clock)
-      : reference_(reference), settings_(settings), clock_(clock) {}
+      : reference_(reference), settings_(settings), clock_(clock), patrol_(reference) {}
 
   /// The additional information of the code; "" where the entry has none, the code where there is no entry.
   std::string GetCodeValue(const std::string& table, const std::string& code) override;
@@ -32,6 +33,15 @@ class OfficeUtilities : public platform::Utilities {
   void MarkFieldValid(platform::Control& control) override;
 
   FormNumberVerdict ValidateFormNumber(const std::string& form_type, const std::string& form_number) override;
+
+  bool AllowFormNumberKey(const std::string& form_type, char32_t key,
+                          const platform::TextField& field) override;
+  /// Digits.
+  bool AllowBatchNumberKey(char32_t key) override;
+  /// Digits, letters (the codes of carriers abroad have them) and the dash.
+  bool AllowZipKey(char32_t key) override;
+  bool ValidateTroop(const std::string& troop) override;
+  bool ValidateTroopDistrict(const std::string& troop, const std::string& district) override;
 
  private:
   struct Code {
@@ -47,6 +57,7 @@ class OfficeUtilities : public platform::Utilities {
   const platform::Settings& settings_;
   const platform::Clock& clock_;
 
+  PatrolDistricts patrol_;
   platform::Date tables_day_{};
   std::map<std::string, CodeTable> tables_;  // by name in upper case, as of tables_day_
 };

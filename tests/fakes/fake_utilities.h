@@ -2,12 +2,13 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-#include "platform/controls/control.h"
+#include "platform/controls/text_field.h"
 #include "platform/text.h"
 #include "platform/utilities.h"
 
@@ -42,6 +43,31 @@ class FakeUtilities : public platform::Utilities {
     validated_form_numbers.emplace_back(form_type, form_number);
     return form_number_rule ? form_number_rule(form_type, form_number) : FormNumberVerdict{};
   }
+
+  /// Characters that a field refuses; every other one is taken.
+  std::u32string refused_keys;
+  std::vector<std::string> asked_form_types;  ///< of the form number keys, oldest first
+  /// Troops and Troop/Districts, "B" or "B12", that there are not.
+  std::set<std::string> unknown_troops;
+  std::vector<std::string> validated_troops;  ///< "B" or "B/12", oldest first
+
+  bool AllowFormNumberKey(const std::string& form_type, char32_t key, const platform::TextField&) override {
+    asked_form_types.push_back(form_type);
+    return Allows(key);
+  }
+  bool AllowBatchNumberKey(char32_t key) override { return Allows(key); }
+  bool AllowZipKey(char32_t key) override { return Allows(key); }
+  bool ValidateTroop(const std::string& troop) override {
+    validated_troops.push_back(troop);
+    return !unknown_troops.contains(troop);
+  }
+  bool ValidateTroopDistrict(const std::string& troop, const std::string& district) override {
+    validated_troops.push_back(troop + "/" + district);
+    return !unknown_troops.contains(troop + district);
+  }
+
+ private:
+  bool Allows(char32_t key) const { return refused_keys.find(key) == std::u32string::npos; }
 };
 
 }  // namespace fakes

@@ -53,6 +53,62 @@ TEST_F(OfficeUtilities, QuoteTextsAndMarkFields) {
   EXPECT_FALSE(field.marked_invalid());
 }
 
+TEST_F(OfficeUtilities, KnowTheTroopsAndDistrictsThatPatrolACounty) {
+  GivenRow("counties.tsv", "1|Aldermoor|Alder Point|871|A|1");
+  GivenRow("counties.tsv", "2|Ashgrove|Grove City|872|A|2");
+  GivenRow("counties.tsv", "7|Dunmarsh|Dunmore|877|B|12");
+  struct Case {
+    const char* troop;
+    const char* district;  // "" where only the troop is asked for
+    bool known;
+  };
+  const Case cases[] = {
+      {"A", "", true},   {"B", "", true},    {"C", "", false},  {"", "", false},    {"a", "", false},
+      {" A ", "", true}, {"A", "2", true},   {"B", "12", true}, {"B", "1", false},  {"A", "12", false},
+      {"C", "1", false}, {"A", " 1 ", true}, {"", "1", false},  {"A", "01", false},
+  };
+  for (const auto& [troop, district, known] : cases) {
+    const bool only_troop = *district == '\0';
+    EXPECT_EQ(
+        only_troop ? Utilities().ValidateTroop(troop) : Utilities().ValidateTroopDistrict(troop, district),
+        known)
+        << troop << "/" << district;
+  }
+}
+
+TEST_F(OfficeUtilities, TakeTheKeysOfEachField) {
+  struct Case {
+    const char* form_type;
+    const char* text;
+    const char32_t* taken;
+    const char32_t* refused;
+  };
+  const Case cases[] = {
+      {"C", "", U"0123456789-", U"XxA .\u0663\u00e9"},
+      {" R ", "1234567-", U"07X", U"-xA"},
+      {"", "1234567", U"0-", U"X"},
+      {"Q", "", U"", U"0-X"},
+  };
+  platform::TextField field;
+  for (const auto& [form_type, text, taken, refused] : cases) {
+    field.SetText(text);
+    for (const char32_t key : std::u32string_view(taken))
+      EXPECT_TRUE(Utilities().AllowFormNumberKey(form_type, key, field))
+          << form_type << text << " " << int(key);
+    for (const char32_t key : std::u32string_view(refused))
+      EXPECT_FALSE(Utilities().AllowFormNumberKey(form_type, key, field))
+          << form_type << text << " " << int(key);
+  }
+  for (const char32_t key : std::u32string_view(U"09AZaz-"))
+    EXPECT_TRUE(Utilities().AllowZipKey(key)) << int(key);
+  for (const char32_t key : std::u32string_view(U" ./@[`{\u00c4")) {
+    EXPECT_FALSE(Utilities().AllowZipKey(key)) << int(key);
+    EXPECT_FALSE(Utilities().AllowBatchNumberKey(key)) << int(key);
+  }
+  EXPECT_TRUE(Utilities().AllowBatchNumberKey(U'0'));
+  EXPECT_FALSE(Utilities().AllowBatchNumberKey(U'A'));
+}
+
 TEST(FormNumbers, AreJudgedByTheRuleOfTheirType) {
   struct Case {
     const char* type;

@@ -9,6 +9,23 @@
 
 namespace platform {
 
+/// A key of the keyboard and what was held with it, as a field is told of it.
+struct Key {
+  int code = 0;  ///< the host's virtual key code
+  bool shift = false;
+  bool control = false;
+  bool alt = false;
+
+  bool operator==(const Key&) const = default;
+  /// Shift and Insert. Hosts that paste with another key as well tell it as this one.
+  static constexpr Key Paste();
+};
+
+constexpr Key Key::Paste() {
+  constexpr int kInsert = 45;
+  return {kInsert, /*shift=*/true};
+}
+
 /// A line of text the user types.
 class TextField : public Control {
  public:
@@ -27,6 +44,13 @@ class TextField : public Control {
   std::function<std::optional<char32_t>(char32_t key)> key_filter;
 
   Event<> Changed;
+
+  // What the user does with keyboard and mouse, told by the view: the pressing before the text changes, the
+  // releasing after it. A menu, or a text dropped on the field, is the mouse's for as long as it takes.
+  Event<Key> KeyDown;
+  Event<Key> KeyUp;
+  Event<> MouseDown;
+  Event<> MouseUp;
 
  private:
   std::string text_;
