@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
+#include "wordprocessor/bookmark_insert.h"
+#include "wordprocessor/docx_blocks.h"
+
 namespace wordprocessor {
 namespace {
-
-bool IsMark(DocxKind kind) {
-  return kind == DocxKind::kBookmarkStart || kind == DocxKind::kBookmarkEnd;
-}
 
 bool HoldsBlocks(DocxKind kind) {
   return kind == DocxKind::kBody || kind == DocxKind::kCell || kind == DocxKind::kTextBox ||
@@ -18,7 +17,7 @@ bool HoldsBlocks(DocxKind kind) {
 
 bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
   if (!MoveIntoParagraph(range)) return false;
-  const auto paragraph = ParagraphOf(range.start);
+  const auto paragraph = ParagraphOf(tree_, range.start);
   auto formatting = FormattingAt(range, paragraph);
   const auto anchor = text.empty() ? kNoNode : AddAnchor(range, paragraph);
   TakeOutContents(range);
@@ -26,7 +25,7 @@ bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
   JoinParagraphs(range, paragraph, /*removing=*/false);
   if (anchor == kNoNode) return true;
   if (EndPlaceholder(anchor)) formatting = kNoNode;
-  Insert(anchor, paragraph, formatting, text);
+  InsertFieldText(tree_, anchor, formatting, text);
   tree_.Unlink(anchor);
   return true;
 }
@@ -34,7 +33,7 @@ bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
 void BookmarkEditor::Remove(const BookmarkRange& range) {
   DropMarks(range);
   if (!MoveIntoParagraph(range)) return;
-  const auto paragraph = ParagraphOf(range.start);
+  const auto paragraph = ParagraphOf(tree_, range.start);
   TakeOutContents(range);
   TakeOutTables(range, paragraph);
   maybe_empty_.push_back(JoinParagraphs(range, paragraph, /*removing=*/true));
@@ -50,24 +49,17 @@ void BookmarkEditor::Finish() {
   for (const auto mark : marks_to_drop_) tree_.Unlink(mark);
   RemoveEmptyRows();
   for (const auto paragraph : maybe_empty_) {
-    if (!tree_.IsAttached(paragraph) || HasContent(paragraph) || EndsSection(paragraph)) continue;
-    const auto block = WithItsControl(paragraph);
-    if (CanRemove(block)) RemoveBlock(block);
+    if (!tree_.IsAttached(paragraph) || HasContent(tree_, paragraph) || EndsSection(tree_, paragraph))
+      continue;
+    const auto block = WithItsControl(tree_, paragraph);
+    if (CanRemoveBlock(tree_, block)) RemoveBlock(tree_, block);
   }
-}
-
-NodeId BookmarkEditor::ParagraphOf(NodeId node) const {
-  while (node != kNoNode && tree_[node].kind != DocxKind::kParagraph) {
-    if (tree_[node].kind == DocxKind::kTextBox || tree_[node].kind == DocxKind::kNote) return kNoNode;
-    node = tree_[node].parent;
-  }
-  return node;
 }
 
 /// A start directly under the body, a table or a row means the start of the next paragraph.
 bool BookmarkEditor::MoveIntoParagraph(const BookmarkRange& range) {
-  if (ParagraphOf(range.start) != kNoNode) return true;
-  const bool end_outside = ParagraphOf(range.end) == kNoNode;
+  if (ParagraphOf(tree_, range.start) != kNoNode) return true;
+  const bool end_outside = ParagraphOf(tree_, range.end) == kNoNode;
   const bool around_paragraphs = range.first_paragraph != range.end_paragraph;
   if (!PlaceStart(range)) return false;
   if (end_outside && !around_paragraphs) {
@@ -114,7 +106,7 @@ NodeId BookmarkEditor::FirstContent(const BookmarkRange& range) const {
 NodeId BookmarkEditor::AddAnchor(const BookmarkRange& range, NodeId paragraph) {
   const auto anchor = tree_.AddEmptyMarkup();
   const auto first = FirstContent(range);
-  bool inside = first != kNoNode && ParagraphOf(first) == paragraph;
+  bool inside = first != kNoNode && ParagraphOf(tree_, first) == paragraph;
   for (auto around = inside ? tree_[first].parent : kNoNode; inside && around != paragraph;
        around = tree_[around].parent) {
     const auto kind = tree_[around].kind;
@@ -149,11 +141,11 @@ NodeId BookmarkEditor::FormattingAt(const BookmarkRange& range, NodeId paragraph
   if (first != kNoNode) return tree_.ChildOfKind(first, DocxKind::kRunProperties);
   for (auto near = tree_[range.start].previous; near != kNoNode; near = tree_[near].previous) {
     if (tree_[near].kind == DocxKind::kRun) return tree_.ChildOfKind(near, DocxKind::kRunProperties);
-    if (!IsMark(tree_[near].kind)) break;
+    if (!IsBookmarkMark(tree_[near].kind)) break;
   }
   for (auto near = tree_[range.start].next; near != kNoNode; near = tree_[near].next) {
     if (tree_[near].kind == DocxKind::kRun) return tree_.ChildOfKind(near, DocxKind::kRunProperties);
-    if (!IsMark(tree_[near].kind)) break;
+    if (!IsBookmarkMark(tree_[near].kind)) break;
   }
   const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
   return properties == kNoNode ? kNoNode : tree_.ChildOfKind(properties, DocxKind::kRunProperties);
@@ -193,7 +185,7 @@ void BookmarkEditor::TakeOutTables(const BookmarkRange& range, NodeId paragraph)
     const auto& table = index_.tables[i];
     const bool inside = table.story == range.story && table.end_place < range.end_place;
     if (!inside || !tree_.IsAttached(table.node) || tree_.Contains(table.node, paragraph)) continue;
-    MoveMarks(table.node, paragraph);
+    MoveMarks(tree_, table.node, paragraph);
     tree_.Unlink(table.node);
   }
 }
@@ -201,21 +193,22 @@ void BookmarkEditor::TakeOutTables(const BookmarkRange& range, NodeId paragraph)
 /// Returns the paragraph that now holds what is left: the first one, or the last one where a removal has left
 /// nothing of the first (as deleting a paragraph's mark does in a word processor).
 NodeId BookmarkEditor::JoinParagraphs(const BookmarkRange& range, NodeId paragraph, bool removing) {
-  bool same_section = !EndsSection(paragraph);
+  bool same_section = !EndsSection(tree_, paragraph);
   for (auto i = range.first_paragraph; i < range.end_paragraph; ++i) {
     const auto& later = index_.paragraphs[i];
     if (later.story != range.story || later.node == paragraph || !tree_.IsAttached(later.node)) continue;
-    same_section = same_section && !EndsSection(later.node);
+    same_section = same_section && !EndsSection(tree_, later.node);
     const bool sibling = same_section && tree_[later.node].parent == tree_[paragraph].parent;
     const bool inside = later.end_place < range.end_place;
-    if (sibling && removing && !inside && !HasContent(paragraph) && CanRemove(paragraph)) {
-      RemoveBlock(paragraph);
+    if (sibling && removing && !inside && !HasContent(tree_, paragraph) && CanRemoveBlock(tree_, paragraph)) {
+      RemoveBlock(tree_, paragraph);
       paragraph = later.node;
-    } else if (sibling && CanRemove(later.node)) {
+    } else if (sibling && CanRemoveBlock(tree_, later.node)) {
       JoinWith(paragraph, later.node);
     } else {
       if (removing) maybe_empty_.push_back(later.node);
-      if (inside && !HasContent(later.node) && CanRemove(later.node)) RemoveBlock(later.node);
+      if (inside && !HasContent(tree_, later.node) && CanRemoveBlock(tree_, later.node))
+        RemoveBlock(tree_, later.node);
     }
   }
   return paragraph;
@@ -228,157 +221,6 @@ void BookmarkEditor::JoinWith(NodeId paragraph, NodeId later) {
     child = next;
   }
   tree_.Unlink(later);
-}
-
-void BookmarkEditor::MoveMarks(NodeId from, NodeId to) {
-  for (auto child = tree_[from].first_child; child != kNoNode;) {
-    const auto next = tree_[child].next;
-    IsMark(tree_[child].kind) ? tree_.MoveTo(child, to) : MoveMarks(child, to);
-    child = next;
-  }
-}
-
-void BookmarkEditor::Insert(NodeId anchor, NodeId paragraph, NodeId formatting, std::string_view text) {
-  auto paragraphs = SplitFieldText(text);
-  // The template's own paragraph mark serves as the last one of the text.
-  const bool closed = paragraphs.size() > 1 && paragraphs.back().empty();
-  if (closed && !HasContentAfter(anchor, paragraph)) paragraphs.pop_back();
-  for (std::size_t i = 0; i < paragraphs.size(); ++i) {
-    if (i > 0) SplitBefore(anchor, paragraph);
-    if (!paragraphs[i].empty()) InsertRun(anchor, paragraph, formatting, paragraphs[i]);
-  }
-}
-
-void BookmarkEditor::InsertRun(NodeId anchor, NodeId paragraph, NodeId formatting,
-                               const TextParagraph& pieces) {
-  const auto run = tree_.AddElement(DocxKind::kRun, "r", paragraph);
-  if (formatting != kNoNode) {
-    tree_.Append(tree_.CopySubtree(formatting,
-                                   [&](NodeId original, NodeId) {
-                                     const auto kind = tree_[original].kind;
-                                     return kind != DocxKind::kPropertyChange && !IsAroundRuns(kind);
-                                   }),
-                 run);
-  }
-  for (const auto& piece : pieces) {
-    if (piece.kind == TextPiece::Kind::kText) {
-      const bool blanks = piece.text.starts_with(' ') || piece.text.ends_with(' ');
-      const auto text = tree_.AddElement(DocxKind::kText, "t", run, blanks ? " xml:space=\"preserve\"" : "");
-      tree_.Append(tree_.AddText(piece.text), text);
-      tree_.Append(text, run);
-    } else if (piece.kind == TextPiece::Kind::kTab) {
-      tree_.Append(tree_.AddElement(DocxKind::kTab, "tab", run), run);
-    } else {
-      tree_.Append(tree_.AddElement(DocxKind::kBreak, "br", run), run);
-    }
-  }
-  tree_.InsertBefore(run, anchor);
-}
-
-/// What stands before `anchor` becomes a paragraph of its own, before this one and with the same properties.
-/// So every node is moved once at most, and the section that may end with this paragraph stays where it is.
-void BookmarkEditor::SplitBefore(NodeId anchor, NodeId paragraph) {
-  const auto head = tree_.AddElement(DocxKind::kParagraph, "p", paragraph);
-  tree_.InsertBefore(head, paragraph);
-  const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
-  if (properties != kNoNode) {
-    tree_.Append(tree_.CopySubtree(properties,
-                                   [&](NodeId original, NodeId) {
-                                     const auto kind = tree_[original].kind;
-                                     return kind != DocxKind::kSectionProperties &&
-                                            kind != DocxKind::kPropertyChange;
-                                   }),
-                 head);
-  }
-  std::vector<NodeId> around;  // from the paragraph's child down to the anchor
-  for (auto node = anchor; node != paragraph; node = tree_[node].parent) around.push_back(node);
-  auto target = head;
-  for (auto level = around.rbegin(); level != around.rend(); ++level) {
-    const auto parent = tree_[*level].parent;
-    for (auto child = tree_[parent].first_child; child != *level;) {
-      const auto next = tree_[child].next;
-      if (!IsProperties(tree_[child].kind)) tree_.MoveTo(child, target);
-      child = next;
-    }
-    if (tree_[*level].kind != DocxKind::kHyperlink) continue;  // other wrappers end with the first paragraph
-    const auto link = tree_.CopySubtree(*level, [&](NodeId original, NodeId) { return original == *level; });
-    tree_.Append(link, target);
-    target = link;
-  }
-}
-
-/// Whether a reader sees anything of it.
-bool BookmarkEditor::HasContent(NodeId node) const {
-  const auto kind = tree_[node].kind;
-  if (IsProperties(kind) || IsMark(kind) || kind == DocxKind::kRenderedBreak) return false;
-  const auto parent = tree_[node].parent;
-  if (kind == DocxKind::kMarkup) return !tree_[node].markup.empty() && tree_[parent].kind == DocxKind::kText;
-  const bool in_run = tree_[parent].kind == DocxKind::kRun;
-  if (kind == DocxKind::kMath || (in_run && kind != DocxKind::kText && kind != DocxKind::kComment))
-    return true;
-  for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next) {
-    if (HasContent(child)) return true;
-  }
-  return false;
-}
-
-bool BookmarkEditor::HasContentAfter(NodeId node, NodeId paragraph) const {
-  for (; node != paragraph; node = tree_[node].parent) {
-    for (auto after = tree_[node].next; after != kNoNode; after = tree_[after].next) {
-      if (HasContent(after)) return true;
-    }
-  }
-  return false;
-}
-
-bool BookmarkEditor::EndsSection(NodeId paragraph) const {
-  const auto properties = tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
-  return properties != kNoNode && tree_.ChildOfKind(properties, DocxKind::kSectionProperties) != kNoNode;
-}
-
-/// The block itself, or the content control that holds nothing else.
-NodeId BookmarkEditor::WithItsControl(NodeId block) const {
-  while (true) {
-    const auto content = tree_[block].parent;
-    if (tree_[content].kind != DocxKind::kContentControlContent) return block;
-    for (auto other = tree_[content].first_child; other != kNoNode; other = tree_[other].next) {
-      if (other != block && IsBlock(tree_[other].kind)) return block;
-    }
-    block = tree_[content].parent;
-  }
-}
-
-/// Every container keeps a paragraph at its end; a paragraph between two tables keeps them apart; a
-/// paragraph that ends a section stays with it.
-bool BookmarkEditor::CanRemove(NodeId block) const {
-  if (EndsSection(block)) return false;
-  auto before = tree_[block].previous;
-  while (before != kNoNode && !IsBlock(tree_[before].kind)) before = tree_[before].previous;
-  auto after = tree_[block].next;
-  while (after != kNoNode && !IsBlock(tree_[after].kind)) after = tree_[after].next;
-  const auto kind_before = before == kNoNode ? DocxKind::kOther : tree_[before].kind;
-  if (after == kNoNode) return kind_before == DocxKind::kParagraph;
-  return kind_before != DocxKind::kTable || tree_[after].kind != DocxKind::kTable;
-}
-
-/// Marks of other bookmarks move to the nearest paragraph.
-void BookmarkEditor::RemoveBlock(NodeId block) {
-  auto before = tree_[block].previous;
-  while (before != kNoNode && tree_[before].kind != DocxKind::kParagraph) before = tree_[before].previous;
-  auto after = tree_[block].next;
-  while (after != kNoNode && tree_[after].kind != DocxKind::kParagraph) after = tree_[after].next;
-  if (after != kNoNode) {
-    const auto marks = tree_.AddElement(DocxKind::kOther, "marks", block);
-    MoveMarks(block, marks);
-    while (tree_[marks].last_child != kNoNode) {
-      const auto mark = tree_[marks].last_child;
-      tree_.Unlink(mark);
-      tree_.PrependContent(mark, after);
-    }
-  } else if (before != kNoNode) {
-    MoveMarks(block, before);
-  }
-  tree_.Unlink(block);
 }
 
 /// Rows wholly inside a removal that reaches over several cells are optional rows.
@@ -402,10 +244,11 @@ void BookmarkEditor::RemoveEmptyRows() {
   if (maybe_empty_rows_.empty()) return;
   const std::unordered_set<NodeId> touched(maybe_empty_.begin(), maybe_empty_.end());
   for (const auto row : maybe_empty_rows_) {
-    if (!tree_.IsAttached(row) || HasContent(row) || !IsWhollyIn(touched, row)) continue;
+    if (!tree_.IsAttached(row) || HasContent(tree_, row) || !IsWhollyIn(touched, row)) continue;
     const auto table = tree_.Ancestor(row, DocxKind::kTable);
     tree_.Unlink(row);
-    if (tree_.ChildOfKind(table, DocxKind::kRow) == kNoNode && CanRemove(table)) tree_.Unlink(table);
+    if (tree_.ChildOfKind(table, DocxKind::kRow) == kNoNode && CanRemoveBlock(tree_, table))
+      tree_.Unlink(table);
   }
 }
 

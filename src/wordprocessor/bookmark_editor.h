@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "wordprocessor/bookmark_index.h"
-#include "wordprocessor/bookmark_text.h"
 #include "wordprocessor/docx_tree.h"
 
 namespace wordprocessor {
@@ -35,7 +34,6 @@ class BookmarkEditor {
   void Finish();
 
  private:
-  NodeId ParagraphOf(NodeId node) const;
   bool MoveIntoParagraph(const BookmarkRange& range);
   bool PlaceStart(const BookmarkRange& range);
 
@@ -49,18 +47,7 @@ class BookmarkEditor {
   void TakeOutTables(const BookmarkRange& range, NodeId paragraph);
   NodeId JoinParagraphs(const BookmarkRange& range, NodeId paragraph, bool removing);
   void JoinWith(NodeId paragraph, NodeId later);
-  void MoveMarks(NodeId from, NodeId to);
 
-  void Insert(NodeId anchor, NodeId paragraph, NodeId formatting, std::string_view text);
-  void InsertRun(NodeId anchor, NodeId paragraph, NodeId formatting, const TextParagraph& pieces);
-  void SplitBefore(NodeId anchor, NodeId paragraph);
-
-  bool HasContent(NodeId node) const;
-  bool HasContentAfter(NodeId node, NodeId paragraph) const;
-  bool EndsSection(NodeId paragraph) const;
-  NodeId WithItsControl(NodeId block) const;
-  bool CanRemove(NodeId block) const;
-  void RemoveBlock(NodeId block);
   void NoteRows(const BookmarkRange& range, NodeId paragraph);
   void RemoveEmptyRows();
   bool IsWhollyIn(const std::unordered_set<NodeId>& paragraphs, NodeId row) const;

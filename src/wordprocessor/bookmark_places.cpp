@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "wordprocessor/bookmark_index.h"
+#include "wordprocessor/docx_escape.h"
 
 namespace wordprocessor {
 namespace {

@@ -7,6 +7,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "wordprocessor/bookmark_row_finder.h"
+
 namespace wordprocessor {
 namespace {
 
@@ -16,19 +18,9 @@ constexpr int kDeepestTable = 8;
 // Far above what a document part numbers itself.
 constexpr std::uint32_t kFirstNewIdentity = 0x30000000;
 
-/// Children of one table: rows, or the content controls around them.
-struct RowBlock {
-  NodeId first = kNoNode;
-  NodeId last = kNoNode;
-};
-
-bool IsRowUnit(DocxKind kind) {
-  return kind == DocxKind::kRow || kind == DocxKind::kContentControl || kind == DocxKind::kCustomXml;
-}
-
 class RowRepeater {
  public:
-  RowRepeater(DocxTree& tree, RowScopes& scopes) : tree_(tree), scopes_(scopes) {}
+  RowRepeater(DocxTree& tree, RowScopes& scopes) : tree_(tree), scopes_(scopes), finder_(tree) {}
 
   RepeatedRows Run() {
     std::optional<BookmarkIndex> index;
@@ -48,7 +40,7 @@ class RowRepeater {
       const auto& range = index.ranges[i];
       const auto* field = FieldOf(range);
       if (field == nullptr || done_.contains(range.start) || !tree_.IsAttached(range.start)) continue;
-      const auto block = FindBlock(index, range);
+      const auto block = finder_.Find(index, range);
       if (block.first == kNoNode || IsRepeated(block)) continue;
       if (!field->table && !LooksLikeTable(index, i)) continue;
       Repeat(range, block, *field);
@@ -85,90 +77,6 @@ class RowRepeater {
     for (auto i = at + 1; i < index.ranges.size() && index.ranges[i].start_place < range.end_place; ++i) {
       const auto& inner = index.ranges[i];
       if (!IsParagraphField(inner.name) && scopes_.Find(tree_, inner) == nullptr) return true;
-    }
-    return false;
-  }
-
-  RowBlock FindBlock(const BookmarkIndex& index, const BookmarkRange& range) const {
-    auto block = RowsTouched(index, range);
-    if (block.first == kNoNode || block.last == kNoNode) return {};
-    if (block.first != block.last && BeginsWith(block.last, range.end)) {
-      block.last = Neighbour(tree_[block.last].previous, /*forward=*/false);
-    }
-    return block.first == block.last ? block : WithBookmarks(block, range);
-  }
-
-  RowBlock RowsTouched(const BookmarkIndex& index, const BookmarkRange& range) const {
-    const auto starts = Units(range.start, /*forward=*/true);
-    const auto ends = Units(range.end, /*forward=*/false);
-    for (const auto start : starts) {
-      for (const auto end : ends) {
-        if (tree_[start].parent == tree_[end].parent) return {start, end};
-      }
-    }
-    if (!starts.empty()) return {starts.front(), Last(tree_[starts.front()].parent)};
-    if (!ends.empty()) return {First(tree_[ends.back()].parent), ends.back()};
-    for (auto i = range.first_table; i < range.end_table; ++i) {
-      const auto& table = index.tables[i];
-      if (table.story == range.story) return {First(table.node), Last(table.node)};
-    }
-    return {};
-  }
-
-  /// The rows around a mark, the innermost first.
-  std::vector<NodeId> Units(NodeId mark, bool forward) const {
-    std::vector<NodeId> units;
-    for (auto node = mark; node != kNoNode && tree_[node].kind != DocxKind::kTextBox;) {
-      const auto parent = tree_[node].parent;
-      if (parent != kNoNode && tree_[parent].kind == DocxKind::kTable) {
-        const auto unit = Neighbour(node, forward);
-        if (unit != kNoNode) units.push_back(unit);
-      }
-      node = parent;
-    }
-    return units;
-  }
-
-  NodeId Neighbour(NodeId node, bool forward) const {
-    while (node != kNoNode && !IsRowUnit(tree_[node].kind)) {
-      node = forward ? tree_[node].next : tree_[node].previous;
-    }
-    return node;
-  }
-
-  NodeId First(NodeId table) const { return Neighbour(tree_[table].first_child, true); }
-  NodeId Last(NodeId table) const { return Neighbour(tree_[table].last_child, false); }
-
-  /// Whether nothing a reader sees stands in `unit` before `mark`.
-  bool BeginsWith(NodeId unit, NodeId mark) const {
-    if (!tree_.Contains(unit, mark)) return false;
-    for (auto node = mark; node != unit; node = tree_[node].parent) {
-      for (auto before = tree_[node].previous; before != kNoNode; before = tree_[before].previous) {
-        const auto kind = tree_[before].kind;
-        if (IsBlock(kind) || kind == DocxKind::kCell || kind == DocxKind::kRun) return false;
-      }
-    }
-    return true;
-  }
-
-  RowBlock WithBookmarks(const RowBlock& block, const BookmarkRange& range) const {
-    RowBlock narrowed;
-    for (auto unit = block.first; unit != kNoNode; unit = tree_[unit].next) {
-      if (IsRowUnit(tree_[unit].kind) && HoldsBookmark(unit, range)) {
-        if (narrowed.first == kNoNode) narrowed.first = unit;
-        narrowed.last = unit;
-      }
-      if (unit == block.last) break;
-    }
-    return narrowed.first == kNoNode ? block : narrowed;
-  }
-
-  bool HoldsBookmark(NodeId node, const BookmarkRange& range) const {
-    if (tree_[node].kind == DocxKind::kBookmarkStart) {
-      return node != range.start && !tree_.BookmarkOf(node).name.starts_with('_');
-    }
-    for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next) {
-      if (HoldsBookmark(child, range)) return true;
     }
     return false;
   }
@@ -247,7 +155,7 @@ class RowRepeater {
     }
     tree_.Unlink(range.start);
     tree_.Unlink(range.end);
-    if (First(table) == kNoNode) RemoveTable(table);
+    if (finder_.First(table) == kNoNode) RemoveTable(table);
   }
 
   void RemoveTable(NodeId table) {
@@ -263,6 +171,7 @@ class RowRepeater {
 
   DocxTree& tree_;
   RowScopes& scopes_;
+  const RowFinder finder_;
   bool nested_ = false;
   std::unordered_set<NodeId> repeated_;  // rows, copies included
   std::vector<NodeId> units_;            // of the template, repeated last

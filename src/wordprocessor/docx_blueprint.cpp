@@ -16,10 +16,13 @@ namespace {
 constexpr std::string_view kDocumentType =
     "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml";
 
+constexpr std::string_view kTemplateType =
+    "application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml";
+
 // ECMA-376, part 1, 11.3.10, and the types of documents that carry macros.
 constexpr auto kMainTypes = std::to_array<std::string_view>({
     kDocumentType,
-    "application/vnd.openxmlformats-officedocument.wordprocessingml.template.main+xml",
+    kTemplateType,
     "application/vnd.ms-word.document.macroEnabled.main+xml",
     "application/vnd.ms-word.template.macroEnabledTemplate.main+xml",
 });
@@ -48,6 +51,15 @@ bool IsRead(const std::vector<DocxStory>& stories, const std::string& part) {
   return std::ranges::any_of(stories, [&](const DocxStory& story) { return story.part == part; });
 }
 
+/// A letter made of a template file is a document; under ".docx" no word processor opens it as a template.
+DocxPackage AsDocument(const DocxPackage& package) {
+  auto types = package.Read(kContentTypesPart);
+  const auto at = types.find(kTemplateType);
+  if (at == types.npos) return package;
+  types.replace(at, kTemplateType.size(), kDocumentType);
+  return DocxPackage::FromBytes(package.With({{kContentTypesPart, types}}), package.file_name());
+}
+
 }  // namespace
 
 std::string FindMainPart(const DocxPackage& package) {
@@ -64,6 +76,7 @@ std::string FindMainPart(const DocxPackage& package) {
 
 std::shared_ptr<const DocxBlueprint> DocxBlueprint::Read(DocxPackage package) {
   auto main_part = FindMainPart(package);
+  if (ContentTypes(package).Of(main_part) == kTemplateType) package = AsDocument(package);
   auto blueprint =
       std::make_shared<DocxBlueprint>(DocxBlueprint{std::move(package), std::move(main_part), {}});
   auto& stories = blueprint->stories;

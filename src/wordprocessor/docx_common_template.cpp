@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <deque>
-#include <map>
 #include <set>
 #include <utility>
 #include <vector>
@@ -12,6 +10,7 @@
 
 #include "platform/failure.h"
 #include "wordprocessor/docx_blueprint.h"
+#include "wordprocessor/docx_part_copier.h"
 #include "wordprocessor/docx_relations.h"
 #include "wordprocessor/docx_tree_reader.h"
 #include "wordprocessor/docx_word_xml.h"
@@ -28,9 +27,6 @@ constexpr auto kSectionOrder = std::to_array<std::string_view>({
 });
 
 constexpr auto kPageSetup = std::to_array<std::string_view>({"pgSz", "pgMar"});
-
-constexpr std::string_view kEmptyRelations =
-    "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"/>";
 
 std::size_t PlaceInSection(std::string_view local_name) {
   return static_cast<std::size_t>(std::ranges::find(kSectionOrder, local_name) - kSectionOrder.begin());
@@ -59,108 +55,6 @@ bool AnySectionHas(const std::vector<pugi::xml_node>& sections, std::string_view
     return static_cast<bool>(WordChild(section, local_name));
   });
 }
-
-/// Copies parts of the common template into the letter and keeps its lists of parts and relations right.
-class PartCopier {
- public:
-  PartCopier(const DocxPackage& letter, const DocxPackage& common, std::string main_part)
-      : letter_(letter),
-        common_(common),
-        main_part_(std::move(main_part)),
-        common_types_(common),
-        types_(LoadPartXml(letter.Read(kContentTypesPart))) {
-    const auto relations = RelationsPartOf(main_part_);
-    relations_ = LoadPartXml(letter.Has(relations) ? letter.Read(relations) : std::string(kEmptyRelations));
-    for (const auto& relation : relations_.document_element().children()) {
-      ids_.insert(relation.attribute("Id").value());
-    }
-  }
-
-  /// Returns the id of the letter's relation to the copy.
-  std::string Relate(const DocxRelation& relation) {
-    const auto copy = Copy(relation.target);
-    auto root = relations_.document_element();
-    std::string id;
-    do {
-      id = "rIdCommon" + std::to_string(++last_id_);
-    } while (!ids_.insert(id).second);
-    AddRelation(root, id, relation.type, "/" + copy);
-    return id;
-  }
-
-  /// What was copied and what keeps account of it. Good while this object lives.
-  void AppendTo(std::vector<PackagePart>& parts) {
-    if (copies_.empty()) return;
-    written_.push_back({RelationsPartOf(main_part_), PartText(relations_)});
-    written_.push_back({std::string(kContentTypesPart), PartText(types_)});
-    for (const auto& [name, content] : written_) parts.push_back({name, content});
-  }
-
- private:
-  std::string Copy(const std::string& part) {
-    if (const auto found = copies_.find(part); found != copies_.end()) return found->second;
-    const auto name = FreeName(part);
-    copies_.emplace(part, name);
-    written_.push_back({name, common_.Read(part)});
-    auto type = types_.document_element().append_child(Like(types_, "Override").c_str());
-    type.append_attribute("PartName").set_value(("/" + name).c_str());
-    type.append_attribute("ContentType").set_value(common_types_.Of(part).c_str());
-    CopyRelations(part, name);
-    return name;
-  }
-
-  void CopyRelations(const std::string& part, const std::string& copy) {
-    const auto relations = ReadRelations(common_, part);
-    if (relations.empty()) return;
-    auto document = LoadPartXml(kEmptyRelations);
-    for (const auto& relation : relations) {
-      if (!relation.external && !common_.Has(relation.target)) continue;
-      const auto target = relation.external ? relation.target : "/" + Copy(relation.target);
-      auto element = AddRelation(document.document_element(), relation.id, relation.type, target);
-      if (relation.external) element.append_attribute("TargetMode").set_value("External");
-    }
-    written_.push_back({RelationsPartOf(copy), PartText(document)});
-  }
-
-  static pugi::xml_node AddRelation(pugi::xml_node root, const std::string& id, const std::string& type,
-                                    const std::string& target) {
-    const std::string root_name = root.name();
-    const auto prefix = root_name.substr(0, root_name.size() - LocalNameOf(root_name).size());
-    auto element = root.append_child((prefix + "Relationship").c_str());
-    element.append_attribute("Id").set_value(id.c_str());
-    element.append_attribute("Type").set_value(type.c_str());
-    element.append_attribute("Target").set_value(target.c_str());
-    return element;
-  }
-
-  static std::string Like(const pugi::xml_document& document, std::string_view local_name) {
-    const std::string root_name = document.document_element().name();
-    return root_name.substr(0, root_name.size() - LocalNameOf(root_name).size()) + std::string(local_name);
-  }
-
-  std::string FreeName(const std::string& part) {
-    const auto slash = main_part_.rfind('/');
-    const auto folder = slash == std::string::npos ? std::string() : main_part_.substr(0, slash + 1);
-    const auto file = part.substr(part.rfind('/') + 1);
-    std::string name;
-    do {
-      name = folder + "common" + std::to_string(++last_name_) + "_" + file;
-    } while (letter_.Has(name));
-    return name;
-  }
-
-  const DocxPackage& letter_;
-  const DocxPackage& common_;
-  const std::string main_part_;
-  const ContentTypes common_types_;
-  pugi::xml_document types_;
-  pugi::xml_document relations_;
-  std::set<std::string> ids_;
-  std::map<std::string, std::string> copies_;                // new name by the common template's
-  std::deque<std::pair<std::string, std::string>> written_;  // name and content
-  int last_id_ = 0;
-  int last_name_ = 0;
-};
 
 class CommonTemplate {
  public:
@@ -294,7 +188,7 @@ class CommonTemplate {
   pugi::xml_document document_;
   pugi::xml_document common_document_;
   const PartNames names_;
-  PartCopier copier_;
+  DocxPartCopier copier_;
   const std::vector<DocxRelation> common_relations_;
   bool document_changed_ = false;
   std::string styles_part_;

@@ -1,41 +1,15 @@
 #include "wordprocessor/docx_tree.h"
 
-#include <array>
 #include <utility>
 
 #include "platform/failure.h"
+#include "wordprocessor/docx_escape.h"
 
 namespace wordprocessor {
 namespace {
 
 // Far more than an office lays out; beyond it a data context multiplies rows without end.
 constexpr std::size_t kMostNodes = 4'000'000;
-
-struct Escape {
-  char character;
-  std::string_view entity;
-};
-
-constexpr auto kEscapes = std::to_array<Escape>({
-    {'&', "&amp;"},
-    {'<', "&lt;"},
-    {'>', "&gt;"},
-    {'\r', "&#13;"},
-    {'"', "&quot;"},
-    {'\n', "&#10;"},
-    {'\t', "&#9;"},
-});
-
-std::string_view EntityOf(char character, bool quotes) {
-  for (const auto& escape : kEscapes) {
-    if (escape.character == character) {
-      return quotes || character == '&' || character == '<' || character == '>' || character == '\r'
-                 ? escape.entity
-                 : std::string_view{};
-    }
-  }
-  return {};
-}
 
 std::string_view LocalName(std::string_view name) {
   const auto colon = name.find(':');
@@ -62,37 +36,6 @@ std::vector<WrittenAttribute> AttributesOf(const DocxNode& node) {
 }
 
 }  // namespace
-
-void AppendEscaped(std::string& out, std::string_view text, bool quotes) {
-  std::size_t copied = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (static_cast<unsigned char>(text[i]) > '>') continue;
-    const auto entity = EntityOf(text[i], quotes);
-    if (entity.empty()) continue;
-    out.append(text, copied, i - copied);
-    out += entity;
-    copied = i + 1;
-  }
-  out.append(text, copied);
-}
-
-std::string Unescaped(std::string_view markup) {
-  std::string text;
-  text.reserve(markup.size());
-  for (std::size_t i = 0; i < markup.size();) {
-    std::string_view entity;
-    if (markup[i] == '&') {
-      for (const auto& escape : kEscapes) {
-        if (!markup.substr(i).starts_with(escape.entity)) continue;
-        text += escape.character;
-        entity = escape.entity;
-      }
-    }
-    if (entity.empty()) text += markup[i];
-    i += entity.empty() ? 1 : entity.size();
-  }
-  return text;
-}
 
 std::string_view DocxTree::KeepText(std::string text) {
   return *added_texts_.emplace_back(std::make_shared<const std::string>(std::move(text)));

@@ -8,6 +8,7 @@
 
 #include "platform/failure.h"
 #include "platform/xml_strictness.h"
+#include "wordprocessor/docx_escape.h"
 
 namespace wordprocessor {
 namespace {

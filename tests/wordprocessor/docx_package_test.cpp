@@ -222,6 +222,13 @@ TEST(DocxPackage, TheMainPartIsFoundByItsRelationWhateverItIsCalled) {
   EXPECT_EQ(DocxDocument::FromBytes(ZipOf(parts), "letter").Bookmarks().size(), 2u);
 }
 
+TEST(DocxPackage, ALetterMadeOfATemplateFileIsADocument) {
+  auto parts = LetterParts(kBody);
+  parts[0].content = Replaced(parts[0].content, "document.main", "template.main");
+  EXPECT_THAT(PartOf(DocxDocument::FromBytes(ZipOf(parts), "letter").Bytes(), "[Content_Types].xml"),
+              HasSubstr("wordprocessingml.document.main+xml"));
+}
+
 TEST(DocxPackage, PartsInUtf16AreReadToo) {
   auto parts = LetterParts(kBody);
   parts[2].content = "\xFF\xFE" + Utf16(Replaced(parts[2].content, "UTF-8", "UTF-16"));
