@@ -23,7 +23,7 @@ struct LayoutSettings {
   std::chrono::milliseconds document_time = std::chrono::seconds(60);  ///< for one document
   /// A worker that holds more RAM than this after a document is replaced by a new one.
   std::uint64_t replace_above_bytes = 700ULL * 1024 * 1024;
-  /// A worker that reaches this in the midst of a document is stopped.
+  /// A worker that reaches this in the midst of a document is stopped; the office alone takes some 200 MB.
   std::uint64_t stop_above_bytes = 2048ULL * 1024 * 1024;
 
   /// For this program as it is installed: the worker beside it, the system's folder for temporary files.

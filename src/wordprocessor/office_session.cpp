@@ -93,13 +93,13 @@ std::string OfficeSession::LastError() {
 void OfficeSession::Layout(const std::filesystem::path& document, const std::filesystem::path& pdf) {
   if (!IsPackage(document)) throw std::runtime_error("it is no package of a document");
   const std::unique_ptr<lok::Document> loaded(office_->documentLoad(FileUrl(document).c_str(), kLoadOptions));
-  if (loaded == nullptr) throw std::runtime_error(LastError());
+  if (loaded == nullptr) throw std::runtime_error("it cannot read the document");
   if (loaded->getDocumentType() != LOK_DOCTYPE_TEXT) throw std::runtime_error("it is no text document");
   if (loaded->saveAs(FileUrl(pdf).c_str(), "pdf") && HasContent(pdf)) return;
   const auto reason = LastError();
   std::error_code ignored;
   std::filesystem::remove(pdf, ignored);
-  throw std::runtime_error(reason);
+  throw std::runtime_error("it cannot write the pages (" + reason + ")");
 }
 
 }  // namespace wordprocessor

@@ -26,7 +26,7 @@ class OfficePrintComponent : public platform::PrintComponent {
   std::unique_ptr<platform::PrintDocument> NewDocument() override;
 
   /// Whether a preview is still to open: from ShowPreview until its window is there or its failure reported.
-  bool HasWorkUnderWay() const { return shop_->under_way.use_count() > 1; }
+  bool HasWorkUnderWay() const { return shop_->under_way > 0; }
 
  private:
   const std::shared_ptr<PrintShop> shop_;

@@ -62,13 +62,18 @@ void PrintSession::MergeBookmarks(const std::string& bookmark_xml) {
 }
 
 void PrintSession::LayOut() {
-  auto done = [session = weak_from_this(), &events = shop_->outside.events, under_way = shop_->under_way] {
-    events.Post([session, under_way] {
-      if (const auto open = session.lock()) open->PagesDone(open->pages_);
-    });
-  };
+  auto done = [tell = TellPagesDone(), &events = shop_->outside.events] { events.Post(tell); };
   pages_ = LetterPages::LayOut(shop_->outside.layout, file_.filename().string(), Document().Bytes(),
                                std::move(done));
+  ++shop_->under_way;
+}
+
+/// What the event loop is to run, once, for a layout that has ended.
+std::function<void()> PrintSession::TellPagesDone() {
+  return [weak = weak_from_this(), shop = shop_] {
+    if (const auto session = weak.lock()) session->PagesDone(session->pages_);
+    --shop->under_way;
+  };
 }
 
 LetterPages& PrintSession::Pages() {
@@ -79,9 +84,8 @@ LetterPages& PrintSession::Pages() {
 void PrintSession::ShowPreview() {
   preview_wanted_ = true;
   if (pages_ == nullptr) return LayOut();
-  shop_->outside.events.Post([session = weak_from_this(), under_way = shop_->under_way] {
-    if (const auto open = session.lock()) open->PagesDone(open->pages_);
-  });
+  shop_->outside.events.Post(TellPagesDone());
+  ++shop_->under_way;
 }
 
 /// Told of every layout that ends, also of one that a merge has overtaken: only what is wanted and ready is

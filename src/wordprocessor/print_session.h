@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +35,7 @@ struct PrintShop {
   std::filesystem::path template_folder;
   std::string printer;  ///< the one in use; "" for the default one
   TemplateCache templates;
-  std::shared_ptr<char> under_way = std::make_shared<char>();  ///< held by every layout that is to be shown
+  int under_way = 0;  ///< layouts of which the event loop has not told yet
 };
 
 /// A letter from its opening to its release. It lives as long as somebody works with it, also when the holder
@@ -61,6 +62,7 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   DocxDocument& Document();
   LetterPages& Pages();
   void LayOut();
+  std::function<void()> TellPagesDone();
   void PagesDone(const std::shared_ptr<LetterPages>& pages);
   void OpenWindow(const std::shared_ptr<LetterPages>& pages);
   std::function<void()> FromWindow(void (PrintSession::*step)());
