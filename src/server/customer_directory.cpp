@@ -3,6 +3,7 @@
 #include <array>
 
 #include "platform/text.h"
+#include "server/customer_search.h"
 #include "server/database.h"
 #include "server/schema.h"
 #include "server/server_folders.h"
@@ -31,16 +32,6 @@ constexpr auto kListedColumns = std::to_array<ListedColumn>({
     {&CustomerListing::FuelTax, "ACCNT_NBR"},
 });
 
-/// `text` as a LIKE pattern that means the text itself, anywhere; "!" escapes.
-std::string Anywhere(std::string_view text) {
-  std::string pattern = "%";
-  for (const char c : platform::LowerCase(text)) {
-    if (c == '%' || c == '_' || c == '!') pattern += '!';
-    pattern += c;
-  }
-  return pattern + "%";
-}
-
 }  // namespace
 
 CustomerDirectory::CustomerDirectory(const std::filesystem::path& data_folder)
@@ -51,9 +42,7 @@ CustomerDirectory::CustomerDirectory(const std::filesystem::path& data_folder)
 CustomerDirectory::~CustomerDirectory() = default;
 
 std::vector<CustomerListing> CustomerDirectory::Find(std::string_view text, std::size_t limit) {
-  const auto rows =
-      database_->Select("SELECT * FROM customer WHERE SRCH_TXT LIKE ? ESCAPE '!' ORDER BY CUST_ID LIMIT ?",
-                        {Anywhere(text), limit});
+  const auto rows = FindCustomers(*database_, text, limit);
   std::vector<CustomerListing> listings(rows->RecordCount());
   for (std::size_t row = 0; row < listings.size(); ++row) {
     for (const auto& listed : kListedColumns) listings[row].*listed.field = rows->Text(row, listed.column);

@@ -17,17 +17,18 @@ std::string KeyName(std::string_view key) {
   return name;
 }
 
-RequestKeys::RequestKeys(const std::vector<platform::KeyItem>& keys,
-                         std::span<const std::string_view> known) {
+RequestKeys::RequestKeys(const std::vector<platform::KeyItem>& keys, std::span<const KnownKey> known) {
   for (const auto& key : keys) {
     const auto name = KeyName(key.Key);
-    if (std::ranges::find(known, name) == known.end()) {
+    const auto understood = std::ranges::find(known, name, &KnownKey::name);
+    if (understood == known.end()) {
       throw Failure(Failure::Kind::kRefused,
                     "The server does not know the key \"" + key.Key + "\" in this request.");
     }
-    if (platform::Trim(key.Operator) != "=") {
+    if (platform::Trim(key.Operator) != understood->comparison) {
       throw Failure(Failure::Kind::kRefused, "The key \"" + key.Key + "\" came with the operator \"" +
-                                                 key.Operator + "\"; send \"=\".");
+                                                 key.Operator + "\"; send \"" +
+                                                 std::string(understood->comparison) + "\".");
     }
     if (Has(name)) throw Failure(Failure::Kind::kRefused, "The key \"" + key.Key + "\" came twice.");
     entries_.push_back({name, std::string(platform::Trim(key.Value))});

@@ -11,13 +11,19 @@
 
 namespace server {
 
+/// A criterion that a request may carry.
+struct KnownKey {
+  std::string_view name;  ///< in capitals
+  std::string_view comparison = "=";
+};
+
 /// The criteria of one request. A key is known by what follows "key:", without blanks and without regard to
 /// case: "key: LTR_TYP_ID" is LTR_TYP_ID.
 class RequestKeys {
  public:
-  /// `known`: the names (in capitals) that the request understands. Throws Failure kRefused for any other
-  /// key, for one that comes twice, and for an operator other than "=".
-  RequestKeys(const std::vector<platform::KeyItem>& keys, std::span<const std::string_view> known);
+  /// `known`: what the request understands. Throws Failure kRefused for any other key, for one that comes
+  /// twice, and for another operator than the key's own.
+  RequestKeys(const std::vector<platform::KeyItem>& keys, std::span<const KnownKey> known);
 
   bool Has(std::string_view name) const { return Find(name) != nullptr; }
   /// The value without blanks at its ends; "" where the key is absent.

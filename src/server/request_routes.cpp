@@ -6,6 +6,7 @@
 
 #include "platform/failure.h"
 #include "server/context_request.h"
+#include "server/customer_inquiry.h"
 #include "server/letter_history.h"
 #include "server/template_folder.h"
 
@@ -14,15 +15,18 @@ namespace {
 
 using platform::Failure;
 
+constexpr int kCustomer = 7;
 constexpr int kChange = 82;
 constexpr int kFetch = 83;
 
-constexpr auto kNoKeys = std::array<std::string_view, 0>();
-constexpr auto kContextKeys = std::to_array<std::string_view>(
-    {"LTR_TYP_ID", "POPULATE_LTR_BOOKMARKS", "EMITFIELDDESCRIPTORS", "EXPLAINSTATE"});
+constexpr auto kNoKeys = std::array<KnownKey, 0>();
+constexpr auto kContextKeys = std::to_array<KnownKey>(
+    {{"LTR_TYP_ID"}, {"POPULATE_LTR_BOOKMARKS"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
 constexpr auto kFetchKeys =
-    std::to_array<std::string_view>({"FETCHCONTEXT", "EMITFIELDDESCRIPTORS", "EXPLAINSTATE"});
-constexpr auto kHistoryKeys = std::to_array<std::string_view>({"FETCHCONTEXT"});
+    std::to_array<KnownKey>({{"FETCHCONTEXT"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
+constexpr auto kHistoryKeys = std::to_array<KnownKey>({{"FETCHCONTEXT"}});
+constexpr auto kCustomerKeys = std::to_array<KnownKey>({{"CUST_ID"}, {"EXCLCOLS"}});
+constexpr auto kCustomerSearchKeys = std::to_array<KnownKey>({{"CUST_FIND", "like"}});
 
 bool HasKey(const Request& request, std::string_view name) {
   return std::ranges::any_of(request.keys, [&](const auto& key) { return KeyName(key.Key) == name; });
@@ -40,11 +44,19 @@ bool AsksStoredContext(const Request& request) {
 bool RecordsLetters(const Request& request) {
   return request.Rows("CORRHIST") != nullptr;
 }
+bool AsksCustomer(const Request& request) {
+  return HasKey(request, "CUST_ID");
+}
+bool SearchesCustomers(const Request& request) {
+  return HasKey(request, "CUST_FIND");
+}
 
 constexpr auto kRoutes = std::to_array<Route>({
     {kFetch, AsksTemplateFolder, kNoKeys, false, AnswerTemplateFolder},
     {kFetch, AsksContext, kContextKeys, false, AnswerContext},
     {kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
+    {kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
+    {kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
     {kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
 });
 

@@ -12,8 +12,8 @@ struct Route {
   int message_type;
   /// Which requests of that type.
   bool (*Takes)(const Request& request);
-  /// The keys that such a request may carry, in capitals.
-  std::span<const std::string_view> keys;
+  /// The keys that such a request may carry.
+  std::span<const KnownKey> keys;
   bool changes;
   /// Throws Failure; what it did to the database is undone then.
   void (*Answer)(Exchange& exchange);
