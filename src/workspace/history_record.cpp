@@ -24,22 +24,20 @@ Value OrNull(const std::string& text) {
 
 }  // namespace
 
-void HistoryRecord::SendLetterHistoryADD(RequestDescription& message) {
-  platform::Trap(uses_.services, "ZEMLO_Corresp.SendLetterHistoryADD", [&] {
-    auto& letter = uses_.letter;
-    const auto& request = uses_.request;
+void HistoryRecord::SendLetterHistoryADD(RequestDescription& message, LetterData& letter) const {
+  platform::Trap(services_, "ZEMLO_Corresp.SendLetterHistoryADD", [&] {
     letter.context = platform::ReplaceAll(letter.context, "'", "`");
     RecordDescription::Row row = {
         {"ACTION", "ADD"},
         {"PRNT_STTS_CD", kPrintStatus},
         {"LST_PRNT_TS", kServersTime},
         {"SYS_RFRNC_CD", kOnline},
-        {"LTR_TYP_ID", uses_.pages.correspondence.ZEMLO_LetterType.Code()},
+        {"LTR_TYP_ID", letter.letter_type},
         {"CUST_ID", letter.customer_id},
-        {"FORM_NBR", OrNull(request.form_number)},
-        {"FORM_CK_DGT_NBR", OrNull(request.check_digit)},
-        {"FORM_TYP_CD", OrNull(request.form_type)},
-        {"DCMT_FILE_TXT", uses_.state.template_name},
+        {"FORM_NBR", OrNull(letter.form_number)},
+        {"FORM_CK_DGT_NBR", OrNull(letter.check_digit)},
+        {"FORM_TYP_CD", OrNull(letter.form_type)},
+        {"DCMT_FILE_TXT", letter.template_name},
         {"QZ_CNTY_NBR", letter.county_number},
         {"LST_PRCS_TS", letter.process_time},
         {"ADDR_TYP_CD", letter.address_type},
@@ -49,12 +47,12 @@ void HistoryRecord::SendLetterHistoryADD(RequestDescription& message) {
   });
 }
 
-void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message) {
-  platform::Trap(uses_.services, "ZEMLO_Corresp.SendLetterHistoryUPD", [&] {
+void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const LetterData& letter) const {
+  platform::Trap(services_, "ZEMLO_Corresp.SendLetterHistoryUPD", [&] {
     RecordDescription::Row row = {
         {"ACTION", "UPD"},
-        {"SEQ_NBR", IsBatchBrowserOpen() ? Value(uses_.batch_browser->CurrentText("SEQ_NBR"))
-                                         : Value(uses_.letter.sequence_number)},
+        {"SEQ_NBR", IsBatchBrowserOpen() ? Value(batch_browser_->CurrentText("SEQ_NBR"))
+                                         : Value(letter.sequence_number)},
         {"PRNT_STTS_CD", kPrintStatus},
         {"LST_PRNT_TS", kServersTime},
     };

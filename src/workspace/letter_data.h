@@ -5,13 +5,21 @@
 
 namespace workspace {
 
-/// The letter at hand: its data, and what its history row says of it.
+/// One letter: what it was asked with, its data, and what its history row says of it. The page may be used
+/// for the next letter while this one stands in a preview: what is recorded of it comes from here.
 struct LetterData {
-  std::string context;  ///< the data context as XML; after bookmark entry as the user completed it
-  std::string customer_id;
-  std::string print_status;  ///< "V": the address did not pass verification
-  std::string county_number;
-  std::string process_time;
+  std::string letter_type = {};
+  std::string template_name = {};
+  std::string template_path = {};  ///< where the template is on this machine
+  std::string form_type = {};
+  std::string form_number = {};
+  std::string check_digit = {};
+
+  std::string context = {};  ///< the data context as XML; after bookmark entry as the user completed it
+  std::string customer_id = {};
+  std::string print_status = {};  ///< "V": the address did not pass verification
+  std::string county_number = {};
+  std::string process_time = {};
   std::int16_t address_type = 0;
   std::int32_t sequence_number = 0;  ///< of the stored letter being reprinted
   bool printed_from_entry_form = false;

@@ -36,10 +36,16 @@ std::string TextOf(const platform::RecordSet& row, std::string_view column) {
 
 void LetterGeneration::SelectNewType() {
   Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
-    const auto letter_type =
-        NumberOf<std::int32_t>("letter type", uses_.pages.correspondence.ZEMLO_LetterType.Code());
-    if (!RequireTemplate(letter_type)) return;
-    uses_.letter = {};
+    const auto letter_code = uses_.pages.correspondence.ZEMLO_LetterType.Code();
+    const auto letter_type = NumberOf<std::int32_t>("letter type", letter_code);
+    const auto template_path = uses_.templates.GetTemplateFileName(letter_type);
+    if (!RequireTemplate(template_path)) return;
+    uses_.letter = {.letter_type = letter_code,
+                    .template_name = uses_.state.template_name,
+                    .template_path = template_path,
+                    .form_type = uses_.request.form_type,
+                    .form_number = uses_.request.form_number,
+                    .check_digit = uses_.request.check_digit};
 
     RequestDescription message{.type = 83,
                                .name = "XMLRequest",
@@ -55,15 +61,14 @@ void LetterGeneration::SelectNewType() {
   });
 }
 
-bool LetterGeneration::RequireTemplate(std::int32_t letter_type) {
-  template_path_ = uses_.templates.GetTemplateFileName(letter_type);
-  if (template_path_.empty()) {
+bool LetterGeneration::RequireTemplate(const std::string& template_path) const {
+  if (template_path.empty()) {
     TellRefusal(
         "This request can not be processed at this time. Please create a template to complete this request.",
         platform::MessageIcon::kExclamation);
     return false;
   }
-  if (uses_.services.files.Exists(template_path_)) return true;
+  if (uses_.services.files.Exists(template_path)) return true;
   TellRefusal("Unable to process this request. No template is available for print.",
               platform::MessageIcon::kExclamation);
   return false;
@@ -105,7 +110,7 @@ void LetterGeneration::CreateNewCorrespondence() {
     if (history != nullptr) TakeHistoryRow(*history);
 
     if (!root.IsErroneous()) {
-      FinishLetter(root);
+      FinishLetter(root, uses_.letter);
     } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
       TellAddressErrors(root);
     } else {
@@ -126,11 +131,14 @@ void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
   auto& request = uses_.request;
   const std::pair<const char*, std::string*> targets[] = {
       {"CUST_ID", &letter.customer_id},       {"PRNT_STTS_CD", &letter.print_status},
-      {"QZ_CNTY_NBR", &letter.county_number}, {"FORM_NBR", &request.form_number},
-      {"FORM_TYP_CD", &request.form_type},    {"FORM_CK_DGT_NBR", &request.check_digit},
+      {"QZ_CNTY_NBR", &letter.county_number}, {"FORM_NBR", &letter.form_number},
+      {"FORM_TYP_CD", &letter.form_type},     {"FORM_CK_DGT_NBR", &letter.check_digit},
       {"LST_PRCS_TS", &letter.process_time},
   };
   for (const auto& [column, target] : targets) *target = TextOf(row, column);
+  request.form_number = letter.form_number;
+  request.form_type = letter.form_type;
+  request.check_digit = letter.check_digit;
   const auto address_type = TextOf(row, "ADDR_TYP_CD");
   letter.address_type =
       address_type.empty() ? std::int16_t{0} : NumberOf<std::int16_t>("address type", address_type);
@@ -150,36 +158,34 @@ void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& roo
   }
 }
 
-void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root) {
+// The letter is a copy: the entry form lets events in, which may begin the next letter.
+void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) {
   const auto request_name = uses_.state.pending_request_name;
   if (root.IsParaType() || root.IsUserType()) {
-    CompleteLetter();
+    CompleteLetter(letter);
   } else {
-    PreviewLetter();
+    PreviewOf(letter, request_name).PreviewDoc(letter.template_path, letter.template_name, letter.context);
   }
-  if (uses_.letter.printed_from_entry_form) RecordPrinted(request_name);
+  if (letter.printed_from_entry_form) RecordPrinted(letter, request_name);
 }
 
-void LetterGeneration::CompleteLetter() {
+void LetterGeneration::CompleteLetter(LetterData& letter) const {
   uses_.services.status.ShowStatus("Displaying bookmark information");
-  auto entered = uses_.forms.EnterBookmarks(template_path_, uses_.state.template_name, uses_.letter.context);
-  uses_.letter.context = std::move(entered.XMLBookMark);
-  uses_.letter.printed_from_entry_form = entered.DocPrinted;
+  auto entered = uses_.forms.EnterBookmarks(letter.template_path, letter.template_name, letter.context);
+  letter.context = std::move(entered.XMLBookMark);
+  letter.printed_from_entry_form = entered.DocPrinted;
   uses_.services.status.ShowStatus("Ready");
 }
 
-void LetterGeneration::PreviewLetter() {
-  previewed_request_ = uses_.state.pending_request_name;
-  auto& preview = Preview();
-  preview.BadAddress = false;
-  preview.PreviewDoc(template_path_, uses_.state.template_name, uses_.letter.context);
-}
-
-composition::ZEMLO_PreviewDoc& LetterGeneration::Preview() {
+composition::ZEMLO_PreviewDoc& LetterGeneration::PreviewOf(const LetterData& letter,
+                                                           const std::string& request_name) {
   if (!mclsPreview_) {
     mclsPreview_ = std::make_unique<composition::ZEMLO_PreviewDoc>(uses_.services);
     word_printed_ = mclsPreview_->WordPrinted.Connect([this] { mclsPreview_WordPrinted(); });
   }
+  previewed_letter_ = letter;
+  previewed_request_ = request_name;
+  mclsPreview_->BadAddress = false;
   return *mclsPreview_;
 }
 
@@ -190,22 +196,22 @@ void LetterGeneration::ReleasePreview() {
 
 void LetterGeneration::mclsPreview_WordPrinted() {
   Trap(uses_.services, "ZEMLO_Corresp.mclsPreview_WordPrinted", [&] {
-    RecordPrinted(previewed_request_);
+    RecordPrinted(previewed_letter_, previewed_request_);
     ReleasePreview();
   });
 }
 
 void LetterGeneration::PrintDoc() {
-  RecordPrinted(uses_.state.pending_request_name);
+  RecordPrinted(uses_.letter, uses_.state.pending_request_name);
 }
 
-void LetterGeneration::RecordPrinted(const std::string& request_name) {
+void LetterGeneration::RecordPrinted(LetterData& letter, const std::string& request_name) {
   Trap(uses_.services, "ZEMLO_Corresp.PrintDoc", [&] {
     RequestDescription message{.type = 82, .name = "LetterAU", .status = "Saving letter history"};
     if (request_name == "XMLRequest") {
-      uses_.history.SendLetterHistoryADD(message);
+      uses_.history.SendLetterHistoryADD(message, letter);
     } else if (request_name == "Letter_Preview" || request_name == "Letter_Save") {
-      uses_.history.SendLetterHistoryUPD(message);
+      uses_.history.SendLetterHistoryUPD(message, letter);
       if (uses_.history.IsBatchBrowserOpen()) message.name = "BatchAU";
     } else {
       return;

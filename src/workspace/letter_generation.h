@@ -50,19 +50,21 @@ class LetterGeneration {
  private:
   void SendXMLRequest(RequestDescription& message) const;
   std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
-  bool RequireTemplate(std::int32_t letter_type);
+  bool RequireTemplate(const std::string& template_path) const;
   void TakeHistoryRow(const platform::RecordSet& row);
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
-  void FinishLetter(const composition::ZEMLO_NodeState& root);
-  void CompleteLetter();
-  void PreviewLetter();
-  composition::ZEMLO_PreviewDoc& Preview();
+  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter);
+  void CompleteLetter(LetterData& letter) const;
+  /// The one way to the preview object: what is previewed with it is recorded as this letter, under the
+  /// request that brought it.
+  composition::ZEMLO_PreviewDoc& PreviewOf(const LetterData& letter, const std::string& request_name);
   void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
-  void RecordPrinted(const std::string& request_name);
+  void RecordPrinted(LetterData& letter, const std::string& request_name);
 
   const Uses uses_;
-  std::string template_path_;
-  std::string previewed_request_;  // the pending name when the preview was opened
+  // Of the preview that stands, as they were when it was opened.
+  LetterData previewed_letter_;
+  std::string previewed_request_;
   std::unique_ptr<composition::ZEMLO_PreviewDoc> mclsPreview_;
   platform::Connection word_printed_;
 };

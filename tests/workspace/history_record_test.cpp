@@ -26,18 +26,18 @@ class HistoryRecordTest : public WorkspaceRoomTest {
   }
   std::vector<std::string> SentForNewLetter() {
     RequestDescription message;
-    history_.SendLetterHistoryADD(message);
+    history_.SendLetterHistoryADD(message, letter_);
     return Sent(message);
   }
 };
 
 TEST_F(HistoryRecordTest, HoldsEverythingOfANewLetter) {
-  UserPicksLetterType("120");
-  state_.template_name = "CIT120.docx";
-  request_.form_number = "1234567";
-  request_.check_digit = "8";
-  request_.form_type = "C";
-  letter_ = {.context = "<X a='1'>O'Neil</X>",
+  letter_ = {.letter_type = "120",
+             .template_name = "CIT120.docx",
+             .form_type = "C",
+             .form_number = "1234567",
+             .check_digit = "8",
+             .context = "<X a='1'>O'Neil</X>",
              .customer_id = "4711",
              .print_status = "V",
              .county_number = "55",
@@ -64,19 +64,19 @@ TEST_F(HistoryRecordTest, LeavesFormColumnsNullWhereThereIsNoForm) {
 TEST_F(HistoryRecordTest, NamesTheReprintedLetterByWhereItStands) {
   letter_.sequence_number = 17;
   RequestDescription message;
-  history_.SendLetterHistoryUPD(message);
+  history_.SendLetterHistoryUPD(message, letter_);
   EXPECT_THAT(Sent(message),
               ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
 
   OneLetterList browser;
-  HistoryRecord with_browser({fakes_.services(), state_, request_, letter_, pages_, &browser});
+  HistoryRecord with_browser(fakes_.services(), &browser);
   RequestDescription from_browser;
-  with_browser.SendLetterHistoryUPD(from_browser);
+  with_browser.SendLetterHistoryUPD(from_browser, letter_);
   EXPECT_EQ(Sent(from_browser)[1], "SEQ_NBR=99");
 
   browser.open = false;
   RequestDescription from_page;
-  with_browser.SendLetterHistoryUPD(from_page);
+  with_browser.SendLetterHistoryUPD(from_page, letter_);
   EXPECT_EQ(Sent(from_page)[1], "SEQ_NBR=17");
 }
 

@@ -110,6 +110,44 @@ TEST_F(LetterGenerationTest, PreviewsALetterThatIsWholeAndRecordsItOncePrinted) 
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
+// "Clear" and another "Create Letter" while a preview stood used to change what its print was recorded as.
+TEST_F(LetterGenerationTest, RecordsAPreviewedLetterAsItWasAskedForWhateverHappensToThePage) {
+  const auto all_of_it = testing::IsSupersetOf(
+      {"LTR_TYP_ID=120", "CUST_ID=4711", "FORM_NBR=1234567", "FORM_CK_DGT_NBR=8", "FORM_TYP_CD=C",
+       "DCMT_FILE_TXT=CIT120.docx", "XML_CONTEXT=<XML_CONTEXT><NAME>ACME</NAME></XML_CONTEXT>"});
+  const std::function<void()> meanwhile[] = {
+      [this] { request_part_.ClearField(kPage); },
+      [this] {
+        GivenTemplate("TAX110.docx");
+        request_ = {.customer_id = "1"};
+        UserAsksFor("110");
+      },
+  };
+  for (const auto& happens : meanwhile) {
+    GivenTemplate("CIT120.docx");
+    request_ = {.form_type = "C", .form_number = "1234567", .check_digit = "8"};
+    UserAsksFor("120");
+    ServerRepliesWith(
+        kWhole,
+        {{"CUST_ID", "4711"}, {"FORM_NBR", "1234567"}, {"FORM_CK_DGT_NBR", "8"}, {"FORM_TYP_CD", "C"}});
+    happens();
+    print_.UserPrints();
+    EXPECT_THAT(fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned(), all_of_it);
+  }
+}
+
+TEST_F(LetterGenerationTest, LetsTheUserBeginTheNextLetterBeforeTheReply) {
+  GivenTemplate("TAX110.docx");
+  UserAsksFor("110");
+  request_part_.ClearField(kPage);
+  fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", kWhole}}}));
+  fakes_.RunEvents();
+  generation_.CreateNewCorrespondence();
+  print_.UserPrints();
+  EXPECT_THAT(fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned(),
+              testing::IsSupersetOf({"LTR_TYP_ID=110", "DCMT_FILE_TXT=TAX110.docx"}));
+}
+
 TEST_F(LetterGenerationTest, LetsTheUserCompleteALetter) {
   GivenTemplate("TAX110.docx");
   for (const auto* context : {kForUser, kForParagraphs}) {

@@ -95,7 +95,7 @@ class WorkspaceRoomTest : public testing::Test {
   LetterRequest request_part_{
       {fakes_.services(), state_, request_, customer_, pages_, field_check_, form_types_}};
   LetterTemplates templates_{fakes_.services(), state_, envelope_, *listener_};
-  HistoryRecord history_{{fakes_.services(), state_, request_, letter_, pages_, nullptr}};
+  HistoryRecord history_{fakes_.services(), /*batch_browser=*/nullptr};
   ScriptedForms forms_;
   LetterGeneration generation_{
       {fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_, history_, forms_}};

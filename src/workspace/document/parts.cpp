@@ -11,7 +11,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       letter_request(
           {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),
       templates(services, data.state, envelope, listener),
-      history({services, data.state, data.request, data.letter, data.pages, /*batch_browser=*/nullptr}),
+      history(services, /*batch_browser=*/nullptr),
       forms(services, data.state, data.pages),
       generation(
           {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
