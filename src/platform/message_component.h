@@ -40,6 +40,8 @@ class MessageComponent {
   /// holds no such record or no such reply has come. Record names are compared without regard to case.
   virtual std::shared_ptr<RequestRecord> GetRecord(const std::string& application, const std::string& record_name,
                                                    const std::string& message_key) = 0;
+  /// Whether the reply to the message of that key has come and can be read.
+  virtual bool HasReply(const std::string& message_key) const = 0;
   /// The error text that the reply of that key carries; "" when the request succeeded or no reply has come.
   /// `procedure` says who asks; it changes nothing.
   virtual std::string GetReplyError(const std::string& application, const std::string& procedure,

@@ -124,6 +124,10 @@ std::shared_ptr<platform::RequestRecord> ServerMessageComponent::GetRecord(const
   return nullptr;
 }
 
+bool ServerMessageComponent::HasReply(const std::string& message_key) const {
+  return state_->replies.Find(message_key) != nullptr;
+}
+
 std::string ServerMessageComponent::GetReplyError(const std::string&, const std::string&,
                                                   const std::string& message_key) {
   const auto* reply = state_->replies.Find(message_key);

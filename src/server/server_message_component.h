@@ -31,6 +31,7 @@ class ServerMessageComponent : public platform::MessageComponent, public platfor
   std::shared_ptr<platform::RequestRecord> GetRecord(const std::string& application,
                                                      const std::string& record_name,
                                                      const std::string& message_key) override;
+  bool HasReply(const std::string& message_key) const override;
   std::string GetReplyError(const std::string& application, const std::string& procedure,
                             const std::string& message_key) override;
 

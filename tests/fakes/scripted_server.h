@@ -105,6 +105,7 @@ class ScriptedServer : public platform::MessageComponent {
     }
     return nullptr;
   }
+  bool HasReply(const std::string& message_key) const override { return replies_.contains(message_key); }
   std::string GetReplyError(const std::string& application, const std::string& procedure,
                             const std::string& message_key) override {
     error_askers.push_back(procedure);

@@ -83,8 +83,10 @@ TEST_F(MessageComponent, AReplyComesFromTheEventLoopAndCanBeReadByItsKey) {
   message->Send();
   EXPECT_TRUE(component_->HasWorkUnderWay());
   EXPECT_THAT(heard_, ElementsAre());
+  EXPECT_FALSE(component_->HasReply(message->MessageKey()));
   WaitForAll();
   EXPECT_THAT(heard_, ElementsAre("workspace ready ZEMLO_Corresp"));
+  EXPECT_TRUE(component_->HasReply(message->MessageKey()));
   EXPECT_EQ(Error(message->MessageKey()), "");
   const auto record = component_->GetRecord("ZEMLO_Corresp", "XML_CONTEXT", message->MessageKey());
   ASSERT_NE(record, nullptr);
