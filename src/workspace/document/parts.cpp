@@ -5,7 +5,8 @@
 namespace workspace {
 
 Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener)
-    : envelope(services, data.state, listener),
+    : gate(services, data.state),
+      envelope(services, data.state, listener),
       field_check(services, data.pages),
       form_types(services, data.state, data.request, data.pages),
       letter_request(

@@ -11,6 +11,7 @@
 #include "workspace/letter_generation.h"
 #include "workspace/letter_request.h"
 #include "workspace/letter_templates.h"
+#include "workspace/messaging/command_gate.h"
 #include "workspace/messaging/download_notification.h"
 #include "workspace/messaging/reply_dispatcher.h"
 #include "workspace/messaging/request_envelope.h"
@@ -23,6 +24,7 @@ struct Parts {
   /// All references outlive the parts.
   Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener);
 
+  CommandGate gate;
   RequestEnvelope envelope;
   FieldCheck field_check;
   FormTypeFilter form_types;

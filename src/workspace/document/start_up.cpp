@@ -44,6 +44,7 @@ void ZEMLO_Corresp::Initialize() {
 void ZEMLO_Corresp::ConnectOutside() {
   connections_.clear();
   parts_.reset();
+  data_.state.awaited_message_key.clear();  // the listener that would have heard the reply goes
   mVemtMessage_ = services_.messages.NewListener();
   parts_ = std::make_unique<Parts>(services_, data_, *mVemtMessage_);
   const auto keep = [this](platform::Connection connection) {

@@ -51,7 +51,10 @@ void ZEMLO_Corresp::ClearEdit() {
 }
 
 void ZEMLO_Corresp::SelectNewType() {
-  Trap(services_, "ZEMLO_Corresp.SelectNewType", [&] { RequireParts().generation.SelectNewType(); });
+  Trap(services_, "ZEMLO_Corresp.SelectNewType", [&] {
+    auto& parts = RequireParts();
+    parts.gate.Run([&parts] { parts.generation.SelectNewType(); });
+  });
 }
 
 bool ZEMLO_Corresp::CloseDocument() {

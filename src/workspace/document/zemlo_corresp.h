@@ -33,7 +33,7 @@ class ZEMLO_Corresp {
   void CheckEdit(PageIndex page);
   /// Gives the tracking page's two dates their normal look.
   void ClearEdit();
-  /// Asks for the data of a letter of the chosen type.
+  /// Asks for the data of a letter of the chosen type; nothing happens while a reply is awaited.
   void SelectNewType();
   /// Deletes the application file and gives the toolbar buttons back. True, always.
   bool CloseDocument();

@@ -20,7 +20,9 @@ ReplyDispatcher::ReplyDispatcher(const platform::Services& services, WorkspaceSt
 void ReplyDispatcher::DataReady(const std::string& application) {
   platform::Trap(services_, kProcedure, [&] { Handle(application); });
   platform::Trap(services_, kProcedure, [&] {
-    services_.host.SetMousePointer(platform::MousePointer::kNormal);
+    const bool is_ours = application == platform::kApplicationName;
+    services_.host.SetMousePointer(is_ours && state_.AwaitsReply() ? platform::MousePointer::kHourglass
+                                                                   : platform::MousePointer::kNormal);
     if (always_) always_();
   });
 }
@@ -31,6 +33,7 @@ void ReplyDispatcher::MsgTimeout() {
 
 void ReplyDispatcher::Handle(const std::string& application) {
   if (application != platform::kApplicationName) throw platform::AbandonStep();
+  if (!TakeAwaited()) return;
   services_.host.SetMousePointer(platform::MousePointer::kHourglass);
   services_.status.SetReady(true);
 
@@ -45,6 +48,13 @@ void ReplyDispatcher::Handle(const std::string& application) {
   } else {
     HandleError(route, error);
   }
+}
+
+// A reply to a request that a newer one has replaced is not awaited any more.
+bool ReplyDispatcher::TakeAwaited() const {
+  if (!state_.AwaitsReply() || !services_.messages.HasReply(state_.awaited_message_key)) return false;
+  state_.awaited_message_key.clear();
+  return true;
 }
 
 void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& error) const {

@@ -27,7 +27,9 @@ struct ReplyRoute {
 
 /// Takes every reply to the workspace and walks the table of routes by the pending request name.
 ///
-/// A name that has no route shows "Ready". Nothing leaves these functions.
+/// A name that has no route shows "Ready". A reply to a request that a newer one has replaced is ignored. The
+/// pointer is normal afterwards, or the hourglass where a handler has sent the next request. Nothing leaves
+/// these functions.
 class ReplyDispatcher {
  public:
   /// `always` ends the handling of every notification, ignored ones included. References outlive this.
@@ -43,6 +45,7 @@ class ReplyDispatcher {
 
  private:
   void Handle(const std::string& application);
+  bool TakeAwaited() const;
   void HandleError(const ReplyRoute& route, const std::string& error) const;
   void HandleReply(const ReplyRoute& route) const;
   ReplyRoute PendingRoute() const;

@@ -4,6 +4,7 @@
 
 #include "platform/identity.h"
 #include "platform/request_record.h"
+#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 
@@ -16,14 +17,17 @@ constexpr int kWaitCode = 10;
 
 RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceState& state,
                                  platform::ReplyListener& listener)
-    : RequestEnvelope(services, state, listener, std::string(platform::kApplicationName), state.timed_out) {}
+    : RequestEnvelope(services, state, listener, std::string(platform::kApplicationName), state.timed_out,
+                      /*is_dialogs=*/false) {}
 
 RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceState& state,
-                                 platform::ReplyListener& listener, std::string application, bool& timed_out)
+                                 platform::ReplyListener& listener, std::string application, bool& timed_out,
+                                 bool is_dialogs)
     : services_(services),
       state_(state),
       listener_(listener),
       application_(std::move(application)),
+      is_dialogs_(is_dialogs),
       timed_out_(timed_out) {}
 
 void RequestEnvelope::Send(const RequestDescription& request) {
@@ -33,17 +37,34 @@ void RequestEnvelope::Send(const RequestDescription& request) {
   for (const auto& record : request.records) AddRecord(*message, record);
   if (!request.inquiry_xml.empty()) message->AddInquiryXml(request.inquiry_xml);
   MakePending(*message, request);
-  message->BuildMessage();
 
+  bool is_under_way = false;
+  const AtExit put_back(services_, "RequestEnvelope.Send", [&] {
+    if (is_under_way) return;  // its reply does it
+    services_.status.SetReady(true);
+    services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  });
+  SendMessage(*message, request);
+  is_under_way = true;
+}
+
+void RequestEnvelope::SendMessage(platform::RequestMessage& message, const RequestDescription& request) {
+  message.BuildMessage();
   const bool announce_first = request.status_when == RequestDescription::Status::kBeforeSending;
   if (announce_first) Announce(request);
   timed_out_ = false;
   if (request.mode == RequestDescription::SendMode::kSendAndWait) {
-    message->SendAndWait(true, platform::RequestMessage::kTimeOut, kWaitCode);
+    message.SendAndWait(true, platform::RequestMessage::kTimeOut, kWaitCode);
   } else {
-    message->Send();
+    message.Send();
   }
+  if (!is_dialogs_) Await(message, request);
   if (!announce_first) Announce(request);
+}
+
+void RequestEnvelope::Await(const platform::RequestMessage& message, const RequestDescription& request) {
+  state_.awaited_message_key = message.MessageKey();
+  state_.awaited_status = request.status;
 }
 
 void RequestEnvelope::AddHeader(platform::RequestMessage& message, const RequestDescription& request) const {
@@ -69,6 +90,7 @@ void RequestEnvelope::AddRecord(platform::RequestMessage& message,
 void RequestEnvelope::MakePending(const platform::RequestMessage& message,
                                   const RequestDescription& request) {
   state_.pending_message_key = message.MessageKey();
+  state_.awaited_message_key.clear();
   if (request.name) {
     state_.pending_request_name = *request.name;
     state_.unhandled_message_key.clear();
@@ -79,7 +101,7 @@ void RequestEnvelope::MakePending(const platform::RequestMessage& message,
 
 void RequestEnvelope::Announce(const RequestDescription& request) const {
   if (request.waits_for_context) services_.status.SetReady(false);
-  if (request.hourglass) services_.host.SetMousePointer(platform::MousePointer::kHourglass);
+  services_.host.SetMousePointer(platform::MousePointer::kHourglass);
   if (!request.status.empty()) services_.status.ShowStatus(request.status);
 }
 

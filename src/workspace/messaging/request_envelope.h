@@ -39,14 +39,14 @@ struct RequestDescription {
   std::vector<RecordDescription> records = {};
   std::string inquiry_xml = {};
 
-  std::string status = {};  ///< shown in the status bar; "" shows nothing
-  bool hourglass = false;
+  std::string status = {};         ///< shown in the status bar; "" shows nothing
   bool waits_for_context = false;  ///< the workspace takes no commands until the reply
   Status status_when = Status::kAfterSending;
   SendMode mode = SendMode::kSend;
 };
 
 /// Sends requests the one way they are sent: header, keys, records, pending key and name, message text, send.
+/// The pointer is the hourglass until the reply has been handled.
 class RequestEnvelope {
  public:
   /// For the workspace itself. All references outlive this.
@@ -54,22 +54,29 @@ class RequestEnvelope {
                   platform::ReplyListener& listener);
   /// For a dialog with a listener, an application name and a timed-out flag of its own.
   RequestEnvelope(const platform::Services& services, WorkspaceState& state,
-                  platform::ReplyListener& listener, std::string application, bool& timed_out);
+                  platform::ReplyListener& listener, std::string application, bool& timed_out)
+      : RequestEnvelope(services, state, listener, std::move(application), timed_out, /*is_dialogs=*/true) {}
 
   /// Sends and returns at once. Throws what the message component throws; the pending key and name may have
-  /// been replaced by then.
+  /// been replaced by then, and no reply is awaited.
   void Send(const RequestDescription& request);
 
  private:
+  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
+                  platform::ReplyListener& listener, std::string application, bool& timed_out,
+                  bool is_dialogs);
   void AddHeader(platform::RequestMessage& message, const RequestDescription& request) const;
   void AddRecord(platform::RequestMessage& message, const RecordDescription& description) const;
   void MakePending(const platform::RequestMessage& message, const RequestDescription& request);
+  void SendMessage(platform::RequestMessage& message, const RequestDescription& request);
+  void Await(const platform::RequestMessage& message, const RequestDescription& request);
   void Announce(const RequestDescription& request) const;
 
   const platform::Services& services_;
   WorkspaceState& state_;
   platform::ReplyListener& listener_;
   const std::string application_;
+  const bool is_dialogs_;  // a dialog waits for its replies itself
   bool& timed_out_;
 };
 

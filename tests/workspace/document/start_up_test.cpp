@@ -16,10 +16,11 @@ class StartUp : public WorkspaceTest {
 
 TEST_F(StartUp, GoesItsStepsInOrder) {
   document_.Initialize();
-  EXPECT_THAT(fakes_.journal.lines(),
-              ElementsAre("status Loading information", "pointer hourglass", "get client", "new listener",
-                          "connect", "toolbar 7 off", "toolbar 8 off", "toolbar 9 off", "toolbar 14 off",
-                          "toolbar 12 off", "ready", "send type 83", "status Requesting Network Path."));
+  EXPECT_THAT(
+      fakes_.journal.lines(),
+      ElementsAre("status Loading information", "pointer hourglass", "get client", "new listener", "connect",
+                  "toolbar 7 off", "toolbar 8 off", "toolbar 9 off", "toolbar 14 off", "toolbar 12 off",
+                  "ready", "send type 83", "pointer hourglass", "status Requesting Network Path."));
   EXPECT_EQ(fakes_.status.host_tag, "");
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }

@@ -1,5 +1,6 @@
 #include "workspace/messaging/reply_dispatcher.h"
 
+#include <algorithm>
 #include <optional>
 
 #include <gmock/gmock.h>
@@ -31,6 +32,9 @@ class ReplyDispatcherTest : public testing::Test {
   }
   std::function<void()> Notes(std::string line) {
     return [this, line] { fakes_.journal.Add(line); };
+  }
+  int TimesNoted(const std::string& line) {
+    return static_cast<int>(std::ranges::count(fakes_.journal.lines(), line));
   }
 
   fakes::FakeServices fakes_;
@@ -88,6 +92,45 @@ TEST_F(ReplyDispatcherTest, IgnoresTheReplyForAnotherApplication) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
   EXPECT_EQ(state_.pending_request_name, "XMLRequest");
   EXPECT_EQ(state_.pending_message_key, key);
+}
+
+// A reply that came while a newer request was pending used to be handled as the newer one's, without its
+// rows.
+TEST_F(ReplyDispatcherTest, IgnoresTheReplyToARequestThatANewerOneHasReplaced) {
+  GivenRoute({"Older", Notes("older"), Status::kReady, {}, {}});
+  GivenRoute({"Newer", Notes("newer"), Status::kReady, {}, {}});
+  for (const bool older_comes_first : {true, false}) {
+    GivenRequestUnderWay("Older");
+    const auto older = fakes_.server.LastRequest().message_key;
+    GivenRequestUnderWay("Newer");
+    const auto newer = fakes_.server.LastRequest().message_key;
+    for (const auto& key : {older_comes_first ? older : newer, older_comes_first ? newer : older}) {
+      fakes_.server.Reply({}, key);
+      RepliesArrive();
+      EXPECT_EQ(fakes_.host.pointer,
+                state_.AwaitsReply() ? platform::MousePointer::kHourglass : platform::MousePointer::kNormal);
+    }
+    EXPECT_EQ(TimesNoted("newer"), 1) << older_comes_first;
+    EXPECT_EQ(TimesNoted("older"), 0) << older_comes_first;
+    EXPECT_FALSE(state_.AwaitsReply());
+  }
+}
+
+TEST_F(ReplyDispatcherTest, AwaitsNothingAfterAReplyOfAnyKindButWhatItsHandlerHasSent) {
+  GivenRoute({"First", [this] { envelope_.Send({.type = 82, .name = "Second"}); }, Status::kReady, {}, {}});
+  GivenRequestUnderWay("First");
+  fakes_.server.ReplyWithNothing();
+  RepliesArrive();
+  EXPECT_TRUE(state_.AwaitsReply());
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
+
+  for (const bool times_out : {true, false}) {
+    GivenRequestUnderWay("Second");
+    times_out ? fakes_.server.TimesOut() : fakes_.server.ReplyWithError("Unknown customer.");
+    RepliesArrive();
+    EXPECT_FALSE(state_.AwaitsReply());
+    EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  }
 }
 
 TEST_F(ReplyDispatcherTest, ShowsReadyForANameWithoutARoute) {

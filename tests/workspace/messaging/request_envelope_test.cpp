@@ -54,17 +54,36 @@ TEST_F(RequestEnvelopeTest, LeavesOutTheUserWhereTheRequestHasNone) {
 TEST_F(RequestEnvelopeTest, AnnouncesBeforeOrAfterSendingAsDescribed) {
   fakes_.journal.Clear();
   envelope_.Send({.type = 83, .name = "XMLRequest", .status = "Requesting", .waits_for_context = true});
-  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("send type 83", "not ready", "status Requesting"));
+  EXPECT_THAT(fakes_.journal.lines(),
+              ElementsAre("send type 83", "not ready", "pointer hourglass", "status Requesting"));
 
   fakes_.journal.Clear();
   envelope_.Send({.type = 79,
                   .name = "Letter_History",
                   .status = "Searching",
-                  .hourglass = true,
                   .status_when = RequestDescription::Status::kBeforeSending,
                   .mode = RequestDescription::SendMode::kSendAndWait});
   EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer hourglass", "status Searching", "send type 79"));
   EXPECT_EQ(fakes_.server.LastRequest().time_out, milliseconds(180'000));
+}
+
+TEST_F(RequestEnvelopeTest, AwaitsItsReplyUnlessItCouldNotBeSent) {
+  envelope_.Send({.type = 83, .name = "XMLRequest", .status = "Requesting"});
+  EXPECT_EQ(state_.awaited_message_key, fakes_.server.LastRequest().message_key);
+  EXPECT_EQ(state_.awaited_status, "Requesting");
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
+
+  fakes_.server.on_send = [](const auto&) {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
+  };
+  EXPECT_THROW(envelope_.Send({.type = 79,
+                               .name = "Letter_History",
+                               .waits_for_context = true,
+                               .status_when = RequestDescription::Status::kBeforeSending}),
+               platform::Failure);
+  EXPECT_FALSE(state_.AwaitsReply());
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  EXPECT_TRUE(fakes_.status.ready);
 }
 
 TEST_F(RequestEnvelopeTest, KeepsThePendingNameForARequestNobodyHandles) {
@@ -83,6 +102,7 @@ TEST_F(RequestEnvelopeTest, SpeaksForADialogUnderItsOwnNameAndFlag) {
   EXPECT_EQ(fakes_.server.LastRequest().application, "ZEMLO_CorrespfrmBatchStat");
   EXPECT_FALSE(timed_out);
   EXPECT_TRUE(state_.timed_out);
+  EXPECT_FALSE(state_.AwaitsReply());
 }
 
 }  // namespace

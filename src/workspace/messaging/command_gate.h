@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/services.h"
+#include "workspace/messaging/workspace_state.h"
+
+namespace workspace {
+
+/// Holds back the commands that would send another request while a reply is awaited: the newer request would
+/// replace the pending one, and with it the fate of the first. What handlers send passes by it.
+class CommandGate {
+ public:
+  /// The references outlive this.
+  CommandGate(const platform::Services& services, const WorkspaceState& state)
+      : services_(services), state_(state) {}
+
+  /// Runs a command of the user. While a reply is awaited it is dropped, and the status bar says again what
+  /// is waited for.
+  void Run(const std::function<void()>& command) const {
+    if (!state_.AwaitsReply()) return command();
+    if (!state_.awaited_status.empty()) services_.status.ShowStatus(state_.awaited_status);
+  }
+
+ private:
+  const platform::Services& services_;
+  const WorkspaceState& state_;
+};
+
+}  // namespace workspace
