@@ -1,18 +1,69 @@
 #include "workspace/document/wiring.h"
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <utility>
+#include <variant>
 
 namespace workspace {
 
 namespace {
 
 using platform::Connection;
+using Handler = std::function<void()>;
+
+enum class Sends { kNothing, kRequest };
+
+/// A command of the user. One without a handler stays disabled, whatever enables it.
+struct CommandRow {
+  std::variant<platform::Command*, platform::OptionButton*> control;
+  Sends sends;  ///< what sends a request has to wait while a reply is awaited
+  Handler handler;
+};
+
+std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
+  auto& online = pages.correspondence.OptOnline;
+  auto& tracking = pages.tracking;
+  auto& batch = pages.batch;
+  const auto act = [&parts](std::size_t option) -> Handler {
+    return [&parts, option] { parts.online_actions.OnlineActClick(option); };
+  };
+  const auto clear = [&parts](PageIndex page) -> Handler {
+    return [&parts, page] { parts.letter_request.ClearField(page); };
+  };
+  const Handler not_yet;
+
+  std::vector<CommandRow> rows = {
+      {&online[CorrespondencePage::kCreateLetter], Sends::kRequest, act(CorrespondencePage::kCreateLetter)},
+      {&online[CorrespondencePage::kClear], Sends::kNothing, act(CorrespondencePage::kClear)},
+      {&online[CorrespondencePage::kViewLetter], Sends::kRequest, not_yet},
+      {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, not_yet},
+      {&pages.correspondence.panel.select_customer, Sends::kRequest, not_yet},
+      {&pages.correspondence.panel.select_account, Sends::kRequest, not_yet},
+      {&tracking.panel.select_customer, Sends::kRequest, not_yet},
+      {&tracking.panel.select_account, Sends::kRequest, not_yet},
+      {&tracking.search, Sends::kRequest, not_yet},
+      {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
+      {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
+      {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing, not_yet},
+  };
+  for (auto& option : tracking.OptLetter) rows.push_back({&option, Sends::kRequest, not_yet});
+  for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
+  return rows;
+}
 
 class Wiring {
  public:
   explicit Wiring(Parts& parts) : parts_(parts) {}
+
+  void ConnectCommands(const std::vector<CommandRow>& rows) {
+    for (const auto& [control, sends, handler] : rows) {
+      const auto run = sends == Sends::kRequest ? BehindTheGate(handler) : handler;
+      std::visit([&](auto* command) { handler ? ConnectCommand(*command, run) : KeepDisabled(*command); },
+                 control);
+    }
+  }
 
   void ConnectLetterPage(LetterPage& page, PageIndex index) {
     auto& request = parts_.letter_request;
@@ -22,14 +73,6 @@ class Wiring {
     CheckText(page.ZEMLO_FormTypeCodes, index);
     Check(page.txtFormNum.Changed, index);
     Check(page.panel.customer_id.LookChanged, index);
-  }
-  void ConnectOnlineActions(CorrespondencePage& page) {
-    auto& actions = parts_.online_actions;
-    for (std::size_t option = 0; option < page.OptOnline.size(); ++option) {
-      const auto act = [&actions, option] { actions.OnlineActClick(option); };
-      Add(page.OptOnline[option].Click.Connect(act));
-      Add(page.OptOnline[option].ReleasedWhenSelected.Connect(act));
-    }
   }
   void ConnectSearch(TrackingPage& page) {
     for (auto* date : {&page.from_date, &page.to_date}) Check(date->Changed, PageIndex::kTracking);
@@ -45,6 +88,18 @@ class Wiring {
   std::vector<Connection> Take() { return std::move(connections_); }
 
  private:
+  Handler BehindTheGate(const Handler& handler) const {
+    return [&gate = parts_.gate, handler] { gate.Run(handler); };
+  }
+  void ConnectCommand(platform::Command& command, const Handler& run) { Add(command.Click.Connect(run)); }
+  void ConnectCommand(platform::OptionButton& option, const Handler& run) {
+    Add(option.Click.Connect(run));
+    Add(option.ReleasedWhenSelected.Connect(run));
+  }
+  void KeepDisabled(platform::Control& control) {
+    control.SetEnabled(false);
+    Add(control.LookChanged.Connect([&control] { control.SetEnabled(false); }));
+  }
   void Add(Connection connection) { connections_.push_back(std::move(connection)); }
   void Check(platform::Event<>& changed, PageIndex page) {
     Add(changed.Connect([&check = parts_.field_check, page] { check.CheckEdit(page); }));
@@ -69,7 +124,7 @@ std::vector<Connection> ConnectControls(Pages& pages, Parts& parts) {
   Wiring wiring(parts);
   wiring.ConnectLetterPage(pages.correspondence, PageIndex::kCorrespondence);
   wiring.ConnectLetterPage(pages.tracking, PageIndex::kTracking);
-  wiring.ConnectOnlineActions(pages.correspondence);
+  wiring.ConnectCommands(Commands(pages, parts));
   wiring.ConnectSearch(pages.tracking);
   wiring.ConnectBatchSearch(pages.batch);
   return wiring.Take();

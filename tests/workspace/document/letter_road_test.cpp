@@ -107,14 +107,14 @@ TEST_F(LetterRoad, ChecksThePagesFieldsAsTheyChange) {
   auto& tracking = document_.pages().tracking;
   tracking.OptLetterStatus[TrackingPage::kAll].UserClicks();
   tracking.txtBatch.SetText("7");
-  EXPECT_TRUE(tracking.search.enabled());
+  EXPECT_THAT(document_.CheckMessages(kTracking), IsEmpty());
   tracking.txtBatch.SetText("");
-  EXPECT_FALSE(tracking.search.enabled());
+  EXPECT_THAT(document_.CheckMessages(kTracking), ElementsAre("Please select criteria"));
 
   auto& batch = document_.pages().batch;
   batch.OptBatchDate[BatchPage::kLastNight].UserClicks();
   batch.OptBatchStatus[0].UserClicks();
-  EXPECT_TRUE(batch.cmdBatch[BatchPage::kSearch].enabled());
+  EXPECT_THAT(document_.CheckMessages(PageIndex::kBatch), IsEmpty());
 }
 
 TEST_F(LetterRoad, ClearsThePage) {
