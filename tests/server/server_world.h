@@ -49,6 +49,7 @@ inline void PrepareData(const std::filesystem::path& data_folder) {
 struct Question {
   int type = 0;
   std::vector<std::pair<std::string, std::string>> keys = {};
+  std::vector<platform::KeyItem> key_items = {};  ///< those that need another system or operator
   std::vector<std::pair<std::string, std::vector<fakes::Row>>> records = {};
   std::string inquiry = {};
   std::string message_key = "m-1";
@@ -66,6 +67,7 @@ inline std::string WireText(const Question& question) {
   message.UserId("DEMO01");
   message.AddInquiryXml(question.inquiry);
   for (const auto& [key, value] : question.keys) message.AddKey(platform::Criterion(key, value));
+  for (const auto& key : question.key_items) message.AddKey(key);
   for (const auto& [name, rows] : question.records) {
     message.AddRecord(std::make_shared<platform::RequestRecord>(fakes::RowsOf(name, rows)), name);
   }

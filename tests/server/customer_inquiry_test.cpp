@@ -1,0 +1,149 @@
+#include "server/customer_inquiry.h"
+
+#include <optional>
+
+#include "tests/server/server_world.h"
+
+namespace {
+
+using platform::Criterion;
+using platform::RecordSet;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using tests::Question;
+using tests::Record;
+
+class CustomerInquiry : public tests::ServerTest {
+ protected:
+  /// As the panel asks.
+  static Question Asking(const std::string& customer) {
+    return {.type = 7,
+            .key_items = {Criterion("key:CUST_ID", customer), {"CUSTOMER", "key:ExclCols", "=", "OT_BAL"}}};
+  }
+  static Question Searching(const std::string& text) {
+    return {.type = 7, .key_items = {Criterion("key:CUST_FIND", text, "like")}};
+  }
+  std::shared_ptr<RecordSet> Customer(const std::string& id) {
+    const auto reply = Ask(Asking(id));
+    EXPECT_EQ(reply.error, "");
+    return reply.records.at(0).rows;
+  }
+  std::vector<std::string> Found(const std::string& text) {
+    const auto reply = Ask(Searching(text));
+    std::vector<std::string> ids;
+    const auto* customers = Record(reply, "CUSTOMER");
+    for (std::size_t row = 0; row < customers->RecordCount(); ++row) {
+      ids.push_back(customers->Text(row, "Cust_Id"));
+    }
+    return ids;
+  }
+  std::string HasMore(const std::string& text) {
+    return Record(Ask(Searching(text)), "CUSTOMER_SEARCH")->Text("MORE");
+  }
+  /// Copies of one customer under ids that begin with a letter.
+  void GivenCopies(char first_letter, int count) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    for (int copy = 0; copy < count; ++copy) {
+      database.Change(
+          "INSERT INTO customer SELECT ?, CUST_BSNS_NM, FIRST_NM, LAST_NM, MAIL_ADDR_1, MAIL_ADDR_2,"
+          " MAIL_CITY, MAIL_ST, MAIL_ZIP_CD, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_ADDR_1, RES_ADDR_2, RES_CITY,"
+          " RES_ST, RES_ZIP_CD, RES_BAD_FLG, RES_VRFY_CD, PHN_NBR, ACCNT_NBR, OT_BAL, QZ_CNTY_NBR,"
+          " 'a copy' FROM customer WHERE CUST_ID = '100001'",
+          {first_letter + std::to_string(copy)});
+    }
+  }
+};
+
+TEST_F(CustomerInquiry, BringsWhatIsStoredAndLeavesNullsNull) {
+  using Stored = std::optional<std::string>;
+  struct Case {
+    const char* customer;
+    const char* column;
+    Stored stored;
+  };
+  const Case cases[] = {
+      {"100001", "mail_zip_cd", "883120431"},
+      {"100001", "PHN_NBR", "5550114201"},
+      {"100002", "CUST_BSNS_NM", Stored()},
+      {"100002", "FIRST_NM", "Hattie"},
+      {"100003", "CUST_BSNS_NM", "Barlow & Sons <Haulage> Co."},
+      {"100003", "RES_ADDR_1", Stored()},
+      {"100004", "mail_addr_1", "15 Rue des Érables"},
+      {"100005", "LAST_NM", "O'Marchbanks"},
+      {"100006", "mail_city", Stored()},
+      {"100006", "RES_CITY", "Kestrel Rock"},
+      {"100007", "mail_addr_1", Stored()},
+      {"100007", "mail_addr_2", "Suite 4"},
+      {"100010", "PHN_NBR", "+44 20 7946 0958"},
+      {"100012", "ACCNT_NBR", "62000100012010"},
+      {"100018", "PHN_NBR", Stored()},
+      {"100018", "ACCNT_NBR", Stored()},
+      {"100019", "mail_zip_cd", "01234"},
+      {"100020", "LAST_NM", "Kettering"},
+  };
+  for (const auto& [customer, column, stored] : cases) {
+    const auto value = Customer(customer)->Get(column);
+    EXPECT_EQ(value, stored ? platform::Value(*stored) : platform::Value::Null())
+        << customer << " " << column;
+  }
+}
+
+TEST_F(CustomerInquiry, LeavesOutTheColumnsItIsAskedToLeaveOut) {
+  EXPECT_FALSE(Customer("100001")->HasColumn("OT_BAL"));
+
+  const auto whole = Ask({.type = 7, .keys = {{"key:CUST_ID", "100001"}}});
+  const auto& balance = Record(whole, "CUSTOMER")->Get("OT_BAL").held();
+  ASSERT_TRUE(std::holds_alternative<platform::Money>(balance));
+  EXPECT_GT(std::get<platform::Money>(balance).cents(), 0);
+
+  const auto without_two =
+      Ask({.type = 7, .keys = {{"key:CUST_ID", "100001"}, {"key:ExclCols", "ot_bal, PHN_NBR"}}});
+  EXPECT_FALSE(Record(without_two, "CUSTOMER")->HasColumn("PHN_NBR"));
+  EXPECT_FALSE(Record(without_two, "CUSTOMER")->HasColumn("OT_BAL"));
+}
+
+TEST_F(CustomerInquiry, BringsNoRecordOfACustomerThatIsNotThere) {
+  for (const auto* id : {"7", "", "100001' OR '1'='1"}) {
+    const auto reply = Ask(Asking(id));
+    EXPECT_EQ(reply.error, "") << id;
+    EXPECT_EQ(Record(reply, "CUSTOMER"), nullptr) << id;
+  }
+}
+
+TEST_F(CustomerInquiry, AnswersWrongInputWithAClearText) {
+  struct Case {
+    Question question;
+    const char* error;
+  };
+  const Case cases[] = {
+      {{.type = 7}, "cannot tell what this request of type 7 asks for"},
+      {{.type = 7, .keys = {{"key:CUST_ID", "100001"}, {"key:ExclCols", "SHOE_SIZE"}}}, "\"SHOE_SIZE\""},
+      {{.type = 7, .keys = {{"key:CUST_ID", "100001"}, {"key:ExclCols", "Cust_Id"}}}, "\"Cust_Id\""},
+      {{.type = 7, .keys = {{"key:CUST_FIND", "acme"}}}, "send \"like\""},
+      {{.type = 7, .key_items = {Criterion("key:CUST_ID", "1000", "like")}}, "send \"=\""},
+  };
+  for (const auto& [question, error] : cases) EXPECT_THAT(Ask(question).error, HasSubstr(error));
+}
+
+TEST_F(CustomerInquiry, FindsByIdNameCityAndAccountWithoutRegardToCase) {
+  EXPECT_THAT(Found("100004"), ElementsAre("100004"));
+  EXPECT_THAT(Found("  o'MARCH  "), ElementsAre("100005"));
+  EXPECT_THAT(Found("CAFÉ ÉLAN"), ElementsAre("100004"));
+  EXPECT_THAT(Found("truck stop"), ElementsAre("100004", "100020"));
+  EXPECT_THAT(Found("Kestrel"), ElementsAre("100006"));
+  EXPECT_THAT(Found("62000100012010"), ElementsAre("100012"));
+  EXPECT_THAT(Found("%"), ElementsAre());
+  EXPECT_THAT(Found("nobody"), ElementsAre());
+}
+
+TEST_F(CustomerInquiry, SaysWhenThereAreMoreThanItBrings) {
+  GivenCopies('A', 176);
+  EXPECT_EQ(Found("").size(), 200u);
+  EXPECT_EQ(HasMore(""), "N");
+  GivenCopies('B', 1);
+  EXPECT_EQ(Found("").size(), 200u);
+  EXPECT_EQ(HasMore(""), "Y");
+  EXPECT_EQ(HasMore("100001"), "N");
+}
+
+}  // namespace
