@@ -22,6 +22,7 @@ namespace wordprocessor {
 namespace {
 
 using platform::Failure;
+using platform::PreviewContent;
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -58,11 +59,20 @@ class EventLoop : public platform::EventQueue {
 /// A viewer whose reader is the test.
 class Viewer : public platform::PreviewViewer {
  public:
-  std::vector<platform::PreviewContent> opened;
-  int open = 0;
+  int opened = 0;
+  std::filesystem::path pdf;  ///< of the window opened last
+  std::string title;
+
+  int open() const { return static_cast<int>(windows_.size()); }
+  /// What the reader does in the window opened last; the function is the window's own.
+  void Press(std::function<void()> platform::PreviewContent::*button) {
+    (windows_.back()->content.*button)();
+  }
 
   std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent content) override {
-    opened.push_back(content);
+    ++opened;
+    pdf = content.pdf;
+    title = content.title;
     return std::make_unique<Window>(*this, std::move(content));
   }
 
@@ -70,12 +80,13 @@ class Viewer : public platform::PreviewViewer {
   struct Window : platform::PreviewWindow {
     Window(Viewer& its_viewer, platform::PreviewContent its_content)
         : viewer(its_viewer), content(std::move(its_content)) {
-      ++viewer.open;
+      viewer.windows_.push_back(this);
     }
-    ~Window() override { --viewer.open; }
+    ~Window() override { std::erase(viewer.windows_, this); }
     Viewer& viewer;
     platform::PreviewContent content;
   };
+  std::vector<Window*> windows_;
 };
 
 class Observer : public platform::PrintObserver {
@@ -128,10 +139,10 @@ class PrintComponentTest : public testing::Test {
   void GivenPreview() {
     GivenMergedLetter();
     document_->ShowPreview();
-    ASSERT_THAT(viewer_.opened, IsEmpty()) << "opened inside ShowPreview";
+    ASSERT_EQ(viewer_.open(), 0) << "opened inside ShowPreview";
     ASSERT_TRUE(component_->HasWorkUnderWay());
     events_.RunOne();
-    ASSERT_EQ(viewer_.open, 1);
+    ASSERT_EQ(viewer_.open(), 1);
     ASSERT_FALSE(component_->HasWorkUnderWay());
   }
   void Heard(const std::string& event) {
@@ -170,32 +181,31 @@ class PrintComponentTest : public testing::Test {
 
 TEST_F(PrintComponentTest, ShowsThePagesAndTellsWhenTheReaderClosesThem) {
   GivenPreview();
-  const auto pdf = viewer_.opened[0].pdf;
-  EXPECT_EQ(viewer_.opened[0].title, "CTL110.docx");
+  const auto pdf = viewer_.pdf;
+  EXPECT_EQ(viewer_.title, "CTL110.docx");
   EXPECT_THAT(ReadWholeFile(pdf), StartsWith("pages by "));
-  viewer_.opened[0].closed();
+  viewer_.Press(&PreviewContent::closed);
   EXPECT_THAT(heard_, ElementsAre("DocEnd"));
   events_.RunOne();
-  EXPECT_EQ(viewer_.open, 0);
+  EXPECT_EQ(viewer_.open(), 0);
   document_ = nullptr;
-  viewer_.opened.clear();
   EXPECT_FALSE(std::filesystem::exists(pdf)) << "nobody looks at it any more";
 }
 
 TEST_F(PrintComponentTest, PrintsFromThePreview) {
   GivenPreview();
-  viewer_.opened[0].print();
+  viewer_.Press(&PreviewContent::print);
   const auto file = printed_ / "2004-03-15 09.00.00 CTL110 1.pdf";
   EXPECT_THAT(observer_.lines, ElementsAre("printed " + file.string()));
   EXPECT_THAT(heard_, ElementsAre("DocPrint"));
-  EXPECT_EQ(ReadWholeFile(file), ReadWholeFile(viewer_.opened[0].pdf));
+  EXPECT_EQ(ReadWholeFile(file), ReadWholeFile(viewer_.pdf));
 }
 
 TEST_F(PrintComponentTest, ReportsAPrinterThatRefusesAndTellsOfNoPrint) {
   queues_.names = {"laser"};
   queues_.jammed = true;
   GivenPreview();
-  viewer_.opened[0].print();
+  viewer_.Press(&PreviewContent::print);
   EXPECT_THAT(errors_.Procedures(), ElementsAre("ZEMLO_Print.PrintOut"));
   EXPECT_THAT(heard_, IsEmpty());
   EXPECT_THAT(observer_.lines, IsEmpty());
@@ -209,21 +219,20 @@ TEST_F(PrintComponentTest, ReportsPagesThatCannotBeLaidOutAndEndsTheDocument) {
   EXPECT_THAT(errors_.Procedures(), ElementsAre("ZEMLO_Print.ShowPreview"));
   EXPECT_THAT(errors_.reports.at(0).description, HasSubstr("\"CTL110.docx\""));
   EXPECT_THAT(heard_, ElementsAre("DocEnd"));
-  EXPECT_THAT(viewer_.opened, IsEmpty());
+  EXPECT_EQ(viewer_.opened, 0);
 }
 
 TEST_F(PrintComponentTest, SurvivesAHolderThatDropsTheDocumentInsideAnEvent) {
   const auto saved = folder_ / "letter.docx";
   const std::vector<std::pair<const char*, std::function<void()>>> steps = {
-      {"DocEnd", [&] { viewer_.opened.back().closed(); }},
-      {"DocPrint", [&] { viewer_.opened.back().print(); }},
-      {"DocPrint", [&] { viewer_.opened.back().save(); }},
+      {"DocEnd", [&] { viewer_.Press(&PreviewContent::closed); }},
+      {"DocPrint", [&] { viewer_.Press(&PreviewContent::print); }},
+      {"DocPrint", [&] { viewer_.Press(&PreviewContent::save); }},
       {"DocPrint", [&] { document_->PrintOut(1, false); }},
       {"DocPrint", [&] { document_->SaveToFile(saved.string(), ""); }},
   };
   for (std::size_t step = 0; step < steps.size(); ++step) {
     SCOPED_TRACE(step);
-    viewer_.opened.clear();
     heard_.clear();
     drop_at_.clear();
     GivenPreview();
@@ -232,8 +241,8 @@ TEST_F(PrintComponentTest, SurvivesAHolderThatDropsTheDocumentInsideAnEvent) {
     steps[step].second();
     EXPECT_THAT(heard_, ElementsAre(drop_at_));
     EXPECT_EQ(document_, nullptr);
-    if (viewer_.open > 0) events_.RunOne();
-    EXPECT_EQ(viewer_.open, 0) << "the window stands without its letter";
+    if (viewer_.open() > 0) events_.RunOne();
+    EXPECT_EQ(viewer_.open(), 0) << "the window stands without its letter";
   }
   EXPECT_THAT(errors_.Procedures(), IsEmpty());
 }
@@ -243,7 +252,7 @@ TEST_F(PrintComponentTest, OpensNoWindowForALetterDroppedBeforeItsPagesCame) {
   document_->ShowPreview();
   document_ = nullptr;
   events_.RunOne();
-  EXPECT_THAT(viewer_.opened, IsEmpty());
+  EXPECT_EQ(viewer_.opened, 0);
   EXPECT_THAT(heard_, IsEmpty());
   pool_ = nullptr;
   EXPECT_TRUE(std::filesystem::is_empty(folder_ / "work"));
