@@ -12,4 +12,11 @@ void CustomerPanel::EnableSelection(bool enabled) {
   select_account.SetEnabled(enabled);
 }
 
+void CurrentCustomer::Clear() {
+  for (auto* text : {&CustomerId, &CustomerName, &CustomerAddr1, &CustomerAddr2, &CustomerCityLine,
+                     &CustomerPhone, &CustomerFuelTaxAcct}) {
+    text->clear();
+  }
+}
+
 }  // namespace customers

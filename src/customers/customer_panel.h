@@ -26,7 +26,7 @@ struct CustomerPanel {
 /// The customer that the user works with; every text is empty when absent.
 struct CurrentCustomer {
   std::string CustomerId;
-  std::string CustomerName;   ///< as displayed: "&&" for an ampersand
+  std::string CustomerName;   ///< as chosen; after an inquiry as a label takes it, "&&" for an ampersand
   std::string CustomerAddr1;  ///< after an inquiry the second line as well
   std::string CustomerAddr2;
   std::string CustomerCityLine;
@@ -34,6 +34,9 @@ struct CurrentCustomer {
   std::string CustomerFuelTaxAcct;
   /// The tracking page shows a customer the user picked: choosing a letter does not change it.
   bool TrackingCustomerFixed = false;
+
+  /// Forgets the customer; whether the tracking page's is fixed stays.
+  void Clear();
 };
 
 }  // namespace customers

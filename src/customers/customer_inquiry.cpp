@@ -1,0 +1,144 @@
+#include "customers/customer_inquiry.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+#include "customers/customer_record.h"
+#include "customers/display_encoders.h"
+#include "platform/identity.h"
+#include "platform/text.h"
+#include "platform/xml.h"
+
+namespace customers {
+
+namespace {
+
+using platform::RecordSet;
+
+/// The columns of one of a customer's two addresses.
+struct AddressColumns {
+  std::string_view line_1;
+  std::string_view line_2;
+  std::string_view city;
+  std::string_view state;
+  std::string_view zip;
+};
+constexpr AddressColumns kMailing{"mail_addr_1", "mail_addr_2", "mail_city", "mail_st", "mail_zip_cd"};
+constexpr AddressColumns kResidential{"RES_ADDR_1", "RES_ADDR_2", "RES_CITY", "RES_ST", "RES_ZIP_CD"};
+
+// Parts that are null leave what the customer has.
+void TakeAddress(const CustomerRecord& record, const AddressColumns& columns, CurrentCustomer& customer) {
+  if (const auto line = record.Trimmed(columns.line_1)) customer.CustomerAddr1 = *line;
+  if (const auto line = record.Trimmed(columns.line_2)) customer.CustomerAddr2 = *line;
+  const auto city = record.Trimmed(columns.city);
+  const auto state = record.Trimmed(columns.state);
+  const auto zip = record.Trimmed(columns.zip);
+  if (city && state && zip) customer.CustomerCityLine = *city + ", " + *state + " " + EncodeZipCode(*zip);
+}
+
+/// The reply's rows of that record; null where it has none.
+std::shared_ptr<RecordSet> Reply(const platform::Services& services, const workspace::WorkspaceState& state,
+                                 const std::string& record_name) {
+  const auto record = services.messages.GetRecord(std::string(platform::kApplicationName), record_name,
+                                                  state.pending_message_key);
+  if (!record || record->RecordCount() == 0) return nullptr;
+  return record->Recordset();
+}
+
+}  // namespace
+
+void CustomerInquiry::SendCustPI(const std::string& customer_id) {
+  platform::Trap(uses_.services, "ZEMLO_Corresp.SendCustPI", [&] {
+    uses_.envelope.Send({
+        .type = 7,
+        .name = "CustomerInq",
+        .keys = {platform::Criterion("key:CUST_ID", customer_id),
+                 {"CUSTOMER", "key:ExclCols", "=", "OT_BAL"}},
+        .status = "Requesting customer information.",
+        .status_when = workspace::RequestDescription::Status::kBeforeSending,
+    });
+  });
+}
+
+void CustomerInquiry::FillCustomerInfo() {
+  platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustomerInfo", [&] {
+    const auto rows = Reply(uses_.services, uses_.state, "CUSTOMER");
+    uses_.customer.Clear();
+    if (rows) TakeOver(*rows);
+    Show();
+  });
+}
+
+void CustomerInquiry::TakeOver(const RecordSet& rows) {
+  const CustomerRecord record(rows, 0);
+  auto& customer = uses_.customer;
+  customer.CustomerId = record.Text("Cust_Id").value_or("");
+  customer.CustomerName = platform::ReplaceAll(record.Name(), "&", "&&");
+  TakeAddress(record, kMailing, customer);
+  if (const auto phone = record.Trimmed("PHN_NBR")) customer.CustomerPhone = FormatPhone(*phone);
+  if (const auto account = record.Trimmed("ACCNT_NBR")) {
+    customer.CustomerFuelTaxAcct = EncodeFuelTaxAccountNbr(*account);
+  }
+  if (customer.CustomerAddr1.empty()) TakeAddress(record, kResidential, customer);
+  if (!customer.CustomerAddr2.empty()) customer.CustomerAddr1 += ", " + customer.CustomerAddr2;
+}
+
+void CustomerInquiry::Show() {
+  const auto& customer = uses_.customer;
+  auto& panel = uses_.panel;
+  panel.name.SetCaption(customer.CustomerName);
+  panel.address.SetCaption(customer.CustomerAddr1);
+  panel.city_line.SetCaption(customer.CustomerCityLine);
+  panel.phone.SetCaption(customer.CustomerPhone);
+  panel.fuel_tax_account.SetCaption(customer.CustomerFuelTaxAcct);
+  panel.customer_id.SetCaption(customer.CustomerId);
+}
+
+void CustomerInquiry::FillCustFromLetter() {
+  platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter", [&] {
+    const auto rows = Reply(uses_.services, uses_.state, "XML_CONTEXT");
+    if (!rows) return AskServer();
+    // A context that cannot be read tells nothing of the customer; the server may.
+    const bool is_read = platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter",
+                                        [&] { ShowContext(rows->FirstText()); });
+    if (!is_read) AskServer();
+  });
+}
+
+void CustomerInquiry::ShowContext(const std::string& context) {
+  const auto document = platform::While("reading the customer of a letter",
+                                        [&] { return platform::XmlDocument::Parse(context).OrFail(); });
+  auto& customer = uses_.customer;
+  if (const auto name = document.FirstByTagName("CUSTOMER_NAME")) {
+    customer.CustomerName = name.Text();
+    uses_.panel.name.SetCaption(customer.CustomerName);
+  }
+  if (const auto id = document.FirstByTagName("CUST_ID")) {
+    customer.CustomerId = id.Text();
+    uses_.panel.customer_id.SetCaption(customer.CustomerId);
+  }
+  if (const auto address = document.FirstByTagName("CUSTOMER_ADDR")) {
+    ShowAddress(address.Text());
+  } else {
+    AskServer();
+  }
+}
+
+// The last line is the city line.
+void CustomerInquiry::ShowAddress(const std::string& address) {
+  auto& customer = uses_.customer;
+  const auto line_feed = address.rfind('\n');
+  customer.CustomerAddr1 = address.substr(0, line_feed);
+  if (line_feed != std::string::npos) customer.CustomerCityLine = address.substr(line_feed + 1);
+  uses_.panel.address.SetCaption(customer.CustomerAddr1);
+  uses_.panel.city_line.SetCaption(customer.CustomerCityLine);
+}
+
+void CustomerInquiry::AskServer() {
+  SendCustPI(uses_.customer.CustomerId);
+  auto& panel = uses_.panel;
+  for (auto* field : {&panel.name, &panel.address, &panel.city_line}) field->SetCaption("");
+}
+
+}  // namespace customers

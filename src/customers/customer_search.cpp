@@ -1,0 +1,121 @@
+#include "customers/customer_search.h"
+
+#include <utility>
+
+#include "customers/found_customers.h"
+#include "platform/identity.h"
+#include "platform/text.h"
+#include "workspace/messaging/at_exit.h"
+
+namespace customers {
+
+namespace {
+
+constexpr std::size_t kLongestText = 60;
+
+std::string OwnApplication() {
+  return std::string(platform::kApplicationName) + ".CustSearch";
+}
+
+}  // namespace
+
+frmCustSearch::frmCustSearch(const platform::Services& services, std::string caption,
+                             std::string message_title)
+    : Form(std::move(caption)),
+      services_(services),
+      message_title_(std::move(message_title)),
+      mVemtMessage_(services.messages.NewListener()),
+      envelope_(services, own_state_, *mVemtMessage_, OwnApplication(), own_state_.timed_out) {
+  txtFind.max_length = kLongestText;
+  sdgGrid.columns = FoundCustomerColumns();
+  cmdOk.SetEnabled(false);
+  const auto keep = [this](platform::Connection connection) {
+    connections_.push_back(std::move(connection));
+  };
+  keep(cmdFind.Click.Connect([this] { Search(); }));
+  keep(sdgGrid.Click.Connect([this] { EnableOk(); }));
+  keep(cmdOk.Click.Connect([this] { Choose(); }));
+  keep(cmdCancel.Click.Connect([this] { Close(); }));
+  keep(mVemtMessage_->DataReady.Connect([this](const std::string& name) { DataReady(name); }));
+  keep(mVemtMessage_->MsgTimeout.Connect([this] { own_state_.timed_out = true; }));
+}
+
+template <typename Work>
+void frmCustSearch::Handle(std::string_view procedure, Work&& work) {
+  RunHandler([&] { platform::Trap(services_, procedure, std::forward<Work>(work)); });
+}
+
+void frmCustSearch::Search() {
+  Handle("frmCustSearch.cmdFind_Click", [&] {
+    searched_text_ = platform::Trim(txtFind.text());
+    envelope_.Send({.type = 7,
+                    .name = "CustomerSearch",
+                    .keys = {platform::Criterion("key:CUST_FIND", searched_text_, "like")}});
+    cmdFind.SetEnabled(false);  // until the reply, so that it answers the text it is shown for
+    status.SetCaption("Searching customers.");
+  });
+}
+
+void frmCustSearch::DataReady(const std::string& application) {
+  if (application != OwnApplication()) return;
+  constexpr std::string_view kProcedure = "frmCustSearch.mVemtMessage_DataReady";
+  Handle(kProcedure, [&] {
+    const workspace::AtExit ready(services_, kProcedure, [&] {
+      cmdFind.SetEnabled(true);
+      services_.host.SetMousePointer(platform::MousePointer::kNormal);
+    });
+    ShowReply();
+  });
+}
+
+void frmCustSearch::ShowReply() {
+  const auto& key = own_state_.pending_message_key;
+  const auto error =
+      services_.messages.GetReplyError(OwnApplication(), "CustSearch.mVemtMessage_DataReady", key);
+  if (!error.empty()) return ShowError(error);
+  const auto record = services_.messages.GetRecord(OwnApplication(), "CUSTOMER", key);
+  ShowFound(record ? record->Recordset() : nullptr);
+}
+
+void frmCustSearch::ShowError(const std::string& error) {
+  services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
+  status.SetCaption(own_state_.timed_out ? "Search timed out" : "Search was not successful");
+}
+
+void frmCustSearch::ShowFound(const std::shared_ptr<platform::RecordSet>& records) {
+  sdgGrid.Bind(records ? ListCustomers(*records) : nullptr);
+  const auto count = records ? records->RecordCount() : 0;
+  if (count == 1) sdgGrid.UserSelects({0});  // there is nothing else to choose
+  EnableOk();
+  status.SetCaption(FoundText(count));
+}
+
+std::string frmCustSearch::FoundText(std::size_t count) const {
+  const auto number = std::to_string(count);
+  const auto end =
+      services_.messages.GetRecord(OwnApplication(), "CUSTOMER_SEARCH", own_state_.pending_message_key);
+  if (end && end->Fields("MORE").AsText() == "Y") {
+    return "More customers match than the " + number + " shown. Type more to find fewer.";
+  }
+  if (count > 0) return number + (count == 1 ? " customer found." : " customers found.");
+  return "No customer matches \"" + platform::ReplaceAll(searched_text_, "&", "&&") + "\".";
+}
+
+void frmCustSearch::EnableOk() {
+  cmdOk.SetEnabled(sdgGrid.selected_rows().size() == 1);
+}
+
+void frmCustSearch::Choose() {
+  Handle("frmCustSearch.cmdOk_Click", [&] {
+    chosen_ = CustomerAt(*sdgGrid.rows(), sdgGrid.selected_rows().at(0));
+    Close();
+  });
+}
+
+void frmCustSearch::OnUnload() {
+  const bool awaits_reply = !cmdFind.enabled();
+  // The reply will come to nobody.
+  if (awaits_reply) services_.host.SetMousePointer(platform::MousePointer::kNormal);
+}
+
+}  // namespace customers
