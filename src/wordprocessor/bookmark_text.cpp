@@ -49,7 +49,7 @@ bool IsBlank(std::string_view text) {
   return std::ranges::all_of(paragraphs, [](const TextParagraph& paragraph) {
     return std::ranges::all_of(paragraph, [](const TextPiece& piece) {
       return piece.kind != TextPiece::Kind::kText ||
-             piece.text.find_first_not_of(" ") == std::string_view::npos;
+             piece.text.find_first_not_of(' ') == std::string_view::npos;
     });
   });
 }

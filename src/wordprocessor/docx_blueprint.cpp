@@ -42,7 +42,7 @@ constexpr auto kStoryRelations = std::to_array<StoryRelation>({
 DocxTree ReadTree(const DocxPackage& package, const std::string& part) {
   return platform::While("reading " + part + " of \"" + package.file_name() + "\"", [&] {
     auto tree = ReadDocxTree(package.Read(part));
-    JoinSplitBookmarks(tree);
+    RepairBookmarks(tree);
     return tree;
   });
 }

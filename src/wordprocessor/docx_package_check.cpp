@@ -12,7 +12,7 @@ namespace {
 
 using platform::Failure;
 
-constexpr std::size_t kChunk = 64 * 1024;
+constexpr std::size_t kChunk = 65'536;
 
 // MS-CFB 2.2: the first bytes of a compound file; inside, names are UTF-16.
 constexpr std::string_view kCompoundFile = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
@@ -73,7 +73,7 @@ class PackageCheck {
     if (zip_stat_index(archive_, index, 0, &entry) != 0 || (entry.valid & needed) != needed) {
       RefuseDamaged("entry " + std::to_string(index));
     }
-    const std::string name = entry.name;
+    std::string name = entry.name;
     if (LeavesThePackage(name)) {
       Refuse("holds a part with the unsafe name \"" + name +
              "\". Do not use this file; ask where it came from.");

@@ -62,7 +62,7 @@ void DocxPartCopier::AppendTo(std::vector<PackagePart>& parts) {
 
 std::string DocxPartCopier::Copy(const std::string& part) {
   if (const auto found = copies_.find(part); found != copies_.end()) return found->second;
-  const auto name = FreeName(part);
+  auto name = FreeName(part);
   copies_.emplace(part, name);
   written_.emplace_back(name, common_.Read(part));
   auto type = AddLike(types_, "Override");
