@@ -8,6 +8,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
     : gate(services, data.state),
       envelope(services, data.state, listener),
       field_check(services, data.pages),
+      fields(services, data.pages, data.request, field_check),
       form_types(services, data.state, data.request, data.pages),
       letter_request(
           {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),

@@ -16,6 +16,7 @@
 #include "workspace/messaging/reply_dispatcher.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/online_actions.h"
+#include "workspace/page_fields.h"
 
 namespace workspace {
 
@@ -27,6 +28,7 @@ struct Parts {
   CommandGate gate;
   RequestEnvelope envelope;
   FieldCheck field_check;
+  PageFields fields;
   FormTypeFilter form_types;
   LetterRequest letter_request;
   LetterTemplates templates;

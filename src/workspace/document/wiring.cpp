@@ -46,7 +46,8 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
       {&tracking.search, Sends::kRequest, not_yet},
       {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
       {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
-      {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing, not_yet},
+      {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing,
+       [&parts] { parts.fields.batch_criteria.Clear(); }},
   };
   for (auto& option : tracking.OptLetter) rows.push_back({&option, Sends::kRequest, not_yet});
   for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
@@ -65,24 +66,24 @@ class Wiring {
     }
   }
 
+  void ConnectFields() {
+    for (auto& connection : parts_.fields.Connect()) Add(std::move(connection));
+  }
   void ConnectLetterPage(LetterPage& page, PageIndex index) {
     auto& request = parts_.letter_request;
     Add(page.ZEMLO_LetterType.Change.Connect([&request, index] { request.LetterTypeChanged(index); }));
     Check(page.ZEMLO_FormTypeCodes.Change, index);
     CheckText(page.ZEMLO_LetterType, index);
     CheckText(page.ZEMLO_FormTypeCodes, index);
-    Check(page.txtFormNum.Changed, index);
     Check(page.panel.customer_id.LookChanged, index);
   }
   void ConnectSearch(TrackingPage& page) {
     for (auto* date : {&page.from_date, &page.to_date}) Check(date->Changed, PageIndex::kTracking);
-    for (auto* text : {&page.txtTD, &page.txtBatch}) Check(text->Changed, PageIndex::kTracking);
+    Check(page.txtBatch.Changed, PageIndex::kTracking);
     for (auto& option : page.OptLetterStatus) Check(option.Click, PageIndex::kTracking);
   }
   void ConnectBatchSearch(BatchPage& page) {
     for (auto* date : {&page.start_date, &page.end_date}) Check(date->Changed, PageIndex::kBatch);
-    for (auto& option : page.OptBatchDate) Check(option.Click, PageIndex::kBatch);
-    for (auto& option : page.OptBatchStatus) Check(option.Click, PageIndex::kBatch);
   }
 
   std::vector<Connection> Take() { return std::move(connections_); }
@@ -124,6 +125,7 @@ std::vector<Connection> ConnectControls(Pages& pages, Parts& parts) {
   Wiring wiring(parts);
   wiring.ConnectLetterPage(pages.correspondence, PageIndex::kCorrespondence);
   wiring.ConnectLetterPage(pages.tracking, PageIndex::kTracking);
+  wiring.ConnectFields();
   wiring.ConnectCommands(Commands(pages, parts));
   wiring.ConnectSearch(pages.tracking);
   wiring.ConnectBatchSearch(pages.batch);
