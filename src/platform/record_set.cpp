@@ -57,19 +57,24 @@ std::optional<std::size_t> RecordSet::CurrentRow() const {
   return current_ < rows_.size() ? std::optional(current_) : std::nullopt;
 }
 
+std::uint64_t RecordSet::RowId(std::size_t row) const {
+  RequireRow(row);
+  return rows_[row].id;
+}
+
 const Value& RecordSet::Get(std::string_view column) const {
   return Get(RequireCurrentRow(), column);
 }
 
 const Value& RecordSet::Get(std::size_t row, std::string_view column) const {
   RequireRow(row);
-  return rows_[row][ColumnIndex(column)];
+  return rows_[row].cells[ColumnIndex(column)];
 }
 
 std::string RecordSet::FirstText() const {
   const auto row = RequireCurrentRow();
   if (columns_.empty()) throw Failure(Failure::Kind::kNotFound, "The record set has no columns.");
-  return rows_[row].front().AsText();
+  return rows_[row].cells.front().AsText();
 }
 
 void RecordSet::Set(std::string_view column, Value value) {
@@ -78,12 +83,12 @@ void RecordSet::Set(std::string_view column, Value value) {
 
 void RecordSet::Set(std::size_t row, std::string_view column, Value value) {
   RequireRow(row);
-  rows_[row][ColumnIndex(column)] = std::move(value);
+  rows_[row].cells[ColumnIndex(column)] = std::move(value);
   TellChanged();
 }
 
 void RecordSet::AddNew() {
-  rows_.emplace_back(columns_.size());
+  rows_.push_back({++last_id_, std::vector<Value>(columns_.size())});
   current_ = rows_.size() - 1;
   TellChanged();
 }
@@ -94,7 +99,7 @@ void RecordSet::Append(std::vector<Value> values) {
                                                 " values does not fit into " +
                                                 std::to_string(columns_.size()) + " columns.");
   }
-  rows_.push_back(std::move(values));
+  rows_.push_back({++last_id_, std::move(values)});
   TellChanged();
 }
 
@@ -103,7 +108,7 @@ std::optional<std::size_t> RecordSet::Find(std::string_view column, Match match,
   const auto index = ColumnIndex(column);
   const auto folded_pattern = FoldCase(pattern);
   for (auto row = from; row < rows_.size(); ++row) {
-    const auto text = FoldCase(rows_[row][index].AsText());
+    const auto text = FoldCase(rows_[row].cells[index].AsText());
     if (match == Match::kLike ? IsLike(text, folded_pattern) : text == folded_pattern) return row;
   }
   return std::nullopt;
@@ -115,7 +120,7 @@ void RecordSet::Filter(const std::function<bool(const RecordSet& rows, std::size
   for (std::size_t row = 0; row < rows_.size(); ++row) {
     if (keep(*this, row)) kept.push_back(row);
   }
-  std::vector<std::vector<Value>> kept_rows;
+  std::vector<Row> kept_rows;
   kept_rows.reserve(kept.size());
   for (const auto row : kept) kept_rows.push_back(std::move(rows_[row]));
   rows_ = std::move(kept_rows);
@@ -129,16 +134,19 @@ void RecordSet::SortBy(std::string_view column, bool descending) {
   const Value* sample = nullptr;
   bool one_kind = true;
   for (const auto& row : rows_) {
-    if (row[index].IsNull()) continue;
-    if (sample == nullptr) sample = &row[index];
-    one_kind = one_kind && row[index].held().index() == sample->held().index();
+    const auto& cell = row.cells[index];
+    if (cell.IsNull()) continue;
+    if (sample == nullptr) sample = &cell;
+    one_kind = one_kind && cell.held().index() == sample->held().index();
   }
   const auto compare = [one_kind](const Value& left, const Value& right) {
     if (one_kind || left.IsNull() || right.IsNull()) return Value::Compare(left, right);
     return CompareIgnoringCase(left.AsText(), right.AsText());
   };
-  std::ranges::stable_sort(rows_, [&](const auto& left, const auto& right) {
-    return descending ? compare(right[index], left[index]) < 0 : compare(left[index], right[index]) < 0;
+  std::ranges::stable_sort(rows_, [&](const Row& left, const Row& right) {
+    const auto& first = descending ? right : left;
+    const auto& second = descending ? left : right;
+    return compare(first.cells[index], second.cells[index]) < 0;
   });
   current_ = 0;
   TellChanged();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -39,6 +40,10 @@ class RecordSet {
   bool MoveTo(std::size_t row);
   /// Index of the current row; nothing when there is none.
   std::optional<std::size_t> CurrentRow() const;
+
+  /// Tells a row from every other one this set ever had; it goes with the row when the order changes. Throws
+  /// Failure kNotFound where there is no such row.
+  std::uint64_t RowId(std::size_t row) const;
 
   /// The cell of the current row, or of a given row. Throw Failure kNotFound naming the column, or saying
   /// that there is no current row.
@@ -91,7 +96,12 @@ class RecordSet {
 
   const std::vector<std::string> columns_;
 
-  std::vector<std::vector<Value>> rows_;
+  struct Row {
+    std::uint64_t id;
+    std::vector<Value> cells;
+  };
+  std::vector<Row> rows_;
+  std::uint64_t last_id_ = 0;
   std::size_t current_ = 0;
   int edits_ = 0;
   bool changed_ = false;

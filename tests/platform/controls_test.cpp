@@ -96,6 +96,12 @@ class AGrid : public testing::Test {
     grid_.Bind(rows_);
   }
 
+  std::vector<std::string> Texts() const {
+    std::vector<std::string> texts;
+    for (std::size_t row = 0; row < rows_->RecordCount(); ++row) texts.push_back(rows_->Text(row, "SEQ_NBR"));
+    return texts;
+  }
+
   std::shared_ptr<RecordSet> rows_ = std::make_shared<RecordSet>(std::vector<std::string>{"SEQ_NBR"});
   Grid grid_;
   std::vector<std::size_t> loaded_;
@@ -115,6 +121,25 @@ TEST_F(AGrid, LoadsEachRowOnceForEachBinding) {
   grid_.Bind(rows_);
   grid_.EnsureRowLoaded(1);
   EXPECT_THAT(loaded_, ElementsAre(1, 1));
+}
+
+// After a sort the first rows used to count as loaded, whichever they were; others were formatted twice.
+TEST_F(AGrid, LoadsEachRowOnceThoughItsPlaceChanges) {
+  grid_.EnsureRowLoaded(0);
+  rows_->SortBy("SEQ_NBR", /*descending=*/true);
+  for (const std::size_t row : {0, 1, 2}) grid_.EnsureRowLoaded(row);
+  rows_->Filter([](const auto& rows, std::size_t row) { return rows.Text(row, "SEQ_NBR") != "#3"; });
+  rows_->Append({"4"});
+  for (const std::size_t row : {0, 1, 2}) grid_.EnsureRowLoaded(row);
+  EXPECT_THAT(Texts(), ElementsAre("#2", "#1", "#4"));
+}
+
+TEST_F(AGrid, KeepsTheSelectionWithItsRows) {
+  grid_.UserSelects({2, 0});
+  rows_->SortBy("SEQ_NBR", /*descending=*/true);
+  EXPECT_THAT(grid_.selected_rows(), ElementsAre(0, 2));
+  rows_->Filter([](const auto& rows, std::size_t row) { return rows.Text(row, "SEQ_NBR") != "3"; });
+  EXPECT_THAT(grid_.selected_rows(), ElementsAre(1));
 }
 
 TEST_F(AGrid, KeepsTheOrderInWhichRowsWereSelected) {

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
-#include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "platform/controls/control.h"
@@ -35,15 +36,15 @@ class Grid : public Control {
   void Bind(std::shared_ptr<RecordSet> rows);
   const std::shared_ptr<RecordSet>& rows() const { return rows_; }
 
-  /// Row indexes in the order they were selected.
+  /// Row indexes in the order they were selected. The selection goes with its rows when their order changes.
   const std::vector<std::size_t>& selected_rows() const { return selected_rows_; }
   /// The user selects exactly these rows: one Click. Nothing happens while the grid is disabled or hidden.
   void UserSelects(std::vector<std::size_t> rows);
   /// Makes a row of the bound rows the current one.
   void MakeCurrent(std::size_t row);
 
-  /// The view is about to show the row: RowLoaded comes once for each row and binding. A step of it that
-  /// changes the row is not told of the row again.
+  /// The view is about to show the row: RowLoaded comes once for each row and binding, wherever the row moves
+  /// to. A step of it that changes the row is not told of the row again.
   void EnsureRowLoaded(std::size_t row);
 
   Event<std::size_t> RowLoaded;
@@ -53,12 +54,15 @@ class Grid : public Control {
 
  private:
   void RowsChanged();
-  void DropMissingRows();
+  void Select(const std::vector<std::size_t>& rows);
+  bool IsSelectionInPlace() const;
+  void FollowSelectedRows();
 
   std::shared_ptr<RecordSet> rows_;
   Connection rows_changed_;
   std::vector<std::size_t> selected_rows_;
-  std::set<std::size_t> loaded_rows_;
+  std::vector<std::uint64_t> selected_ids_;  // of the same rows
+  std::unordered_set<std::uint64_t> loaded_ids_;
 };
 
 }  // namespace platform
