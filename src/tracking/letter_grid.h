@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "customers/customer_panel.h"
+#include "platform/services.h"
+#include "tracking/letter_action_lists.h"
+#include "tracking/letter_fetch.h"
+#include "workspace/tracking_page.h"
+
+namespace tracking {
+
+/// The letters listed on the tracking page: choosing some decides which letter actions are offered, and,
+/// while the user has picked no customer, which customer the page shows.
+class LetterGrid {
+ public:
+  /// What it works with and on; all of it outlives the grid.
+  struct Uses {
+    const platform::Services& services;
+    const LetterActionLists& action_lists;
+    customers::CurrentCustomer& customer;
+    workspace::TrackingPage& page;
+    LetterFetch& fetch;
+  };
+  explicit LetterGrid(Uses uses) : uses_(uses) {}
+
+  /// The selection has changed. One letter becomes the current row; its customer is asked for, and the letter
+  /// actions are held back until the reply. A failure is reported.
+  void sdgGrid_Click();
+
+ private:
+  void OneSelected(std::size_t row);
+  void NoneSelected();
+  void SeveralSelected();
+  void ShowCustomerOfLetter();
+  void ShowNoCustomer();
+  bool AllowsSelected(const std::string& list) const;
+
+  const Uses uses_;
+};
+
+}  // namespace tracking

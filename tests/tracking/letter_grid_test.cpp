@@ -1,0 +1,203 @@
+#include "tracking/letter_grid.h"
+
+#include <gmock/gmock.h>
+
+#include "tests/fakes/fake_services.h"
+#include "workspace/pages.h"
+
+namespace tracking {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using workspace::PageIndex;
+using workspace::TrackingPage;
+
+class LetterGridTest : public testing::Test {
+ protected:
+  LetterGridTest() {
+    GivenLetters({{"1", "4711", "P"}, {"2", "4712", "F"}, {"3", "", "S"}, {"4", "4711", "M"}});
+    clicked_ = page_.sdgGrid.Click.Connect([this] { letter_grid_.sdgGrid_Click(); });
+  }
+
+  struct Letter {
+    std::string number;
+    std::string customer;
+    std::string status;
+  };
+  void GivenLetters(const std::vector<Letter>& letters) {
+    std::vector<fakes::Row> rows;
+    for (const auto& [number, customer, status] : letters) {
+      rows.push_back({{"SEQ_NBR", number}, {"CUST_ID", customer}, {"PRNT_STTS_CD", status}});
+    }
+    page_.sdgGrid.Bind(fakes::RowsOf("CORRHIST", rows));
+  }
+  void GivenPanelShows(const std::string& customer) {
+    customer_.CustomerId = customer;
+    page_.panel.customer_id.SetCaption(customer);
+    page_.panel.phone.SetCaption("521-2485");
+  }
+  void UserSelects(std::vector<std::size_t> rows) { page_.sdgGrid.UserSelects(std::move(rows)); }
+  /// The options that can be used, by their numbers.
+  std::string Offered() {
+    std::string offered;
+    for (std::size_t option = 0; option < page_.OptLetter.size(); ++option) {
+      if (page_.OptLetter[option].enabled()) offered += std::to_string(option);
+    }
+    return offered;
+  }
+  void GivenAllOffered() {
+    for (auto& option : page_.OptLetter) option.SetEnabled(true);
+  }
+
+  fakes::FakeServices fakes_;
+  workspace::WorkspaceState state_;
+  workspace::LetterData letter_;
+  customers::CurrentCustomer customer_;
+  LetterActionLists lists_;
+  workspace::Pages pages_{fakes_.services()};
+  TrackingPage& page_ = pages_.tracking;
+  std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
+  workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  LetterFetch fetch_{fakes_.services(), envelope_, letter_, pages_};
+  LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_}};
+  platform::Connection clicked_;
+};
+
+TEST_F(LetterGridTest, AsksForTheCustomerOfALetter) {
+  UserSelects({1});
+  const auto& request = fakes_.server.LastRequest();
+  EXPECT_EQ(request.type, 83);
+  EXPECT_EQ(request.user_id, "OFFICER1");
+  EXPECT_THAT(request.Keys(), ElementsAre("KORVADSK|key:FetchContext|=|2"));
+  EXPECT_TRUE(request.was_built);
+  EXPECT_EQ(state_.pending_request_name, "CustomerFromLetter");
+  EXPECT_EQ(state_.pending_message_key, request.message_key);
+  EXPECT_EQ(fakes_.status.LastText(), "Requesting Letter History");
+  EXPECT_EQ(customer_.CustomerId, "4712");
+  EXPECT_EQ(letter_.sequence_number, 2);
+  EXPECT_FALSE(page_.letter_action.enabled());
+}
+
+TEST_F(LetterGridTest, EmptiesThePanelForALetterWithoutCustomer) {
+  GivenPanelShows("4711");
+  UserSelects({2});
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+  EXPECT_EQ(customer_.CustomerId, "");
+  EXPECT_EQ(page_.panel.customer_id.caption(), "");
+  EXPECT_EQ(page_.panel.phone.caption(), "");
+  EXPECT_TRUE(page_.letter_action.enabled());
+  EXPECT_EQ(page_.sdgGrid.rows()->CurrentRow(), 2u);
+}
+
+TEST_F(LetterGridTest, EmptiesThePanelForNoneAndForSeveralLetters) {
+  for (const auto& rows : {std::vector<std::size_t>{}, {0, 3}}) {
+    GivenPanelShows("4711");
+    UserSelects(rows);
+    EXPECT_EQ(customer_.CustomerId, "") << rows.size();
+    EXPECT_EQ(page_.panel.phone.caption(), "") << rows.size();
+  }
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+}
+
+TEST_F(LetterGridTest, LeavesACustomerThatTheUserPicked) {
+  GivenPanelShows("9000");
+  customer_.TrackingCustomerFixed = true;
+  for (const auto& rows : {std::vector<std::size_t>{0}, {2}, {}, {0, 1}}) {
+    UserSelects(rows);
+    EXPECT_EQ(customer_.CustomerId, "9000") << rows.size();
+    EXPECT_EQ(page_.panel.customer_id.caption(), "9000") << rows.size();
+  }
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+  EXPECT_TRUE(page_.letter_action.enabled());
+}
+
+TEST_F(LetterGridTest, OffersTheActionsThatTheStatusAllows) {
+  struct Case {
+    const char* lists;  ///< of "View Letter", "Save", "Return Mail", the reprints and "Resubmit" alike
+    std::size_t row;
+    const char* offered;
+  };
+  const Case cases[] = {{"", 0, "0123456"}, {"FM", 0, "6"}, {"FM", 1, "0123456"}, {"FM", 3, "0123456"}};
+  for (const auto& [list, row, offered] : cases) {
+    lists_ = {.ActionViewLtr = list,
+              .ActionPrintLocal = list,
+              .ActionURM = list,
+              .ActionPrintBatch = list,
+              .ActionResubmit = list,
+              .ActionSAV = list};
+    UserSelects({row});
+    EXPECT_EQ(Offered(), offered) << list << " row " << row;
+  }
+}
+
+TEST_F(LetterGridTest, AsksEachActionsOwnList) {
+  struct Case {
+    LetterActionLists lists;
+    const char* offered;
+  };
+  const Case cases[] = {
+      {{.ActionViewLtr = "F"}, "123456"},  {{.ActionSAV = "F"}, "023456"},
+      {{.ActionURM = "F"}, "013456"},      {{.ActionPrintLocal = "F"}, "012456"},
+      {{.ActionResubmit = "F"}, "012356"}, {{.ActionPrintBatch = "F"}, "012346"},
+      {{.ActionViewBK = "F"}, "0123456"},
+  };
+  for (const auto& [lists, offered] : cases) {
+    lists_ = lists;
+    UserSelects({0});
+    EXPECT_EQ(Offered(), offered);
+  }
+}
+
+TEST_F(LetterGridTest, OffersReturnMailStillWhenNoLetterIsSelected) {
+  GivenAllOffered();
+  page_.OptLetter[TrackingPage::kSave].SetSelected(true);
+  UserSelects({});
+  EXPECT_EQ(Offered(), "2");
+  EXPECT_FALSE(page_.OptLetter[TrackingPage::kSave].selected());
+}
+
+TEST_F(LetterGridTest, ReprintsSeveralLettersWhereEveryStatusIsAllowed) {
+  struct Case {
+    const char* print_local;
+    std::vector<std::size_t> rows;
+    const char* offered;
+  };
+  const Case cases[] = {
+      {"FM", {1, 2, 3}, "45"}, {"FM", {1, 3}, "345"}, {"", {0, 1, 2, 3}, "345"}, {"FMSP", {0, 2}, "345"}};
+  for (const auto& [print_local, rows, offered] : cases) {
+    GivenAllOffered();
+    page_.OptLetter[TrackingPage::kReturnMail].SetSelected(true);
+    lists_.ActionPrintLocal = print_local;
+    UserSelects(rows);
+    EXPECT_EQ(Offered(), offered) << print_local << " " << rows.size();
+    EXPECT_FALSE(page_.OptLetter[TrackingPage::kReturnMail].selected());
+  }
+}
+
+TEST_F(LetterGridTest, KeepsTheLetterActionsWhenTheRequestCannotBeSent) {
+  fakes_.server.on_send = [](const fakes::SentRequest&) {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "The server is gone.");
+  };
+  UserSelects({0});
+  GivenLetters({{"12a", "4711", "P"}, {"3000000000", "4711", "P"}});
+  UserSelects({0});
+  UserSelects({1});
+  EXPECT_TRUE(page_.letter_action.enabled());
+  EXPECT_THAT(fakes_.errors.Procedures(),
+              ElementsAre("ZEMLO_Corresp.RePrintLetter", "ZEMLO_Corresp.RePrintLetter",
+                          "ZEMLO_Corresp.RePrintLetter"));
+  EXPECT_EQ(Offered(), "0123456");
+}
+
+TEST_F(LetterGridTest, AsksForTheExplanationsOfBookmarksOnly) {
+  page_.sdgGrid.MakeCurrent(3);
+  fetch_.RePrintLetter("Letter_BKView", PageIndex::kTracking);
+  EXPECT_THAT(fakes_.server.LastRequest().Keys(),
+              ElementsAre("KORVADSK|key:FetchContext|=|4", "KORVADSK|key:EmitFieldDescriptors|=|Y",
+                          "KORVADSK|key: ExplainState|=|Y"));
+  EXPECT_EQ(state_.pending_request_name, "Letter_BKView");
+}
+
+}  // namespace
+}  // namespace tracking
