@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -31,6 +32,32 @@ void Step(Work&& work) {
   }
 }
 
+/// The two steps that make a document the letter. A missing permission is passed over here as well, but what
+/// was not merged in the end goes no further, and the first cause is what failed.
+class Merging {
+ public:
+  template <typename Work>
+  void Step(Work&& work) {
+    try {
+      std::forward<Work>(work)();
+    } catch (const Failure& failure) {
+      if (failure.kind() != Failure::Kind::kPermissionDenied) throw;
+      cause_ = failure;
+    }
+  }
+  template <typename Work>
+  void LastStep(Work&& work) const {
+    try {
+      std::forward<Work>(work)();
+    } catch (const Failure& failure) {
+      throw cause_.value_or(failure);
+    }
+  }
+
+ private:
+  std::optional<Failure> cause_;
+};
+
 void ShowReady(const platform::Services& services) {
   services.status.ShowStatus("Ready");
   services.host.SetMousePointer(platform::MousePointer::kNormal);
@@ -57,32 +84,40 @@ ZEMLO_PreviewDoc::~ZEMLO_PreviewDoc() {
 
 bool ZEMLO_PreviewDoc::PreviewDoc(const std::string& lstrFileName, const std::string& /*lstrTemplateName*/,
                                   const std::string& lstrBookMark) {
-  const auto& services = services_;  // this object may be gone when the preview returns
-  Trap(services, "ZEMLO_Corresp.PreviewDoc", [&] {
-    const auto bookmark_text = GetBKforPrint(services, lstrBookMark);
-    Step([&] { ReleaseDocument(); });
-    Step([&] { document_ = services.print.NewDocument(); });
-    services.status.ShowStatus("Prepare Print Preview");
-    if (!bookmark_text.empty()) OpenAndPreview(lstrFileName, bookmark_text);
-  });
-  ShowReady(services);
+  Preview(lstrFileName, lstrBookMark);
   return false;
 }
 
-void ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::string& bookmark_text) {
+bool ZEMLO_PreviewDoc::Preview(const std::string& file_name, const std::string& bookmark_xml) {
+  const auto& services = services_;  // this object may be gone when the preview returns
+  bool is_shown = false;
+  Trap(services, "ZEMLO_Corresp.PreviewDoc", [&] {
+    const auto bookmark_text = GetBKforPrint(services, bookmark_xml);
+    Step([&] { ReleaseDocument(); });
+    Step([&] { document_ = services.print.NewDocument(); });
+    services.status.ShowStatus("Prepare Print Preview");
+    if (!bookmark_text.empty()) is_shown = OpenAndPreview(file_name, bookmark_text);
+  });
+  ShowReady(services);
+  return is_shown;
+}
+
+bool ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::string& bookmark_text) {
   const auto document = RequireDocument();
   bool is_open = false;
   Step([&] { document->Prepare(); });
   Step([&] { is_open = document->IsDocumentOpen(file_name); });
-  if (is_open) return;
+  if (is_open) return false;
   Step([&] { document->SetTemplate(services_.settings.TemplateFolder() + std::string(kCommonTemplate)); });
-  Step([&] { OpenOrFail(*document, file_name); });
+  Merging merging;
+  merging.Step([&] { OpenOrFail(*document, file_name); });
   AttachNotify();
   services_.clock.Sleep(std::max(services_.settings.PreviewDelay(), kShortestWait));
   Step([&] { document->SetNotify(notify_); });
   Step([&] { document->SetNotifyEnabled(true); });
-  Step([&] { MergeOrFail(*document, bookmark_text); });
-  Step([&] { document->ShowPreview(); });
+  merging.LastStep([&] { MergeOrFail(*document, bookmark_text); });
+  document->ShowPreview();
+  return true;
 }
 
 bool ZEMLO_PreviewDoc::PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark,
@@ -112,13 +147,13 @@ bool ZEMLO_PreviewDoc::OpenAndPrint(const std::string& file_name, const std::str
   return printed;
 }
 
-bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::string& lstrTemplateName,
+bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::string& /*lstrTemplateName*/,
                                     const std::string& lstrBookMark) {
   const auto& services = services_;  // this object may be gone when the preview, or the save, returns
   const std::weak_ptr<const bool> life = life_;
-  PreviewDoc(lstrFileName, lstrTemplateName, lstrBookMark);
+  const bool is_shown = Preview(lstrFileName, lstrBookMark);
   Trap(services, "ZEMLO_Corresp.SaveDoc", [&] {
-    if (!life.expired()) RequireDocument()->SaveToFile("", "");
+    if (is_shown && !life.expired()) RequireDocument()->SaveToFile("", "");
   });
   ShowReady(services);
   return false;

@@ -25,7 +25,8 @@ class ZEMLO_PreviewDoc {
 
   /// Merges `lstrBookMark` (XML) into the document and shows it. The preview stays until its reader closes
   /// it, the next call, or the end of this object; the call does not wait for that. What the system has no
-  /// permission for is passed over. The template's name is taken for the caller's sake only. Answers false.
+  /// permission for on the way is passed over, but a document that was not merged is never shown. The
+  /// template's name is taken for the caller's sake only. Answers false.
   bool PreviewDoc(const std::string& lstrFileName, const std::string& lstrTemplateName,
                   const std::string& lstrBookMark);
 
@@ -33,7 +34,7 @@ class ZEMLO_PreviewDoc {
   /// caller has the answer.
   bool PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark, bool lBlnShowDialog);
 
-  /// Previews as PreviewDoc does, then asks where to save. Answers false.
+  /// Previews as PreviewDoc does, then, where the preview stands, asks where to save. Answers false.
   bool SaveDocument(const std::string& lstrFileName, const std::string& lstrTemplateName,
                     const std::string& lstrBookMark);
 
@@ -47,7 +48,9 @@ class ZEMLO_PreviewDoc {
   platform::Event<> CloseLetterForm;
 
  private:
-  void OpenAndPreview(const std::string& file_name, const std::string& bookmark_text);
+  // Both answer whether the merged document is shown.
+  bool Preview(const std::string& file_name, const std::string& bookmark_xml);
+  bool OpenAndPreview(const std::string& file_name, const std::string& bookmark_text);
   bool OpenAndPrint(const std::string& file_name, const std::string& bookmark_text, bool show_dialog);
   void AttachNotify();
   void OnDocEnd();

@@ -1,6 +1,7 @@
 #include "composition/preview_doc.h"
 
 #include <chrono>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -162,8 +163,8 @@ TEST_F(PreviewDocTest, AContextThatCannotBeReadIsReportedAndOpensNothing) {
 TEST_F(PreviewDocTest, WithoutPermissionForAStepTheNextOnesFollow) {
   Preview();
   const auto undisturbed = print.calls;
-  for (const auto* step : {"Prepare", "IsDocumentOpen", "SetTemplate", "OpenDocument", "SetNotify",
-                           "SetNotifyEnabled", "MergeBookmarks", "ShowPreview"}) {
+  for (const auto* step :
+       {"Prepare", "IsDocumentOpen", "SetTemplate", "OpenDocument", "SetNotify", "SetNotifyEnabled"}) {
     SCOPED_TRACE(step);
     preview = std::make_unique<ZEMLO_PreviewDoc>(services);
     print.failing = {{step, Failure::Kind::kPermissionDenied}};
@@ -176,6 +177,32 @@ TEST_F(PreviewDocTest, WithoutPermissionForAStepTheNextOnesFollow) {
   Preview();
   EXPECT_EQ(print.merged.size(), 1u);
   EXPECT_THAT(Reports(), IsEmpty());
+}
+
+// The save went on with whatever was open, and the report said that no letter was.
+TEST_F(PreviewDocTest, ALetterThatWasNotMergedIsNeitherShownNorSavedAndTheReportNamesTheCause) {
+  struct Case {
+    std::map<std::string, Failure::Kind> failing;
+    const char* report;
+  };
+  const auto denied = Failure::Kind::kPermissionDenied;
+  const auto broken = Failure::Kind::kUnavailable;
+  for (const auto& [failing, report] :
+       {Case{{{"MergeBookmarks", denied}}, "MergeBookmarks has failed"},
+        Case{{{"MergeBookmarks", broken}}, "MergeBookmarks has failed"},
+        Case{{{"OpenDocument", denied}, {"MergeBookmarks", broken}}, "OpenDocument has failed"},
+        Case{{{"ShowPreview", denied}}, "ShowPreview has failed"}}) {
+    SCOPED_TRACE(report);
+    print.failing = failing;
+    print.calls.clear();
+    outside.errors.reports.clear();
+    preview->SaveDocument(kFile, kTemplate, kContext);
+    ASSERT_THAT(Reports(), ElementsAre("ZEMLO_Corresp.PreviewDoc"));
+    EXPECT_EQ(outside.errors.reports[0].description, report);
+    EXPECT_EQ(print.HasCalled("ShowPreview"), failing.contains("ShowPreview"));
+    EXPECT_FALSE(print.HasCalled("SaveToFile '' ''"));
+    ExpectPutBack();
+  }
 }
 
 TEST_F(PreviewDocTest, AnyOtherFailureIsReportedAndEndsThePreviewWithTheScreenPutBack) {
