@@ -25,13 +25,13 @@ struct CustomerPanel {
 
 /// The customer that the user works with; every text is empty when absent.
 struct CurrentCustomer {
-  std::string CustomerId;
-  std::string CustomerName;   ///< as chosen; after an inquiry as a label takes it, "&&" for an ampersand
-  std::string CustomerAddr1;  ///< after an inquiry the second line as well
-  std::string CustomerAddr2;
-  std::string CustomerCityLine;
-  std::string CustomerPhone;
-  std::string CustomerFuelTaxAcct;
+  std::string CustomerId = {};
+  std::string CustomerName = {};   ///< as chosen; after an inquiry as a label takes it, "&&" for an ampersand
+  std::string CustomerAddr1 = {};  ///< after an inquiry the second line as well
+  std::string CustomerAddr2 = {};
+  std::string CustomerCityLine = {};
+  std::string CustomerPhone = {};
+  std::string CustomerFuelTaxAcct = {};
   /// The tracking page shows a customer the user picked: choosing a letter does not change it.
   bool TrackingCustomerFixed = false;
 
