@@ -18,6 +18,10 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       generation(
           {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
       online_actions(services, letter_request, [this] { generation.SelectNewType(); }, /*reprint=*/{}),
+      customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
+      customer_selection(services, data.state, data.customer),
+      letter_fetch(services, envelope, data.letter, data.pages),
+      letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch}),
       handlers(Handlers()),
       replies(services, data.state, ReplyRoutes(handlers, data.pages),
               [&data] { data.pages.tracking.letter_action.SetEnabled(true); }),
@@ -28,6 +32,8 @@ ReplyHandlers Parts::Handlers() {
   known.CreateNewCorrespondence = [this] { generation.CreateNewCorrespondence(); };
   known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
+  known.FillCustFromLetter = [this] { customer_inquiry.FillCustFromLetter(); };
+  known.FillCustomerInfo = [this] { customer_inquiry.FillCustomerInfo(); };
   return known;
 }
 

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "customers/customer_inquiry.h"
+#include "customers/customer_selection.h"
 #include "platform/message_component.h"
 #include "platform/services.h"
+#include "tracking/letter_fetch.h"
+#include "tracking/letter_grid.h"
 #include "workspace/document/incomplete_letter_forms.h"
 #include "workspace/document/reply_handlers.h"
 #include "workspace/document/workspace_data.h"
@@ -36,6 +40,10 @@ struct Parts {
   IncompleteLetterForms forms;
   LetterGeneration generation;
   OnlineActions online_actions;
+  customers::CustomerInquiry customer_inquiry;
+  customers::CustomerSelection customer_selection;
+  tracking::LetterFetch letter_fetch;
+  tracking::LetterGrid letter_grid;
   ReplyHandlers handlers;
   ReplyDispatcher replies;
   DownloadNotification downloads;

@@ -39,16 +39,22 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
       {&online[CorrespondencePage::kClear], Sends::kNothing, act(CorrespondencePage::kClear)},
       {&online[CorrespondencePage::kViewLetter], Sends::kRequest, not_yet},
       {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, not_yet},
-      {&pages.correspondence.panel.select_customer, Sends::kRequest, not_yet},
-      {&pages.correspondence.panel.select_account, Sends::kRequest, not_yet},
-      {&tracking.panel.select_customer, Sends::kRequest, not_yet},
-      {&tracking.panel.select_account, Sends::kRequest, not_yet},
       {&tracking.search, Sends::kRequest, not_yet},
       {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
       {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
       {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing,
        [&parts] { parts.fields.batch_criteria.Clear(); }},
   };
+  for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {
+    auto& panel = pages.Letter(page).panel;
+    // Both open the search until accounts have a dialog of their own.
+    for (auto* command : {&panel.select_customer, &panel.select_account}) {
+      rows.push_back(
+          {command, Sends::kRequest, [&selection = parts.customer_selection, &panel, command, page] {
+             selection.Select(command->caption(), page, panel);
+           }});
+    }
+  }
   for (auto& option : tracking.OptLetter) rows.push_back({&option, Sends::kRequest, not_yet});
   for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
   return rows;
@@ -76,6 +82,9 @@ class Wiring {
     CheckText(page.ZEMLO_LetterType, index);
     CheckText(page.ZEMLO_FormTypeCodes, index);
     Check(page.panel.customer_id.LookChanged, index);
+  }
+  void ConnectLetterGrid(TrackingPage& page) {
+    Add(page.sdgGrid.Click.Connect(BehindTheGate([&grid = parts_.letter_grid] { grid.sdgGrid_Click(); })));
   }
   void ConnectSearch(TrackingPage& page) {
     for (auto* date : {&page.from_date, &page.to_date}) Check(date->Changed, PageIndex::kTracking);
@@ -128,6 +137,7 @@ std::vector<Connection> ConnectControls(Pages& pages, Parts& parts) {
   wiring.ConnectFields();
   wiring.ConnectCommands(Commands(pages, parts));
   wiring.ConnectSearch(pages.tracking);
+  wiring.ConnectLetterGrid(pages.tracking);
   wiring.ConnectBatchSearch(pages.batch);
   return wiring.Take();
 }
