@@ -1,8 +1,12 @@
 #include <gmock/gmock.h>
 
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -85,6 +89,87 @@ TEST(ATextField, IsPutBackByAnObserverWithoutAnEcho) {
 
   EXPECT_EQ(edit.text(), QStringLiteral("as before"));
   EXPECT_EQ(told, 2);  // the user's text, and the one put back
+}
+
+class PastingIntoATextField : public testing::Test {
+ protected:
+  PastingIntoATextField() {
+    desktop::Bind(field, edit);
+    edit.setText(QStringLiteral("old"));
+    connections.push_back(field.KeyDown.Connect([this](const platform::Key& key) {
+      told.push_back(key == platform::Key::Paste() ? "paste key" : "key");
+    }));
+    connections.push_back(field.KeyUp.Connect([this](const platform::Key&) { told.push_back("key up"); }));
+    connections.push_back(field.MouseDown.Connect([this] { told.push_back("mouse"); }));
+    connections.push_back(field.MouseUp.Connect([this] { told.push_back("mouse up"); }));
+    connections.push_back(field.Changed.Connect([this] { told.push_back("text " + field.text()); }));
+    QApplication::clipboard()->setText(QStringLiteral("new"));
+    edit.selectAll();
+  }
+  QMenu* UserOpensMenu() {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {2, 2}, edit.mapToGlobal(QPoint(2, 2)));
+    QApplication::sendEvent(&edit, &event);
+    return edit.findChild<QMenu*>();
+  }
+  static void UserChooses(QMenu& menu, const QString& beginning) {
+    for (auto* action : menu.actions()) {
+      if (action->text().startsWith(beginning)) action->trigger();
+    }
+    menu.close();
+  }
+
+  platform::TextField field;
+  QLineEdit edit;
+  const tests::ShownWindow shown{edit};
+  std::vector<std::string> told;
+  std::vector<platform::Connection> connections;
+};
+
+TEST_F(PastingIntoATextField, IsToldAsTheSameKeyWhicheverKeysPasteHere) {
+  for (const auto& [key, modifier] :
+       {std::pair(Qt::Key_Insert, Qt::ShiftModifier), std::pair(Qt::Key_V, Qt::ControlModifier)}) {
+    edit.setText(QStringLiteral("old"));
+    edit.selectAll();
+    told.clear();
+    QTest::keyClick(&edit, key, modifier);
+    EXPECT_THAT(told, testing::ElementsAre("key", "paste key", "text new", "key up", "key up"))
+        << key << " after its modifier";
+  }
+}
+
+TEST_F(PastingIntoATextField, FallsBetweenPressAndReleaseOfTheMouse) {
+  auto* menu = UserOpensMenu();
+  ASSERT_NE(menu, nullptr);
+  EXPECT_THAT(told, testing::ElementsAre("mouse up")) << "a menu that is left again leaves nothing behind";
+  told.clear();
+  UserChooses(*menu, QStringLiteral("&Paste"));
+  EXPECT_THAT(told, testing::ElementsAre("mouse", "text new", "mouse up"));
+
+  edit.selectAll();
+  told.clear();
+  UserChooses(*UserOpensMenu(), QStringLiteral("Cu&t"));
+  EXPECT_THAT(told, testing::ElementsAre("mouse up", "text ")) << "cutting is no pasting";
+}
+
+TEST_F(PastingIntoATextField, WithTheMiddleButtonIsTheMousesToo) {
+  if (!QApplication::clipboard()->supportsSelection()) GTEST_SKIP() << "this platform has no selection";
+  QApplication::clipboard()->setText(QStringLiteral("mid"), QClipboard::Selection);
+  edit.clear();
+  told.clear();
+  QTest::mouseClick(&edit, Qt::MiddleButton);
+  tests::Settle();
+  EXPECT_THAT(told, testing::ElementsAre("mouse", "text mid", "mouse up"));
+}
+
+TEST(ATextField, FiltersWhatAnInputMethodPutsIn) {
+  platform::TextField field;
+  field.key_filter = DigitsOnly;
+  QLineEdit edit;
+  desktop::Bind(field, edit);
+  QInputMethodEvent composed;
+  composed.setCommitString(QString::fromUtf8("1\xC3\xA9 2"));
+  QApplication::sendEvent(&edit, &composed);
+  EXPECT_EQ(field.text(), "12");
 }
 
 TEST(AWidget, FollowsItsControl) {

@@ -1,9 +1,14 @@
 #include "desktop/binders/text_field_binding.h"
 
 #include <algorithm>
+#include <optional>
 
+#include <QAction>
 #include <QApplication>
+#include <QContextMenuEvent>
+#include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QValidator>
 
 #include "desktop/binders/binding.h"
@@ -51,22 +56,86 @@ class TextFieldBinding : public Binding {
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() != QEvent::KeyPress || !field_.key_filter || edit_.isReadOnly()) return false;
-    const auto key = TypedCharacter(*static_cast<QKeyEvent*>(event));
-    if (!key) return false;
-    const auto taken = field_.key_filter(*key);
-    if (!taken) {
-      QApplication::beep();
-    } else {
-      edit_.insert(QString::fromUcs4(&*taken, 1));
+    switch (event->type()) {
+      case QEvent::KeyPress:
+        return PressKey(*static_cast<QKeyEvent*>(event));
+      case QEvent::KeyRelease:
+        field_.KeyUp(PressedKey(*static_cast<QKeyEvent*>(event)));
+        return false;
+      case QEvent::InputMethod:
+        FilterComposed(*static_cast<QInputMethodEvent*>(event));
+        return false;
+      case QEvent::MouseButtonPress:
+      case QEvent::Drop:
+        field_.MouseDown();
+        if (event->type() == QEvent::Drop) ReleaseMouseAfterwards();
+        return false;
+      case QEvent::MouseButtonRelease:
+        ReleaseMouseAfterwards();
+        return false;
+      case QEvent::ContextMenu:
+        ShowMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
+        return true;
+      default:
+        return false;
     }
-    return true;
   }
 
  private:
   void ShowText() {
     const auto text = ToQt(field_.text());
     if (edit_.text() != text) edit_.setText(text);
+  }
+
+  /// Whether the key goes no further.
+  bool PressKey(const QKeyEvent& event) {
+    field_.KeyDown(PressedKey(event));
+    const auto typed = TypedCharacter(event);
+    if (!typed || !field_.key_filter || edit_.isReadOnly()) return false;
+    if (const auto taken = Filter(*typed)) edit_.insert(QString::fromUcs4(&*taken, 1));
+    return true;
+  }
+
+  std::optional<char32_t> Filter(char32_t key) {
+    const auto taken = field_.key_filter(key);
+    if (!taken) QApplication::beep();
+    return taken;
+  }
+
+  /// What an input method puts in is typed as well.
+  void FilterComposed(QInputMethodEvent& event) {
+    if (!field_.key_filter || event.commitString().isEmpty()) return;
+    QString taken;
+    for (const char32_t key : event.commitString().toUcs4()) {
+      if (const auto character = Filter(key)) taken += QString::fromUcs4(&*character, 1);
+    }
+    event.setCommitString(taken, event.replacementStart(), event.replacementLength());
+  }
+
+  /// The edit has yet to act on the release (the middle button pastes) or on the drop.
+  void ReleaseMouseAfterwards() {
+    QMetaObject::invokeMethod(
+        this, [this] { field_.MouseUp(); }, Qt::QueuedConnection);
+  }
+
+  /// The edit's own menu. Of its choices only the pasting is told: the others bring nothing in.
+  void ShowMenu(const QPoint& place) {
+    field_.MouseUp();  // the menu has the mouse from here on
+    auto* menu = edit_.createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto paste_keys = QKeySequence(QKeySequence::Paste).toString(QKeySequence::NativeText);
+    for (auto* action : menu->actions()) {
+      if (!action->text().endsWith(QLatin1Char('\t') + paste_keys)) continue;
+      action->disconnect(&edit_);
+      connect(action, &QAction::triggered, this, [this] { PasteByMouse(); });
+    }
+    menu->popup(place);
+  }
+
+  void PasteByMouse() {
+    field_.MouseDown();
+    edit_.paste();
+    field_.MouseUp();
   }
 
   platform::TextField& field_;

@@ -14,4 +14,18 @@ std::optional<char32_t> TypedCharacter(const QKeyEvent& key) {
   return QChar::isPrint(character) ? std::optional(character) : std::nullopt;
 }
 
+platform::Key PressedKey(const QKeyEvent& key) {
+  if (key.matches(QKeySequence::Paste)) return platform::Key::Paste();
+  constexpr int kInsert = platform::Key::Paste().code;
+  // The host's codes of letters, digits and the blank are those of the characters.
+  const bool is_character = key.key() >= Qt::Key_Space && key.key() <= Qt::Key_Z;
+  const auto modifiers = key.modifiers();
+  return {.code = key.key() == Qt::Key_Insert ? kInsert
+                  : is_character              ? key.key()
+                                              : 0,
+          .shift = modifiers.testFlag(Qt::ShiftModifier),
+          .control = modifiers.testFlag(Qt::ControlModifier),
+          .alt = modifiers.testFlag(Qt::AltModifier)};
+}
+
 }  // namespace desktop

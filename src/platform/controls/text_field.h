@@ -11,7 +11,7 @@ namespace platform {
 
 /// A key of the keyboard and what was held with it, as a field is told of it.
 struct Key {
-  int code = 0;  ///< the host's virtual key code
+  int code = 0;  ///< that of its character, 45 for Insert; 0 for a key that has neither
   bool shift = false;
   bool control = false;
   bool alt = false;
@@ -46,7 +46,7 @@ class TextField : public Control {
   Event<> Changed;
 
   // What the user does with keyboard and mouse, told by the view: the pressing before the text changes, the
-  // releasing after it. A menu, or a text dropped on the field, is the mouse's for as long as it takes.
+  // releasing after it. Pasting from a menu and dropping a text on the field are the mouse's.
   Event<Key> KeyDown;
   Event<Key> KeyUp;
   Event<> MouseDown;
