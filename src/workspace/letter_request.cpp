@@ -142,8 +142,8 @@ void LetterRequest::ClearRequest(LetterPage& page) {
 }
 
 void LetterRequest::ClearCorrespondence() {
-  uses_.form_types.FilterFormType("", PageIndex::kCorrespondence);
   for (auto& option : uses_.pages.correspondence.OptOnline) option.SetEnabled(false);
+  uses_.form_types.FilterFormType("", PageIndex::kCorrespondence);
 }
 
 void LetterRequest::ClearTracking() {
@@ -154,6 +154,7 @@ void LetterRequest::ClearTracking() {
     date->SetValue(uses_.services.clock.Today());
     date->SetValue(std::nullopt);
   }
+  page.txtFormNum.SetText("");
   page.txtBatch.SetText("");
   page.txtTD.SetText("");
   uses_.form_types.FilterFormType("CMOV", PageIndex::kTracking);

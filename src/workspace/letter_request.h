@@ -14,7 +14,8 @@
 
 namespace workspace {
 
-/// The form types a letter type needs a document of, as a text of one-character codes; "" where it needs none.
+/// The form types a letter type needs a document of, as a text of one-character codes; "" where it needs
+/// none.
 std::string RequiredFormTypes(platform::Utilities& utilities, const std::string& letter_type);
 
 /// The request for one letter: what its letter type needs, whether it may be sent, and how it is cleared.

@@ -168,6 +168,7 @@ TEST_F(LetterRequestTest, ClearsTheTrackingPageAndReleasesItsCustomer) {
   auto& page = pages_.tracking;
   customer_.TrackingCustomerFixed = true;
   page.from_date.SetValue(fakes_.clock.Today());
+  page.txtFormNum.SetText("1234567");
   page.txtBatch.SetText("7");
   page.txtTD.SetText("A12");
   page.OptLetterStatus[TrackingPage::kAll].SetSelected(true);
@@ -175,7 +176,7 @@ TEST_F(LetterRequestTest, ClearsTheTrackingPageAndReleasesItsCustomer) {
 
   EXPECT_FALSE(customer_.TrackingCustomerFixed);
   EXPECT_TRUE(page.from_date.IsEmpty());
-  EXPECT_EQ(page.txtBatch.text() + page.txtTD.text(), "");
+  EXPECT_EQ(page.txtFormNum.text() + page.txtBatch.text() + page.txtTD.text(), "");
   EXPECT_FALSE(page.OptLetterStatus[TrackingPage::kAll].selected());
   EXPECT_FALSE(page.search.enabled());
   EXPECT_THAT(OfferedFormTypes(kTracking), ElementsAre("", "C", "M", "O", "V"));

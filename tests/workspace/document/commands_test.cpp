@@ -69,8 +69,6 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   const std::vector<platform::Control*> controls = {
       &pages.correspondence.OptOnline[CorrespondencePage::kViewLetter],
       &pages.correspondence.OptOnline[CorrespondencePage::kPrintLetter],
-      &pages.correspondence.panel.select_customer,
-      &pages.tracking.panel.select_account,
       &pages.tracking.search,
       &pages.tracking.OptLetter[TrackingPage::kReprintLocal],
       &pages.batch.cmdBatch[BatchPage::kSearch],
@@ -90,7 +88,7 @@ TEST_F(Commands, ClearTheTrackingPage) {
   page.txtFormNum.SetText("1234567");
   page.txtBatch.SetText("7");
   page.clear.UserClicks();
-  EXPECT_EQ(page.ZEMLO_LetterType.GetText() + page.txtBatch.text(), "");
+  EXPECT_EQ(page.ZEMLO_LetterType.GetText() + page.txtFormNum.text() + page.txtBatch.text(), "");
 }
 
 }  // namespace
