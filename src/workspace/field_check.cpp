@@ -110,21 +110,28 @@ bool FieldCheck::Apply(PageIndex page, const std::vector<Rule>& rules) {
 
 void FieldCheck::DefaultFieldColor(PageIndex index) {
   platform::Trap(services_, "ZEMLO_Corresp.DefaultFieldColor", [&] {
-    const auto normal = [this](platform::Control& control) { services_.utilities.MarkFieldValid(control); };
-    if (index == PageIndex::kCorrespondence || index == PageIndex::kTracking) {
-      auto& page = pages_.Letter(index);
-      normal(page.txtFormNum);
-      normal(page.ZEMLO_LetterType);
-      normal(page.ZEMLO_FormTypeCodes);
-    }
-    auto& tracking = pages_.tracking;
-    auto& batch = pages_.batch;
-    for (auto* date : {&tracking.from_date, &tracking.to_date, &batch.start_date, &batch.end_date})
-      normal(*date);
-    for (auto& option : tracking.OptLetterStatus) normal(option);
-    for (auto& option : batch.OptBatchStatus) normal(option);
-    for (auto& option : batch.OptBatchDate) normal(option);
+    for (auto* field : CheckedFields(index)) services_.utilities.MarkFieldValid(*field);
   });
+}
+
+std::vector<platform::Control*> FieldCheck::CheckedFields(PageIndex index) {
+  auto& tracking = pages_.tracking;
+  auto& batch = pages_.batch;
+  std::vector<platform::Control*> fields;
+  if (index == PageIndex::kCorrespondence || index == PageIndex::kTracking) {
+    auto& page = pages_.Letter(index);
+    fields = {&page.txtFormNum, &page.ZEMLO_LetterType, &page.ZEMLO_FormTypeCodes};
+  }
+  if (index == PageIndex::kTracking) {
+    fields.insert(fields.end(), {&tracking.from_date, &tracking.to_date});
+    for (auto& option : tracking.OptLetterStatus) fields.push_back(&option);
+  }
+  if (index == PageIndex::kBatch) {
+    fields = {&batch.start_date, &batch.end_date};
+    for (auto& option : batch.OptBatchStatus) fields.push_back(&option);
+    for (auto& option : batch.OptBatchDate) fields.push_back(&option);
+  }
+  return fields;
 }
 
 void FieldCheck::ClearEdit() {

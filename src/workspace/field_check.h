@@ -22,7 +22,7 @@ class FieldCheck {
   /// says why a command is disabled.
   const std::vector<std::string>& messages(PageIndex page) { return messages_[page]; }
 
-  /// Gives the page's checked fields, and the dates and options a search is made with, their normal look.
+  /// Gives the page's checked fields, the dates and options of its search included, their normal look.
   void DefaultFieldColor(PageIndex page);
   /// Gives the tracking page's two dates their normal look.
   void ClearEdit();
@@ -36,6 +36,7 @@ class FieldCheck {
   std::vector<Rule> CorrespondenceRules();
   std::vector<Rule> TrackingRules();
   std::vector<Rule> BatchRules();
+  std::vector<platform::Control*> CheckedFields(PageIndex page);
   bool NothingToSearchFor();
   bool IsFormNumberInvalid(LetterPage& page);
   bool Apply(PageIndex page, const std::vector<Rule>& rules);

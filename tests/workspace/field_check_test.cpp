@@ -1,5 +1,7 @@
 #include "workspace/field_check.h"
 
+#include <map>
+
 #include "tests/workspace/workspace_room_test.h"
 
 namespace workspace {
@@ -108,6 +110,24 @@ TEST_F(FieldCheckTest, ChecksDatesAndStatusOfABatchSearch) {
   page.end_date.SetValue(year(2004) / 3 / 2);
   EXPECT_THAT(Check(PageIndex::kBatch), IsEmpty());
   EXPECT_TRUE(page.cmdBatch[BatchPage::kSearch].enabled());
+}
+
+// A key pressed on one page used to take the marks off the others.
+TEST_F(FieldCheckTest, LeavesTheMarksOfOtherPagesAlone) {
+  const std::map<PageIndex, std::vector<platform::Control*>> fields = {
+      {kPage, {&pages_.correspondence.txtFormNum, &pages_.correspondence.ZEMLO_FormTypeCodes}},
+      {kTracking, {&pages_.tracking.from_date, &pages_.tracking.OptLetterStatus[TrackingPage::kAll]}},
+      {PageIndex::kBatch, {&pages_.batch.end_date, &pages_.batch.OptBatchDate[BatchPage::kLastNight]}},
+  };
+  for (const auto& [checked, unused] : fields) {
+    for (const auto& [page, controls] : fields) {
+      for (auto* control : controls) control->SetMarkedInvalid(true);
+    }
+    field_check_.DefaultFieldColor(checked);
+    for (const auto& [page, controls] : fields) {
+      for (auto* control : controls) EXPECT_EQ(control->marked_invalid(), page != checked);
+    }
+  }
 }
 
 TEST_F(FieldCheckTest, GivesTheSearchDatesTheirNormalLook) {
