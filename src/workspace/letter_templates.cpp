@@ -6,7 +6,6 @@
 #include "platform/request_record.h"
 #include "platform/text.h"
 #include "platform/xml.h"
-#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 
@@ -18,6 +17,7 @@ using platform::Trap;
 using platform::Trim;
 
 constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
+constexpr std::string_view kCopyProcedure = "ZEMLO_Corresp.CopyTemplate";
 
 // {R} stands for the quoted region, {T} for today, {L} for the quoted letter type. The blanks belong to the
 // statements.
@@ -44,7 +44,8 @@ constexpr std::string_view kFolderInquiry =
 
 // Names come from catalogue and history rows: none of them may lead out of the template folder.
 std::string_view PlainName(std::string_view name) {
-  if (name.find_first_of("/\\:") == std::string_view::npos && name != "..") return name;
+  const bool is_plain = !name.empty() && name.find_first_of("/\\:") == std::string_view::npos;
+  if (is_plain && name != "." && name != "..") return name;
   throw Failure(Failure::Kind::kRefused,
                 "The template name \"" + std::string(name) +
                     "\" is no plain file name. Correct it in the template catalogue.");
@@ -100,25 +101,30 @@ void LetterTemplates::ReadServerFolder(const std::string& reply) {
 }
 
 void LetterTemplates::CopyTemplate() {
-  Trap(services_, "ZEMLO_Corresp.CopyTemplate", [&] {
+  bool started = false;
+  const bool all_visited = Trap(services_, kCopyProcedure, [&] {
     const auto rows = Catalogue(kAllTemplates);
     services_.host.SetMousePointer(platform::MousePointer::kHourglass);
-    bool started = false;
     for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
       services_.status.ShowStatus("Checking templates.");
       const std::string name(Trim(rows->Text(row, "DCMT_NM")));
-      PassOverMissingFile([&] { DownloadWhereMissing(name, started); });
+      // A name that is wrong in the catalogue is no reason to go without the other templates.
+      if (Trap(services_, kCopyProcedure, [&] { PlainName(name); })) DownloadWhereMissing(name, started);
     }
-    if (!started) services_.status.ShowStatus("Ready");
-    state_.pending_request_name.clear();
   });
+  if (!started || !all_visited) services_.status.ShowStatus("Ready");
+  state_.pending_request_name.clear();
 }
 
 void LetterTemplates::DownloadWhereMissing(const std::string& name, bool& started) {
-  if (services_.files.Exists(LocalPath(name))) return;
-  listener_.DownloadFile(ServerPath(name), services_.settings.TemplateFolder(), 0);
-  services_.status.ShowStatus("Downloading templates.");
-  started = true;
+  bool is_here = false;
+  PassOverMissingFile([&] { is_here = services_.files.Exists(LocalPath(name)); });
+  if (is_here) return;
+  PassOverMissingFile([&] {
+    listener_.DownloadFile(ServerPath(name), services_.settings.TemplateFolder(), 0);
+    services_.status.ShowStatus("Downloading templates.");
+    started = true;
+  });
 }
 
 std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {

@@ -92,6 +92,27 @@ TEST_F(LetterTemplatesTest, PassOverAMissingFileAndEndAtAnyOtherFailure) {
   templates_.CopyTemplate();
   EXPECT_THAT(Downloads(), ElementsAre("A.docx to templates/", "B.docx to templates/"));
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CopyTemplate"));
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+}
+
+TEST_F(LetterTemplatesTest, DownloadTheOthersWhereOneNameOfTheCatalogueIsWrong) {
+  GivenCatalogue({"..\\A.docx", "", "B.docx", "C.docx"});
+  fakes_.files.broken["templates/B.docx"] = Kind::kNotFound;
+  templates_.CopyTemplate();
+  EXPECT_THAT(Downloads(), ElementsAre("B.docx to templates/", "C.docx to templates/"));
+  EXPECT_THAT(fakes_.errors.Procedures(),
+              ElementsAre("ZEMLO_Corresp.CopyTemplate", "ZEMLO_Corresp.CopyTemplate"));
+  EXPECT_THAT(fakes_.errors.reports[0].description, testing::HasSubstr("\"..\\A.docx\""));
+}
+
+TEST_F(LetterTemplatesTest, SayReadyWhereTheCatalogueCannotBeRead) {
+  state_.pending_request_name = "GetNetworkPath";
+  fakes_.reference.AnswersBy([](const std::string&) -> std::shared_ptr<platform::RecordSet> {
+    throw platform::Failure(Kind::kDamaged, "no database");
+  });
+  templates_.CopyTemplate();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_EQ(state_.pending_request_name, "");
 }
 
 TEST_F(LetterTemplatesTest, AskTheCatalogueForEveryTemplateThatIsOrWillBeInForce) {
@@ -149,7 +170,7 @@ TEST_F(LetterTemplatesTest, BringAMissingTemplateFromTheServer) {
 }
 
 TEST_F(LetterTemplatesTest, RefuseNamesThatLeaveTheFolder) {
-  for (const auto* name : {"../A.docx", "..", "a\\b.docx", "C:A.docx", "/etc/passwd"}) {
+  for (const auto* name : {"../A.docx", "..", "a\\b.docx", "C:A.docx", "/etc/passwd", ".", ""}) {
     EXPECT_THROW(templates_.LocalPath(name), platform::Failure) << name;
     EXPECT_THROW(templates_.ServerPath(name), platform::Failure) << name;
   }
