@@ -99,7 +99,7 @@ void LetterGeneration::CreateNewCorrespondence() {
   const AtExit enable(uses_.services, kProcedure, [this] {
     uses_.pages.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(true);
   });
-  Trap(uses_.services, kProcedure, [&] {
+  const bool is_done = Trap(uses_.services, kProcedure, [&] {
     uses_.letter.printed_from_entry_form = false;
     const auto context = Reply("XML_Context");
     if (context != nullptr) uses_.letter.context = context->FirstText();
@@ -113,11 +113,13 @@ void LetterGeneration::CreateNewCorrespondence() {
       FinishLetter(root, uses_.letter);
     } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
       TellAddressErrors(root);
+      uses_.services.status.ShowStatus("Ready");
     } else {
       uses_.services.status.ShowStatus("Ready");
       uses_.forms.ShowLetterInformation(uses_.letter.context);
     }
   });
+  if (!is_done) uses_.services.status.ShowStatus("Ready");
 }
 
 std::shared_ptr<platform::RecordSet> LetterGeneration::Reply(const std::string& record_name) const {

@@ -83,6 +83,10 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
       ElementsAre("This request can not be processed at this time. Please create a template to complete this "
                   "request.",
                   "Unable to process this request. No template is available for print."));
+  for (const auto& message : fakes_.host.messages) {
+    EXPECT_EQ(message.icon, platform::MessageIcon::kExclamation);
+    EXPECT_EQ(message.title, "Letters");
+  }
   EXPECT_THAT(fakes_.server.requests, IsEmpty());
 }
 
@@ -164,10 +168,12 @@ TEST_F(LetterGenerationTest, LetsTheUserCompleteALetter) {
 TEST_F(LetterGenerationTest, RecordsNothingThatWasNotPrinted) {
   GivenTemplate("TAX110.docx");
   UserAsksFor("110");
+  auto& create = pages_.correspondence.OptOnline[CorrespondencePage::kCreateLetter];
+  create.SetEnabled(false);
   forms_.answer = {"<XML_CONTEXT/>", false};
   ServerRepliesWith(kForUser);
   EXPECT_THAT(fakes_.server.requests, SizeIs(1));
-  EXPECT_TRUE(pages_.correspondence.OptOnline[CorrespondencePage::kCreateLetter].enabled());
+  EXPECT_TRUE(create.enabled());
 }
 
 TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
@@ -188,6 +194,11 @@ TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
     ServerRepliesWith(std::string("<XML_CONTEXT State=\"400000\" AddrState=\"") + address_state + "\"/>",
                       {{"PRNT_STTS_CD", "V"}});
     EXPECT_EQ(fakes_.host.MessageTexts(), messages);
+    for (const auto& message : fakes_.host.messages) {
+      EXPECT_EQ(message.icon, platform::MessageIcon::kCritical);
+      EXPECT_EQ(message.title, "Letters");
+    }
+    EXPECT_EQ(fakes_.status.LastText(), "Ready");
     EXPECT_THAT(forms_.shown, IsEmpty());
   }
 }
@@ -212,6 +223,7 @@ TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {
   fakes_.RunEvents();
   generation_.CreateNewCorrespondence();
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CreateNewCorrespondence"));
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
   EXPECT_FALSE(print_.HasCalled("MergeBookmarks"));
   EXPECT_EQ(letter_.customer_id, "");
 }
