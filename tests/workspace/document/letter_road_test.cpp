@@ -58,6 +58,7 @@ TEST_F(LetterRoad, TakesTheDocumentOfADocumentLetter) {
 
 TEST_F(LetterRoad, LetsTheUserTryAgainAfterAnErrorReply) {
   GivenLetterIsAskedFor();
+  GivenCreateLetterIsDisabled();
   fakes_.server.ReplyWithError("Customer 4711 has moved.");
   fakes_.RunEvents();
   EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre("Customer 4711 has moved."));
@@ -67,6 +68,29 @@ TEST_F(LetterRoad, LetsTheUserTryAgainAfterAnErrorReply) {
   const auto sent = fakes_.server.requests.size();
   UserClicksCreateLetter();  // the option still is selected: releasing the button over it counts
   EXPECT_EQ(fakes_.server.requests.size(), sent + 1);
+}
+
+TEST_F(LetterRoad, SaysWhenTheServerDidNotAnswerInTime) {
+  GivenLetterIsAskedFor();
+  fakes_.server.TimesOut();
+  fakes_.RunEvents();
+  EXPECT_EQ(fakes_.status.LastText(), "Search timed out");
+}
+
+TEST_F(LetterRoad, EnablesTheLetterActionsOfTheTrackingPageAfterEveryReply) {
+  auto& frame = document_.pages().tracking.letter_action;
+  const std::function<void()> replies[] = {
+      [this] { fakes_.server.ReplyWithNothing(); },
+      [this] { fakes_.server.ReplyWithError("no"); },
+      [this] { fakes_.server.ReplyForApplication("Another"); },
+  };
+  for (const auto& reply : replies) {
+    GivenLetterIsAskedFor();
+    frame.SetEnabled(false);
+    reply();
+    fakes_.RunEvents();
+    EXPECT_TRUE(frame.enabled());
+  }
 }
 
 TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
@@ -87,6 +111,7 @@ TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
   for (const auto& [context, message] : cases) {
     fakes_.host.messages.clear();
     GivenLetterIsAskedFor();
+    GivenCreateLetterIsDisabled();
     ServerRepliesWithContext(context);
     EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre(message));
     EXPECT_EQ(fakes_.host.messages[0].icon, platform::MessageIcon::kExclamation);

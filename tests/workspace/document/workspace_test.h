@@ -72,6 +72,10 @@ class WorkspaceTest : public testing::Test {
   void UserClicks(std::size_t online_option) {
     document_.pages().correspondence.OptOnline[online_option].UserClicks();
   }
+  /// What disables it meanwhile; the reply has to enable it again.
+  void GivenCreateLetterIsDisabled() {
+    document_.pages().correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(false);
+  }
   void UserClicksCreateLetter() { UserClicks(CorrespondencePage::kCreateLetter); }
 
   void ServerRepliesWithContext(const std::string& xml, const fakes::Row& history = {{"CUST_ID", "4711"}}) {
