@@ -16,6 +16,9 @@ namespace workspace {
 /// The host makes it, calls Initialize, then Show each time it shows the document, and CloseDocument or
 /// BeforeUnload and Terminate when it goes. What the user does reaches it through the controls of its pages.
 /// It never holds unsaved data. User-interface thread only; nothing leaves its members.
+///
+/// Its handlers open forms and message boxes, and go on when these close: from inside one, the document must
+/// not be destroyed, nor initialised again.
 class ZEMLO_Corresp {
  public:
   /// `services` outlives the document.
