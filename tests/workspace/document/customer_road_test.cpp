@@ -1,0 +1,110 @@
+#include <gmock/gmock.h>
+
+#include "customers/customer_search.h"
+#include "tests/workspace/document/workspace_test.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+/// A customer on its way to a page: from a listed letter, from the server, from the search.
+class CustomerRoad : public WorkspaceTest {
+ protected:
+  CustomerRoad() {
+    GivenWorkspaceIsOpen();
+    document_.pages().tabs.Select(kTracking);
+    page_.sdgGrid.Bind(fakes::RowsOf(
+        "CORRHIST", {{{"SEQ_NBR", 7}, {"CUST_ID", "4711"}, {"PRNT_STTS_CD", "P"}}, {{"SEQ_NBR", 8}}}));
+  }
+  void ServerReplies(fakes::ScriptedReply reply) {
+    fakes_.server.Reply(std::move(reply));
+    fakes_.RunEvents();
+  }
+  void UserChooses(platform::Command& command, const fakes::Row& customer) {
+    fakes_.host.user_in_form = [this, customer](platform::Form& form) {
+      auto& search = static_cast<customers::frmCustSearch&>(form);
+      caption_ = search.caption();
+      search.cmdFind.UserClicks();
+      ServerReplies(fakes::ScriptedReply::With("CUSTOMER", {customer}));
+      search.cmdOk.UserClicks();
+    };
+    command.UserClicks();
+  }
+  static fakes::Row Acme() {
+    return {{"Cust_Id", "9000"},          {"CUST_BSNS_NM", "ACME"}, {"FIRST_NM", {}},       {"LAST_NM", {}},
+            {"mail_addr_1", "1 MAIN ST"}, {"mail_addr_2", {}},      {"mail_city", "TULSA"}, {"mail_st", "OK"},
+            {"mail_zip_cd", "74103"}};
+  }
+
+  std::string caption_;  ///< of the search that was opened last
+  TrackingPage& page_ = document_.pages().tracking;
+};
+
+TEST_F(CustomerRoad, ShowsTheCustomerOfAListedLetter) {
+  page_.sdgGrid.UserSelects({0});
+  EXPECT_FALSE(page_.letter_action.enabled());
+  ServerReplies(fakes::ScriptedReply::With(
+      "XML_CONTEXT", {{{"XML_CONTEXT",
+                        "<XML_CONTEXT><CUST_ID>4711</CUST_ID><CUSTOMER_NAME>ACME</CUSTOMER_NAME>"
+                        "<CUSTOMER_ADDR>1 MAIN ST\nTULSA, OK 74103</CUSTOMER_ADDR></XML_CONTEXT>"}}}));
+  EXPECT_EQ(page_.panel.name.caption(), "ACME");
+  EXPECT_EQ(page_.panel.city_line.caption(), "TULSA, OK 74103");
+  EXPECT_TRUE(page_.letter_action.enabled());
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+}
+
+TEST_F(CustomerRoad, AsksTheServerWhereTheLetterHasNoAddress) {
+  page_.sdgGrid.UserSelects({0});
+  ServerReplies(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<XML_CONTEXT/>"}}}));
+  EXPECT_THAT(LastRequest().Keys(),
+              ElementsAre("KORVADSK|key:CUST_ID|=|4711", "CUSTOMER|key:ExclCols|=|OT_BAL"));
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
+
+  ServerReplies(fakes::ScriptedReply::With("CUSTOMER", {Acme()}));
+  EXPECT_EQ(page_.panel.name.caption(), "ACME");
+  EXPECT_EQ(page_.panel.customer_id.caption(), "9000");
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+TEST_F(CustomerRoad, GivesTheLetterActionsBackAfterAnError) {
+  page_.sdgGrid.UserSelects({0});
+  fakes_.server.ReplyWithError("There is no letter \"7\" in the history.");
+  fakes_.RunEvents();
+  EXPECT_TRUE(page_.letter_action.enabled());
+  EXPECT_EQ(fakes_.status.LastText(), "Search was not successful");
+}
+
+TEST_F(CustomerRoad, KeepsTheCustomerThatTheUserChoseForAListedLetter) {
+  UserChooses(page_.panel.select_customer, Acme());
+  EXPECT_TRUE(document_.customer().TrackingCustomerFixed);
+  const auto sent = fakes_.server.requests.size();
+  page_.sdgGrid.UserSelects({0});
+  page_.sdgGrid.UserSelects({1});
+  EXPECT_EQ(fakes_.server.requests.size(), sent);
+  EXPECT_EQ(page_.panel.customer_id.caption(), "9000");
+}
+
+TEST_F(CustomerRoad, LetsTheUserChooseAnotherCustomerOnceThePageIsCleared) {
+  auto& page = document_.pages().correspondence;
+  struct Way {
+    platform::Command& command;
+    const char* caption;
+  };
+  for (const auto& [command, caption] : {Way{page.panel.select_customer, "Select Customer"},
+                                         Way{page.panel.select_account, "Select Account"}}) {
+    UserChooses(command, Acme());
+    EXPECT_EQ(caption_, caption);
+    EXPECT_EQ(page.panel.customer_id.caption(), "9000");
+    EXPECT_FALSE(page.panel.select_customer.enabled());
+    EXPECT_FALSE(page.panel.select_account.enabled());
+    page.OptOnline[CorrespondencePage::kClear].UserClicks();
+    EXPECT_TRUE(command.enabled());
+  }
+}
+
+}  // namespace
+}  // namespace workspace
