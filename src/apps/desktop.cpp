@@ -1,0 +1,77 @@
+#include "apps/desktop.h"
+
+#include "desktop/form_views.h"
+#include "desktop/help_box.h"
+#include "desktop/qt_text.h"
+#include "desktop/workspace_view.h"
+
+namespace apps {
+namespace {
+
+constexpr auto kWelcome =
+    "New here? With the demo data: press Select Customer and find 100001, choose \"Registration "
+    "Confirmation\" "
+    "under Correspondence Names, then Create Letter. F1 tells more.";
+constexpr auto kWelcomeRead = "Window/WelcomeRead";
+constexpr auto kGeometry = "Window/Geometry";
+constexpr QSize kUsualSize(1240, 780);
+
+/// The button of the host's toolbar that helps; those before kPages turn the pages.
+constexpr int kHelpButton = 15;
+constexpr int kPages = 3;
+
+}  // namespace
+
+Desktop::Desktop(const host::DataFolder& folder)
+    : own_settings_(desktop::ToQt((folder.Config() / "desktop.ini").string()), QSettings::IniFormat),
+      shell_(events_),
+      preview_(events_, shell_.window()),
+      notices_(shell_.window()),
+      office_(folder,
+              {shell_, shell_, events_, preview_, notices_,
+               [this](const std::string& description, const std::string&) { TellError(description); }}) {
+  desktop::RegisterFormViews(shell_);
+}
+
+Desktop::~Desktop() = default;
+
+void Desktop::Open() {
+  auto& workspace = office_.workspace();
+  workspace.Initialize();
+  view_ = std::make_unique<desktop::WorkspaceView>(workspace.pages());
+  window().ShowDocument(view_.get());
+  window().toolbar_pressed = [this](int button) { Pressed(button); };
+  window().may_close = [this] { return Close(); };
+  OpenWindow();
+  workspace.Show();
+}
+
+void Desktop::OpenWindow() {
+  window().resize(kUsualSize);
+  window().restoreGeometry(own_settings_.value(QLatin1String(kGeometry)).toByteArray());
+  if (!own_settings_.value(QLatin1String(kWelcomeRead), false).toBool()) {
+    window().ShowNotice(QLatin1String(kWelcome));
+    window().notice_dismissed = [this] { own_settings_.setValue(QLatin1String(kWelcomeRead), true); };
+  }
+  window().show();
+}
+
+void Desktop::Pressed(int button) {
+  if (button == kHelpButton) desktop::ShowHelp(window());
+  if (button < 1 || button > kPages) return;
+  office_.workspace().pages().tabs.Select(static_cast<workspace::PageIndex>(button - 1));
+}
+
+bool Desktop::Close() {
+  own_settings_.setValue(QLatin1String(kGeometry), window().saveGeometry());
+  return office_.workspace().CloseDocument();
+}
+
+// From any thread.
+void Desktop::TellError(const std::string& description) {
+  events_.Post([this, description] {
+    window().ShowNotice(desktop::ToQt(description + " (The error log has the details.)"));
+  });
+}
+
+}  // namespace apps

@@ -1,0 +1,84 @@
+#include "desktop/customer_search_view.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+
+#include "desktop/binders/command_binding.h"
+#include "desktop/binders/text_field_binding.h"
+#include "desktop/field_layout.h"
+
+namespace desktop {
+namespace {
+
+constexpr QSize kSmallestList(620, 300);
+
+}  // namespace
+
+CustomerSearchView::CustomerSearchView(customers::frmCustSearch& form, QWidget* parent)
+    : QWidget(parent),
+      form_(form),
+      find_(new QLineEdit(this)),
+      search_(MakeButton(form.cmdFind, this)),
+      found_(new GridView(this)),
+      ok_(MakeButton(form.cmdOk, this)) {
+  LayOut();
+  Bind(form_.txtFind, *find_);
+  Bind(form_.sdgGrid, *found_, QStringLiteral("Customers found"));
+  connect(found_, &QAbstractItemView::doubleClicked, this, [this] { ok_->click(); });
+  search_->setDefault(true);
+  search_changed_ = form_.cmdFind.LookChanged.Connect([this] { MoveKeyboardAfterSearch(); });
+}
+
+void CustomerSearchView::LayOut() {
+  auto* criterion = new QHBoxLayout;
+  criterion->addWidget(CaptionFor(*find_, "&Find:"));
+  criterion->addWidget(find_, 1);
+  criterion->addWidget(search_);
+  auto* status = new QLabel(this);
+  status->setWordWrap(true);
+  Bind(form_.status, *status);
+  found_->setSelectionMode(QAbstractItemView::SingleSelection);
+  found_->setMinimumSize(kSmallestList);
+  auto* ends = new QHBoxLayout;
+  ends->addStretch();
+  ends->addWidget(ok_);
+  ends->addWidget(MakeButton(form_.cmdCancel, this));
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(criterion);
+  layout->addWidget(status);
+  layout->addWidget(found_, 1);
+  layout->addLayout(ends);
+}
+
+void CustomerSearchView::MoveKeyboardAfterSearch() {
+  const bool ended = searching_ && form_.cmdFind.enabled();
+  searching_ = !form_.cmdFind.enabled();
+  if (!ended) return;
+  if (found_->model()->rowCount() > 0) {
+    found_->setFocus();
+  } else {
+    find_->setFocus();
+    find_->selectAll();
+  }
+}
+
+void CustomerSearchView::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (enter && found_->hasFocus()) {
+    ok_->click();
+  } else if (event->key() == Qt::Key_Down && find_->hasFocus()) {
+    found_->setFocus();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+void CustomerSearchView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  find_->setFocus();
+}
+
+}  // namespace desktop
