@@ -22,6 +22,7 @@ void FormDialog::Open() {
 
 void FormDialog::FormHidden() {
   hide();
+  if (parentWidget() != nullptr) parentWidget()->activateWindow();  // not every host does
   if (form_hidden) form_hidden();
 }
 

@@ -1,0 +1,102 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QTest>
+
+#include "apps/desktop.h"
+#include "tests/desktop/window_driver.h"
+#include "tests/end_to_end/prepared_office.h"
+
+namespace tests {
+namespace {
+
+using testing::HasSubstr;
+using testing::SizeIs;
+
+/// The window as a user without a mouse has it: keys go to whatever has the keyboard.
+class DesktopByKeyboard : public PreparedOffice {
+ protected:
+  DesktopByKeyboard() {
+    desktop_.Open();
+    desktop_.window().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&desktop_.window()));
+    EXPECT_TRUE(WaitFor([this] { return Status() == "Ready"; }));
+  }
+
+  static QWidget& Focus() {
+    EXPECT_TRUE(WaitFor([] { return QApplication::focusWidget() != nullptr; })) << "nothing has the keyboard";
+    auto* focus = QApplication::focusWidget();
+    return focus != nullptr ? *focus : *QApplication::topLevelWidgets().front();
+  }
+  static std::string FocusName() { return Focus().accessibleName().toStdString(); }
+  static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    QTest::keyClick(&Focus(), key, modifiers);
+    Settle();
+  }
+  static void Type(const char* text) {
+    for (const char* character = text; *character != '\0'; ++character) QTest::keyClick(&Focus(), *character);
+    Settle();
+  }
+  static void TabTo(const std::string& name) {
+    for (int stop = 0; stop < 60 && FocusName() != name; ++stop) Press(Qt::Key_Tab);
+    ASSERT_EQ(FocusName(), name);
+  }
+  /// Opens the search, finds the customer by id, and chooses it.
+  void ChooseCustomer(const char* id) {
+    TabTo("Select Customer");
+    OnNextModal([id](QWidget& search) {
+      EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
+      Type(id);
+      Press(Qt::Key_Return);
+      EXPECT_TRUE(WaitFor([&] { return Says(search, "1 customer found."); }));
+      EXPECT_EQ(FocusName(), "Customers found");
+      Press(Qt::Key_Return);
+      EXPECT_FALSE(search.isVisible());
+    });
+    Press(Qt::Key_Space);
+  }
+  static QWidget* Preview() {
+    constexpr int kMostSeconds = 60;  // the layout process starts with the first letter
+    for (int waited = 0; waited < kMostSeconds && QApplication::activeModalWidget() == nullptr; waited += 5) {
+      WaitFor([] { return QApplication::activeModalWidget() != nullptr; });
+    }
+    return QApplication::activeModalWidget();
+  }
+  std::string Status() { return desktop_.window().status().toStdString(); }
+  bool Says(const std::string& text) { return Says(desktop_.window(), text); }
+  static bool Says(const QWidget& window, const std::string& text) {
+    for (const auto* label : window.findChildren<QLabel*>()) {
+      if (label->isVisible() && label->text().contains(QString::fromStdString(text))) return true;
+    }
+    return false;
+  }
+
+  apps::Desktop desktop_{host::DataFolder(data_.path())};
+};
+
+TEST_F(DesktopByKeyboard, ALetterIsMadeFromTheFirstKeyToThePrintedPage) {
+  ChooseCustomer("100001");
+  EXPECT_TRUE(Says("100001"));
+
+  Press(Qt::Key_N, Qt::AltModifier);
+  ASSERT_EQ(FocusName(), "Correspondence Names");
+  Type("Registration C");
+  TabTo("Create Letter");
+  Press(Qt::Key_Space);
+
+  auto* preview = Preview();
+  ASSERT_NE(preview, nullptr) << Status();
+  Press(Qt::Key_P, Qt::ControlModifier);
+  ASSERT_TRUE(WaitFor([this] { return Printed().size() == 1; }));
+  const auto text = PdfText(Printed().front());
+  EXPECT_THAT(text, HasSubstr("Your motor fuel tax registration is confirmed"));
+  EXPECT_THAT(text, HasSubstr("100001"));
+  EXPECT_TRUE(WaitFor([this] { return !History("SEQ_NBR").empty(); }));
+  EXPECT_EQ(History("LTR_TYP_ID || CUST_ID"), "101100001\n");
+
+  if (QApplication::activeModalWidget() != nullptr) Press(Qt::Key_Escape);
+  EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+  EXPECT_TRUE(Says(Printed().front().filename().string())) << "where the letter went";
+}
+
+}  // namespace
+}  // namespace tests
