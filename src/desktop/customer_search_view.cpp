@@ -1,6 +1,7 @@
 #include "desktop/customer_search_view.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QVBoxLayout>
 
@@ -11,7 +12,8 @@
 namespace desktop {
 namespace {
 
-constexpr QSize kSmallestList(620, 300);
+constexpr QSize kSmallestList(720, 320);
+constexpr int kNameColumn = 1;  // the longest texts
 
 }  // namespace
 
@@ -25,6 +27,8 @@ CustomerSearchView::CustomerSearchView(customers::frmCustSearch& form, QWidget* 
   LayOut();
   Bind(form_.txtFind, *find_);
   Bind(form_.sdgGrid, *found_, QStringLiteral("Customers found"));
+  found_->horizontalHeader()->setSectionResizeMode(kNameColumn, QHeaderView::Stretch);
+  found_->horizontalHeader()->setStretchLastSection(false);
   connect(found_, &QAbstractItemView::doubleClicked, this, [this] { ok_->click(); });
   search_->setDefault(true);
   search_changed_ = form_.cmdFind.LookChanged.Connect([this] { MoveKeyboardAfterSearch(); });

@@ -127,4 +127,16 @@ TEST_F(AGrid, FollowsRowsThatComeAndGo) {
   EXPECT_EQ(view.model()->rowCount(), 0);
 }
 
+// The list of a dialog that was filled before it was shown lost its selection, and the dialog its "OK".
+TEST_F(AGrid, KeepsTheSelectionItHasWhenAViewIsBoundToIt) {
+  GivenRows(5);
+  grid.UserSelects({3});
+  clicks = 0;
+  desktop::GridView second;
+  desktop::Bind(grid, second, QStringLiteral("Letters again"));
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(3));
+  EXPECT_EQ(second.selectionModel()->selectedRows().size(), 1);
+  EXPECT_EQ(clicks, 0);
+}
+
 }  // namespace

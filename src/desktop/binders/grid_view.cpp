@@ -32,11 +32,11 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
 }
 
 void GridView::SetGrid(platform::Grid& grid, const QString& name) {
-  grid_ = &grid;
   model_ = new GridModel(grid, this);
   setAccessibleName(name);
   setHorizontalHeader(new GridHeader(*model_, this));
   setModel(model_);
+  grid_ = &grid;  // from here on a selection is the user's
   horizontalHeader()->setStretchLastSection(true);
   horizontalHeader()->setResizeContentsPrecision(0);  // rows in sight only: reading a row loads it
   HideColumns();

@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 
 #include "desktop/binders/binding.h"
+#include "desktop/binders/pick_list_accessible.h"
 #include "desktop/binders/typed_key.h"
 #include "desktop/qt_text.h"
 
@@ -57,6 +58,8 @@ PickListField::~PickListField() {
 
 void PickListField::SetControl(platform::PickList& list) {
   list_ = &list;
+  InstallPickListAccessible();
+  lineEdit()->setAccessibleName(accessibleName());
   connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
     list_->UserEditsText(FromQt(text));
     ShowContent();  // the list may have cut it

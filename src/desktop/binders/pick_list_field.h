@@ -15,7 +15,7 @@ class PickListField : public QComboBox {
   explicit PickListField(QWidget* parent = nullptr);
   ~PickListField() override;
 
-  /// Once; the control outlives the field.
+  /// Once; the control outlives the field. The accessible name comes before.
   void SetControl(platform::PickList& list);
 
   void showPopup() override;

@@ -1,0 +1,153 @@
+// Every window in a light and a dark palette: no text is cut off, everything has a name to be read out under.
+// What is seen goes into PNG files for a person to look at, in the folder that LOOK_FOLDER names.
+
+#include <gmock/gmock.h>
+
+#include <QDialog>
+#include <QPainter>
+#include <QPalette>
+#include <QPdfWriter>
+
+#include "customers/customer_search.h"
+#include "desktop/form_views.h"
+#include "desktop/help_box.h"
+#include "desktop/office_style.h"
+#include "desktop/qt_preview_viewer.h"
+#include "desktop/workspace_view.h"
+#include "tests/desktop/sample_pages.h"
+#include "tests/desktop/window_driver.h"
+#include "tests/desktop/window_reader.h"
+#include "tests/support/temporary_folder.h"
+
+namespace {
+
+using testing::IsEmpty;
+
+QPalette DarkPalette() {
+  QPalette dark(QColor(53, 53, 56));
+  dark.setColor(QPalette::Base, QColor(30, 30, 30));
+  dark.setColor(QPalette::AlternateBase, QColor(38, 38, 40));
+  dark.setColor(QPalette::Highlight, QColor(38, 110, 180));
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    dark.setColor(QPalette::Disabled, role, QColor(130, 130, 130));
+  }
+  return dark;
+}
+
+/// The host's window with the workspace in it, in one palette.
+class TheLook : public testing::TestWithParam<const char*> {
+ protected:
+  TheLook() {
+    QApplication::setStyle(new desktop::OfficeStyle);
+    QApplication::setPalette(GetParam() == std::string("dark") ? DarkPalette() : usual_);
+    desktop::RegisterFormViews(shell);
+    Window().ShowDocument(view);
+    Window().ShowStatus(QStringLiteral("Ready"));
+    Window().resize(1280, 800);
+    Window().show();
+    Window().activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&Window()));
+  }
+  ~TheLook() override {
+    delete view;
+    QApplication::setPalette(usual_);
+  }
+
+  desktop::HostWindow& Window() { return shell.window(); }
+  void Look(QWidget& window, const std::string& name) {
+    tests::Settle();
+    EXPECT_THAT(tests::CutOffIn(window), IsEmpty()) << name;
+    EXPECT_THAT(tests::NamelessIn(window), IsEmpty()) << name;
+    const auto folder = qEnvironmentVariable("LOOK_FOLDER");
+    if (folder.isEmpty()) return;
+    const auto file = folder + QLatin1Char('/') + QLatin1String(GetParam()) + QLatin1Char('_') +
+                      QString::fromStdString(name) + QStringLiteral(".png");
+    EXPECT_TRUE(window.grab().save(file)) << file.toStdString();
+  }
+  void LookAtNextModal(const std::string& name) {
+    tests::OnNextModal([this, name](QWidget& window) {
+      EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+      Look(window, name);
+      window.close();
+    });
+  }
+
+  tests::SamplePages sample;
+  desktop::QtEventQueue queue;
+  desktop::QtHostShell shell{queue};
+  desktop::WorkspaceView* view = new desktop::WorkspaceView(sample.pages);
+
+ private:
+  const QPalette usual_ = QApplication::palette();
+};
+
+TEST_P(TheLook, OfTheThreePages) {
+  sample.pages.correspondence.ZEMLO_FormTypeCodes.SetMarkedInvalid(true);
+  sample.pages.tracking.to_date.SetMarkedInvalid(true);
+  sample.pages.tracking.sdgGrid.UserSelects({2, 4});
+  Window().ShowNotice(
+      QStringLiteral("The letter was printed: /home/clerk/printed/2024-03-05_021100_CTL.pdf"));
+  for (int page = 0; page < view->count(); ++page) {
+    view->setCurrentIndex(page);
+    Look(Window(), "page" + std::to_string(page));
+  }
+}
+
+TEST_P(TheLook, OfTheCustomerSearch) {
+  customers::frmCustSearch search(sample.services.services(), "Select Customer", "Letters");
+  std::vector<fakes::Row> found;
+  for (int number = 0; number < 30; ++number) {
+    found.push_back({{"Cust_Id", std::to_string(100001 + number)},
+                     {"CUST_BSNS_NM", "Meadow & Sons Fuel Haulage Cooperative"},
+                     {"mail_city", "Lower Kettleford"},
+                     {"ACCNT_NBR", "1100000021401"}});
+  }
+  LookAtNextModal("search_found");
+  search.txtFind.SetText("meadow");
+  search.cmdFind.UserClicks();
+  sample.services.server.Reply(
+      fakes::ScriptedReply::With("CUSTOMER", found).And("CUSTOMER_SEARCH", {{{"MORE", "Y"}}}));
+  sample.services.RunEvents();
+  search.sdgGrid.UserSelects({3});
+  shell.ShowModal(search);
+  EXPECT_EQ(search.sdgGrid.selected_rows().size(), 1u) << "showing a list leaves its selection alone";
+}
+
+TEST_P(TheLook, OfMessagesAndHelp) {
+  LookAtNextModal("message");
+  shell.ShowMessage({"Please select a customer\r\nPlease select a correspondence type\r\n",
+                     platform::MessageIcon::kExclamation, "Correspondence"});
+  LookAtNextModal("question");
+  shell.ShowMessage({"Should these 3 letters be resubmitted for tonight's batch?",
+                     platform::MessageIcon::kQuestion, "Correspondence", platform::MessageButtons::kYesNo,
+                     platform::MessageAnswer::kNo});
+  LookAtNextModal("printer");
+  shell.AskPrinter({"PDF folder", "counter_2"}, "PDF folder");
+  desktop::ShowHelp(Window());
+  auto* help = Window().findChild<QDialog*>();
+  ASSERT_NE(help, nullptr);
+  Look(*help, "help");
+  help->close();
+}
+
+TEST_P(TheLook, OfAPreview) {
+  const tests::TemporaryFolder folder;
+  const auto pdf = folder / "letter.pdf";
+  {
+    QPdfWriter writer(QString::fromStdString(pdf.string()));
+    writer.setPageSize(QPageSize(QPageSize::Letter));
+    QPainter(&writer).drawText(400, 800, QStringLiteral("Your motor fuel tax registration is confirmed"));
+  }
+  desktop::QtPreviewViewer viewer(queue, Window());
+  platform::PreviewContent content;
+  content.pdf = pdf;
+  content.title = "REG101_2401.docx";
+  const auto open = viewer.Open(std::move(content));
+  ASSERT_TRUE(tests::WaitFor([] { return QApplication::activeModalWidget() != nullptr; }));
+  Look(*QApplication::activeModalWidget(), "preview");
+}
+
+INSTANTIATE_TEST_SUITE_P(Palettes, TheLook, testing::Values("light", "dark"),
+                         [](const auto& palette) { return std::string(palette.param); });
+
+}  // namespace
