@@ -40,7 +40,8 @@ class Failure : public std::exception {
   std::string text_;
 };
 
-/// The two signals that leave a procedure early without a report. They are no failures: only Trap catches them.
+/// The two signals that leave a procedure early without a report. They are no failures: only Trap catches
+/// them.
 struct AbandonStep {};  ///< error number 800403E8: leave this step
 struct CancelSave {};   ///< error number 80040200: there is nothing to save
 

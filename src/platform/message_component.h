@@ -38,7 +38,8 @@ class MessageComponent {
 
   /// The reply rows of that record name for that message key, the first row current; null when the reply
   /// holds no such record or no such reply has come. Record names are compared without regard to case.
-  virtual std::shared_ptr<RequestRecord> GetRecord(const std::string& application, const std::string& record_name,
+  virtual std::shared_ptr<RequestRecord> GetRecord(const std::string& application,
+                                                   const std::string& record_name,
                                                    const std::string& message_key) = 0;
   /// Whether the reply to the message of that key has come and can be read.
   virtual bool HasReply(const std::string& message_key) const = 0;

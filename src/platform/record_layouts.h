@@ -22,11 +22,10 @@ inline constexpr auto kContextColumns = std::to_array<std::string_view>({"XML_CO
 
 /// One letter of the letter history, as it is recorded and as it is found.
 inline constexpr auto kHistoryColumns = std::to_array<std::string_view>({
-    "ACTION",        "SEQ_NBR",         "LTR_TYP_ID",       "CUST_ID",     "FORM_NBR",   "FORM_CK_DGT_NBR",
-    "FORM_TYP_CD",   "DCMT_FILE_TXT",   "PRNT_STTS_CD",     "PRNT_TS",     "LST_PRNT_TS", "LST_PRCS_TS",
-    "SYS_RFRNC_CD",  "QZ_CNTY_NBR",     "ADDR_TYP_CD",      "PRCS_ERR_TXT", "LST_UPDT_INSP_ID",
-    "FLS_BTCH_NBR",  "BTCH_ACTN_CD",    "WGH_STN_ID",       "TRP_ID",      "TRP_DIST_ID", "QZ_CNTY_DESC",
-    "XML_CONTEXT",
+    "ACTION",       "SEQ_NBR",       "LTR_TYP_ID",   "CUST_ID",      "FORM_NBR",         "FORM_CK_DGT_NBR",
+    "FORM_TYP_CD",  "DCMT_FILE_TXT", "PRNT_STTS_CD", "PRNT_TS",      "LST_PRNT_TS",      "LST_PRCS_TS",
+    "SYS_RFRNC_CD", "QZ_CNTY_NBR",   "ADDR_TYP_CD",  "PRCS_ERR_TXT", "LST_UPDT_INSP_ID", "FLS_BTCH_NBR",
+    "BTCH_ACTN_CD", "WGH_STN_ID",    "TRP_ID",       "TRP_DIST_ID",  "QZ_CNTY_DESC",     "XML_CONTEXT",
 });
 
 /// One nightly batch run.
@@ -36,9 +35,9 @@ inline constexpr auto kBatchColumns = std::to_array<std::string_view>(
 
 /// One customer, as it is stored; OT_BAL is what is owed on all accounts.
 inline constexpr auto kCustomerColumns = std::to_array<std::string_view>(
-    {"Cust_Id",   "CUST_BSNS_NM", "FIRST_NM",    "LAST_NM",    "mail_addr_1", "mail_addr_2",
-     "mail_city", "mail_st",      "mail_zip_cd", "RES_ADDR_1", "RES_ADDR_2",  "RES_CITY",
-     "RES_ST",    "RES_ZIP_CD",   "PHN_NBR",     "ACCNT_NBR",  "OT_BAL"});
+    {"Cust_Id", "CUST_BSNS_NM", "FIRST_NM", "LAST_NM", "mail_addr_1", "mail_addr_2", "mail_city", "mail_st",
+     "mail_zip_cd", "RES_ADDR_1", "RES_ADDR_2", "RES_CITY", "RES_ST", "RES_ZIP_CD", "PHN_NBR", "ACCNT_NBR",
+     "OT_BAL"});
 
 /// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N".
 inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE"});

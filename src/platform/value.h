@@ -51,13 +51,13 @@ class Money {
 class Value {
  public:
   Value() = default;
-  Value(std::string text) : held_(std::move(text)) {}             // NOLINT: a cell is assigned from what it holds
-  Value(std::string_view text) : held_(std::string(text)) {}      // NOLINT
-  Value(const char* text) : held_(std::string(text)) {}           // NOLINT
+  Value(std::string text) : held_(std::move(text)) {}         // NOLINT: a cell is assigned from what it holds
+  Value(std::string_view text) : held_(std::string(text)) {}  // NOLINT
+  Value(const char* text) : held_(std::string(text)) {}       // NOLINT
   Value(std::integral auto number) : held_(static_cast<std::int64_t>(number)) {}  // NOLINT
-  Value(Money amount) : held_(amount) {}                          // NOLINT
-  Value(Date date) : held_(date) {}                               // NOLINT
-  Value(Timestamp time) : held_(time) {}                          // NOLINT
+  Value(Money amount) : held_(amount) {}                                          // NOLINT
+  Value(Date date) : held_(date) {}                                               // NOLINT
+  Value(Timestamp time) : held_(time) {}                                          // NOLINT
   static Value Null() { return {}; }
 
   bool IsNull() const { return std::holds_alternative<std::monostate>(held_); }
@@ -70,7 +70,8 @@ class Value {
   /// The variant itself, for code that stores or sends values by their kind.
   const auto& held() const { return held_; }
 
-  /// Nulls first; texts without regard to case; numbers, money, dates and times by size; across kinds by text.
+  /// Nulls first; texts without regard to case; numbers, money, dates and times by size; across kinds by
+  /// text.
   static std::weak_ordering Compare(const Value& left, const Value& right);
   /// The same kind holding the same thing (texts to the letter).
   bool operator==(const Value&) const = default;
