@@ -12,15 +12,16 @@ LetterPages::LetterPages(const std::filesystem::path& work_folder)
 std::shared_ptr<LetterPages> LetterPages::LayOut(LayoutPool& pool, const std::string& name,
                                                  std::string document, std::function<void()> done) {
   auto pages = std::make_shared<LetterPages>(pool.work_folder());
-  const auto report = [pages, done = std::move(done)](const std::optional<platform::Failure>& failure) {
+  auto report = [pages, done = std::move(done)](const std::optional<platform::Failure>& failure) mutable {
     if (failure) {
       pages->outcome_.set_exception(std::make_exception_ptr(*failure));
     } else {
       pages->outcome_.set_value();
     }
+    pages = nullptr;  // from here on the pages are theirs who asked for them
     done();
   };
-  pool.Layout({name, std::move(document), pages->pdf_, report});
+  pool.Layout({name, std::move(document), pages->pdf_, std::move(report)});
   return pages;
 }
 
