@@ -16,6 +16,7 @@ Search. Choose rows of the list to see what can be done with them.</p>
 <tr><td>F4 or Down</td><td>opens a list; typing moves in it, Enter chooses, Esc closes it</td></tr>
 <tr><td>Space or Enter</td><td>chooses an option; once more repeats it</td></tr>
 <tr><td>Enter in a criterion</td><td>Search</td></tr>
+<tr><td>Ctrl+V in a form number</td><td>pastes a number that is right; a wrong one beeps</td></tr>
 <tr><td>Shift or Ctrl with a click or arrow</td><td>several rows of a list</td></tr>
 <tr><td>Ctrl+P, Ctrl+S, Ctrl+F, Esc</td><td>in a preview: print, save, find, close</td></tr>
 </table>)";

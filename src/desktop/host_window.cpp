@@ -86,6 +86,7 @@ void HostWindow::ShowNotice(const QString& text) {
   auto* label = new QLabel(text, bar);
   label->setWordWrap(true);
   label->setTextFormat(Qt::PlainText);
+  label->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may name a file
   auto* dismiss = new QToolButton(bar);
   dismiss->setText(QStringLiteral("Dismiss"));
   dismiss->setAutoRaise(true);

@@ -53,4 +53,10 @@ void OfficeStyle::drawComplexControl(ComplexControl control, const QStyleOptionC
   if (control == CC_ComboBox || control == CC_SpinBox) DrawBox(*painter, *option, 2);
 }
 
+int OfficeStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                           QStyleHintReturn* returned) const {
+  if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+  return QProxyStyle::styleHint(hint, option, widget, returned);
+}
+
 }  // namespace desktop

@@ -5,7 +5,7 @@
 namespace desktop {
 
 /// The look of the window: the same on every machine, and readable in a dark palette, where the edges of
-/// fields and options are drawn light instead of darker than dark.
+/// fields and options are drawn light instead of darker than dark. Buttons of boxes carry words, no pictures.
 class OfficeStyle : public QProxyStyle {
  public:
   OfficeStyle();
@@ -14,6 +14,8 @@ class OfficeStyle : public QProxyStyle {
                      const QWidget* widget) const override;
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* returned) const override;
 };
 
 }  // namespace desktop
