@@ -35,6 +35,7 @@ bool IsLike(std::string_view text, std::string_view pattern) {
 RecordSet::RecordSet(std::vector<std::string> columns) : columns_(std::move(columns)) {}
 
 bool RecordSet::HasColumn(std::string_view column) const {
+  if (std::ranges::find(columns_, column) != columns_.end()) return true;
   return std::ranges::any_of(columns_,
                              [column](const auto& name) { return EqualsIgnoringCase(name, column); });
 }
@@ -157,6 +158,10 @@ RecordSet::Edit::~Edit() {
 }
 
 std::size_t RecordSet::ColumnIndex(std::string_view column) const {
+  // A grid asks for every cell it paints, and mostly by the name as it was given.
+  if (const auto exact = std::ranges::find(columns_, column); exact != columns_.end()) {
+    return static_cast<std::size_t>(exact - columns_.begin());
+  }
   for (std::size_t index = 0; index < columns_.size(); ++index) {
     if (EqualsIgnoringCase(columns_[index], column)) return index;
   }
@@ -175,6 +180,7 @@ void RecordSet::RequireRow(std::size_t row) const {
 }
 
 void RecordSet::TellChanged() {
+  ++version_;
   changed_ = edits_ > 0;
   if (!changed_) Changed();  // last: an observer may drop the set
 }

@@ -45,6 +45,9 @@ class RecordSet {
   /// Failure kNotFound where there is no such row.
   std::uint64_t RowId(std::size_t row) const;
 
+  /// Differs from what it was before any change of a cell, of the rows or of their order.
+  std::uint64_t version() const { return version_; }
+
   /// The cell of the current row, or of a given row. Throw Failure kNotFound naming the column, or saying
   /// that there is no current row.
   const Value& Get(std::string_view column) const;
@@ -102,6 +105,7 @@ class RecordSet {
   };
   std::vector<Row> rows_;
   std::uint64_t last_id_ = 0;
+  std::uint64_t version_ = 0;
   std::size_t current_ = 0;
   int edits_ = 0;
   bool changed_ = false;

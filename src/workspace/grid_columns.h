@@ -16,6 +16,7 @@ struct GridColumn {
   std::string_view caption;
   std::string_view group;
   bool hidden = false;
+  bool derived = false;  ///< filled, or changed, by the row formatter
 };
 
 inline constexpr std::string_view kCorrespondenceGroup = "Correspondence Information";
@@ -23,19 +24,21 @@ inline constexpr std::string_view kPrintGroup = "Print History";
 inline constexpr std::string_view kBatchGroup = "Batch Information";
 inline constexpr std::string_view kBatchStatusGroup = "Batch Status";
 
+inline constexpr bool kDerived = true;
+
 inline constexpr auto kCorrespondenceColumns = std::to_array<GridColumn>({
     {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
-    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup},
-    {"Form_Type", "Account Type", kCorrespondenceGroup},
+    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup, false, kDerived},
+    {"Form_Type", "Account Type", kCorrespondenceGroup, false, kDerived},
     {"SEQ_NBR", "", kCorrespondenceGroup, /*hidden=*/true},
     {"FORM_NBR", "", kCorrespondenceGroup},
     {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
     {"FORM_TYP_CD", "", kCorrespondenceGroup},
     {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
-    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup},
+    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup, false, kDerived},
     {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
     {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
-    {"PRNT_STTS_DESC", "Print Status", kPrintGroup},
+    {"PRNT_STTS_DESC", "Print Status", kPrintGroup, false, kDerived},
     {"PRNT_STTS_CD", "", kPrintGroup},
     {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
     {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
@@ -43,27 +46,27 @@ inline constexpr auto kCorrespondenceColumns = std::to_array<GridColumn>({
 
 inline constexpr auto kTrackingColumns = std::to_array<GridColumn>({
     {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
-    {"Job_Type", "Job Type", kCorrespondenceGroup},
-    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup},
-    {"Form_Type", "Account Type", kCorrespondenceGroup},
+    {"Job_Type", "Job Type", kCorrespondenceGroup, false, kDerived},
+    {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup, false, kDerived},
+    {"Form_Type", "Account Type", kCorrespondenceGroup, false, kDerived},
     {"SEQ_NBR", "", kCorrespondenceGroup},
     {"FORM_NBR", "", kCorrespondenceGroup},
     {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
     {"FORM_TYP_CD", "", kCorrespondenceGroup},
     {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
-    {"FLS_BTCH_NBR", "Batch No.", kCorrespondenceGroup},
+    {"FLS_BTCH_NBR", "Batch No.", kCorrespondenceGroup, false, kDerived},
     {"BTCH_ACTN_CD", "", kCorrespondenceGroup},
-    {"BTCH_ACTN_DESC", "Batch Action Description", kCorrespondenceGroup},
-    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup},
+    {"BTCH_ACTN_DESC", "Batch Action Description", kCorrespondenceGroup, false, kDerived},
+    {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup, false, kDerived},
     {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
     {"CUST_ID", "", kCorrespondenceGroup},
     {"WGH_STN_ID", "STN_ID", kCorrespondenceGroup},
-    {"TroopDistrict", "Troop/District", kCorrespondenceGroup},
+    {"TroopDistrict", "Troop/District", kCorrespondenceGroup, false, kDerived},
     {"QZ_CNTY_DESC", "County", kCorrespondenceGroup},
     {"TRP_ID", "", kCorrespondenceGroup},
     {"TRP_DIST_ID", "", kCorrespondenceGroup},
     {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
-    {"PRNT_STTS_DESC", "Print Status", kPrintGroup},
+    {"PRNT_STTS_DESC", "Print Status", kPrintGroup, false, kDerived},
     {"PRNT_STTS_CD", "", kPrintGroup},
     {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
     {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
@@ -79,14 +82,14 @@ inline constexpr auto kBatchRunColumns = std::to_array<GridColumn>({
     {"LTR_PRCS_CNT", "Process Count", kBatchStatusGroup},
     {"PAID_COUNT", "No. Paid", kBatchStatusGroup},
     {"LTR_SCS_CNT", "Success Count", kBatchStatusGroup},
-    {"LTR_FAIL_CNT", "Failure Count", kBatchStatusGroup},
+    {"LTR_FAIL_CNT", "Failure Count", kBatchStatusGroup, false, kDerived},
     {"UNPAID_COUNT", "No. Outstanding", kBatchStatusGroup},
 });
 
 inline std::vector<platform::Grid::Column> ColumnsOf(std::span<const GridColumn> table) {
   std::vector<platform::Grid::Column> columns;
-  for (const auto& [key, caption, group, hidden] : table) {
-    columns.push_back({std::string(key), std::string(caption), std::string(group), hidden, "", ""});
+  for (const auto& [key, caption, group, hidden, derived] : table) {
+    columns.push_back({std::string(key), std::string(caption), std::string(group), hidden, "", "", derived});
   }
   return columns;
 }

@@ -1,7 +1,10 @@
 #include "platform/controls/grid.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
+
+#include "platform/text.h"
 
 namespace platform {
 
@@ -10,6 +13,7 @@ void Grid::Bind(std::shared_ptr<RecordSet> rows) {
   rows_ = std::move(rows);
   Select({});
   loaded_ids_.clear();
+  order_.reset();
   if (rows_) {
     rows_->MoveFirst();
     rows_changed_ = rows_->Changed.Connect([this] { RowsChanged(); });
@@ -29,8 +33,52 @@ void Grid::MakeCurrent(std::size_t row) {
 }
 
 void Grid::EnsureRowLoaded(std::size_t row) {
-  if (!rows_ || row >= rows_->RecordCount()) return;
-  if (loaded_ids_.insert(rows_->RowId(row)).second) RowLoaded(row);
+  const auto rows = rows_;
+  if (!rows || row >= rows->RecordCount() || !loaded_ids_.insert(rows->RowId(row)).second) return;
+  const RecordSet::Edit edit(*rows);
+  RowLoaded(row);
+}
+
+void Grid::LoadAllRows() {
+  const auto rows = rows_;
+  if (!rows) return;
+  const RecordSet::Edit edit(*rows);
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row) EnsureRowLoaded(row);
+}
+
+void Grid::SortBy(std::string_view key, bool descending) {
+  const auto rows = rows_;
+  if (!rows || !rows->HasColumn(key)) return;
+  if (IsDerived(key)) LoadAllRows();
+  order_ = Order{std::string(key), descending};
+  const auto current = rows->CurrentRow();
+  const auto current_id = current ? std::optional(rows->RowId(*current)) : std::nullopt;
+  const RecordSet::Edit edit(*rows);
+  rows->SortBy(key, descending);
+  if (current_id) rows->MoveTo(RowOf(*current_id).value_or(0));
+}
+
+void Grid::UserSortsBy(std::string_view key) {
+  if (!enabled() || !visible()) return;
+  const bool ascending = order_ && EqualsIgnoringCase(order_->key, key) && !order_->descending;
+  SortBy(key, /*descending=*/ascending);
+}
+
+std::string Grid::CellText(std::size_t row, const Column& column) const {
+  if (!rows_ || row >= rows_->RecordCount() || !rows_->HasColumn(column.key)) return {};
+  return rows_->Text(row, column.key);
+}
+
+std::optional<std::size_t> Grid::RowOf(std::uint64_t row_id) const {
+  for (std::size_t row = 0; rows_ && row < rows_->RecordCount(); ++row) {
+    if (rows_->RowId(row) == row_id) return row;
+  }
+  return std::nullopt;
+}
+
+bool Grid::IsDerived(std::string_view key) const {
+  return std::ranges::any_of(
+      columns, [key](const Column& column) { return column.derived && EqualsIgnoringCase(column.key, key); });
 }
 
 void Grid::RowsChanged() {
