@@ -35,11 +35,10 @@ void Fill(XmlElement element, const ContextField& field, const Explanations& exp
 }  // namespace
 
 void ContextField::SummariseErrors() {
-  constexpr FlagWord kAnyError = state::kHasError | state::kErrorInChild;
   if (error != 0) state |= state::kHasError;
   for (auto& child : children) {
     child.SummariseErrors();
-    if ((child.state & kAnyError) == 0) continue;
+    if (!child.IsErroneous()) continue;
     state |= state::kErrorInChild;
     const bool of_address = (child.state & state::kAddressRelated) != 0;
     if (!of_address || (child.state & state::kErrorInNonAddressChild) != 0)

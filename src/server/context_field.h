@@ -19,6 +19,9 @@ struct ContextField {
   std::string raw_value;
   std::vector<ContextField> children;  ///< a field has children or a text
 
+  /// Whether the field or one below it is in error, once that is summarised.
+  bool IsErroneous() const { return (state & (state::kHasError | state::kErrorInChild)) != 0; }
+
   /// Marks fields that are in error, and everything above them: the summary bits of "State".
   void SummariseErrors();
 };

@@ -27,11 +27,17 @@ Value AddressType(AddressVerdict::Use use) {
   return {};
 }
 
-void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const AddressVerdict& verdict) {
+std::string Status(const AddressVerdict& verdict, const ContextField& context) {
+  if (verdict.IsRefused()) return "V";
+  return context.IsErroneous() ? "E" : "P";
+}
+
+void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const AddressVerdict& verdict,
+                     const ContextField& context) {
   auto& history = exchange.reply.AddRecord("CORRHIST", {kHistoryStart.begin(), kHistoryStart.end()});
   history.AddNew();
   history.Set("CUST_ID", subject.customer.id);
-  history.Set("PRNT_STTS_CD", verdict.IsUsable() ? "P" : "V");
+  history.Set("PRNT_STTS_CD", Status(verdict, context));
   history.Set("QZ_CNTY_NBR", subject.customer.county_number);
   history.Set("LST_PRCS_TS", platform::TimestampText(exchange.now));
   history.Set("ADDR_TYP_CD", AddressType(verdict.use));
@@ -48,15 +54,19 @@ void AnswerContext(Exchange& exchange) {
   const auto fields = FindLetterFields(exchange.database, letter_type);
   if (fields.empty())
     throw Failure(Failure::Kind::kNotFound, "There is no letter type \"" + letter_type + "\".");
-  const auto subject = FindLetterSubject(exchange, letter_type);
-  const auto verdict = JudgeAddresses(subject.customer, subject.office.state);
+  auto subject = FindLetterSubject(exchange, letter_type);
+  subject.address_rules = AddressRules(fields);
+  const auto verdict = JudgeAddresses(subject.customer, subject.office.state, subject.address_rules);
   const bool with_values =
       !exchange.keys.Has("POPULATE_LTR_BOOKMARKS") || exchange.keys.IsYes("POPULATE_LTR_BOOKMARKS");
   const Explanations explanations{.descriptors = exchange.keys.IsYes("EMITFIELDDESCRIPTORS"),
                                   .states = exchange.keys.IsYes("EXPLAINSTATE")};
-  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"})
-      .Append({ContextXml(BuildLetterContext(subject, fields, verdict, with_values), explanations)});
-  AddHistoryStart(exchange, subject, verdict);
+  const auto context =
+      BuildLetterContext(subject, fields, verdict, with_values, [&](const LetterField& field) {
+        return RunFieldQuery(exchange.database, field.source, field.rules, subject);
+      });
+  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"}).Append({ContextXml(context, explanations)});
+  AddHistoryStart(exchange, subject, verdict, context);
 }
 
 }  // namespace server

@@ -14,13 +14,11 @@ namespace {
 using platform::Money;
 
 FieldValue Text(std::string text, std::string raw) {
-  return {.text = std::move(text), .raw = std::move(raw)};
+  const bool is_null = raw.empty();
+  return {.text = std::move(text), .raw = std::move(raw), .is_null = is_null};
 }
 FieldValue Text(const std::string& text) {
   return Text(text, text);
-}
-FieldValue Amount(Money amount) {
-  return {.text = "$" + amount.AsGroupedText(), .raw = amount.AsText(), .is_zero = amount.cents() == 0};
 }
 FieldValue Day(platform::Date day) {
   return Text(DateInLetter(day), platform::DateText(day));
@@ -34,7 +32,7 @@ template <typename Part>
 FieldValue Sum(const LetterSubject& subject, Part part) {
   auto sum = Money::FromCents(0);
   for (const auto& period : subject.periods) sum = sum + part(period);
-  auto value = Amount(sum);
+  auto value = AmountValue(sum);
   value.found = !subject.periods.empty();
   return value;
 }
@@ -68,11 +66,13 @@ std::string Reference(const LetterSubject& subject) {
 
 constexpr int kDaysToPay = 30;
 
+constexpr FlagWord kOfToday = state::kNotFromData | state::kVolatile;
+
 constexpr auto kFieldSources = std::to_array<FieldSource>({
     {"customer.name", [](const auto& s) { return Text(Name(s.customer)); }},
     {"customer.address",
      [](const auto& s) {
-       return Text(AddressLines(s.customer, JudgeAddresses(s.customer, s.office.state)));
+       return Text(AddressLines(s.customer, JudgeAddresses(s.customer, s.office.state, s.address_rules)));
      }},
     {"customer.id", [](const auto& s) { return Text(s.customer.id); }},
     {"customer.account",
@@ -90,9 +90,9 @@ constexpr auto kFieldSources = std::to_array<FieldSource>({
      [](const auto& s) { return OfForm(s, [](const Form& form) { return form.check_digit; }); }},
     {"form.type", [](const auto& s) { return OfForm(s, [](const Form& form) { return form.type; }); }},
     {"form.type_description", [](const auto& s) { return OfForm(s, FormDescription); }},
-    {"letter.date", [](const auto& s) { return Day(s.today); }},
-    {"letter.due_date", [](const auto& s) { return Day(DaysLater(s.today, kDaysToPay)); }},
-    {"letter.reference", [](const auto& s) { return Text(Reference(s)); }},
+    {"letter.date", [](const auto& s) { return Day(s.today); }, kOfToday},
+    {"letter.due_date", [](const auto& s) { return Day(DaysLater(s.today, kDaysToPay)); }, kOfToday},
+    {"letter.reference", [](const auto& s) { return Text(Reference(s)); }, kOfToday},
     {"officer.name", [](const auto& s) { return Text(s.office.officer); }},
     {"office.name", [](const auto& s) { return Text(s.office.name); }},
     {"office.address", [](const auto& s) { return Text(s.office.address); }},
@@ -116,13 +116,17 @@ constexpr auto kPeriodSources = std::to_array<PeriodSource>({
     {"period.name", [](const auto& period) { return Text(period.name); }},
     {"period.due_date",
      [](const auto& period) { return Text(DateInLetter(period.due_date), period.due_date); }},
-    {"period.tax", [](const auto& period) { return Amount(period.tax); }},
-    {"period.penalty", [](const auto& period) { return Amount(period.penalty); }},
-    {"period.interest", [](const auto& period) { return Amount(period.interest); }},
-    {"period.total", [](const auto& period) { return Amount(Total(period)); }},
+    {"period.tax", [](const auto& period) { return AmountValue(period.tax); }},
+    {"period.penalty", [](const auto& period) { return AmountValue(period.penalty); }},
+    {"period.interest", [](const auto& period) { return AmountValue(period.interest); }},
+    {"period.total", [](const auto& period) { return AmountValue(Total(period)); }},
 });
 
 }  // namespace
+
+FieldValue AmountValue(Money amount) {
+  return {.text = "$" + amount.AsGroupedText(), .raw = amount.AsText(), .is_zero = amount.cents() == 0};
+}
 
 const FieldSource* FindFieldSource(std::string_view name) {
   const auto found = std::ranges::find(kFieldSources, name, &FieldSource::name);

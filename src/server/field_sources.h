@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/value.h"
+#include "server/field_flags.h"
 #include "server/letter_subject.h"
 
 namespace server {
@@ -14,6 +15,7 @@ struct FieldValue {
   std::string raw;       ///< as the data hold it
   bool found = true;     ///< false: there is no such form or row at all
   bool is_zero = false;  ///< an amount of nothing
+  bool is_null = false;  ///< the data have no value, not even an empty one
 
   bool IsEmpty() const { return text.empty(); }
 };
@@ -22,11 +24,15 @@ struct FieldValue {
 struct FieldSource {
   std::string_view name;
   FieldValue (*Find)(const LetterSubject& subject);
+  FlagWord state = 0;  ///< of the fields that come from it
 };
 struct PeriodSource {
   std::string_view name;
   FieldValue (*Find)(const TaxPeriod& period);
 };
+
+/// "$1,045.50".
+FieldValue AmountValue(platform::Money amount);
 
 /// The one source that gives rows: a table field's.
 inline constexpr std::string_view kPeriodsSource = "periods";

@@ -1,9 +1,11 @@
 #include "server/letter_context.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "server/field_functions.h"
 #include "server/field_sources.h"
 
 namespace server {
@@ -25,21 +27,51 @@ FlagWord KindState(FieldKind kind) {
       return state::kUser | state::kCanDisplay | state::kEditable;
     case FieldKind::kParagraph:
       return state::kParagraph | state::kCanDisplay;
+    case FieldKind::kQuery:
+      return state::kCanDisplay;
+    case FieldKind::kFunction:
+      return state::kCanDisplay | state::kHasFunction;
+    case FieldKind::kLocal:
+      return state::kLocal | state::kNotFromData;
   }
   return 0;
 }
 
-FlagWord ErrorOf(const FieldValue& value) {
+FlagWord RuleState(FieldRules rules) {
+  FlagWord state = 0;
+  if ((rules & rule::kIndirect) != 0) state |= state::kIndirect;
+  if ((rules & rule::kReferenceOptional) != 0) state |= state::kReferenceOptional;
+  return state;
+}
+
+FlagWord WhatIsMissing(const FieldValue& value) {
   if (!value.found) return error::kNoRow;
-  if (value.raw.empty()) return error::kNull;
+  if (value.is_null) return error::kNull;
   if (value.IsEmpty()) return error::kEmpty;
   return value.is_zero ? error::kZero : 0;
 }
 
-void SetValue(ContextField& field, const FieldValue& value, bool required) {
-  if (required) field.error = ErrorOf(value);
+ContextField NewField(const LetterField& definition) {
+  return {.name = definition.name,
+          .description = definition.description,
+          .state = KindState(definition.kind) | RuleState(definition.rules),
+          .text = "",
+          .raw_value = "",
+          .children = {}};
+}
+
+void SetValue(ContextField& field, const FieldValue& value, const LetterField& definition) {
+  const bool has_value = value.found && !value.IsEmpty();
   if (!value.found) field.state |= state::kEof;
-  if (!value.found || value.IsEmpty()) field.state |= state::kNull | state::kValueIsNull;
+  if (!has_value && !definition.default_text.empty()) {
+    field.state |= state::kDefaultUsed;
+    field.text = definition.default_text;
+    return;
+  }
+  const auto missing = WhatIsMissing(value);
+  if (definition.required) field.error = missing;
+  if (definition.ignored_without && missing != 0) field.error = error::kLetterIgnored;
+  if (!has_value) field.state |= state::kNull | state::kValueIsNull;
   // A sum over nothing is no amount that a letter could state.
   if (!value.found) return;
   field.text = value.text;
@@ -49,8 +81,12 @@ void SetValue(ContextField& field, const FieldValue& value, bool required) {
 class ContextBuilder {
  public:
   ContextBuilder(const LetterSubject& subject, const std::vector<LetterField>& fields,
-                 const AddressVerdict& verdict, bool with_values)
-      : subject_(subject), fields_(fields), verdict_(verdict), with_values_(with_values) {
+                 const AddressVerdict& verdict, bool with_values, const FieldQueryRunner& run_query)
+      : subject_(subject),
+        fields_(fields),
+        verdict_(verdict),
+        with_values_(with_values),
+        run_query_(run_query) {
     root_.name = "XML_CONTEXT";
     root_.address = with_values ? verdict.flags : 0;
   }
@@ -85,12 +121,19 @@ class ContextBuilder {
   void AddInput(const std::string& name, const std::string& description, const std::string& value,
                 bool given) {
     const auto own = std::ranges::find(fields_, name, &LetterField::name);
+    const bool known = own != fields_.end();
     inputs_.push_back({.name = name,
-                       .description = own == fields_.end() ? description : own->description,
+                       .description = known ? own->description : description,
                        .state = state::kSystem | (given ? state::kInput : 0),
+                       .error = known && with_values_ ? InputError(*own) : 0,
                        .text = value,
                        .raw_value = value,
                        .children = {}});
+  }
+
+  FlagWord InputError(const LetterField& definition) const {
+    const bool open = subject_.form && subject_.form->IsOpen();
+    return (definition.rules & rule::kOpenDocument) != 0 && !open ? error::kInvalidInput : 0;
   }
 
   void AddIfAbsent(std::string name, std::string description, std::string_view source) {
@@ -104,19 +147,66 @@ class ContextBuilder {
   }
 
   void AddField(const LetterField& definition) {
-    ContextField field{.name = definition.name,
-                       .description = definition.description,
-                       .state = KindState(definition.kind),
-                       .text = "",
-                       .raw_value = "",
-                       .children = {}};
+    auto field = NewField(definition);
     root_.state |= field.state & (state::kUser | state::kParagraph);
-    if (with_values_ && definition.kind == FieldKind::kTable) FillTable(field, definition);
-    if (with_values_ && (definition.kind == FieldKind::kSystem || definition.kind == FieldKind::kData)) {
-      SetValue(field, FindFieldSource(definition.source)->Find(subject_), definition.required);
-      if (definition.source == kAddressSource) JudgeAddress(field);
-    }
+    if (with_values_) Populate(field, definition);
     root_.children.push_back(std::move(field));
+  }
+
+  void Populate(ContextField& field, const LetterField& definition) const {
+    switch (definition.kind) {
+      case FieldKind::kSystem:
+      case FieldKind::kData: {
+        const auto* source = FindFieldSource(definition.source);
+        field.state |= source->state;
+        SetValue(field, source->Find(subject_), definition);
+        if (definition.source == kAddressSource) JudgeAddress(field);
+        return;
+      }
+      case FieldKind::kTable:
+        return FillTable(field, definition);
+      case FieldKind::kQuery:
+        return Settle(field,
+                      run_query_ ? run_query_(definition) : FieldFinding{.error = error::kExecuteQuery},
+                      definition);
+      case FieldKind::kFunction:
+        return Compute(field, definition);
+      case FieldKind::kLocal:
+        return SetValue(field, {.text = definition.source, .raw = definition.source}, definition);
+      case FieldKind::kColumn:
+      case FieldKind::kUser:
+      case FieldKind::kParagraph:
+        return;
+    }
+  }
+
+  static void Settle(ContextField& field, const FieldFinding& finding, const LetterField& definition) {
+    if (finding.error == 0) return SetValue(field, finding.value, definition);
+    field.error = finding.error;
+    field.state |= state::kNull | state::kValueIsNull;
+  }
+
+  void Compute(ContextField& field, const LetterField& definition) const {
+    const auto call = *ReadFunctionCall(definition.source);
+    field.state |= call.function->state;
+    const auto arguments = Arguments(call, (definition.rules & rule::kReferenceOptional) != 0);
+    if (!arguments) return Settle(field, {.error = error::kPopulateValue}, definition);
+    const auto result = call.function->Call(*arguments, subject_.today);
+    Settle(field, result ? FieldFinding{.value = *result} : FieldFinding{.error = error::kExecuteFunction},
+           definition);
+  }
+
+  /// Nothing where one of the fields has no value, unless that is allowed.
+  std::optional<std::vector<std::string>> Arguments(const FunctionCall& call, bool may_be_missing) const {
+    std::vector<std::string> arguments;
+    for (const auto& name : call.fields) {
+      const auto field = std::ranges::find(root_.children, name, &ContextField::name);
+      const bool missing =
+          field == root_.children.end() || field->error != 0 || (field->state & state::kNull) != 0;
+      if (missing && !may_be_missing) return std::nullopt;
+      arguments.push_back(missing ? "" : field->raw_value);
+    }
+    return arguments;
   }
 
   /// An address that cannot be used is one error, whatever else is wrong with it.
@@ -143,16 +233,12 @@ class ContextBuilder {
     if (!table.children.empty()) return;
     table.state |= state::kEof;
     if (definition.required) table.error = error::kNoRow;
+    if (definition.ignored_without) table.error = error::kLetterIgnored;
   }
 
   static void AddCell(ContextField& row, const LetterField& column, const TaxPeriod& period) {
-    ContextField cell{.name = column.name,
-                      .description = column.description,
-                      .state = KindState(column.kind),
-                      .text = "",
-                      .raw_value = "",
-                      .children = {}};
-    SetValue(cell, FindPeriodSource(column.source)->Find(period), column.required);
+    auto cell = NewField(column);
+    SetValue(cell, FindPeriodSource(column.source)->Find(period), column);
     row.children.push_back(std::move(cell));
   }
 
@@ -160,6 +246,7 @@ class ContextBuilder {
   const std::vector<LetterField>& fields_;
   const AddressVerdict& verdict_;
   const bool with_values_;
+  const FieldQueryRunner& run_query_;
   ContextField root_;
   std::vector<ContextField> inputs_;
 };
@@ -167,8 +254,9 @@ class ContextBuilder {
 }  // namespace
 
 ContextField BuildLetterContext(const LetterSubject& subject, const std::vector<LetterField>& fields,
-                                const AddressVerdict& verdict, bool with_values) {
-  return ContextBuilder(subject, fields, verdict, with_values).Build();
+                                const AddressVerdict& verdict, bool with_values,
+                                const FieldQueryRunner& run_query) {
+  return ContextBuilder(subject, fields, verdict, with_values, run_query).Build();
 }
 
 }  // namespace server

@@ -7,6 +7,8 @@
 #include <string_view>
 
 #include "platform/failure.h"
+#include "server/field_functions.h"
+#include "server/field_queries.h"
 #include "server/field_sources.h"
 #include "server/tab_table.h"
 
@@ -25,7 +27,13 @@ constexpr auto kKindNames = std::to_array<KindName>({
     {"COLUMN", FieldKind::kColumn},
     {"USER", FieldKind::kUser},
     {"PARAGRAPH", FieldKind::kParagraph},
+    {"QUERY", FieldKind::kQuery},
+    {"FUNCTION", FieldKind::kFunction},
+    {"LOCAL", FieldKind::kLocal},
 });
+
+// Needed, not needed, and needed for there to be a letter at all ("I": else it is ignored).
+constexpr auto kNeeds = std::to_array<std::string_view>({"Y", "N", "I"});
 
 std::optional<FieldKind> FindKind(std::string_view name) {
   const auto found = std::ranges::find(kKindNames, name, &KindName::name);
@@ -41,11 +49,39 @@ bool IsKnownSource(FieldKind kind, const std::string& source) {
       return source == kPeriodsSource;
     case FieldKind::kColumn:
       return FindPeriodSource(source) != nullptr;
+    case FieldKind::kQuery:
+      return IsFieldQuery(source);
+    case FieldKind::kFunction:
+      return ReadFunctionCall(source).has_value();
+    case FieldKind::kLocal:
+      return !source.empty();
     case FieldKind::kUser:
     case FieldKind::kParagraph:
       break;
   }
   return source.empty();
+}
+
+/// The rules that mean something for the field.
+FieldRules PossibleRules(FieldKind kind, const std::string& source) {
+  switch (kind) {
+    case FieldKind::kSystem:
+    case FieldKind::kData:
+      if (source == "customer.address") return rule::kOfReference | rule::kOfAddress;
+      if (source == "form.number") return rule::kOfReference | rule::kOpenDocument;
+      return rule::kOfReference;
+    case FieldKind::kQuery:
+      return rule::kOfReference | rule::kOfQuery;
+    case FieldKind::kFunction:
+    case FieldKind::kLocal:
+      return rule::kOfReference;
+    case FieldKind::kTable:
+    case FieldKind::kColumn:
+    case FieldKind::kUser:
+    case FieldKind::kParagraph:
+      break;
+  }
+  return 0;
 }
 
 /// Letters, digits and underscores, a letter first: what a bookmark and an element can both be called.
@@ -75,13 +111,32 @@ class DefinitionCheck {
     if (*kind == FieldKind::kColumn ? !in_table : !text("FLD_PARENT").empty()) {
       table_.Refuse(row, "FLD_PARENT", "\"" + text("FLD_PARENT") + "\" is no table field above this one.");
     }
+    if (*kind == FieldKind::kFunction) CheckCall(row);
     if (!names_.insert({text("LTR_TYP_ID"), text("FLD_PARENT"), text("FLD_NM")}).second) {
       table_.Refuse(row, "FLD_NM", "The field \"" + text("FLD_NM") + "\" comes twice.");
     }
     if (*kind == FieldKind::kTable) tables_.insert({text("LTR_TYP_ID"), text("FLD_NM")});
+    CheckRules(row, *kind);
   }
 
  private:
+  void CheckRules(std::size_t row, FieldKind kind) const {
+    const auto text = [&](std::string_view column) { return table_.Text(row, column); };
+    const auto rules = ReadRules(text("FLD_RULE"));
+    if (!rules || (*rules & ~PossibleRules(kind, text("FLD_SRC"))) != 0)
+      table_.Refuse(row, "FLD_RULE", "\"" + text("FLD_RULE") + "\" is no rule for this field.");
+    if (std::ranges::find(kNeeds, text("FLD_REQ")) == kNeeds.end())
+      table_.Refuse(row, "FLD_REQ", "\"" + text("FLD_REQ") + "\" has to be Y, N or I.");
+  }
+
+  void CheckCall(std::size_t row) const {
+    const auto call = ReadFunctionCall(table_.Text(row, "FLD_SRC")).value();
+    for (const auto& field : call.fields) {
+      if (names_.contains({table_.Text(row, "LTR_TYP_ID"), "", field})) continue;
+      table_.Refuse(row, "FLD_SRC", "There is no field \"" + field + "\" above this one.");
+    }
+  }
+
   const TabTable& table_;
   std::set<std::pair<std::string, std::string>> tables_;
   std::set<std::array<std::string, 3>> names_;
@@ -89,13 +144,20 @@ class DefinitionCheck {
 
 }  // namespace
 
+FieldRules AddressRules(const std::vector<LetterField>& fields) {
+  FieldRules rules = 0;
+  for (const auto& field : fields) rules |= field.rules & rule::kOfAddress;
+  return rules;
+}
+
 std::vector<LetterField> FindLetterFields(Database& database, const std::string& letter_type) {
   const auto rows =
       database.Select("SELECT * FROM letter_field WHERE LTR_TYP_ID = ? ORDER BY FLD_ORD", {letter_type});
   std::vector<LetterField> fields;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
     const auto kind = FindKind(rows->Text(row, "FLD_KIND"));
-    if (!kind || !IsKnownSource(*kind, rows->Text(row, "FLD_SRC"))) {
+    const auto rules = ReadRules(rows->Text(row, "FLD_RULE"));
+    if (!kind || !rules || !IsKnownSource(*kind, rows->Text(row, "FLD_SRC"))) {
       throw platform::Failure(
           platform::Failure::Kind::kRefused,
           "The field \"" + rows->Text(row, "FLD_NM") + "\" of letter type \"" + letter_type +
@@ -106,7 +168,10 @@ std::vector<LetterField> FindLetterFields(Database& database, const std::string&
                       .description = rows->Text(row, "FLD_DES"),
                       .kind = *kind,
                       .source = rows->Text(row, "FLD_SRC"),
-                      .required = rows->Text(row, "FLD_REQ") == "Y"});
+                      .required = rows->Text(row, "FLD_REQ") == "Y",
+                      .ignored_without = rows->Text(row, "FLD_REQ") == "I",
+                      .default_text = rows->Text(row, "FLD_DFLT"),
+                      .rules = *rules});
   }
   return fields;
 }
@@ -120,10 +185,10 @@ void StoreLetterFields(Database& database, const std::filesystem::path& file) {
     const auto text = [&](std::string_view column) { return platform::Value(table.Text(row, column)); };
     database.Change(
         "INSERT INTO letter_field (LTR_TYP_ID, FLD_ORD, FLD_NM, FLD_PARENT, FLD_DES, FLD_KIND, FLD_SRC, "
-        "FLD_REQ)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+        "FLD_REQ, FLD_DFLT, FLD_RULE)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
         {text("LTR_TYP_ID"), row, text("FLD_NM"), text("FLD_PARENT"), text("FLD_DES"), text("FLD_KIND"),
-         text("FLD_SRC"), text("FLD_REQ")});
+         text("FLD_SRC"), text("FLD_REQ"), text("FLD_DFLT"), text("FLD_RULE")});
   }
 }
 

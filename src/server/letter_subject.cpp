@@ -27,7 +27,7 @@ Address ReadAddress(const RecordSet& rows, const std::string& prefix) {
           .state = Part(rows, prefix + "ST"),
           .zip = Part(rows, prefix + "ZIP_CD"),
           .marked_bad = Part(rows, prefix + "BAD_FLG") == "Y",
-          .failed_verification = Part(rows, prefix + "VRFY_CD") == "F"};
+          .verification = Part(rows, prefix + "VRFY_CD")};
 }
 
 Customer FindCustomer(Database& database, const std::string& id) {
@@ -74,9 +74,9 @@ std::pair<Form, std::string> FindForm(Database& database, const Input& input) {
     throw Failure(Failure::Kind::kRefused,
                   "The form number \"" + input.number + "\" came without a form type.");
   }
-  const auto rows =
-      database.Select("SELECT FORM_CK_DGT_NBR, CUST_ID FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
-                      {input.type, input.number});
+  const auto rows = database.Select(
+      "SELECT FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
+      {input.type, input.number});
   if (rows->IsEmpty()) {
     throw Failure(Failure::Kind::kNotFound,
                   "There is no form \"" + input.number + "\" of type \"" + input.type + "\".");
@@ -86,7 +86,11 @@ std::pair<Form, std::string> FindForm(Database& database, const Input& input) {
     throw Failure(Failure::Kind::kRefused, "The check digit \"" + input.check_digit +
                                                "\" does not belong to the form \"" + input.number + "\".");
   }
-  return {{.type = input.type, .number = input.number, .check_digit = check_digit}, Part(*rows, "CUST_ID")};
+  return {{.type = input.type,
+           .number = input.number,
+           .check_digit = check_digit,
+           .status = Part(*rows, "FORM_STTS_CD")},
+          Part(*rows, "CUST_ID")};
 }
 
 std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& customer,

@@ -7,6 +7,7 @@
 
 #include "platform/value.h"
 #include "server/exchange.h"
+#include "server/field_rules.h"
 
 namespace server {
 
@@ -18,12 +19,10 @@ struct Address {
   std::string state;
   std::string zip;  ///< five or nine digits, or as a person wrote it
   bool marked_bad = false;
-  bool failed_verification = false;
+  std::string verification = "V";  ///< how the postal verification ended, see address_verdict.cpp
 
   bool IsMissing() const;
   bool IsPostOfficeBox() const;
-  /// A letter can be sent there.
-  bool IsUsable() const { return !IsMissing() && !marked_bad && !failed_verification; }
 };
 
 struct Customer {
@@ -44,6 +43,9 @@ struct Form {
   std::string type;
   std::string number;
   std::string check_digit;
+  std::string status = "O";  ///< "O" open, "C" closed
+
+  bool IsOpen() const { return status == "O"; }
 };
 
 struct TaxPeriod {
@@ -67,6 +69,7 @@ struct LetterSubject {
   std::string letter_type;
   platform::Date today;
   Customer customer;
+  FieldRules address_rules = 0;     ///< what the letter asks of the address it goes to
   bool customer_was_given = false;  ///< by its id, not through a form
   std::optional<Form> form;
   std::vector<TaxPeriod> periods;  ///< of the form; without one, of all the customer's forms; oldest first

@@ -7,7 +7,7 @@
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 1;
+inline constexpr std::int64_t kSchemaVersion = 2;
 
 /// Makes the tables in an empty database, and writes down their version.
 void CreateSchema(Database& database);

@@ -81,7 +81,7 @@ TEST_F(ServerData, TakeNewLetterDefinitionsAndMissingTemplatesFromANewerProduct)
   const auto options = OwnProduct();
   server::CreateServerData(options);
   const auto definitions = folder_ / "product/server/letter_fields.tsv";
-  tests::WriteFile(definitions, ReadFile(definitions) + "777\tLTR_DT\t\tDate\tSYSTEM\tletter.date\tY\n");
+  tests::WriteFile(definitions, ReadFile(definitions) + "777\tLTR_DT\t\tDate\tSYSTEM\tletter.date\tY\t\t\n");
   std::filesystem::remove(folder_ / "data/server/templates/kvcorr.dot");
   server::CreateServerData(options);
   EXPECT_THAT(Contents(folder_ / "data"), HasSubstr("777|"));
@@ -90,15 +90,23 @@ TEST_F(ServerData, TakeNewLetterDefinitionsAndMissingTemplatesFromANewerProduct)
 
 TEST_F(ServerData, AWrongLetterDefinitionStopsTheMakingAndNamesItsPlace) {
   const auto options = OwnProduct();
-  const std::string header = "LTR_TYP_ID\tFLD_NM\tFLD_PARENT\tFLD_DES\tFLD_KIND\tFLD_SRC\tFLD_REQ\n";
+  const std::string header =
+      "LTR_TYP_ID\tFLD_NM\tFLD_PARENT\tFLD_DES\tFLD_KIND\tFLD_SRC\tFLD_REQ\tFLD_DFLT\tFLD_RULE\n";
   const std::vector<std::pair<std::string, std::string>> wrong = {
-      {"1\tA\t\tA\tDATA\tcustomer.shoe_size\tN\n", "\"customer.shoe_size\""},
-      {"1\tA\t\tA\tPICTURE\t\tN\n", "column FLD_KIND"},
-      {"1\tA\t\tA\tTABLE\tcustomer.name\tN\n", "column FLD_SRC"},
-      {"1\tA\tB\tA\tCOLUMN\tperiod.tax\tN\n", "column FLD_PARENT"},
-      {"1\tA B\t\tA\tUSER\t\tN\n", "column FLD_NM"},
-      {"1\tA\t\tA\tUSER\t\tN\n1\tA\t\tA\tUSER\t\tN\n", "line 3"},
-      {"1\tA\t\tA\tUSER\n", "line 2"}};
+      {"1\tA\t\tA\tDATA\tcustomer.shoe_size\tN\t\t\n", "\"customer.shoe_size\""},
+      {"1\tA\t\tA\tPICTURE\t\tN\t\t\n", "column FLD_KIND"},
+      {"1\tA\t\tA\tTABLE\tcustomer.name\tN\t\t\n", "column FLD_SRC"},
+      {"1\tA\tB\tA\tCOLUMN\tperiod.tax\tN\t\t\n", "column FLD_PARENT"},
+      {"1\tA B\t\tA\tUSER\t\tN\t\t\n", "column FLD_NM"},
+      {"1\tA\t\tA\tUSER\t\tN\t\t\n1\tA\t\tA\tUSER\t\tN\t\t\n", "line 3"},
+      {"1\tA\t\tA\tUSER\n", "line 2"},
+      {"1\tA\t\tA\tDATA\tcustomer.name\tN\t\tSHINY\n", "column FLD_RULE"},
+      {"1\tA\t\tA\tDATA\tcustomer.name\tN\t\tNO_PO_BOX\n", "column FLD_RULE"},
+      {"1\tA\t\tA\tDATA\tcustomer.name\tX\t\t\n", "column FLD_REQ"},
+      {"1\tA\t\tA\tQUERY\tDELETE FROM customer\tN\t\t\n", "column FLD_SRC"},
+      {"1\tA\t\tA\tQUERY\tSELECT :shoe_size\tN\t\t\n", "column FLD_SRC"},
+      {"1\tA\t\tA\tLOCAL\t7\tN\t\t\n1\tB\t\tB\tFUNCTION\tadd(A, B)\tN\t\t\n", "\"B\""},
+      {"1\tA\t\tA\tFUNCTION\tadd(A)\tN\t\t\n", "column FLD_SRC"}};
   for (const auto& [rows, words] : wrong) {
     tests::WriteFile(folder_ / "product/server/letter_fields.tsv", header + rows);
     EXPECT_THAT(WhyNot(options),
