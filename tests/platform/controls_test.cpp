@@ -5,6 +5,7 @@
 #include "platform/controls/grid.h"
 #include "platform/controls/option_button.h"
 #include "platform/controls/text_field.h"
+#include "platform/controls/tree.h"
 
 namespace platform {
 namespace {
@@ -164,6 +165,49 @@ TEST_F(AGrid, ForgetsSelectedRowsThatAreGone) {
   EXPECT_THAT(grid_.selected_rows(), IsEmpty());
   rows_->AddNew();
   EXPECT_EQ(content, 2) << "rows that are no longer bound";
+}
+
+TEST(ATree, KeepsItsNodesInOrderAndInPlace) {
+  Tree tree;
+  auto& first = tree.Add(nullptr, {.text = "first"});
+  for (int number = 0; number < 1000; ++number) tree.Add(&first, {.text = std::to_string(number)});
+  tree.Add(nullptr, {.text = "second"});
+  EXPECT_EQ(tree.top_level().front(), &first);
+  EXPECT_EQ(tree.top_level().back()->text, "second");
+  ASSERT_EQ(first.children.size(), 1000u);
+  EXPECT_EQ(first.children[999]->text, "999");
+  EXPECT_EQ(first.children[999]->parent, &first);
+}
+
+TEST(ATree, TellsOfManyChangesOnce) {
+  Tree tree;
+  Count changes(tree.ContentChanged);
+  {
+    const Tree::Edit edit(tree);
+    tree.Clear();
+    const Tree::Edit inner(tree);
+    tree.Add(nullptr, {.text = "a"});
+  }
+  EXPECT_EQ(changes, 1);
+  tree.Add(nullptr, {.text = "b"});
+  EXPECT_EQ(changes, 2);
+  { const Tree::Edit nothing(tree); }
+  EXPECT_EQ(changes, 2);
+}
+
+TEST(ATree, TellsWhichNodeIsClickedWhileItCanBeUsed) {
+  Tree tree;
+  auto& node = tree.Add(nullptr, {.text = "a"});
+  std::vector<std::string> clicked;
+  const auto click = tree.NodeClick.Connect(
+      [&](const Tree::Node& told) { clicked.push_back(tree.selected()->text + told.text); });
+  tree.UserClicks(node);
+  tree.UserClicks(node);
+  tree.SetEnabled(false);
+  tree.UserClicks(node);
+  EXPECT_THAT(clicked, ElementsAre("aa", "aa"));
+  tree.Clear();
+  EXPECT_EQ(tree.selected(), nullptr);
 }
 
 }  // namespace
