@@ -6,6 +6,7 @@
 #include "workspace/document/wiring.h"
 #include "workspace/document/zemlo_corresp.h"
 #include "workspace/grid_style.h"
+#include "workspace/messaging/diagnostic_mode.h"
 
 namespace workspace {
 
@@ -29,8 +30,7 @@ void ZEMLO_Corresp::Initialize() {
     services_.status.ShowStatus("Loading information");
     services_.host.SetMousePointer(MousePointer::kHourglass);
     if (!moClient_) moClient_ = services_.comm_clients.GetClient();
-    data_.state.dont_print =
-        services_.settings_store.GetSetting("DMVKorvadsk", "System", "DontPrint", "N") == "Y";
+    data_.state.dont_print = IsDiagnosticMode(services_.settings_store);
     ConnectOutside();
     EmptyDates();
     DisableActions();

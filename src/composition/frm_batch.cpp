@@ -1,0 +1,155 @@
+#include "composition/frm_batch.h"
+
+#include <any>
+#include <utility>
+
+#include "platform/text.h"
+#include "workspace/messaging/at_exit.h"
+#include "workspace/messaging/diagnostic_mode.h"
+
+namespace composition {
+namespace {
+
+using platform::Failure;
+using platform::Trap;
+using platform::Tree;
+using platform::XmlElement;
+
+constexpr const char* kLoad = "frmBatch.Form_Load";
+constexpr int kTreeWidthWithoutFrame = 9888;  // twips
+constexpr std::size_t kReportedCharacters = 1000;
+
+/// Which attribute of the element fills which label of the frame.
+struct Explanation {
+  platform::Label frmBatch::*label;
+  const char* attribute;
+};
+constexpr auto kExplanations = std::to_array<Explanation>({
+    {&frmBatch::bookmark_type, "V_ExplainType"},
+    {&frmBatch::bookmark_raw_value, "RawValue"},
+    {&frmBatch::bookmark_state, "V_ExplainState"},
+    {&frmBatch::bookmark_attribute, "V_ExplainAttr"},
+    {&frmBatch::bookmark_error, "V_ExplainErr"},
+});
+
+}  // namespace
+
+frmBatch::frmBatch(const platform::Services& services) : Form("Letter Information"), services_(services) {
+  tvw.images = {{kCorrect, "correct"}, {kErrorInChild, "error further down"}, {kError, "error"}};
+  batch_error.SetVisible(false);
+  connections_.push_back(tvw.NodeClick.Connect([this](const Tree::Node& node) { tvw_NodeClick(node); }));
+  connections_.push_back(cmdOk.Click.Connect([this] { Close(); }));
+}
+
+void frmBatch::ErrBookMark(std::string context) {
+  Trap(services_, "frmBatch.ErrBookMark", [&] { err_book_mark_ = std::move(context); });
+}
+
+void frmBatch::ShowBatchError(const std::string& text) {
+  batch_error.SetCaption(text);
+  batch_error.SetVisible(true);
+}
+
+void frmBatch::OnLoad() {
+  const workspace::AtExit pointer(
+      services_, kLoad, [this] { services_.host.SetMousePointer(platform::MousePointer::kNormal); });
+  Trap(services_, kLoad, [&] {
+    SetMode();
+    FillTree();
+    if (tvw.IsEmpty()) {
+      throw Failure(Failure::Kind::kNotFound,
+                    "There is nothing to show: no field of the letter is in error.");
+    }
+    FillLabels();
+  });
+}
+
+void frmBatch::SetMode() {
+  is_diagnostic_ = workspace::IsDiagnosticMode(services_.settings_store);
+  bookmark_information.SetVisible(is_diagnostic_);
+  if (!is_diagnostic_) tvw.width = kTreeWidthWithoutFrame;
+}
+
+void frmBatch::FillTree() {
+  auto parsed = platform::XmlDocument::Parse(err_book_mark_);
+  if (!parsed.document) {
+    services_.errors.ReportError("Message parsing error", platform::kComponentTitle, kLoad);
+    const auto start = platform::FirstCharacters(err_book_mark_, kReportedCharacters);
+    services_.errors.ReportError("Message; " + std::string(start), platform::kComponentTitle, kLoad);
+    return;
+  }
+  const Tree::Edit edit(tvw);
+  tvw.Clear();
+  document_ = std::move(parsed.document);
+  errors_ = 0;
+  const auto root = document_->Root();
+  state_.InitFromNode(root);
+  AddNode(root, nullptr);
+}
+
+void frmBatch::AddNode(const XmlElement& element, Tree::Node* parent) {
+  Trap(services_, "frmBatch.AddNode", [&] {
+    state_.InitFromNode(element);
+    auto* const node = IsShown() ? &tvw.Add(parent, NodeOf(element)) : nullptr;
+    for (const auto& child : element.Children()) AddNode(child, node);
+  });
+}
+
+bool frmBatch::IsShown() const {
+  if (is_diagnostic_) return true;
+  if (state_.IsIndirectRef() || state_.IsSysType()) return false;
+  return state_.IsSelfErroneous() || state_.ErrInChild();
+}
+
+Tree::Node frmBatch::NodeOf(const XmlElement& element) {
+  Tree::Node node{
+      .text = element.Attribute("V_EnglishDesc").value_or(element.Name()), .expanded = true, .tag = element};
+  if (!state_.IsErroneous()) {
+    node.image = kCorrect;
+  } else if (state_.ErrInChild()) {
+    node.image = kErrorInChild;
+  } else if (state_.IsSelfErroneous()) {
+    node.image = kError;
+    node.colour = platform::kRed;
+    CountError();
+  }
+  return node;
+}
+
+void frmBatch::CountError() {
+  if (errors_.Increment() || errors_overflowed_) return;
+  errors_overflowed_ = true;
+  services_.errors.ReportError("The number of errors stays at \"" + std::to_string(errors_.value()) +
+                                   "\", the most that can be counted; there are more.",
+                               platform::kComponentTitle, "frmBatch.AddNode");
+}
+
+void frmBatch::FillLabels() {
+  account.SetCaption(AccountText());
+  address_status.SetCaption(document_->Root().Attribute("V_ExplainAddr").value_or(""));
+  error_count.SetCaption(std::to_string(errors_.value()));
+}
+
+std::string frmBatch::AccountText() const {
+  auto text = document_->FirstByTagName("FORM_NBR").Text();
+  if (const auto type = document_->FirstByTagName("FORM_TYP_CD")) {
+    text += " " + services_.utilities.GetCodeDescription("REFDOCTYP", type.Text());
+  }
+  return text;
+}
+
+void frmBatch::tvw_NodeClick(const Tree::Node& node) {
+  RunHandler([&] {
+    Trap(services_, "frmBatch.tvw_NodeClick", [&] {
+      for (const auto& line : kBookmarkInformation) (this->*line.label).SetCaption("");
+      const auto& element = std::any_cast<const XmlElement&>(node.tag);
+      bookmark_name.SetCaption(element.Name());
+      bookmark_value.SetCaption(element.Text());
+      for (const auto& [label, attribute] : kExplanations) {
+        (this->*label).SetCaption(element.Attribute(attribute).value_or(""));
+      }
+    });
+  });
+}
+
+}  // namespace composition
