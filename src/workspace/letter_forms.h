@@ -1,8 +1,20 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace workspace {
+
+/// What the letter information form shows. The times, status and errors are those of a letter that was
+/// produced already; a new letter has none.
+struct LetterInformation {
+  std::string context;  ///< the letter's data context
+  std::string first_printed = {};
+  std::string last_printed = {};
+  std::string print_status = {};                ///< in words
+  std::string print_error = {};                 ///< in words
+  std::optional<std::string> batch_error = {};  ///< as the batch run gave it; nothing where it is not shown
+};
 
 /// The dialogs that a letter may need on its way. Both return when the user has closed them.
 class LetterForms {
@@ -15,7 +27,7 @@ class LetterForms {
   virtual ~LetterForms() = default;
 
   /// Shows a data context with its errors.
-  virtual void ShowLetterInformation(const std::string& context) = 0;
+  virtual void ShowLetterInformation(const LetterInformation& letter) = 0;
   /// Lets the user fill what only the user knows. `file_name` is the template's local path.
   virtual EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
                                        const std::string& context) = 0;

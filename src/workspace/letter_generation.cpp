@@ -116,7 +116,7 @@ void LetterGeneration::CreateNewCorrespondence() {
       uses_.services.status.ShowStatus("Ready");
     } else {
       uses_.services.status.ShowStatus("Ready");
-      uses_.forms.ShowLetterInformation(uses_.letter.context);
+      uses_.forms.ShowLetterInformation({.context = uses_.letter.context});
     }
   });
   if (!is_done) uses_.services.status.ShowStatus("Ready");

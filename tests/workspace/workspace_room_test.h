@@ -20,11 +20,15 @@ namespace workspace {
 
 /// The dialogs a letter may need, answered by the test.
 struct ScriptedForms : LetterForms {
-  std::vector<std::string> shown;    ///< contexts shown with their errors
-  std::vector<std::string> entered;  ///< "file|template|context"
+  std::vector<std::string> shown;              ///< contexts shown with their errors
+  std::vector<LetterInformation> information;  ///< the same, with all that was shown
+  std::vector<std::string> entered;            ///< "file|template|context"
   EnteredLetter answer;
 
-  void ShowLetterInformation(const std::string& context) override { shown.push_back(context); }
+  void ShowLetterInformation(const LetterInformation& letter) override {
+    shown.push_back(letter.context);
+    information.push_back(letter);
+  }
   EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
                                const std::string& context) override {
     entered.push_back(file_name + "|" + template_name + "|" + context);

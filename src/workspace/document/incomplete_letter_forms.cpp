@@ -3,6 +3,7 @@
 #include "composition/node_state.h"
 #include "platform/text.h"
 #include "platform/xml.h"
+#include "workspace/letter_information.h"
 
 namespace workspace {
 
@@ -30,9 +31,8 @@ std::vector<std::string> FieldsWhere(const std::string& context, Applies applies
 
 }  // namespace
 
-void IncompleteLetterForms::ShowLetterInformation(const std::string& context) {
-  Tell("The server found errors in these fields:",
-       FieldsWhere(context, [](const ZEMLO_NodeState& field) { return field.IsErroneous(); }));
+void IncompleteLetterForms::ShowLetterInformation(const LetterInformation& letter) {
+  workspace::ShowLetterInformation(services_, letter);
 }
 
 LetterForms::EnteredLetter IncompleteLetterForms::EnterBookmarks(const std::string&, const std::string&,

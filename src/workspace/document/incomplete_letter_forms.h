@@ -17,7 +17,7 @@ class IncompleteLetterForms : public LetterForms {
   IncompleteLetterForms(const platform::Services& services, const WorkspaceState& state, Pages& pages)
       : services_(services), state_(state), pages_(pages) {}
 
-  void ShowLetterInformation(const std::string& context) override;
+  void ShowLetterInformation(const LetterInformation& letter) override;
   /// Returns the context as it was.
   EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
                                const std::string& context) override;

@@ -17,6 +17,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       forms(services, data.state, data.pages),
       generation(
           {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
+      bookmark_view({services, data.state, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
       online_actions(services, letter_request, [this] { generation.SelectNewType(); }, /*reprint=*/{}),
       customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
       customer_selection(services, data.state, data.customer),
@@ -32,6 +33,7 @@ ReplyHandlers Parts::Handlers() {
   known.CreateNewCorrespondence = [this] { generation.CreateNewCorrespondence(); };
   known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
+  known.ViewBookMark = [this] { bookmark_view.ViewBookMark(); };
   known.FillCustFromLetter = [this] { customer_inquiry.FillCustFromLetter(); };
   known.FillCustomerInfo = [this] { customer_inquiry.FillCustomerInfo(); };
   return known;

@@ -6,6 +6,7 @@
 #include "platform/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/letter_grid.h"
+#include "workspace/bookmark_view.h"
 #include "workspace/document/incomplete_letter_forms.h"
 #include "workspace/document/reply_handlers.h"
 #include "workspace/document/workspace_data.h"
@@ -39,6 +40,7 @@ struct Parts {
   HistoryRecord history;
   IncompleteLetterForms forms;
   LetterGeneration generation;
+  BookmarkView bookmark_view;
   OnlineActions online_actions;
   customers::CustomerInquiry customer_inquiry;
   customers::CustomerSelection customer_selection;

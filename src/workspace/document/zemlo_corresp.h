@@ -54,6 +54,8 @@ class ZEMLO_Corresp {
   /// The controls, for views, programs and tests.
   Pages& pages() { return data_.pages; }
   const WorkspaceState& state() const { return data_.state; }
+  /// The letter that was asked for last.
+  const LetterData& letter() const { return data_.letter; }
   const customers::CurrentCustomer& customer() const { return data_.customer; }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
   /// Why the page's command is disabled, a sentence for each rule; none before Initialize.

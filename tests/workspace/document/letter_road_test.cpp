@@ -1,3 +1,4 @@
+#include "composition/frm_batch.h"
 #include "tests/workspace/document/workspace_test.h"
 
 namespace workspace {
@@ -93,6 +94,21 @@ TEST_F(LetterRoad, EnablesTheLetterActionsOfTheTrackingPageAfterEveryReply) {
   }
 }
 
+TEST_F(LetterRoad, ShowsTheFieldsInErrorAndMakesNoLetter) {
+  GivenLetterIsAskedFor();
+  GivenCreateLetterIsDisabled();
+  std::vector<std::string> fields;
+  fakes_.host.user_in_form = [&](platform::Form& form) {
+    const auto& top = dynamic_cast<composition::frmBatch&>(form).tvw.top_level();
+    for (const auto* field : top.at(0)->children) fields.push_back(field->text);
+  };
+  ServerRepliesWithContext("<XML_CONTEXT State=\"800000\"><AMOUNT State=\"400000\"/><NAME/></XML_CONTEXT>");
+  EXPECT_THAT(fields, ElementsAre("AMOUNT"));
+  EXPECT_TRUE(CanCreateLetter());
+  EXPECT_THAT(print_.calls, IsEmpty());
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
 TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
   struct Case {
     const char* context;
@@ -104,9 +120,6 @@ TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
        "</XML_CONTEXT>",
        "The letter \"Tax liability\" cannot be completed here yet. These fields wait for what only the user "
        "knows:\r\nAmount due\r\nPARA_A"},
-      {"<XML_CONTEXT State=\"800000\"><AMOUNT State=\"400000\"/><NAME/></XML_CONTEXT>",
-       "The letter \"Tax liability\" cannot be completed here yet. The server found errors in these "
-       "fields:\r\nAMOUNT"},
   };
   for (const auto& [context, message] : cases) {
     fakes_.host.messages.clear();

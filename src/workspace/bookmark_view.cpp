@@ -1,0 +1,54 @@
+#include "workspace/bookmark_view.h"
+
+#include "platform/failure.h"
+#include "platform/identity.h"
+
+namespace workspace {
+namespace {
+
+using platform::Failure;
+
+constexpr std::string_view kAddressFailed = "V";
+constexpr const char* kAddressFailedText =
+    "Address Validation Error: Finalist verification for residential/mailing address failed";
+
+}  // namespace
+
+void BookmarkView::ViewBookMark() {
+  platform::Trap(uses_.services, "ZEMLO_Corresp.ViewBookMark", [&] {
+    LetterInformation letter{.context = Context()};
+    uses_.services.status.ShowStatus("Ready");
+    AddRow(letter);
+    uses_.forms.ShowLetterInformation(letter);
+  });
+}
+
+std::string BookmarkView::Context() const {
+  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName),
+                                                        "XML_Context", uses_.state.pending_message_key);
+  if (record != nullptr && !record->Recordset()->IsEmpty()) return record->Recordset()->FirstText();
+  throw Failure(Failure::Kind::kNotFound, "The server's reply brought no data of the letter.");
+}
+
+void BookmarkView::AddRow(LetterInformation& letter) const {
+  const auto status = RowText("PRNT_STTS_CD");
+  const auto error = RowText("PRCS_ERR_TXT");
+  letter.first_printed = RowText("PRNT_TS");
+  letter.last_printed = RowText("LST_PRNT_TS");
+  letter.print_status = uses_.services.utilities.GetCodeDescription("LTRPRNTCD", status);
+  letter.print_error = status == kAddressFailed ? kAddressFailedText : error;
+  if (IsBatchBrowserOpen() && uses_.state.dont_print) letter.batch_error = error;
+}
+
+std::string BookmarkView::RowText(std::string_view column) const {
+  if (IsBatchBrowserOpen()) return uses_.batch_browser->CurrentText(column);
+  const auto& letters = uses_.letters.rows();
+  if (letters) return letters->Text(column);
+  throw Failure(Failure::Kind::kNotFound, "No letters are listed.");
+}
+
+bool BookmarkView::IsBatchBrowserOpen() const {
+  return uses_.batch_browser != nullptr && uses_.batch_browser->IsOpen();
+}
+
+}  // namespace workspace

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/controls/grid.h"
+#include "platform/services.h"
+#include "workspace/letter_forms.h"
+#include "workspace/messaging/letter_source.h"
+#include "workspace/messaging/workspace_state.h"
+
+namespace workspace {
+
+/// Shows the fields of a letter that was produced already, and how it was printed.
+class BookmarkView {
+ public:
+  struct Uses {
+    const platform::Services& services;
+    const WorkspaceState& state;
+    const platform::Grid& letters;      ///< of the tracking page
+    const LetterSource* batch_browser;  ///< null where there is none
+    LetterForms& forms;
+  };
+  /// What it uses outlives it.
+  explicit BookmarkView(Uses uses) : uses_(uses) {}
+
+  /// Takes the reply that brings the letter's context. The letter is the current row of the batch letter
+  /// browser while that is open, else of the tracking page.
+  void ViewBookMark();
+
+ private:
+  std::string Context() const;
+  void AddRow(LetterInformation& letter) const;
+  std::string RowText(std::string_view column) const;
+  bool IsBatchBrowserOpen() const;
+
+  const Uses uses_;
+};
+
+}  // namespace workspace
