@@ -1,11 +1,13 @@
 #include "desktop/form_views.h"
 
 #include "desktop/customer_search_view.h"
+#include "desktop/letter_information_view.h"
 
 namespace desktop {
 
 void RegisterFormViews(QtHostShell& shell) {
   shell.ShowFormsWith<customers::frmCustSearch>([](auto& form) { return new CustomerSearchView(form); });
+  shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
 }
 
 }  // namespace desktop

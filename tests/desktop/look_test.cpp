@@ -8,6 +8,7 @@
 #include <QPalette>
 #include <QPdfWriter>
 
+#include "composition/frm_batch.h"
 #include "customers/customer_search.h"
 #include "desktop/form_views.h"
 #include "desktop/help_box.h"
@@ -111,6 +112,27 @@ TEST_P(TheLook, OfTheCustomerSearch) {
   search.sdgGrid.UserSelects({3});
   shell.ShowModal(search);
   EXPECT_EQ(search.sdgGrid.selected_rows().size(), 1u) << "showing a list leaves its selection alone";
+}
+
+TEST_P(TheLook, OfTheLetterInformation) {
+  for (const auto* mode : {"N", "Y"}) {
+    sample.services.settings_store.Put("DMVKorvadsk", "System", "DontPrint", mode);
+    composition::frmBatch information(sample.services.services());
+    information.ErrBookMark(
+        R"(<XML_CONTEXT State="1800000" V_ExplainAddr="The letter goes to the residential address, mailing )"
+        R"(address is missing, residential address is a post office box."><FORM_NBR State="4">3100004</FORM_NBR>)"
+        R"(<CUSTOMER_NAME V_EnglishDesc="Customer name"/><PERIODS State="1800001" V_EnglishDesc="Tax periods">)"
+        R"(<ROW State="1800040"><AMT State="400080" V_EnglishDesc="Amount of the tax" RawValue="0.00" )"
+        R"(V_ExplainErr="The letter needs an amount, and it is zero.">0.00</AMT></ROW></PERIODS></XML_CONTEXT>)");
+    information.first_printed.SetCaption("2024-01-02 03.04.05");
+    information.print_status.SetCaption("Letter Data Incomplete");
+    LookAtNextModal(std::string("letter_information_") + mode);
+    information.Load();
+    auto* node = information.tvw.top_level().at(0);
+    while (!node->children.empty()) node = node->children.back();
+    information.tvw.UserClicks(*node);
+    shell.ShowModal(information);
+  }
 }
 
 TEST_P(TheLook, OfMessagesAndHelp) {

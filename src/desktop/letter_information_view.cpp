@@ -1,0 +1,82 @@
+#include "desktop/letter_information_view.h"
+
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "desktop/binders/command_binding.h"
+#include "desktop/field_layout.h"
+#include "desktop/letter_pictures.h"
+
+namespace desktop {
+namespace {
+
+using composition::frmBatch;
+
+constexpr QSize kSmallestTree(440, 280);
+constexpr int kFrameWidth = 420;
+
+}  // namespace
+
+LetterInformationView::LetterInformationView(frmBatch& form, QWidget* parent)
+    : QWidget(parent), form_(form), fields_(new TreeView(this)) {
+  fields_->setMinimumSize(kSmallestTree);
+  Bind(form_.tvw, *fields_, QStringLiteral("Fields of the letter"), LetterPicture);
+  LayOut();
+}
+
+void LetterInformationView::LayOut() {
+  auto* middle = new QHBoxLayout;
+  middle->addWidget(fields_, 1);
+  middle->addWidget(BookmarkInformation());
+  auto* ok = MakeButton(form_.cmdOk, this);
+  ok->setDefault(true);
+  auto* ends = new QHBoxLayout;
+  ends->addStretch();
+  ends->addWidget(ok);
+
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addLayout(Labels(frmBatch::kHeader));
+  layout->addLayout(middle, 1);
+  layout->addLayout(ends);
+}
+
+template <typename Lines>
+QGridLayout* LetterInformationView::Labels(const Lines& lines) {
+  auto* layout = new QGridLayout;
+  layout->setColumnStretch(1, 1);
+  int row = 0;
+  for (const auto& [caption, label] : lines) {
+    auto& shown = form_.*label;
+    if (shown.visible()) AddShown(*layout, row++, 0, caption, shown);
+  }
+  return layout;
+}
+
+// The value of a field that holds others is as long as all of them together: it scrolls.
+QGroupBox* LetterInformationView::BookmarkInformation() {
+  auto* labels = new QWidget;
+  auto* rows = new QVBoxLayout(labels);
+  rows->addLayout(Labels(frmBatch::kBookmarkInformation));
+  rows->addStretch(1);
+  auto* scrolled = new QScrollArea;
+  scrolled->setWidget(labels);
+  scrolled->setWidgetResizable(true);
+  scrolled->setFrameShape(QFrame::NoFrame);
+  scrolled->setFocusPolicy(Qt::StrongFocus);
+  scrolled->setAccessibleName(QStringLiteral("Bookmark information"));
+
+  auto* frame = new QGroupBox(this);
+  frame->setFixedWidth(kFrameWidth);
+  (new QVBoxLayout(frame))->addWidget(scrolled);
+  Bind(form_.bookmark_information, *frame);
+  return frame;
+}
+
+void LetterInformationView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  fields_->setFocus();
+}
+
+}  // namespace desktop
