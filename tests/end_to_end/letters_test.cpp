@@ -55,6 +55,38 @@ TEST_F(PreparedOffice, ALetterIsSavedAsWhatItsNameSays) {
   EXPECT_THAT(PdfText(pdf), HasSubstr("100001"));
 }
 
+TEST_F(PreparedOffice, ExplainsWhatTheServerSentForALetter) {
+  const auto explain = [this](const char* customer) {
+    return Letters("letter", {"--type", "101", "--customer", customer, "--explain"});
+  };
+  RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
+           " \"UPDATE customer SET ACCNT_NBR = NULL WHERE CUST_ID = '100002'\"");
+  const auto in_error = explain("100002");
+  EXPECT_EQ(in_error.status, 1);
+  EXPECT_THAT(in_error.out, testing::MatchesRegex("Letter Information\n"
+                                                  "  Num of Errors: +1\n"
+                                                  "  Address Status: +The letter goes to [^\n]*\n"
+                                                  "  \\[>\\] XML_CONTEXT\n"
+                                                  "    \\[x\\] Fuel tax account\n"
+                                                  "        Error: +[^\n]*\n"
+                                                  "[^\n]*\n"));
+  EXPECT_THAT(in_error.err, HasSubstr("The letter is not made: its data are in error (1)."));
+
+  const auto no_address = explain("100018");
+  EXPECT_EQ(no_address.status, 1);
+  EXPECT_THAT(no_address.out, HasSubstr("[x] Customer address"));
+
+  const auto correct = explain("100001");
+  EXPECT_EQ(correct.status, 0) << correct.err;
+  EXPECT_EQ(correct.out, "No field of the letter is in error.\n");
+  RunShell("sed -i 's/^System.DontPrint=N/System\\\\DontPrint=Y/' " +
+           Quoted((data_ / "settings.ini").string()));
+  EXPECT_THAT(explain("100001").out,
+              testing::AllOf(HasSubstr("[ok] Customer name\n"), HasSubstr("Prairie Lantern Fuel Supply LLC"),
+                             HasSubstr("Num of Errors:      0\n")));
+  EXPECT_EQ(History("CUST_ID"), "");
+}
+
 TEST_F(PreparedOffice, WorksWithoutHomeAndInTheCLocale) {
   const auto letter = Letters("letter", {"--type", "101", "--customer", "100001", "--print"},
                               "env -i PATH=/usr/bin:/bin LC_ALL=C");

@@ -29,6 +29,7 @@ class HeadlessOffice {
   /// Whether a message box or a report has refused what was asked for.
   bool refused() const { return shell_.refused() || reported_; }
 
+  host::WindowlessShell& shell() { return shell_; }
   Office& office() { return office_; }
   workspace::ZEMLO_Corresp& workspace() { return office_.workspace(); }
   workspace::CorrespondencePage& page() { return office_.workspace().pages().correspondence; }

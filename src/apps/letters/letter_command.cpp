@@ -4,6 +4,7 @@
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
+#include "apps/letters/letter_explanation.h"
 #include "platform/failure.h"
 
 namespace apps {
@@ -81,6 +82,7 @@ std::optional<std::string> UsageFault(const CommandLine& line) {
   if (line.IsSet("customer") == line.IsSet("form"))
     return "Name either --customer or --form-type and --form.";
   if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
+  if (line.IsSet("explain") && line.IsSet("json")) return "--explain and --json do not go together.";
   return std::nullopt;
 }
 
@@ -95,6 +97,7 @@ int RunLetter(const QStringList& words) {
       .Option("form", "NUMBER", "The document's number, with its check digit.")
       .Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
+      .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
       .Option("yes", "", "Answers every question with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
@@ -108,10 +111,12 @@ int RunLetter(const QStringList& words) {
   HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
   if (office.refused()) return kRefused;
+  const ErrorNotice error_notice(office, line.IsSet("explain"));
   FillRequest(office, line);
   CreateLetter(office);
+  if (line.IsSet("explain")) ExplainLetter(office, std::cout);
   Tell(office, line.IsSet("json"));
-  return office.refused() ? kRefused : kDone;
+  return office.refused() || error_notice.given() ? kRefused : kDone;
 }
 
 }  // namespace apps
