@@ -45,16 +45,19 @@ function(zemlo_add_rooms root)
   endforeach()
 endfunction()
 
-# zemlo_tests(<folder> SOURCES file... [USES target...])
+# zemlo_tests(<folder> [PATHS] SOURCES file... [USES target...])
 #
-# The tests of one room: a program linking that room, its fakes, and nothing else.
+# The tests of one room: a program linking that room, its fakes, and nothing else. PATHS tells it where the
+# sources and the build are; without, its objects are the same in every checkout and a compiler cache has them.
 function(zemlo_tests folder)
-  cmake_parse_arguments(TESTS "" "" "SOURCES;USES" ${ARGN})
+  cmake_parse_arguments(TESTS "PATHS" "" "SOURCES;USES" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
   add_executable(${name}_test ${TESTS_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/leaks_of_others.cpp)
   target_include_directories(${name}_test PRIVATE ${PROJECT_SOURCE_DIR})
-  target_compile_definitions(${name}_test PRIVATE
-    ZEMLO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEMLO_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  if(TESTS_PATHS)
+    target_compile_definitions(${name}_test PRIVATE
+      ZEMLO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" ZEMLO_BINARY_DIR="${CMAKE_BINARY_DIR}")
+  endif()
   target_link_libraries(${name}_test PRIVATE
     zemlo_compile_options zemlo_${name} ${TESTS_USES} GTest::gmock)
   if(NOT TESTS_USES MATCHES "zemlo_test_main_")

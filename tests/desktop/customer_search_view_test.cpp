@@ -61,13 +61,15 @@ TEST_F(TheCustomerSearch, LetsTheArrowsChooseAmongSeveral) {
   EXPECT_EQ(form.chosen().CustID, "2");
 }
 
-TEST_F(TheCustomerSearch, ComesBackToTheTextWhenNobodyIsFound) {
+TEST_F(TheCustomerSearch, ComesBackToTheTextWhenNobodyIsFoundAndSearchesAgain) {
   UserTypes("nobody");
   UserPresses(Qt::Key_Return);
   ServerFinds(0);
   EXPECT_EQ(Focus(), "Find");
   UserTypes("acme");
   EXPECT_EQ(form.txtFind.text(), "acme") << "the text that found nobody is replaced";
+  UserPresses(Qt::Key_Return);
+  EXPECT_EQ(Searches(), 2u);
 }
 
 TEST_F(TheCustomerSearch, GoesFromTheTextToTheListWithTheDownKey) {

@@ -4,6 +4,7 @@
 
 #include <QLineEdit>
 #include <QVBoxLayout>
+#include <functional>
 
 #include "tests/desktop/sample_pages.h"
 #include "tests/desktop/window_driver.h"
@@ -23,10 +24,14 @@ class LetterTypes : public platform::PickList {
     SetShownText(offered_->Text(row, "CD_TBL_DES"));
     Change();
   }
-  void UserLeaves() override { ++left; }
+  void UserLeaves() override {
+    ++left;
+    if (on_leaving) on_leaving();
+  }
   void Show(std::string text) { SetShownText(std::move(text)); }
 
   int left = 0;
+  std::function<void()> on_leaving;
 
  private:
   const std::shared_ptr<platform::RecordSet> offered_;
@@ -123,6 +128,15 @@ TEST_F(APickList, IsLeftByTabAndEnterNotByItsOwnList) {
   EXPECT_EQ(list.left, 1);
   QTest::keyClick(field, Qt::Key_Tab);
   EXPECT_EQ(list.left, 2);
+  EXPECT_TRUE(other->hasFocus());
+}
+
+TEST_F(APickList, EnablesWithItsValueWhereTabGoesNext) {
+  other->setEnabled(false);
+  field->setFocus();
+  list.on_leaving = [this] { other->setEnabled(true); };
+
+  QTest::keyClick(field, Qt::Key_Tab);
   EXPECT_TRUE(other->hasFocus());
 }
 

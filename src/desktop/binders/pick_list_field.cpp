@@ -197,10 +197,23 @@ void PickListField::wheelEvent(QWheelEvent* event) {
   event->ignore();  // scrolls the page, never the value
 }
 
+// Left before the keyboard looks for its next place: what the value enables is a place, too.
+bool PickListField::focusNextPrevChild(bool next) {
+  Leave();
+  return QComboBox::focusNextPrevChild(next);
+}
+
 void PickListField::focusOutEvent(QFocusEvent* event) {
   QComboBox::focusOutEvent(event);
-  const bool left = event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason;
-  if (left) Leave();
+  switch (event->reason()) {
+    case Qt::PopupFocusReason:
+    case Qt::ActiveWindowFocusReason:
+    case Qt::TabFocusReason:
+    case Qt::BacktabFocusReason:
+      return;  // still there, or left already
+    default:
+      Leave();
+  }
 }
 
 void Bind(platform::PickList& list, PickListField& field) {

@@ -27,6 +27,7 @@ class PickListField : public QComboBox {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+  bool focusNextPrevChild(bool next) override;
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
