@@ -24,6 +24,7 @@ constexpr int kPages = 3;
 
 Desktop::Desktop(const host::DataFolder& folder)
     : own_settings_(desktop::ToQt((folder.Config() / "desktop.ini").string()), QSettings::IniFormat),
+      view_settings_(folder),
       shell_(events_),
       preview_(events_, shell_.window()),
       notices_(shell_.window()),
@@ -38,7 +39,7 @@ Desktop::~Desktop() = default;
 void Desktop::Open() {
   auto& workspace = office_.workspace();
   workspace.Initialize();
-  view_ = std::make_unique<desktop::WorkspaceView>(workspace.pages());
+  view_ = std::make_unique<desktop::WorkspaceView>(workspace.pages(), view_settings_);
   window().ShowDocument(view_.get());
   window().toolbar_pressed = [this](int button) { Pressed(button); };
   window().may_close = [this] { return Close(); };

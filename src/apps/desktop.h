@@ -10,6 +10,7 @@
 #include "desktop/qt_host_shell.h"
 #include "desktop/qt_preview_viewer.h"
 #include "host/data_folder.h"
+#include "host/view_settings_file.h"
 
 namespace desktop {
 class WorkspaceView;
@@ -37,6 +38,7 @@ class Desktop {
   void TellError(const std::string& description);
 
   QSettings own_settings_;
+  host::ViewSettingsFile view_settings_;
   desktop::QtEventQueue events_;
   desktop::QtHostShell shell_;
   desktop::QtPreviewViewer preview_;

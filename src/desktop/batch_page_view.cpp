@@ -6,7 +6,6 @@
 
 #include "desktop/binders/command_binding.h"
 #include "desktop/binders/date_field_edit.h"
-#include "desktop/binders/grid_view.h"
 #include "desktop/field_layout.h"
 
 namespace desktop {
@@ -50,17 +49,16 @@ QGroupBox* MakeActions(workspace::BatchPage& page) {
 
 }  // namespace
 
-BatchPageView::BatchPageView(workspace::BatchPage& page, QWidget* parent) : PageView(parent) {
+BatchPageView::BatchPageView(workspace::BatchPage& page, platform::ViewSettings& settings, QWidget* parent)
+    : PageView(parent) {
   auto* upper = new QHBoxLayout;
   upper->addWidget(MakeDate(page));
   upper->addWidget(MakeStatus(page));
   upper->addWidget(MakeSearch(page));
   upper->addWidget(MakeActions(page), 1);
-  auto* runs = new GridView;
-  Bind(page.sdgGrid, *runs, QStringLiteral("Batch runs"));
   auto* layout = new QVBoxLayout(&content());
   layout->addLayout(upper);
-  layout->addWidget(runs, 1);
+  AddResults(*layout, page.sdgGrid, "Batch runs", settings);
 }
 
 QWidget* BatchPageView::MakeSearch(workspace::BatchPage& page) {

@@ -5,10 +5,10 @@
 
 namespace desktop {
 
-/// "&Track Batch Files". The page outlives the view.
+/// "&Track Batch Files". Page and settings outlive the view.
 class BatchPageView : public PageView {
  public:
-  explicit BatchPageView(workspace::BatchPage& page, QWidget* parent = nullptr);
+  BatchPageView(workspace::BatchPage& page, platform::ViewSettings& settings, QWidget* parent = nullptr);
 
  private:
   QWidget* MakeSearch(workspace::BatchPage& page);

@@ -32,7 +32,8 @@ QGroupBox* MakeActions(workspace::CorrespondencePage& page) {
 
 }  // namespace
 
-CorrespondencePageView::CorrespondencePageView(workspace::CorrespondencePage& page, QWidget* parent)
+CorrespondencePageView::CorrespondencePageView(workspace::CorrespondencePage& page,
+                                               platform::ViewSettings& settings, QWidget* parent)
     : PageView(parent) {
   auto* upper = new QHBoxLayout;
   upper->addWidget(new CustomerPanelView(page.panel), 5);
@@ -40,7 +41,7 @@ CorrespondencePageView::CorrespondencePageView(workspace::CorrespondencePage& pa
   upper->addWidget(MakeActions(page));
   auto* layout = new QVBoxLayout(&content());
   layout->addLayout(upper);
-  layout->addWidget(MakeLetterGrid(page, "Letters of the customer"), 1);
+  AddResults(*layout, page.sdgGrid, "Letters of the customer", settings);
 }
 
 }  // namespace desktop

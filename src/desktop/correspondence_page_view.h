@@ -5,10 +5,11 @@
 
 namespace desktop {
 
-/// "&Generate Letter (s)". The page outlives the view.
+/// "&Generate Letter (s)". Page and settings outlive the view.
 class CorrespondencePageView : public PageView {
  public:
-  explicit CorrespondencePageView(workspace::CorrespondencePage& page, QWidget* parent = nullptr);
+  CorrespondencePageView(workspace::CorrespondencePage& page, platform::ViewSettings& settings,
+                         QWidget* parent = nullptr);
 };
 
 }  // namespace desktop

@@ -18,6 +18,12 @@ Search. Choose rows of the list to see what can be done with them.</p>
 <tr><td>Enter in a criterion</td><td>Search</td></tr>
 <tr><td>Ctrl+V in a form number</td><td>pastes a number that is right; a wrong one beeps</td></tr>
 <tr><td>Shift or Ctrl with a click or arrow</td><td>several rows of a list</td></tr>
+<tr><td>A click on a heading, Alt+Up or Alt+Down</td><td>sorts a list by that column; a second click turns
+the order round</td></tr>
+<tr><td>Ctrl+F, F3, Shift+F3</td><td>finds a text in a list; the next and the previous place</td></tr>
+<tr><td>Ctrl+A, Ctrl+C in a list</td><td>selects every row; copies the selected rows for a spreadsheet</td></tr>
+<tr><td>Right click or Menu key in a list</td><td>hides, shows and fits columns; drag a heading to move or widen
+it</td></tr>
 <tr><td>Ctrl+P, Ctrl+S, Ctrl+F, Esc</td><td>in a preview: print, save, find, close</td></tr>
 </table>)";
 

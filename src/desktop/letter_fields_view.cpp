@@ -2,7 +2,6 @@
 
 #include <QLineEdit>
 
-#include "desktop/binders/grid_view.h"
 #include "desktop/binders/pick_list_field.h"
 #include "desktop/binders/text_field_binding.h"
 #include "desktop/field_layout.h"
@@ -19,12 +18,6 @@ void AddLetterFields(workspace::LetterPage& page, QGridLayout& layout) {
   Bind(page.ZEMLO_LetterType, *names);
   Bind(page.ZEMLO_FormTypeCodes, *form_type);
   Bind(page.txtFormNum, *form_number);
-}
-
-QWidget* MakeLetterGrid(workspace::LetterPage& page, const char* name) {
-  auto* grid = new GridView;
-  Bind(page.sdgGrid, *grid, QString::fromUtf8(name));
-  return grid;
 }
 
 }  // namespace desktop

@@ -9,7 +9,4 @@ namespace desktop {
 /// The fields that say which letter: its type, and the document it is about. Fills three rows of `layout`.
 void AddLetterFields(workspace::LetterPage& page, QGridLayout& layout);
 
-/// The letters that were produced.
-QWidget* MakeLetterGrid(workspace::LetterPage& page, const char* name);
-
 }  // namespace desktop

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QKeyEvent>
 
+#include "desktop/binders/grid_panel.h"
+
 namespace desktop {
 
 PageView::PageView(QWidget* parent) : QScrollArea(parent), content_(new QWidget) {
@@ -11,6 +13,13 @@ PageView::PageView(QWidget* parent) : QScrollArea(parent), content_(new QWidget)
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);
   setWidget(content_);
+}
+
+void PageView::AddResults(QBoxLayout& layout, platform::Grid& grid, const char* name,
+                          platform::ViewSettings& settings) {
+  auto* results = new GridPanel(grid, QString::fromUtf8(name), settings);
+  layout.addWidget(results, 1);
+  results->TakeKeysOf(*this);
 }
 
 void PageView::keyPressEvent(QKeyEvent* event) {

@@ -1,7 +1,11 @@
 #pragma once
 
+#include <QLayout>
 #include <QPushButton>
 #include <QScrollArea>
+
+#include "platform/controls/grid.h"
+#include "platform/view_settings.h"
 
 namespace desktop {
 
@@ -14,6 +18,9 @@ class PageView : public QScrollArea {
  protected:
   /// Where the page's widgets go.
   QWidget& content() { return *content_; }
+  /// The page's list, at the end of `layout`. `name` is the accessible name.
+  void AddResults(QBoxLayout& layout, platform::Grid& grid, const char* name,
+                  platform::ViewSettings& settings);
   /// Enter in a field presses it, as in a dialog.
   void SetDefaultButton(QPushButton* button) { default_button_ = button; }
 

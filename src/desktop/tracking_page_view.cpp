@@ -41,7 +41,9 @@ QGroupBox* MakeActions(workspace::TrackingPage& page) {
 
 }  // namespace
 
-TrackingPageView::TrackingPageView(workspace::TrackingPage& page, QWidget* parent) : PageView(parent) {
+TrackingPageView::TrackingPageView(workspace::TrackingPage& page, platform::ViewSettings& settings,
+                                   QWidget* parent)
+    : PageView(parent) {
   auto* left = new QVBoxLayout;
   left->addWidget(new CustomerPanelView(page.panel));
   left->addWidget(MakeCriteria(page));
@@ -50,7 +52,7 @@ TrackingPageView::TrackingPageView(workspace::TrackingPage& page, QWidget* paren
   upper->addWidget(MakeActions(page));
   auto* layout = new QVBoxLayout(&content());
   layout->addLayout(upper);
-  layout->addWidget(MakeLetterGrid(page, "Letters found"), 1);
+  AddResults(*layout, page.sdgGrid, "Letters found", settings);
 }
 
 QWidget* TrackingPageView::MakeCriteria(workspace::TrackingPage& page) {

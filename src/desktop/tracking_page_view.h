@@ -5,10 +5,11 @@
 
 namespace desktop {
 
-/// "&Search Letter (s)". The page outlives the view.
+/// "&Search Letter (s)". Page and settings outlive the view.
 class TrackingPageView : public PageView {
  public:
-  explicit TrackingPageView(workspace::TrackingPage& page, QWidget* parent = nullptr);
+  TrackingPageView(workspace::TrackingPage& page, platform::ViewSettings& settings,
+                   QWidget* parent = nullptr);
 
  private:
   QWidget* MakeCriteria(workspace::TrackingPage& page);

@@ -10,10 +10,11 @@ namespace desktop {
 using workspace::PageIndex;
 using workspace::PageTabs;
 
-WorkspaceView::WorkspaceView(workspace::Pages& pages, QWidget* parent) : QTabWidget(parent) {
-  addTab(new CorrespondencePageView(pages.correspondence), ToQt(PageTabs::kCaptions[0]));
-  addTab(new TrackingPageView(pages.tracking), ToQt(PageTabs::kCaptions[1]));
-  addTab(new BatchPageView(pages.batch), ToQt(PageTabs::kCaptions[2]));
+WorkspaceView::WorkspaceView(workspace::Pages& pages, platform::ViewSettings& settings, QWidget* parent)
+    : QTabWidget(parent) {
+  addTab(new CorrespondencePageView(pages.correspondence, settings), ToQt(PageTabs::kCaptions[0]));
+  addTab(new TrackingPageView(pages.tracking, settings), ToQt(PageTabs::kCaptions[1]));
+  addTab(new BatchPageView(pages.batch, settings), ToQt(PageTabs::kCaptions[2]));
   setAccessibleName(QStringLiteral("Correspondence"));
 
   auto& tabs = pages.tabs;

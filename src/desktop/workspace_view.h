@@ -2,14 +2,16 @@
 
 #include <QTabWidget>
 
+#include "platform/view_settings.h"
 #include "workspace/pages.h"
 
 namespace desktop {
 
-/// The document: the tab strip with its three pages. The pages outlive the view.
+/// The document: the tab strip with its three pages. Pages and settings outlive the
+/// view.
 class WorkspaceView : public QTabWidget {
  public:
-  explicit WorkspaceView(workspace::Pages& pages, QWidget* parent = nullptr);
+  WorkspaceView(workspace::Pages& pages, platform::ViewSettings& settings, QWidget* parent = nullptr);
 
  private:
   platform::Connection turned_;

@@ -4,6 +4,8 @@
 
 #include <set>
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QHeaderView>
 
 #include "tests/desktop/window_driver.h"
@@ -18,7 +20,7 @@ class AGrid : public testing::Test {
   AGrid() {
     grid.columns = {{"NAME", "Name", "Who", false, "UNBOLD", "UNBOLD"},
                     {"SEQ", "", "Who", true, "", ""},
-                    {"STATUS", "", "What", false, "", ""}};
+                    {"STATUS", "", "What", false, "", "", /*derived=*/true}};
     grid.style_sets["UNBOLD"].bold = false;
     grid.style.bold = true;
     desktop::Bind(grid, view, QStringLiteral("Letters"));
@@ -39,6 +41,12 @@ class AGrid : public testing::Test {
   QPoint MiddleOf(int row) { return view.visualRect(view.model()->index(row, 0)).center(); }
   void UserClicks(int row, Qt::KeyboardModifiers modifiers = {}) {
     QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, MiddleOf(row));
+  }
+  void UserClicksHeading(int section, bool on_group = false) {
+    auto& heading = *view.horizontalHeader();
+    const int left = heading.sectionViewportPosition(section);
+    QTest::mouseClick(heading.viewport(), Qt::LeftButton, {},
+                      {left + 20, on_group ? 4 : heading.height() - 6});
   }
   QString Shown(int row, int column) { return view.model()->index(row, column).data().toString(); }
 
@@ -137,6 +145,64 @@ TEST_F(AGrid, KeepsTheSelectionItHasWhenAViewIsBoundToIt) {
   EXPECT_THAT(grid.selected_rows(), ElementsAre(3));
   EXPECT_EQ(second.selectionModel()->selectedRows().size(), 1);
   EXPECT_EQ(clicks, 0);
+}
+
+TEST_F(AGrid, IsSortedByAHeadingAndShowsTheOrder) {
+  GivenRows(30);
+  UserClicksHeading(2, /*on_group=*/true);
+  EXPECT_FALSE(view.horizontalHeader()->isSortIndicatorShown());
+
+  UserClicksHeading(2);
+  UserClicksHeading(2);
+  EXPECT_EQ(Shown(0, 2), QStringLiteral("dressed 9"));
+  EXPECT_EQ(loaded.size(), 30u);
+  EXPECT_TRUE(view.horizontalHeader()->isSortIndicatorShown());
+  EXPECT_EQ(view.horizontalHeader()->sortIndicatorSection(), 2);
+  EXPECT_EQ(view.horizontalHeader()->sortIndicatorOrder(), Qt::DescendingOrder);
+  GivenRows(3);
+  EXPECT_FALSE(view.horizontalHeader()->isSortIndicatorShown());
+}
+
+TEST_F(AGrid, KeepsSelectionAndCurrentCellWithTheirRowsWhenTheKeyboardSortsIt) {
+  GivenRows(1000);
+  UserClicks(1);
+  view.setCurrentIndex(view.model()->index(1, 2));
+  clicks = 0;
+  QTest::keyClick(&view, Qt::Key_Down, Qt::AltModifier);
+  tests::Settle();
+  const auto row = grid.selected_rows().at(0);
+  EXPECT_EQ(grid.rows()->Text(row, "STATUS"), "dressed 1");
+  EXPECT_EQ(view.currentIndex(), view.model()->index(static_cast<int>(row), 2));
+  EXPECT_TRUE(view.viewport()->rect().intersects(view.visualRect(view.currentIndex())));
+  EXPECT_TRUE(view.selectionModel()->isRowSelected(static_cast<int>(row)));
+  EXPECT_EQ(clicks, 0) << "the selection is the same";
+}
+
+TEST_F(AGrid, CopiesTheSelectedRowsAsTheyStandOnTheScreen) {
+  GivenRows(6);
+  UserClicks(4);
+  UserClicks(2, Qt::ControlModifier);
+  view.horizontalHeader()->moveSection(2, 0);
+  QTest::keyClick(&view, Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            QStringLiteral("STATUS\tName\ndressed 2\tname\ndressed 4\tname\n"));
+
+  QTest::keyClick(&view, Qt::Key_A, Qt::ControlModifier);
+  EXPECT_EQ(grid.selected_rows().size(), 6u);
+  view.columns().SetShown(2, false);
+  view.CopyRows();
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            QStringLiteral("Name\n") + QStringLiteral("name\n").repeated(6));
+}
+
+TEST_F(AGrid, IsReadOutWithColumnGroupAndOrder) {
+  GivenRows(2);
+  UserClicksHeading(0);
+  auto& table = *QAccessible::queryAccessibleInterface(&view)->tableInterface();
+  EXPECT_EQ(table.cellAt(1, 2)->text(QAccessible::Name), QStringLiteral("STATUS: dressed 1"));
+  EXPECT_EQ(table.columnDescription(0), QStringLiteral("Name"));
+  const auto heading = view.model()->headerData(0, Qt::Horizontal, Qt::AccessibleTextRole);
+  EXPECT_EQ(heading.toString(), QStringLiteral("Who, Name, sorted ascending"));
 }
 
 }  // namespace

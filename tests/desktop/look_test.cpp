@@ -3,7 +3,9 @@
 
 #include <gmock/gmock.h>
 
+#include <QContextMenuEvent>
 #include <QDialog>
+#include <QMenu>
 #include <QPainter>
 #include <QPalette>
 #include <QPdfWriter>
@@ -18,6 +20,7 @@
 #include "tests/desktop/sample_pages.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/desktop/window_reader.h"
+#include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -76,7 +79,8 @@ class TheLook : public testing::TestWithParam<const char*> {
   tests::SamplePages sample;
   desktop::QtEventQueue queue;
   desktop::QtHostShell shell{queue};
-  desktop::WorkspaceView* view = new desktop::WorkspaceView(sample.pages);
+  fakes::FakeViewSettings view_settings;
+  desktop::WorkspaceView* view = new desktop::WorkspaceView(sample.pages, view_settings);
 
  private:
   const QPalette usual_ = QApplication::palette();
@@ -92,6 +96,32 @@ TEST_P(TheLook, OfTheThreePages) {
     view->setCurrentIndex(page);
     Look(Window(), "page" + std::to_string(page));
   }
+}
+
+TEST_P(TheLook, OfLettersFoundSortedAndSearched) {
+  auto& letters = sample.pages.tracking.sdgGrid;
+  sample.pages.tabs.Select(workspace::PageIndex::kTracking);
+  letters.SortBy("DCMT_FILE_TXT", /*descending=*/true);
+  letters.UserSelects({1, 2, 3});
+  Look(Window(), "letters_sorted");
+
+  auto& page = *view->currentWidget();
+  QTest::keyClick(page.findChild<QLineEdit*>(), Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("ctl"));
+  Look(Window(), "letters_searched");
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" there is none"));
+  tests::Settle();
+  QContextMenuEvent wanted(QContextMenuEvent::Other, {60, 30}, Window().mapToGlobal(QPoint(300, 500)));
+  QApplication::sendEvent(page.findChild<QTableView*>()->viewport(), &wanted);
+  auto* menu = QApplication::activePopupWidget();
+  ASSERT_NE(menu, nullptr);
+  Look(*menu, "letters_menu");
+  auto* columns = menu->findChild<QMenu*>();
+  ASSERT_NE(columns, nullptr);
+  columns->popup(Window().mapToGlobal(QPoint(400, 40)));
+  Look(*columns, "letters_columns");
+  columns->close();
+  menu->close();
 }
 
 TEST_P(TheLook, OfTheCustomerSearch) {

@@ -11,6 +11,7 @@
 #include "desktop/workspace_view.h"
 #include "tests/desktop/sample_pages.h"
 #include "tests/desktop/window_driver.h"
+#include "tests/fakes/fake_view_settings.h"
 
 namespace {
 
@@ -39,7 +40,8 @@ class TheWorkspaceWindow : public testing::Test {
   }
 
   tests::SamplePages sample;
-  desktop::WorkspaceView view{sample.pages};
+  fakes::FakeViewSettings view_settings;
+  desktop::WorkspaceView view{sample.pages, view_settings};
   tests::ShownWindow shown{view};
 };
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <map>
 #include <string>
+#include <vector>
 
 #include "tests/fakes/fake_services.h"
 #include "workspace/grid_style.h"
@@ -71,12 +73,27 @@ class SamplePages {
   }
 
   static std::string CellOf(const std::string& column, int number) {
+    static const std::map<std::string, std::vector<std::string>> kSamples = {
+        {"DCMT_FILE_TXT", {"CTL_0304.DOCX", "TAX_WARRANT_0304.DOCX", "REG101_2401.DOCX"}},
+        {"Job_Type", {"Batch", "Batch", "Online"}},
+        {"FORM_NBR_WITH_DGT", {"3100004-9", "1000017-1"}},
+        {"Form_Type", {"Citation", "License", "Fuel Tax Receipt"}},
+        {"FORM_TYP_CD", {"C", "L", "R"}},
+        {"FORM_CK_DGT_NBR", {"9", "1", "X"}},
+        {"SYS_RFRNC_CD", {"B", "B", "O"}},
+        {"BTCH_ACTN_DESC", {"", "Reprint by the batch", ""}},
+        {"QZ_CNTY_DESC", {"Kettleford", "North Harbor", "Lower Meadow"}},
+        {"TroopDistrict", {"B12", "A01"}},
+        {"PRNT_STTS_DESC", {"Failed", "Printed", "Printed"}},
+        {"PRNT_STTS_CD", {"F", "P", "P"}},
+        {"PRCS_ERR_TXT", {"The customer has no mailing address that can be delivered to.", "", ""}},
+        {"OFFICER_NAME", {"R. Alder", "M. Okonkwo-Lindqvist"}},
+        {"BTCH_STATUS", {"SUCCESSFUL"}},
+    };
     if (column.ends_with("_TS")) return "2024-03-05 02.11.0" + std::to_string(number % 10);
-    if (column == "DCMT_FILE_TXT") return "CTL_0304.DOCX";
-    if (column == "PRNT_STTS_DESC") return number % 3 == 0 ? "Failed" : "Printed";
-    if (column == "OFFICER_NAME") return "R. Alder";
-    if (column == "BTCH_STATUS") return "SUCCESSFUL";
-    return std::to_string(1000 + number);
+    const auto sample = kSamples.find(column);
+    if (sample == kSamples.end()) return std::to_string(1000 + number);
+    return sample->second[static_cast<std::size_t>(number) % sample->second.size()];
   }
 };
 

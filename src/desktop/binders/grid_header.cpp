@@ -1,5 +1,6 @@
 #include "desktop/binders/grid_header.h"
 
+#include <QMouseEvent>
 #include <QPainter>
 
 #include "desktop/qt_text.h"
@@ -8,7 +9,11 @@ namespace desktop {
 
 GridHeader::GridHeader(const GridModel& model, QWidget* parent)
     : QHeaderView(Qt::Horizontal, parent), model_(model) {
-  setSectionsClickable(false);
+  setSectionsClickable(true);
+  setSectionsMovable(true);
+  connect(this, &QHeaderView::sectionClicked, this, [this](int section) {
+    if (chosen && pressed_on_heading_) chosen(section);
+  });
   setHighlightSections(false);
   setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   setTextElideMode(Qt::ElideRight);
@@ -30,6 +35,11 @@ QSize GridHeader::sizeHint() const {
   return {size.width(), size.height() + GroupHeight()};
 }
 
+void GridHeader::mousePressEvent(QMouseEvent* event) {
+  pressed_on_heading_ = event->position().y() >= GroupHeight();
+  QHeaderView::mousePressEvent(event);
+}
+
 void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section) const {
   const int height = GroupHeight();
   QHeaderView::paintSection(painter, rect.adjusted(0, height, 0, 0), section);
@@ -44,12 +54,16 @@ void GridHeader::paintSection(QPainter* painter, const QRect& rect, int section)
 
 QRect GridHeader::GroupRect(const QRect& rect, int section) const {
   auto whole = rect;
-  const auto same = [&](int other) { return model_.column(other).group == model_.column(section).group; };
-  for (int other = section - 1; other >= 0 && same(other); --other) {
-    whole.setLeft(whole.left() - sectionSize(other));
+  const auto belongs = [&](int place) {
+    const int other = logicalIndex(place);
+    return isSectionHidden(other) || model_.column(other).group == model_.column(section).group;
+  };
+  const int place = visualIndex(section);
+  for (int other = place - 1; other >= 0 && belongs(other); --other) {
+    whole.setLeft(whole.left() - sectionSize(logicalIndex(other)));
   }
-  for (int other = section + 1; other < count() && same(other); ++other) {
-    whole.setRight(whole.right() + sectionSize(other));
+  for (int other = place + 1; other < count() && belongs(other); ++other) {
+    whole.setRight(whole.right() + sectionSize(logicalIndex(other)));
   }
   return whole;
 }

@@ -1,11 +1,20 @@
 #include "desktop/binders/grid_model.h"
 
+#include <QColor>
 #include <QFont>
 #include <QGuiApplication>
 
 #include "desktop/qt_text.h"
 
 namespace desktop {
+namespace {
+
+// The same in a light and a dark palette.
+constexpr QColor kHit(255, 230, 140);
+constexpr QColor kCurrentHit(255, 165, 60);
+constexpr QColor kOnHit(0, 0, 0);
+
+}  // namespace
 
 GridModel::GridModel(platform::Grid& grid, QObject* parent) : QAbstractTableModel(parent), grid_(grid) {
   Refresh();
@@ -40,43 +49,84 @@ int GridModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(shown_columns_.size());
 }
 
-QString GridModel::CellText(std::size_t row, const std::string& key) const {
-  if (!shown_rows_ || row >= shown_rows_->RecordCount()) return {};
+void GridModel::ShowHits(const platform::GridSearch* search) {
+  search_ = search;
+  if (row_count_ > 0) emit dataChanged(index(0, 0), index(row_count_ - 1, columnCount() - 1));
+}
+
+QString GridModel::CellText(const QModelIndex& index) const {
+  const auto row = static_cast<std::size_t>(index.row());
+  if (shown_rows_ != grid_.rows()) return {};  // the grid is telling of other rows
   if (!loading_) {
     loading_ = true;
     grid_.EnsureRowLoaded(row);
     loading_ = false;
   }
-  return shown_rows_->HasColumn(key) ? ToQt(shown_rows_->Text(row, key)) : QString();
+  return ToQt(grid_.CellText(row, column(index.column())));
 }
 
 QVariant GridModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.column() >= columnCount()) return {};
-  const auto& shown = column(index.column());
   switch (role) {
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
-      return CellText(static_cast<std::size_t>(index.row()), shown.key);
-    case Qt::FontRole: {
-      auto font = QGuiApplication::font();
-      font.setBold(IsBold(shown.cell_style));
-      return font;
-    }
+      return CellText(index);
+    case Qt::AccessibleTextRole:
+      return ToQt(column(index.column()).Heading()) + QStringLiteral(": ") + CellText(index);
+    case Qt::FontRole:
+      return FontOf(column(index.column()).cell_style);
+    case Qt::BackgroundRole:
+    case Qt::ForegroundRole:
+      return HitColour(index, role);
     default:
       return {};
   }
 }
 
+QVariant GridModel::HitColour(const QModelIndex& index, int role) const {
+  if (search_ == nullptr || !search_->IsHit(FromQt(CellText(index)))) return {};
+  if (role == Qt::ForegroundRole) return kOnHit;
+  return IsCurrentHit(index) ? kCurrentHit : kHit;
+}
+
+bool GridModel::IsCurrentHit(const QModelIndex& index) const {
+  const auto current = search_->current();
+  if (!current) return false;
+  const auto& hit = search_->hits()[*current];
+  return hit.row == static_cast<std::size_t>(index.row()) &&
+         search_->ColumnOf(hit) == static_cast<std::size_t>(index.column());
+}
+
 QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-  const auto& shown = column(section);
-  if (role == Qt::DisplayRole) return ToQt(shown.caption.empty() ? shown.key : shown.caption);
-  if (role == Qt::FontRole) {
-    auto font = QGuiApplication::font();
-    font.setBold(IsBold(shown.heading_style));
-    return font;
+  switch (role) {
+    case Qt::DisplayRole:
+      return ToQt(column(section).Heading());
+    case Qt::AccessibleTextRole:
+      return SpokenHeading(section);
+    case Qt::FontRole:
+      return FontOf(column(section).heading_style);
+    default:
+      return {};
   }
-  return {};
+}
+
+QString GridModel::SpokenHeading(int section) const {
+  const auto& heading = column(section);
+  auto spoken = ToQt(heading.Heading());
+  if (!heading.group.empty()) spoken.prepend(ToQt(heading.group) + QStringLiteral(", "));
+  const auto& order = grid_.order();
+  if (!order || order->key != heading.key) return spoken;
+  return spoken +
+         (order->descending ? QStringLiteral(", sorted descending") : QStringLiteral(", sorted ascending"));
+}
+
+// What is plain has the view's own font.
+QVariant GridModel::FontOf(const std::string& style_set) const {
+  if (!IsBold(style_set)) return {};
+  auto font = QGuiApplication::font();
+  font.setBold(true);
+  return font;
 }
 
 bool GridModel::IsBold(const std::string& style_set) const {

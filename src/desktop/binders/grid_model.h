@@ -7,10 +7,12 @@
 #include <QAbstractTableModel>
 
 #include "platform/controls/grid.h"
+#include "platform/controls/grid_search.h"
 
 namespace desktop {
 
 /// The rows of a grid. A row is loaded when something of it is first read, which is when it is first painted.
+/// Cells and headings are read out with their column and group.
 class GridModel : public QAbstractTableModel {
  public:
   GridModel(platform::Grid& grid, QObject* parent);
@@ -22,6 +24,9 @@ class GridModel : public QAbstractTableModel {
   }
   /// Whether a row is being loaded: what the grid tells meanwhile is that row's own change.
   bool loading() const { return loading_; }
+  /// Marks the cells that have what is looked for, the current hit most; null for none. The search outlives
+  /// the model, or is taken away again.
+  void ShowHits(const platform::GridSearch* search);
 
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
@@ -30,13 +35,18 @@ class GridModel : public QAbstractTableModel {
 
  private:
   bool IsBold(const std::string& style_set) const;
-  QString CellText(std::size_t row, const std::string& key) const;
+  QVariant FontOf(const std::string& style_set) const;
+  QString CellText(const QModelIndex& index) const;
+  QVariant HitColour(const QModelIndex& index, int role) const;
+  bool IsCurrentHit(const QModelIndex& index) const;
+  QString SpokenHeading(int section) const;
   std::vector<std::string> ColumnKeys() const;
 
   platform::Grid& grid_;
   std::shared_ptr<platform::RecordSet> shown_rows_;
   int row_count_ = 0;
   std::vector<std::string> shown_columns_;
+  const platform::GridSearch* search_ = nullptr;
   mutable bool loading_ = false;
 };
 

@@ -3,18 +3,56 @@
 #include <algorithm>
 #include <set>
 
-#include <QHeaderView>
+#include <QApplication>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QStyledItemDelegate>
 
 #include "desktop/binders/binding.h"
 #include "desktop/binders/grid_header.h"
+#include "desktop/binders/grid_menu.h"
+#include "desktop/qt_text.h"
+#include "platform/controls/grid_text.h"
 
 namespace desktop {
 namespace {
 
-constexpr int kWidestColumnInCharacters = 34;
-constexpr int kRoomInColumn = 7;
+/// A cell with a colour of its own keeps it in a selected row.
+class GridCell : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+ protected:
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (option->backgroundBrush.style() != Qt::NoBrush) option->state &= ~QStyle::State_Selected;
+  }
+};
+
+/// Rows next to each other as one range.
+QItemSelection RangesOf(std::vector<std::size_t> rows, const QAbstractItemModel& model) {
+  std::ranges::sort(rows);
+  QItemSelection ranges;
+  for (std::size_t first = 0, last = 0; first < rows.size(); first = ++last) {
+    while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1) ++last;
+    ranges.select(model.index(static_cast<int>(rows[first]), 0),
+                  model.index(static_cast<int>(rows[last]), 0));
+  }
+  return ranges;
+}
+
+bool IsModifier(int key) {
+  return key == Qt::Key_Alt || key == Qt::Key_Shift || key == Qt::Key_Control || key == Qt::Key_Meta ||
+         key == Qt::Key_AltGr;
+}
+
+QMenu& MenuOf(QWidget& widget) {
+  auto* menu = new QMenu(&widget);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  return *menu;
+}
 
 }  // namespace
 
@@ -26,6 +64,7 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
   setWordWrap(false);
   setTabKeyNavigation(false);
   setHorizontalScrollMode(ScrollPerPixel);
+  setItemDelegate(new GridCell(this));
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
@@ -34,44 +73,101 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
 void GridView::SetGrid(platform::Grid& grid, const QString& name) {
   model_ = new GridModel(grid, this);
   setAccessibleName(name);
-  setHorizontalHeader(new GridHeader(*model_, this));
+  SetHeading();
   setModel(model_);
+  columns_ = std::make_unique<GridColumns>(*this, *model_);
   grid_ = &grid;  // from here on a selection is the user's
-  horizontalHeader()->setStretchLastSection(true);
-  horizontalHeader()->setResizeContentsPrecision(0);  // rows in sight only: reading a row loads it
-  HideColumns();
   content_changed_ = grid.ContentChanged.Connect([this] { ContentChanged(); });
+  ShowOrder();
   ShowSelection();
+}
+
+void GridView::SetHeading() {
+  auto* heading = new GridHeader(*model_, this);
+  setHorizontalHeader(heading);
+  heading->chosen = [this](int section) {
+    grid_->UserSortsBy(model_->column(section).key);
+    ShowOrder();
+  };
+  heading->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(heading, &QWidget::customContextMenuRequested, this, [this, heading](const QPoint& place) {
+    auto& menu = MenuOf(*this);
+    FillHeadingMenu(menu, *this, heading->logicalIndexAt(place));
+    menu.popup(heading->mapToGlobal(place));
+  });
 }
 
 void GridView::ContentChanged() {
   if (model_->loading()) return;
   if (model_->Refresh()) {
-    HideColumns();
-    if (isVisible()) FitColumns();
+    current_id_.reset();
+    columns_->Refresh();
+    if (isVisible()) columns_->Fit();
   }
+  ShowOrder();
+  FollowCurrentRow();
   ShowSelection();
 }
 
-void GridView::HideColumns() {
-  for (int section = 0; section < model_->columnCount(); ++section) {
-    setColumnHidden(section, model_->column(section).hidden);
+void GridView::ShowOrder() {
+  const auto& order = grid_->order();
+  int ordered = -1;
+  for (int section = 0; order && section < model_->columnCount(); ++section) {
+    if (model_->column(section).key == order->key) ordered = section;
   }
+  horizontalHeader()->setSortIndicatorShown(ordered >= 0);
+  horizontalHeader()->setSortIndicator(ordered,
+                                       order && order->descending ? Qt::DescendingOrder : Qt::AscendingOrder);
 }
 
-void GridView::FitColumns() {
-  if (columns_fitted_) return;  // from then on the widths are the user's
-  resizeColumnsToContents();
-  const int widest = fontMetrics().averageCharWidth() * kWidestColumnInCharacters;
-  for (int section = 0; section < model_->columnCount(); ++section) {
-    setColumnWidth(section, std::min(columnWidth(section) + kRoomInColumn, widest));
-  }
-  columns_fitted_ = model_->rowCount() > 0;
+void GridView::SortBy(int section, bool descending) {
+  if (grid_->enabled()) grid_->SortBy(model_->column(section).key, descending);
+}
+
+void GridView::CopyRows() {
+  auto rows = SelectedRows();
+  if (rows.empty()) return;
+  std::ranges::sort(rows);
+  const auto shown = columns_->Shown();
+  QApplication::clipboard()->setText(
+      ToQt(platform::TextOfRows(*grid_, rows, std::vector<std::size_t>(shown.begin(), shown.end()))));
+}
+
+void GridView::ShowHits(const platform::GridSearch* search) {
+  model_->ShowHits(search);
+  if (search == nullptr || !search->current()) return;
+  const auto& hit = search->hits()[*search->current()];
+  MakeCurrent(model_->index(static_cast<int>(hit.row), static_cast<int>(search->ColumnOf(hit))));
+}
+
+void GridView::MakeCurrent(const QModelIndex& cell) {
+  selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+  scrollTo(cell);
+}
+
+void GridView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  const auto row = static_cast<std::size_t>(current.row());
+  const bool known = grid_ != nullptr && grid_->rows() && current.isValid();
+  current_id_ = known ? std::optional(grid_->rows()->RowId(row)) : std::nullopt;
+}
+
+// The rows have another order: the keyboard goes on from the same letter, which stays in sight.
+void GridView::FollowCurrentRow() {
+  if (!current_id_ || held_) return;
+  const auto row = grid_->RowOf(*current_id_);
+  if (!row || static_cast<int>(*row) == currentIndex().row()) return;
+  MakeCurrent(model_->index(static_cast<int>(*row), std::max(0, currentIndex().column())));
 }
 
 void GridView::showEvent(QShowEvent* event) {
   QTableView::showEvent(event);
-  if (grid_ != nullptr) FitColumns();
+  if (columns_) columns_->Fit();
+}
+
+void GridView::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  if (columns_) columns_->Fill();
 }
 
 void GridView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -92,8 +188,27 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
   Released();
 }
 
+bool GridView::TakesKey(const QKeyEvent& event) {
+  const auto key = event.keyCombination();
+  const bool sorts = key == kSortAscending || key == kSortDescending;
+  if (sorts && currentIndex().isValid()) SortBy(currentIndex().column(), key == kSortDescending);
+  const bool copies = event.matches(QKeySequence::Copy);
+  if (copies) CopyRows();
+  return sorts || copies;
+}
+
+void GridView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
+  const auto cell = by_key ? currentIndex() : indexAt(event->pos());
+  const auto place = by_key ? visualRect(cell).center() : event->pos();
+  auto& menu = MenuOf(*this);
+  FillRowMenu(menu, *this, cell);
+  menu.popup(viewport()->mapToGlobal(place));
+}
+
 void GridView::keyPressEvent(QKeyEvent* event) {
-  held_ = true;
+  if (grid_ != nullptr && TakesKey(*event)) return;
+  held_ = held_ || !IsModifier(event->key());
   QTableView::keyPressEvent(event);
 }
 
@@ -119,9 +234,11 @@ void GridView::TellSelection() {
 
 std::vector<std::size_t> GridView::SelectedRows() const {
   std::vector<std::size_t> now;
-  for (const auto& index : selectionModel()->selectedRows())
-    now.push_back(static_cast<std::size_t>(index.row()));
+  for (const auto& range : selectionModel()->selection()) {
+    for (int row = range.top(); row <= range.bottom(); ++row) now.push_back(static_cast<std::size_t>(row));
+  }
   std::ranges::sort(now);
+  now.erase(std::ranges::unique(now).begin(), now.end());
   // In the order they were selected: those that were selected before come first, as they were.
   std::vector<std::size_t> ordered;
   std::set<std::size_t> taken;
@@ -138,12 +255,8 @@ std::vector<std::size_t> GridView::SelectedRows() const {
 void GridView::ShowSelection() {
   if (held_ || SelectedRows() == grid_->selected_rows()) return;
   showing_ = true;
-  QItemSelection rows;
-  for (const auto row : grid_->selected_rows()) {
-    const auto index = model_->index(static_cast<int>(row), 0);
-    rows.select(index, index);
-  }
-  selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+  selectionModel()->select(RangesOf(grid_->selected_rows(), *model_),
+                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   showing_ = false;
 }
 

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <vector>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QTimer>
+#include <QWidget>
+
+#include "desktop/binders/grid_view.h"
+#include "platform/controls/grid_search.h"
+
+namespace desktop {
+
+/// A line over a list that finds a text in what the list shows, as it is typed: Enter and Shift+Enter go from
+/// hit to hit, Esc closes it. It selects nothing. Grid and view outlive it.
+class GridFindBar : public QWidget {
+ public:
+  GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent = nullptr);
+
+  /// Shows the line, with the text that was looked for last.
+  void Open();
+  void GoToNext();
+  void GoToPrevious();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+
+ private:
+  void LayOut();
+  void AddButton(const char* caption, const char* name, void (GridFindBar::*work)());
+  void Search();
+  /// Where columns were hidden or moved meanwhile.
+  bool SearchInOtherColumns();
+  void ShowHits();
+  void Close();
+
+  platform::Grid& grid_;
+  GridView& view_;
+  platform::GridSearch search_;
+  std::vector<std::size_t> searched_columns_;
+  std::size_t from_row_ = 0;
+  QLineEdit* text_;
+  QLabel* count_;
+  QTimer again_;  // rows change in the middle of a paint
+  platform::Connection content_changed_;
+};
+
+}  // namespace desktop
