@@ -1,0 +1,226 @@
+// What a clerk waits for in a long list: the first rows after a search, each page of rows on the way down,
+// and the list in another order, searched, or copied.
+//
+// Each row is dressed when it is first shown, at the cost the tracking page has, with the code tables of the
+// reference database; without QT_QPA_PLATFORM there is no screen: what is measured is painted, but shown by
+// nobody.
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <optional>
+
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+#include <QScrollBar>
+
+#include "desktop/binders/grid_panel.h"
+#include "desktop/office_style.h"
+#include "platform/text.h"
+#include "reference/office_utilities.h"
+#include "reference/reference_builder.h"
+#include "reference/reference_database.h"
+#include "tests/fakes/fake_services.h"
+#include "tests/fakes/fake_view_settings.h"
+#include "tests/support/temporary_folder.h"
+#include "workspace/pages.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr int kLetters = 20'000;
+constexpr int kRuns = 5;
+constexpr QSize kWindow(1280, 800);
+
+/// The tracking page's list with the office's own look-ups behind it.
+class LetterList {
+ public:
+  LetterList() {
+    std::filesystem::copy(std::filesystem::path(ZEMLO_SOURCE_DIR) / "data/reference", folder_ / "reference");
+    fakes_.settings.region = "K1";
+    reference::CreateReferenceDatabase(folder_.path(), folder_ / "reference.db");
+    reference_.emplace(folder_ / "reference.db", fakes_.clock);
+    utilities_.emplace(*reference_, fakes_.settings, fakes_.clock);
+    services_.emplace(With(fakes_.services()));
+    pages_.emplace(*services_);
+    row_loaded_ = grid().RowLoaded.Connect([this](std::size_t row) { Dress(*grid().rows(), row); });
+  }
+  platform::Grid& grid() { return pages_->tracking.sdgGrid; }
+
+  std::shared_ptr<platform::RecordSet> Letters() {
+    std::vector<std::string> names;
+    for (const auto& column : grid().columns) names.push_back(column.key);
+    auto letters = std::make_shared<platform::RecordSet>(names);
+    for (int number = 0; number < kLetters; ++number) {
+      std::vector<platform::Value> cells;
+      for (const auto& column : grid().columns) cells.push_back(CellOf(column, number));
+      letters->Append(std::move(cells));
+    }
+    return letters;
+  }
+
+ private:
+  platform::Services With(const platform::Services& others) {
+    return {others.messages, others.comm_clients, *reference_,           *utilities_,
+            others.print,    others.settings,     others.settings_store, others.files,
+            others.clock,    others.errors,       others.status,         others.host};
+  }
+
+  /// As many look-ups and changes as a letter's row takes.
+  void Dress(platform::RecordSet& rows, std::size_t row) {
+    const auto describe = [&](const char* column, const char* table, const char* code) {
+      rows.Set(row, column, platform::Trim(utilities_->GetCodeDescription(table, rows.Text(row, code))));
+    };
+    describe("BTCH_ACTN_DESC", "LTRBATCH", "BTCH_ACTN_CD");
+    describe("OFFICER_NAME", "LTRPRNTCD", "LST_UPDT_INSP_ID");
+    describe("Form_Type", "REFDOCTYP", "FORM_TYP_CD");
+    describe("PRNT_STTS_DESC", "LTRPRNTCD", "PRNT_STTS_CD");
+    rows.Set(row, "FORM_NBR_WITH_DGT", rows.Text(row, "FORM_NBR") + "-" + rows.Text(row, "FORM_CK_DGT_NBR"));
+    rows.Set(row, "Job_Type", rows.Text(row, "SYS_RFRNC_CD") == "O" ? "Online" : "Batch");
+    rows.Set(row, "DCMT_FILE_TXT", platform::UpperCase(rows.Text(row, "DCMT_FILE_TXT")));
+    rows.Set(row, "TroopDistrict", rows.Text(row, "TRP_ID") + rows.Text(row, "TRP_DIST_ID"));
+  }
+
+  static platform::Value CellOf(const platform::Grid::Column& column, int number) {
+    constexpr auto kStatuses = std::to_array<const char*>({"P", "F", "R", "M", "S"});
+    const auto of = [&](std::size_t count) { return static_cast<std::size_t>(number) * 7 % count; };
+    if (column.key == "FLS_BTCH_NBR") return number / 500;
+    if (column.derived) return {};
+    if (column.key == "SEQ_NBR") return number;
+    if (column.key == "DCMT_FILE_TXT") return "ctl_0304_" + std::to_string(of(40)) + ".docx";
+    if (column.key == "LST_UPDT_INSP_ID") return "DEMO0" + std::to_string(1 + of(3));
+    if (column.key == "PRNT_STTS_CD") return kStatuses[of(kStatuses.size())];
+    if (column.key == "SYS_RFRNC_CD") return number % 3 == 0 ? "O" : "B";
+    if (column.key == "FORM_TYP_CD") return "C";
+    if (column.key == "FORM_NBR") return std::to_string(3'100'000 + of(9'973));
+    if (column.key.ends_with("_TS")) return "2024-03-05 02.11." + std::to_string(10 + of(49));
+    return std::to_string(of(97));
+  }
+
+  tests::TemporaryFolder folder_;
+  fakes::FakeServices fakes_;
+  std::optional<reference::ReferenceDatabase> reference_;
+  std::optional<reference::OfficeUtilities> utilities_;
+  std::optional<platform::Services> services_;
+  std::optional<workspace::Pages> pages_;
+  platform::Connection row_loaded_;
+};
+
+LetterList& TheList() {
+  static LetterList list;
+  return list;
+}
+
+double Milliseconds(Clock::duration took) {
+  return std::chrono::duration<double, std::milli>(took).count();
+}
+
+/// The list in a window that is painted when it is told to.
+class ListOnScreen {
+ public:
+  ListOnScreen() : panel(TheList().grid(), QStringLiteral("Letters found"), settings_) {
+    panel.resize(kWindow);
+    panel.show();
+    Paint();
+  }
+  ~ListOnScreen() { TheList().grid().Bind(nullptr); }
+  void Paint() {
+    QApplication::processEvents();
+    panel.view().viewport()->repaint();
+  }
+  /// How long the work and the picture after it take.
+  double Time(const std::function<void()>& work) {
+    const auto started = Clock::now();
+    work();
+    Paint();
+    return Milliseconds(Clock::now() - started);
+  }
+
+ private:
+  fakes::FakeViewSettings settings_;
+
+ public:
+  desktop::GridPanel panel;
+};
+
+/// From the rows to their first picture: what a search waits for after its reply.
+void OpenToFirstRows(benchmark::State& state) {
+  ListOnScreen screen;
+  for ([[maybe_unused]] auto _ : state) {
+    const auto letters = TheList().Letters();
+    state.SetIterationTime(screen.Time([&] { TheList().grid().Bind(letters); }) / 1000);
+  }
+}
+BENCHMARK(OpenToFirstRows)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(kRuns);
+
+/// Every page of rows on the way down, each dressed when it is first shown; the counters are of one page.
+void ScrollPageByPage(benchmark::State& state) {
+  double longest = 0;
+  double pages = 0;
+  for ([[maybe_unused]] auto _ : state) {
+    ListOnScreen screen;
+    TheList().grid().Bind(TheList().Letters());
+    screen.Paint();
+    auto& bar = *screen.panel.view().verticalScrollBar();
+    const auto started = Clock::now();
+    while (bar.value() < bar.maximum()) {
+      longest =
+          std::max(longest, screen.Time([&] { bar.triggerAction(QAbstractSlider::SliderPageStepAdd); }));
+      ++pages;
+    }
+    state.SetIterationTime(std::chrono::duration<double>(Clock::now() - started).count());
+  }
+  state.counters["pages"] = pages / static_cast<double>(state.iterations());
+  state.counters["longest_ms"] = longest;
+}
+BENCHMARK(ScrollPageByPage)->Unit(benchmark::kMillisecond)->UseManualTime()->Iterations(kRuns);
+
+/// One thing done to a list of which only the first rows have been seen.
+void Act(benchmark::State& state, void (*act)(ListOnScreen& screen)) {
+  for ([[maybe_unused]] auto _ : state) {
+    ListOnScreen screen;
+    TheList().grid().Bind(TheList().Letters());
+    screen.Paint();
+    state.SetIterationTime(screen.Time([&] { act(screen); }) / 1000);
+  }
+}
+BENCHMARK_CAPTURE(Act, sort_by_file, [](ListOnScreen&) { TheList().grid().SortBy("DCMT_FILE_TXT"); })
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(kRuns);
+BENCHMARK_CAPTURE(Act, sort_by_derived_status,
+                  [](ListOnScreen&) { TheList().grid().SortBy("PRNT_STTS_DESC"); })
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(kRuns);
+BENCHMARK_CAPTURE(Act, find_first_letter_typed,
+                  [](ListOnScreen& screen) {
+                    screen.panel.view().find_wanted();
+                    screen.panel.findChild<QLineEdit*>()->setText(QStringLiteral("7"));
+                  })
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(kRuns);
+BENCHMARK_CAPTURE(Act, select_all_and_copy,
+                  [](ListOnScreen& screen) {
+                    screen.panel.view().selectAll();
+                    screen.panel.view().CopyRows();
+                  })
+    ->Unit(benchmark::kMillisecond)
+    ->UseManualTime()
+    ->Iterations(kRuns);
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  const QApplication application(argc, argv);
+  QApplication::setStyle(new desktop::OfficeStyle);
+  benchmark::RunSpecifiedBenchmarks();
+  return 0;
+}
