@@ -17,6 +17,8 @@ class Utilities {
   virtual std::string GetCodeValue(const std::string& table, const std::string& code) = 0;
   /// The code's description in a code table; "" when there is none.
   virtual std::string GetCodeDescription(const std::string& table, const std::string& code) = 0;
+  /// The officer's name; "" when there is no such officer.
+  virtual std::string GetOfficerName(const std::string& officer_id) = 0;
   /// `text` as a quoted SQL text literal.
   virtual std::string SqlQuote(std::string_view text) = 0;
 

@@ -28,6 +28,13 @@ std::string OfficeUtilities::GetCodeDescription(const std::string& table, const 
   return found == nullptr ? "" : found->description;
 }
 
+std::string OfficeUtilities::GetOfficerName(const std::string& officer_id) {
+  ForgetTablesOfYesterday();
+  if (!officers_) officers_ = ReadOfficers();
+  const auto found = officers_->find(platform::UpperCase(platform::Trim(officer_id)));
+  return found == officers_->end() ? "" : found->second;
+}
+
 std::string OfficeUtilities::SqlQuote(std::string_view text) {
   return "'" + platform::ReplaceAll(text, "'", "''") + "'";
 }
@@ -66,10 +73,16 @@ bool OfficeUtilities::ValidateTroopDistrict(const std::string& troop, const std:
   return patrol_.HasDistrict(platform::Trim(troop), platform::Trim(district));
 }
 
-const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table, const std::string& code) {
+void OfficeUtilities::ForgetTablesOfYesterday() {
   const auto today = clock_.Today();
-  if (today != tables_day_) tables_.clear();
+  if (today == tables_day_) return;
+  tables_.clear();
+  officers_.reset();
   tables_day_ = today;
+}
+
+const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table, const std::string& code) {
+  ForgetTablesOfYesterday();
   const auto name = platform::UpperCase(table);
   auto known = tables_.find(name);
   if (known == tables_.end()) known = tables_.emplace(name, ReadTable(table)).first;
@@ -90,6 +103,15 @@ OfficeUtilities::CodeTable OfficeUtilities::ReadTable(const std::string& table) 
                                                                 rows->Text(row, "ADTL_INFO_TXT")};
   }
   return codes;
+}
+
+OfficeUtilities::OfficerNames OfficeUtilities::ReadOfficers() {
+  const auto rows = reference_.Select("SELECT OFCR_ID, OFCR_NM FROM FLS_OFFICER");
+  OfficerNames names;
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+    names[platform::UpperCase(rows->Text(row, "OFCR_ID"))] = rows->Text(row, "OFCR_NM");
+  }
+  return names;
 }
 
 }  // namespace reference

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -16,7 +17,8 @@ namespace reference {
 /// only. The parts it is made with outlive it.
 ///
 /// A look-up knows the codes that are current today; tables and codes are found without regard to case. A
-/// table is read once a day: grids look up several codes for every row. Look-ups throw what Select throws.
+/// table is read once a day, officers like codes: grids look up several codes for every row. Look-ups throw
+/// what Select throws.
 class OfficeUtilities : public platform::Utilities {
  public:
   OfficeUtilities(platform::ReferenceDatabase& reference, const platform::Settings& settings,
@@ -26,6 +28,8 @@ class OfficeUtilities : public platform::Utilities {
   /// The additional information of the code; "" where the entry has none, the code where there is no entry.
   std::string GetCodeValue(const std::string& table, const std::string& code) override;
   std::string GetCodeDescription(const std::string& table, const std::string& code) override;
+  /// Found without blanks around the id and without regard to case; of every region.
+  std::string GetOfficerName(const std::string& officer_id) override;
   /// In apostrophes, the ones inside doubled.
   std::string SqlQuote(std::string_view text) override;
 
@@ -48,10 +52,13 @@ class OfficeUtilities : public platform::Utilities {
     std::string description;
     std::string value;
   };
-  using CodeTable = std::map<std::string, Code>;  // by code in upper case
+  using CodeTable = std::map<std::string, Code>;            // by code in upper case
+  using OfficerNames = std::map<std::string, std::string>;  // by id in upper case
 
+  void ForgetTablesOfYesterday();
   const Code* FindCode(const std::string& table, const std::string& code);
   CodeTable ReadTable(const std::string& table);
+  OfficerNames ReadOfficers();
 
   platform::ReferenceDatabase& reference_;
   const platform::Settings& settings_;
@@ -60,6 +67,7 @@ class OfficeUtilities : public platform::Utilities {
   PatrolDistricts patrol_;
   platform::Date tables_day_{};
   std::map<std::string, CodeTable> tables_;  // by name in upper case, as of tables_day_
+  std::optional<OfficerNames> officers_;     // the same
 };
 
 }  // namespace reference

@@ -21,6 +21,7 @@ class FakeUtilities : public platform::Utilities {
 
   std::map<TableAndCode, std::string> values;
   std::map<TableAndCode, std::string> descriptions;
+  std::map<std::string, std::string> officers;  ///< names by id
   std::function<FormNumberVerdict(const std::string& form_type, const std::string& form_number)>
       form_number_rule;
   std::vector<TableAndCode> validated_form_numbers;  ///< form type and number, oldest first
@@ -32,6 +33,10 @@ class FakeUtilities : public platform::Utilities {
   std::string GetCodeDescription(const std::string& table, const std::string& code) override {
     const auto found = descriptions.find({table, code});
     return found == descriptions.end() ? "" : found->second;
+  }
+  std::string GetOfficerName(const std::string& officer_id) override {
+    const auto found = officers.find(officer_id);
+    return found == officers.end() ? "" : found->second;
   }
   std::string SqlQuote(std::string_view text) override {
     return "'" + platform::ReplaceAll(text, "'", "''") + "'";

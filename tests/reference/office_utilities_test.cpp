@@ -43,6 +43,12 @@ TEST_F(OfficeUtilities, LookUpTheCodesOfToday) {
   EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "F"), "Failed");
 }
 
+TEST_F(OfficeUtilities, KnowTheOfficers) {
+  GivenRow("officers.tsv", "DEMO01|Ann Lee");
+  EXPECT_EQ(Utilities().GetOfficerName(" demo01 "), "Ann Lee");
+  EXPECT_EQ(Utilities().GetOfficerName("DEMO02"), "");
+}
+
 TEST_F(OfficeUtilities, QuoteTextsAndMarkFields) {
   EXPECT_EQ(Utilities().SqlQuote("O'Hara's"), "'O''Hara''s'");
   EXPECT_EQ(Utilities().SqlQuote(""), "''");
