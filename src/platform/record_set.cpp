@@ -40,6 +40,14 @@ bool RecordSet::HasColumn(std::string_view column) const {
                              [column](const auto& name) { return EqualsIgnoringCase(name, column); });
 }
 
+void RecordSet::AddColumns(const std::vector<std::string>& columns) {
+  for (const auto& column : columns) {
+    if (!HasColumn(column)) columns_.push_back(column);
+  }
+  for (auto& row : rows_) row.cells.resize(columns_.size());
+  TellChanged();
+}
+
 bool RecordSet::MoveFirst() {
   return MoveTo(0);
 }

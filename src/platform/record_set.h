@@ -31,6 +31,9 @@ class RecordSet {
   const std::vector<std::string>& columns() const { return columns_; }
   bool HasColumn(std::string_view column) const;
 
+  /// Adds the columns that are not there yet, null in every row. Tells Changed.
+  void AddColumns(const std::vector<std::string>& columns);
+
   std::size_t RecordCount() const { return rows_.size(); }
   bool IsEmpty() const { return rows_.empty(); }
 
@@ -97,7 +100,7 @@ class RecordSet {
   void RequireRow(std::size_t row) const;
   void TellChanged();
 
-  const std::vector<std::string> columns_;
+  std::vector<std::string> columns_;
 
   struct Row {
     std::uint64_t id;

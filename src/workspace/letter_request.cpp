@@ -1,10 +1,9 @@
 #include "workspace/letter_request.h"
 
-#include <memory>
 #include <string_view>
 
-#include "platform/request_record.h"
 #include "platform/text.h"
+#include "workspace/letter_list.h"
 
 namespace workspace {
 
@@ -61,19 +60,13 @@ void LetterRequest::ValidateLetter(const std::string& action, bool& ok) {
     auto& messages = uses_.fields.messages;
     messages.clear();
     uses_.field_check.DefaultFieldColor(PageIndex::kCorrespondence);
-    for (const auto& [broken, message, marked] : Rules()) {
-      if (!broken) continue;
-      messages += message + std::string(platform::kLineBreak);
-      for (auto* control : marked) uses_.services.utilities.MarkFieldInvalid(*control);
-    }
+    messages = BrokenRules(uses_.services, Rules());
     ok = messages.empty();
-    if (ok) return;
-    uses_.services.host.ShowMessage(
-        {messages, platform::MessageIcon::kExclamation, uses_.state.message_title});
+    if (!ok) ShowBrokenRules(uses_.services, uses_.state, messages);
   });
 }
 
-std::vector<LetterRequest::Rule> LetterRequest::Rules() {
+std::vector<ValidationRule> LetterRequest::Rules() {
   auto& page = uses_.pages.correspondence;
   const auto& fields = uses_.fields;
   auto* const form_type = &page.ZEMLO_FormTypeCodes;
@@ -81,11 +74,7 @@ std::vector<LetterRequest::Rule> LetterRequest::Rules() {
   const bool has_type = !fields.form_type.empty();
   const bool has_text = !fields.form_text.empty();
   const bool is_remembered = !form_type->Tag.empty();
-  platform::Utilities::FormNumberVerdict verdict;
-  if (has_type && has_text) {
-    verdict = uses_.services.utilities.ValidateFormNumber(fields.form_type, fields.form_text);
-  }
-  return {
+  std::vector<ValidationRule> rules = {
       {fields.customer_id.empty() && !has_text, "Please select a customer", {}},
       {page.ZEMLO_LetterType.Code().empty(), "Please select a correspondence type", {&page.ZEMLO_LetterType}},
       {is_remembered && !has_type && !has_text,
@@ -93,8 +82,12 @@ std::vector<LetterRequest::Rule> LetterRequest::Rules() {
        {form_number, form_type}},
       {is_remembered && has_type && !has_text, "Please enter a doc number", {form_number}},
       {!has_type && has_text, "Please select a form type", {form_type}},
-      {!verdict.valid, verdict.text + ", Invalid Manual Citation Number entered", {form_number}},
   };
+  if (has_type && has_text) {
+    rules.push_back(
+        FormNumberRule(uses_.services.utilities, fields.form_type, fields.form_text, *form_number));
+  }
+  return rules;
 }
 
 void LetterRequest::GetFormAndCheckDigit() {
@@ -124,7 +117,7 @@ void LetterRequest::ClearField(PageIndex index) {
       ClearTracking();
     }
     uses_.field_check.DefaultFieldColor(index);  // emptying the fields had them checked
-    ShowNoLetters(page);
+    ShowNoLetters(uses_.services, page.sdgGrid);
     uses_.services.status.ShowStatus("Ready");
   });
 }
@@ -160,13 +153,6 @@ void LetterRequest::ClearTracking() {
   uses_.form_types.FilterFormType("CMOV", PageIndex::kTracking);
   for (auto& option : page.OptLetterStatus) option.SetSelected(false);
   page.search.SetEnabled(false);
-}
-
-void LetterRequest::ShowNoLetters(LetterPage& page) {
-  platform::RequestRecord letters(uses_.services.reference);
-  letters.Source("CORRHIST");
-  letters.Open();
-  page.sdgGrid.Bind(letters.Recordset());
 }
 
 }  // namespace workspace

@@ -11,6 +11,7 @@
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/workspace_state.h"
 #include "workspace/pages.h"
+#include "workspace/validation.h"
 
 namespace workspace {
 
@@ -47,17 +48,11 @@ class LetterRequest {
   void ClearField(PageIndex page);
 
  private:
-  struct Rule {
-    bool broken;
-    std::string message;
-    std::vector<platform::Control*> marked;
-  };
-  std::vector<Rule> Rules();
+  std::vector<ValidationRule> Rules();
   void TakeRequest();
   void ClearRequest(LetterPage& page);
   void ClearCorrespondence();
   void ClearTracking();
-  void ShowNoLetters(LetterPage& page);
 
   const Uses uses_;
 };

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <vector>
+
+#include "platform/key_item.h"
+#include "platform/services.h"
+#include "workspace/letter_request.h"
+#include "workspace/messaging/letter_request_fields.h"
+#include "workspace/messaging/page_index.h"
+#include "workspace/messaging/request_envelope.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages.h"
+#include "workspace/search_check.h"
+#include "workspace/troop_district_field.h"
+
+namespace workspace {
+
+/// The search for letters that were produced: from the tracking page's criteria to the listed letters. A
+/// failure in one of its members is reported.
+class HistorySearch {
+ public:
+  /// What it works with and on; all of it outlives the search.
+  struct Uses {
+    const platform::Services& services;
+    const WorkspaceState& state;
+    LetterRequestFields& request;
+    Pages& pages;
+    RequestEnvelope& envelope;
+    LetterRequest& letter_request;
+    TroopDistrictField& troop_district;
+    SearchCheck& check;
+  };
+  explicit HistorySearch(Uses uses) : uses_(uses) {}
+
+  /// "Search" of the tracking page: takes the criteria into the request and, where they pass the check, sends
+  /// it. The customer can be chosen again once the page has been cleared.
+  void mCmdTracking_Click();
+  /// Asks for the letters of the page's criteria; its grid is disabled until the reply has been handled.
+  void SendLetterInq(PageIndex page);
+  /// The letters have come: lists them on the page. On the batch page, which lists none, they go to the
+  /// tracking page.
+  void FillHistory(PageIndex page);
+
+ private:
+  void TakeCriteria();
+  std::vector<platform::KeyItem> Keys(PageIndex page);
+  void AddTrackingKeys(std::vector<platform::KeyItem>& keys) const;
+  void AddDates(std::vector<platform::KeyItem>& keys) const;
+  const char* LetterStatus() const;
+  void ListReply(LetterPage& page);
+  void WithdrawLetterActions();
+
+  const Uses uses_;
+};
+
+}  // namespace workspace

@@ -1,0 +1,25 @@
+#include "workspace/letter_list.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/request_record.h"
+
+namespace workspace {
+
+void ShowLetters(platform::Grid& grid, const std::shared_ptr<platform::RecordSet>& letters) {
+  std::vector<std::string> shown;
+  for (const auto& column : grid.columns) shown.push_back(column.key);
+  letters->SortBy("PRNT_TS");
+  letters->AddColumns(shown);
+  grid.Bind(letters);
+}
+
+void ShowNoLetters(const platform::Services& services, platform::Grid& grid) {
+  platform::RequestRecord letters(services.reference);
+  letters.Source("CORRHIST");
+  letters.Open();
+  grid.Bind(letters.Recordset());
+}
+
+}  // namespace workspace
