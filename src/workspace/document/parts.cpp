@@ -12,6 +12,9 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       form_types(services, data.state, data.request, data.pages),
       letter_request(
           {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),
+      search_check(services, data.state, data.request, data.pages.tracking, field_check),
+      history_search({services, data.state, data.request, data.pages, envelope, letter_request,
+                      fields.troop_district, search_check}),
       templates(services, data.state, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
       forms(services, data.state, data.pages),
@@ -23,6 +26,8 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       customer_selection(services, data.state, data.customer),
       letter_fetch(services, envelope, data.letter, data.pages),
       letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch}),
+      correspondence_grid(services, data.pages.correspondence),
+      row_format(services, data.state, data.pages),
       handlers(Handlers()),
       replies(services, data.state, ReplyRoutes(handlers, data.pages),
               [&data] { data.pages.tracking.letter_action.SetEnabled(true); }),
@@ -34,6 +39,7 @@ ReplyHandlers Parts::Handlers() {
   known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
   known.ViewBookMark = [this] { bookmark_view.ViewBookMark(); };
+  known.FillHistory = [this](PageIndex page) { history_search.FillHistory(page); };
   known.FillCustFromLetter = [this] { customer_inquiry.FillCustFromLetter(); };
   known.FillCustomerInfo = [this] { customer_inquiry.FillCustomerInfo(); };
   return known;

@@ -4,15 +4,18 @@
 #include "customers/customer_selection.h"
 #include "platform/message_component.h"
 #include "platform/services.h"
+#include "tracking/correspondence_grid.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/letter_grid.h"
 #include "workspace/bookmark_view.h"
+#include "tracking/row_format.h"
 #include "workspace/document/incomplete_letter_forms.h"
 #include "workspace/document/reply_handlers.h"
 #include "workspace/document/workspace_data.h"
 #include "workspace/field_check.h"
 #include "workspace/form_type_filter.h"
 #include "workspace/history_record.h"
+#include "workspace/history_search.h"
 #include "workspace/letter_generation.h"
 #include "workspace/letter_request.h"
 #include "workspace/letter_templates.h"
@@ -22,6 +25,7 @@
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/online_actions.h"
 #include "workspace/page_fields.h"
+#include "workspace/search_check.h"
 
 namespace workspace {
 
@@ -36,6 +40,8 @@ struct Parts {
   PageFields fields;
   FormTypeFilter form_types;
   LetterRequest letter_request;
+  SearchCheck search_check;
+  HistorySearch history_search;
   LetterTemplates templates;
   HistoryRecord history;
   IncompleteLetterForms forms;
@@ -46,6 +52,8 @@ struct Parts {
   customers::CustomerSelection customer_selection;
   tracking::LetterFetch letter_fetch;
   tracking::LetterGrid letter_grid;
+  tracking::CorrespondenceGrid correspondence_grid;
+  tracking::RowFormat row_format;
   ReplyHandlers handlers;
   ReplyDispatcher replies;
   DownloadNotification downloads;

@@ -39,7 +39,7 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
       {&online[CorrespondencePage::kClear], Sends::kNothing, act(CorrespondencePage::kClear)},
       {&online[CorrespondencePage::kViewLetter], Sends::kRequest, not_yet},
       {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, not_yet},
-      {&tracking.search, Sends::kRequest, not_yet},
+      {&tracking.search, Sends::kRequest, [&parts] { parts.history_search.mCmdTracking_Click(); }},
       {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
       {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
       {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing,
@@ -83,8 +83,15 @@ class Wiring {
     CheckText(page.ZEMLO_FormTypeCodes, index);
     Check(page.panel.customer_id.LookChanged, index);
   }
-  void ConnectLetterGrid(TrackingPage& page) {
-    Add(page.sdgGrid.Click.Connect(BehindTheGate([&grid = parts_.letter_grid] { grid.sdgGrid_Click(); })));
+  void ConnectLetterGrids(Pages& pages) {
+    Add(pages.tracking.sdgGrid.Click.Connect(
+        BehindTheGate([&grid = parts_.letter_grid] { grid.sdgGrid_Click(); })));
+    Add(pages.correspondence.sdgGrid.Click.Connect(
+        [&grid = parts_.correspondence_grid] { grid.sdgGrid_Click(); }));
+    for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {
+      Add(pages.sdgGrid(page).RowLoaded.Connect(
+          [&format = parts_.row_format, page](std::size_t row) { format.sdgGrid_RowLoaded(page, row); }));
+    }
   }
   void ConnectSearch(TrackingPage& page) {
     for (auto* date : {&page.from_date, &page.to_date}) Check(date->Changed, PageIndex::kTracking);
@@ -137,7 +144,7 @@ std::vector<Connection> ConnectControls(Pages& pages, Parts& parts) {
   wiring.ConnectFields();
   wiring.ConnectCommands(Commands(pages, parts));
   wiring.ConnectSearch(pages.tracking);
-  wiring.ConnectLetterGrid(pages.tracking);
+  wiring.ConnectLetterGrids(pages);
   wiring.ConnectBatchSearch(pages.batch);
   return wiring.Take();
 }

@@ -69,7 +69,6 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   const std::vector<platform::Control*> controls = {
       &pages.correspondence.OptOnline[CorrespondencePage::kViewLetter],
       &pages.correspondence.OptOnline[CorrespondencePage::kPrintLetter],
-      &pages.tracking.search,
       &pages.tracking.OptLetter[TrackingPage::kReprintLocal],
       &pages.batch.cmdBatch[BatchPage::kSearch],
       &pages.batch.OptBatchAct[0],
