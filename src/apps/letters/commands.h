@@ -10,6 +10,7 @@ int RunInit(const QStringList& words);
 int RunCustomers(const QStringList& words);
 int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
+int RunHistory(const QStringList& words);
 int RunBookmarks(const QStringList& words);
 int RunMerge(const QStringList& words);
 

@@ -5,37 +5,17 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
-#include "platform/failure.h"
+#include "apps/letters/page_user.h"
 
 namespace apps {
 namespace {
 
-using platform::Failure;
 using workspace::PageIndex;
 using Wish = host::WindowlessPreview::Wish;
 
-[[noreturn]] void Refuse(const std::string& text) {
-  throw Failure(Failure::Kind::kRefused, text);
-}
-
-/// The user opens the list and picks the row with that code.
-void Pick(composition::ZEMLO_LetterCombo& list, const std::string& code, const std::string& refusal) {
-  list.UserOpens();
-  const auto row =
-      list.rows() ? list.rows()->Find("CD_TBL_CD", platform::RecordSet::Match::kEquals, code) : std::nullopt;
-  if (code.empty() || !row) Refuse(refusal);
-  list.UserPicks(*row);
-}
-
-void ChooseCustomer(HeadlessOffice& office, const std::string& id) {
-  const auto customer = office.office().FindCustomer(id);
-  if (!customer) Refuse("There is no customer \"" + id + "\". \"zemlo-letters customers\" lists them.");
-  office.workspace().FillCustomerField(*customer, PageIndex::kCorrespondence);
-}
-
 void FillRequest(HeadlessOffice& office, const CommandLine& line) {
   auto& page = office.page();
-  if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"));
+  if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"), PageIndex::kCorrespondence);
   Pick(page.ZEMLO_LetterType, line.Value("type"),
        "There is no letter type \"" + line.Value("type") + "\". \"zemlo-letters types\" lists them.");
   if (!line.IsSet("form")) return;
@@ -48,13 +28,7 @@ void FillRequest(HeadlessOffice& office, const CommandLine& line) {
 /// The user clicks "Create Letter"; what keeps it disabled is the refusal.
 void CreateLetter(HeadlessOffice& office) {
   auto& create = office.page().OptOnline[workspace::CorrespondencePage::kCreateLetter];
-  if (!create.enabled()) {
-    std::string reasons;
-    for (const auto& message : office.workspace().CheckMessages(PageIndex::kCorrespondence)) {
-      reasons += (reasons.empty() ? "" : "\n") + message;
-    }
-    Refuse(reasons);
-  }
+  RequireEnabled(office, create, PageIndex::kCorrespondence);
   create.UserClicks();
   office.RunUntilIdle();
 }

@@ -23,6 +23,7 @@ constexpr Command kCommands[] = {
     {"customers", "Lists customers", apps::RunCustomers},
     {"types", "Lists the letter types", apps::RunTypes},
     {"letter", "Produces a letter", apps::RunLetter},
+    {"history", "Finds letters that were produced", apps::RunHistory},
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
     {"merge", "Merges templates and data contexts into documents", apps::RunMerge},
 };
