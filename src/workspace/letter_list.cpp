@@ -10,9 +10,10 @@ namespace workspace {
 void ShowLetters(platform::Grid& grid, const std::shared_ptr<platform::RecordSet>& letters) {
   std::vector<std::string> shown;
   for (const auto& column : grid.columns) shown.push_back(column.key);
-  letters->SortBy("PRNT_TS");
   letters->AddColumns(shown);
   grid.Bind(letters);
+  grid.SortBy("PRNT_TS");
+  grid.MakeCurrent(0);
 }
 
 void ShowNoLetters(const platform::Services& services, platform::Grid& grid) {

@@ -9,8 +9,7 @@
 namespace workspace {
 
 /// Lists the letters, the ones first printed earliest first, from the first one. What the grid shows beyond
-/// the columns of the reply is added to the letters, empty: the row formatter fills it. Throws Failure
-/// kNotFound where the letters have no PRNT_TS; the grid then keeps what it had.
+/// the columns of the reply is added to the letters, empty: the row formatter fills it.
 void ShowLetters(platform::Grid& grid, const std::shared_ptr<platform::RecordSet>& letters);
 
 /// Lists no letters, under the columns of the letter history.
