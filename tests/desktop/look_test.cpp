@@ -106,8 +106,10 @@ TEST_P(TheLook, OfLettersFoundSortedAndSearched) {
   Look(Window(), "letters_sorted");
 
   auto& page = *view->currentWidget();
-  QTest::keyClick(page.findChild<QLineEdit*>(), Qt::Key_F, Qt::ControlModifier);
+  page.findChild<QTableView*>()->setFocus();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
   QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("ctl"));
+  EXPECT_EQ(QApplication::focusWidget()->accessibleDescription(), QStringLiteral("1 of 20"));
   Look(Window(), "letters_searched");
   QTest::keyClicks(QApplication::focusWidget(), QStringLiteral(" there is none"));
   tests::Settle();
