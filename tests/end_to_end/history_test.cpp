@@ -23,7 +23,10 @@ class HistoryCommand : public PreparedOffice {
     const auto number = LastLetter("SEQ_NBR");
     return "\"SEQ_NBR\": \"" + number.substr(0, number.size() - 1) + "\"";
   }
-  static std::string Today() { return RunShell("date +%F").out.substr(0, 10); }
+  static std::string Day(const std::string& name) {
+    return RunShell("date +%F --date=" + Quoted(name)).out.substr(0, 10);
+  }
+  static std::string Today() { return Day("today"); }
 };
 
 TEST_F(HistoryCommand, FindsALetterByEachCriterion) {
@@ -35,7 +38,7 @@ TEST_F(HistoryCommand, FindsALetterByEachCriterion) {
       {"--from", Today()},
       {"--from", Today(), "--to", Today()},
       {"--customer", "100001", "--status", "successful"},
-      {"--customer", "100001", "--type", "101", "--from", "2026-01-01", "--to", Today()},
+      {"--customer", "100001", "--type", "101", "--from", Day("30 days ago"), "--to", Today()},
   };
   for (const auto& criteria : found_by) {
     auto words = criteria;
