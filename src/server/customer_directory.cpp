@@ -36,7 +36,7 @@ constexpr auto kListedColumns = std::to_array<ListedColumn>({
 
 CustomerDirectory::CustomerDirectory(const std::filesystem::path& data_folder)
     : database_(std::make_unique<Database>(DatabaseFile(data_folder), Database::Opening::kExisting)) {
-  CheckSchema(*database_);
+  PrepareSchema(*database_);
 }
 
 CustomerDirectory::~CustomerDirectory() = default;

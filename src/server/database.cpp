@@ -5,6 +5,7 @@
 #include <thread>
 #include <variant>
 
+#include <QByteArray>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -85,7 +86,7 @@ Database::~Database() {
   QSqlDatabase::removeDatabase(QString::fromStdString(name_));
 }
 
-QSqlQuery& Database::Execute(const std::string& statement, const std::vector<Value>& values) {
+QSqlQuery& Database::Prepared(const std::string& statement, const std::vector<Value>& values) {
   auto& query = prepared_[statement];
   if (!query) {
     auto fresh = std::make_unique<QSqlQuery>(Connection(name_));
@@ -96,8 +97,13 @@ QSqlQuery& Database::Execute(const std::string& statement, const std::vector<Val
   for (std::size_t place = 0; place < values.size(); ++place) {
     query->bindValue(static_cast<int>(place), std::visit(ToVariant(), values[place].held()));
   }
-  if (!query->exec()) throw Refusal(query->lastError());
   return *query;
+}
+
+QSqlQuery& Database::Execute(const std::string& statement, const std::vector<Value>& values) {
+  auto& query = Prepared(statement, values);
+  if (!query.exec()) throw Refusal(query.lastError());
+  return query;
 }
 
 std::shared_ptr<RecordSet> Database::Select(const std::string& statement, const std::vector<Value>& values) {
@@ -128,6 +134,28 @@ std::int64_t Database::Change(const std::string& statement, const std::vector<Va
   const auto changed = query.numRowsAffected();
   query.finish();
   return changed;
+}
+
+std::int64_t Database::ChangeWithBytes(const std::string& statement, const std::vector<Value>& values,
+                                       const std::string& bytes) {
+  auto& query = Prepared(statement, values);
+  // Bound without a copy: the bytes outlive the execution.
+  query.bindValue(static_cast<int>(values.size()),
+                  QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
+  if (!query.exec()) throw Refusal(query.lastError());
+  const auto changed = query.numRowsAffected();
+  query.finish();
+  return changed;
+}
+
+std::string Database::SelectBytes(const std::string& statement, const std::vector<Value>& values) {
+  auto& query = Execute(statement, values);
+  std::string bytes;
+  if (query.next()) bytes = query.value(0).toByteArray().toStdString();
+  const auto error = query.lastError();
+  query.finish();
+  if (error.isValid()) throw Refusal(error);
+  return bytes;
 }
 
 void Database::Settle() {

@@ -37,12 +37,19 @@ class Database {
   /// Returns how many rows were changed.
   std::int64_t Change(const std::string& statement, const std::vector<platform::Value>& values = {});
 
+  /// The same where the last question mark stands for bytes that are no text.
+  std::int64_t ChangeWithBytes(const std::string& statement, const std::vector<platform::Value>& values,
+                               const std::string& bytes);
+  /// The first column of the first row, as bytes; "" where there is no row.
+  std::string SelectBytes(const std::string& statement, const std::vector<platform::Value>& values);
+
   const Dialect& dialect() const { return dialect_; }
   /// See Dialect::Settle. The connection is good for nothing but closing afterwards.
   void Settle();
 
  private:
   friend class Transaction;
+  QSqlQuery& Prepared(const std::string& statement, const std::vector<platform::Value>& values);
   QSqlQuery& Execute(const std::string& statement, const std::vector<platform::Value>& values);
   void Begin(const std::string& statement);
 

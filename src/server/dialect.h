@@ -28,6 +28,8 @@ class Dialect {
 
   /// The type of a key column whose numbers the engine gives out and never gives out again.
   virtual std::string NeverReusedKey() const = 0;
+  /// The type of a column that holds bytes which are no text.
+  virtual std::string BytesType() const = 0;
   /// Writes everything into the one data file, so that it may be renamed after the connection is closed.
   virtual void Settle(QSqlDatabase& connection) const = 0;
 };

@@ -10,6 +10,7 @@
 #include "platform/record_layouts.h"
 #include "platform/text.h"
 #include "platform/xml.h"
+#include "server/stored_context.h"
 
 namespace server {
 namespace {
@@ -157,9 +158,10 @@ std::int64_t AddLetter(Exchange& exchange, const GivenLetter& letter) {
   put("LST_PRNT_TS", print_time ? Value(*print_time) : Value());
   put("LST_PRCS_TS", letter.Time("LST_PRCS_TS").value_or(exchange.now));
   put("LST_UPDT_INSP_ID", exchange.request.user_id);
-  put("XML_CONTEXT", letter.Context());
   AddCounty(exchange, letter, columns, values);
-  return exchange.database.Select(InsertStatement(columns), values)->Get("SEQ_NBR").AsInteger();
+  const auto number = exchange.database.Select(InsertStatement(columns), values)->Get("SEQ_NBR").AsInteger();
+  StoreContext(exchange.database, number, letter.Text("LTR_TYP_ID"), letter.Context());
+  return number;
 }
 
 std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
@@ -196,7 +198,7 @@ void AppendStored(Exchange& exchange, RecordSet& letters, std::int64_t number) {
   const auto stored = exchange.database.Select("SELECT * FROM letter_history WHERE SEQ_NBR = ?", {number});
   letters.AddNew();
   for (const auto& column : letters.columns()) {
-    if (stored->HasColumn(column) && column != "XML_CONTEXT") letters.Set(column, stored->Get(column));
+    if (stored->HasColumn(column)) letters.Set(column, stored->Get(column));
   }
 }
 
@@ -222,13 +224,12 @@ void RecordLetters(Exchange& exchange) {
 
 void AnswerStoredContext(Exchange& exchange) {
   const auto number = exchange.keys.Number("FETCHCONTEXT");
-  const auto stored =
-      exchange.database.Select("SELECT XML_CONTEXT FROM letter_history WHERE SEQ_NBR = ?", {*number});
-  if (stored->IsEmpty()) {
+  const auto context = FindContext(exchange.database, *number);
+  if (!context) {
     throw Failure(Failure::Kind::kNotFound,
                   "There is no letter \"" + std::to_string(*number) + "\" in the history.");
   }
-  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"}).Append({stored->Get("XML_CONTEXT")});
+  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"}).Append({*context});
 }
 
 }  // namespace server

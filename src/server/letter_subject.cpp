@@ -30,24 +30,6 @@ Address ReadAddress(const RecordSet& rows, const std::string& prefix) {
           .verification = Part(rows, prefix + "VRFY_CD")};
 }
 
-Customer FindCustomer(Database& database, const std::string& id) {
-  const auto rows = database.Select(
-      "SELECT customer.*, county.QZ_CNTY_DESC FROM customer"
-      " JOIN county ON county.QZ_CNTY_NBR = customer.QZ_CNTY_NBR WHERE CUST_ID = ?",
-      {id});
-  if (rows->IsEmpty()) throw Failure(Failure::Kind::kNotFound, "There is no customer \"" + id + "\".");
-  return {.id = id,
-          .business_name = Part(*rows, "CUST_BSNS_NM"),
-          .first_name = Part(*rows, "FIRST_NM"),
-          .last_name = Part(*rows, "LAST_NM"),
-          .mail = ReadAddress(*rows, "MAIL_"),
-          .residential = ReadAddress(*rows, "RES_"),
-          .phone = Part(*rows, "PHN_NBR"),
-          .fuel_tax_account = Part(*rows, "ACCNT_NBR"),
-          .county_number = Part(*rows, "QZ_CNTY_NBR"),
-          .county_name = Part(*rows, "QZ_CNTY_DESC")};
-}
-
 /// What the request names, blanks removed; "" for what it leaves out.
 struct Input {
   explicit Input(const RecordSet& rows) {
@@ -93,6 +75,26 @@ std::pair<Form, std::string> FindForm(Database& database, const Input& input) {
           Part(*rows, "CUST_ID")};
 }
 
+}  // namespace
+
+Customer FindCustomer(Database& database, const std::string& id) {
+  const auto rows = database.Select(
+      "SELECT customer.*, county.QZ_CNTY_DESC FROM customer"
+      " JOIN county ON county.QZ_CNTY_NBR = customer.QZ_CNTY_NBR WHERE CUST_ID = ?",
+      {id});
+  if (rows->IsEmpty()) throw Failure(Failure::Kind::kNotFound, "There is no customer \"" + id + "\".");
+  return {.id = id,
+          .business_name = Part(*rows, "CUST_BSNS_NM"),
+          .first_name = Part(*rows, "FIRST_NM"),
+          .last_name = Part(*rows, "LAST_NM"),
+          .mail = ReadAddress(*rows, "MAIL_"),
+          .residential = ReadAddress(*rows, "RES_"),
+          .phone = Part(*rows, "PHN_NBR"),
+          .fuel_tax_account = Part(*rows, "ACCNT_NBR"),
+          .county_number = Part(*rows, "QZ_CNTY_NBR"),
+          .county_name = Part(*rows, "QZ_CNTY_DESC")};
+}
+
 std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& customer,
                                    const std::optional<Form>& form) {
   const auto rows =
@@ -126,8 +128,6 @@ Office FindOffice(Database& database) {
       .officer = rows->Text("OFFICER_NM"),
       .state = rows->Text("OFFICE_ST")};
 }
-
-}  // namespace
 
 bool Address::IsMissing() const {
   return line_1.empty() || city.empty() || state.empty() || zip.empty();

@@ -76,6 +76,14 @@ struct LetterSubject {
   Office office;
 };
 
+/// Throws Failure kNotFound where there is none.
+Customer FindCustomer(Database& database, const std::string& id);
+/// Those of the form; without one, of all the customer's forms. The oldest first.
+std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& customer,
+                                   const std::optional<Form>& form);
+/// The office that writes the letters; nothing but empty texts where none is stored.
+Office FindOffice(Database& database);
+
 /// Looks up what the record "XML_CONTEXT_INPUT" names. Throws Failure kRefused where it names nothing or
 /// contradicts itself, kNotFound naming the customer or form that is not there.
 LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/key_item.h"
+#include "platform/value.h"
 
 namespace server {
 
@@ -15,6 +16,13 @@ namespace server {
 struct KnownKey {
   std::string_view name;  ///< in capitals
   std::string_view comparison = "=";
+  std::string_view other_comparison = {};  ///< "" where there is only one
+};
+
+/// Whole local days, both ends included.
+struct DayRange {
+  platform::Date first;
+  platform::Date last;
 };
 
 /// The criteria of one request. A key is known by what follows "key:", without blanks and without regard to
@@ -33,10 +41,14 @@ class RequestKeys {
   bool IsYes(std::string_view name) const;
   /// Throws Failure kRefused for a value that is no whole number; nothing where the key is absent.
   std::optional<std::int64_t> Number(std::string_view name) const;
+  /// One day ("=") or two and all between them ("between", "A and B"). Throws Failure kRefused for what is no
+  /// such thing, and for a first day after the last; nothing where the key is absent.
+  std::optional<DayRange> Days(std::string_view name) const;
 
  private:
   struct Entry {
     std::string name;
+    std::string comparison;
     std::string value;
   };
   const Entry* Find(std::string_view name) const;

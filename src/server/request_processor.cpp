@@ -66,7 +66,7 @@ std::string RequestProcessor::AnswerOrFail(const Request& request) {
 Database& RequestProcessor::OpenDatabase() {
   if (!database_) {
     auto database = std::make_unique<Database>(DatabaseFile(data_folder_), Database::Opening::kExisting);
-    CheckSchema(*database);
+    PrepareSchema(*database);
     database_ = std::move(database);
   }
   return *database_;

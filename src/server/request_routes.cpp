@@ -8,6 +8,7 @@
 #include "server/context_request.h"
 #include "server/customer_inquiry.h"
 #include "server/letter_history.h"
+#include "server/letter_search.h"
 #include "server/template_folder.h"
 
 namespace server {
@@ -16,6 +17,7 @@ namespace {
 using platform::Failure;
 
 constexpr int kCustomer = 7;
+constexpr int kSearch = 79;
 constexpr int kChange = 82;
 constexpr int kFetch = 83;
 
@@ -44,6 +46,10 @@ bool AsksStoredContext(const Request& request) {
 bool RecordsLetters(const Request& request) {
   return request.Rows("CORRHIST") != nullptr;
 }
+bool SearchesLetters(const Request& request) {
+  return std::ranges::any_of(kLetterSearchKeys,
+                             [&](const KnownKey& known) { return HasKey(request, known.name); });
+}
 bool AsksCustomer(const Request& request) {
   return HasKey(request, "CUST_ID");
 }
@@ -57,6 +63,7 @@ constexpr auto kRoutes = std::to_array<Route>({
     {kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
     {kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
     {kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
+    {kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
     {kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
 });
 

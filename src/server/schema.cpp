@@ -50,38 +50,65 @@ constexpr auto kTables = std::to_array<std::string_view>({
          PRNT_STTS_CD VARCHAR(1) NOT NULL, PRNT_TS VARCHAR(19), LST_PRNT_TS VARCHAR(19), LST_PRCS_TS VARCHAR(19),
          SYS_RFRNC_CD VARCHAR(1), QZ_CNTY_NBR VARCHAR(3), ADDR_TYP_CD INTEGER, PRCS_ERR_TXT TEXT,
          LST_UPDT_INSP_ID TEXT, FLS_BTCH_NBR INTEGER, BTCH_ACTN_CD VARCHAR(3), WGH_STN_ID TEXT,
-         TRP_ID VARCHAR(1), TRP_DIST_ID VARCHAR(4), QZ_CNTY_DESC TEXT, XML_CONTEXT TEXT NOT NULL))",
-    "CREATE INDEX letters_of_customer ON letter_history (CUST_ID, PRNT_TS)",
-    "CREATE INDEX letters_of_form ON letter_history (FORM_NBR, FORM_TYP_CD)",
-    "CREATE INDEX letters_by_time ON letter_history (PRNT_TS)",
-    "CREATE INDEX letters_of_batch ON letter_history (FLS_BTCH_NBR)",
+         TRP_ID VARCHAR(1), TRP_DIST_ID VARCHAR(4), QZ_CNTY_DESC TEXT))",
+    // Searches read letters by the thousand; their contexts would lie between them.
+    R"(CREATE TABLE context_dictionary (
+         DICT_NBR {key}, LTR_TYP_ID VARCHAR(8) NOT NULL, DICT_TXT TEXT NOT NULL))",
+    R"(CREATE TABLE letter_context (
+         SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR),
+         DICT_NBR INTEGER REFERENCES context_dictionary (DICT_NBR), CNTXT_SIZE INTEGER NOT NULL,
+         CNTXT {bytes} NOT NULL))",
     // The key makes a changing request that comes twice have its effect once; the reply is kept as it was
     // sent.
     R"(CREATE TABLE request_log (
          MSG_KEY VARCHAR(64) PRIMARY KEY, RCVD_TS VARCHAR(19) NOT NULL, REPLY TEXT NOT NULL))",
+    "CREATE INDEX requests_by_time ON request_log (RCVD_TS)",
+});
+
+// Each serves a criterion of the search, with what it is most often combined with behind it. {time} is
+// kLetterTime.
+constexpr auto kHistoryIndexes = std::to_array<std::string_view>({
+    "CREATE INDEX letters_of_customer ON letter_history (CUST_ID, {time})",
+    "CREATE INDEX letters_of_form ON letter_history (FORM_NBR, FORM_TYP_CD)",
+    "CREATE INDEX letters_by_time ON letter_history ({time}, PRNT_STTS_CD)",
+    "CREATE INDEX letters_of_batch ON letter_history (FLS_BTCH_NBR)",
+    "CREATE INDEX letters_of_type ON letter_history (LTR_TYP_ID, {time})",
+    "CREATE INDEX letters_of_troop ON letter_history (TRP_ID, {time}, TRP_DIST_ID)",
 });
 
 constexpr auto kVersionName = "schema version";
 
+void ChangeSchema(Database& database, std::string_view statement) {
+  const auto& dialect = database.dialect();
+  auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
+  text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
+  database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
+}
+
+std::string StoredVersion(Database& database) {
+  const auto version = platform::While("looking for the version of the server's tables", [&] {
+    return database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kVersionName});
+  });
+  if (!version->IsEmpty()) return version->FirstText();
+  throw Failure(Failure::Kind::kDamaged, "The server's data carry no version. Restore them from a backup.");
+}
+
 }  // namespace
 
-void CreateSchema(Database& database) {
-  for (const auto table : kTables) {
-    database.Change(platform::ReplaceAll(table, "{key}", database.dialect().NeverReusedKey()));
-  }
+void CreateTables(Database& database) {
+  for (const auto table : kTables) ChangeSchema(database, table);
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
                   {kVersionName, std::to_string(kSchemaVersion)});
 }
 
-void CheckSchema(Database& database) {
-  const auto version = platform::While("looking for the version of the server's tables", [&] {
-    return database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kVersionName});
-  });
-  if (version->IsEmpty()) {
-    throw Failure(Failure::Kind::kDamaged, "The server's data carry no version. Restore them from a backup.");
-  }
-  if (version->FirstText() == std::to_string(kSchemaVersion)) return;
-  throw Failure(Failure::Kind::kRefused, "The server's data are of version \"" + version->FirstText() +
+void CreateHistoryIndexes(Database& database) {
+  for (const auto index : kHistoryIndexes) ChangeSchema(database, index);
+}
+
+void PrepareSchema(Database& database) {
+  const auto version = StoredVersion(database);
+  if (version == std::to_string(kSchemaVersion)) return;
+  throw Failure(Failure::Kind::kRefused, "The server's data are of version \"" + version +
                                              "\", this program needs \"" + std::to_string(kSchemaVersion) +
                                              "\". Use the program they were made with.");
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "server/database.h"
 
@@ -9,11 +10,17 @@ namespace server {
 /// The version of the tables that this program reads and writes.
 inline constexpr std::int64_t kSchemaVersion = 2;
 
+/// The time by which a letter is found and listed: when it was first printed, and for a letter that was never
+/// printed when it was processed. Written out in each statement, because indexes are kept of this expression.
+inline constexpr std::string_view kLetterTime = "COALESCE(PRNT_TS, LST_PRCS_TS)";
+
 /// Makes the tables in an empty database, and writes down their version.
-void CreateSchema(Database& database);
+void CreateTables(Database& database);
+/// Makes the indexes of the letter history: after the tables, and after many letters came at once.
+void CreateHistoryIndexes(Database& database);
 
 /// Throws Failure kRefused where the data were made by a program with other tables, kDamaged where there is
-/// no version at all.
-void CheckSchema(Database& database);
+/// no version at all. Data of an older program that can be carried over are; everything or nothing.
+void PrepareSchema(Database& database);
 
 }  // namespace server

@@ -9,9 +9,11 @@
 
 #include "platform/failure.h"
 #include "server/demo_customers.h"
+#include "server/demo_history.h"
 #include "server/letter_fields.h"
 #include "server/schema.h"
 #include "server/server_folders.h"
+#include "server/stored_context.h"
 #include "server/whole_file.h"
 
 namespace server {
@@ -39,6 +41,7 @@ bool HasCurrentDefinitions(Database& database, const InitOptions& options) {
 
 void StoreDefinitions(Database& database, const InitOptions& options) {
   StoreLetterFields(database, DefinitionFile(options));
+  StoreContextDictionaries(database);
   database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
                   {kDefinitions, TextOf(DefinitionFile(options))});
@@ -46,7 +49,7 @@ void StoreDefinitions(Database& database, const InitOptions& options) {
 
 void BringUpToDate(const fs::path& file, const InitOptions& options) {
   Database database(file, Database::Opening::kExisting);
-  CheckSchema(database);
+  PrepareSchema(database);
   if (HasCurrentDefinitions(database, options)) return;
   Transaction transaction(database, Transaction::Purpose::kChanging);
   StoreDefinitions(database, options);
@@ -56,9 +59,11 @@ void BringUpToDate(const fs::path& file, const InitOptions& options) {
 void Fill(const fs::path& file, const InitOptions& options) {
   Database database(file, Database::Opening::kNew);
   Transaction transaction(database, Transaction::Purpose::kChanging);
-  CreateSchema(database);
+  CreateTables(database);
   StoreDefinitions(database, options);
   CreateDemoAdministration(database, options.product_data_folder, options.customers, options.today);
+  CreateDemoHistory(database, options.product_data_folder, options.letters, options.today);
+  CreateHistoryIndexes(database);
   transaction.Commit();
   database.Settle();
 }
@@ -99,13 +104,17 @@ void CreateOrUpdate(const InitOptions& options) {
   CopyMissingTemplates(options);
 }
 
+void RequireAtLeast(int least, int number, const std::string& things) {
+  if (number >= least) return;
+  throw Failure(Failure::Kind::kRefused, "\"" + std::to_string(number) + "\" is no number of " + things +
+                                             ". Ask for at least " + std::to_string(least) + ".");
+}
+
 }  // namespace
 
 void CreateServerData(const InitOptions& options) {
-  if (options.customers < 1) {
-    throw Failure(Failure::Kind::kRefused, "\"" + std::to_string(options.customers) +
-                                               "\" is no number of customers. Ask for at least 1.");
-  }
+  RequireAtLeast(1, options.customers, "customers");
+  RequireAtLeast(0, options.letters, "letters");
   try {
     platform::While("making the server's data", [&] { CreateOrUpdate(options); });
   } catch (const fs::filesystem_error& error) {

@@ -48,6 +48,7 @@ class Sqlite : public Dialect {
   }
 
   std::string NeverReusedKey() const override { return "INTEGER PRIMARY KEY AUTOINCREMENT"; }
+  std::string BytesType() const override { return "BLOB"; }
 
   void Settle(QSqlDatabase& connection) const override { Run(connection, "PRAGMA journal_mode = DELETE"); }
 };

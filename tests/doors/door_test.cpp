@@ -35,7 +35,7 @@ constexpr auto kRooms = std::to_array<Room>({
     {"workspace", "platform workspace/messaging composition customers", ""},
     {"tracking", "platform workspace/messaging composition customers workspace", ""},
     {"workspace/document", "platform workspace/messaging composition customers workspace tracking", ""},
-    {"server", "platform", "qt_core qt_sql"},
+    {"server", "platform", "qt_core qt_sql zlib"},
     {"reference", "platform", "qt_core qt_sql"},
     {"wordprocessor", "platform", kOffice},
     {"host", kInner, "qt_core posix"},
