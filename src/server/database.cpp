@@ -72,7 +72,7 @@ Database::Database(const std::filesystem::path& file, Opening opening, const Dia
         QSqlDatabase::addDatabase(QLatin1String(dialect.Driver()), QString::fromStdString(name_));
     dialect_.Locate(connection, file);
     if (!connection.open()) throw Refusal(connection.lastError());
-    dialect_.Configure(connection);
+    opening == Opening::kNew ? dialect_.ConfigureForFilling(connection) : dialect_.Configure(connection);
   } catch (Failure& failure) {
     failure.AddContext("opening \"" + file.string() + "\"");
     QSqlDatabase::removeDatabase(QString::fromStdString(name_));

@@ -21,7 +21,7 @@ class Database {
  public:
   enum class Opening {
     kExisting,  ///< throws Failure kNotFound where there is no data yet
-    kNew,       ///< makes the file where it is missing
+    kNew,       ///< makes the file where it is missing, to be filled as a whole by one transaction
   };
 
   /// Throws Failure kNotFound (see Opening) or kUnavailable, naming the file.

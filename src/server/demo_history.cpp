@@ -110,13 +110,17 @@ class Writer {
     Type(std::vector<LetterField> given, ContextPacker given_packer)
         : fields(std::move(given)), packer(std::move(given_packer)) {}
     std::vector<LetterField> fields;
+    FieldRules address_rules = AddressRules(fields);
     ContextPacker packer;
   };
 
   WrittenLetter WriteOne(DemoLetter letter) {
     auto& type = types_.at(letter.subject.letter_type);
-    const auto verdict = JudgeAddresses(letter.subject.customer, letter.subject.office.state);
-    auto root = BuildLetterContext(letter.subject, type.fields, verdict, /*with_values=*/true);
+    letter.subject.address_rules = type.address_rules;
+    const auto verdict =
+        JudgeAddresses(letter.subject.customer, letter.subject.office.state, type.address_rules);
+    auto root = BuildLetterContext(letter.subject, type.fields, verdict, /*with_values=*/true,
+                                   [&](const LetterField& field) { return letter.findings->at(field.name); });
     const auto status = Status(letter, verdict, root);
     if (status != 'V' && status != 'E') EnterByHand(root, letter.draw);
     const auto context = ContextXml(root, {.descriptors = true, .states = true});
@@ -128,8 +132,8 @@ class Writer {
   }
 
   static char Status(DemoLetter& letter, const AddressVerdict& verdict, const ContextField& root) {
-    if (!verdict.IsUsable()) return 'V';
-    if ((root.state & (state::kHasError | state::kErrorInChild)) != 0) return 'E';
+    if (verdict.IsRefused()) return 'V';
+    if (root.IsErroneous()) return 'E';
     if (letter.slot.waiting) return 'W';
     if (letter.draw.OneIn(kPrintFailed)) return 'F';
     if (letter.draw.OneIn(kReprintFailed)) return 'R';

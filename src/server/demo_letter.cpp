@@ -111,10 +111,12 @@ void DemoLetters::FindAccounts() {
   for (std::size_t row = 0; row < customers->RecordCount(); ++row)
     customers_.push_back(customers->Text(row, "CUST_ID"));
   const auto forms = database_.Select(
-      "SELECT FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID FROM form ORDER BY FORM_TYP_CD, FORM_NBR");
+      "SELECT FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, FORM_STTS_CD, CUST_ID FROM form"
+      " ORDER BY FORM_TYP_CD, FORM_NBR");
   for (std::size_t row = 0; row < forms->RecordCount(); ++row) {
     const auto type = forms->Text(row, "FORM_TYP_CD");
-    forms_[type.front()].push_back({{type, forms->Text(row, "FORM_NBR"), forms->Text(row, "FORM_CK_DGT_NBR")},
+    forms_[type.front()].push_back({{type, forms->Text(row, "FORM_NBR"), forms->Text(row, "FORM_CK_DGT_NBR"),
+                                     forms->Text(row, "FORM_STTS_CD")},
                                     forms->Text(row, "CUST_ID")});
   }
 }
@@ -142,7 +144,27 @@ const std::vector<DemoLetters::OwnedForm>& DemoLetters::FormsFor(const std::stri
   return forms == forms_.end() ? none : forms->second;
 }
 
-LetterSubject DemoLetters::SubjectOf(const std::string& customer, const std::optional<Form>& form) {
+const std::vector<LetterField>& DemoLetters::QueriesOf(const std::string& letter_type) {
+  const auto [place, is_new] = queries_.try_emplace(letter_type);
+  if (is_new) {
+    place->second = FindLetterFields(database_, letter_type);
+    std::erase_if(place->second, [](const LetterField& field) { return field.kind != FieldKind::kQuery; });
+  }
+  return place->second;
+}
+
+void DemoLetters::RunQueries(DemoLetter& letter) {
+  static const auto kNone = std::make_shared<const std::map<std::string, FieldFinding>>();
+  letter.findings = kNone;
+  const auto& fields = QueriesOf(letter.subject.letter_type);
+  if (fields.empty()) return;
+  std::map<std::string, FieldFinding> findings;
+  for (const auto& field : fields)
+    findings[field.name] = RunFieldQuery(database_, field.source, field.rules, letter.subject);
+  letter.findings = std::make_shared<const std::map<std::string, FieldFinding>>(std::move(findings));
+}
+
+const LetterSubject& DemoLetters::SubjectOf(const std::string& customer, const std::optional<Form>& form) {
   const auto [place, is_new] = subjects_.try_emplace(FormKey(customer, form));
   if (is_new) {
     place->second.customer = FindCustomer(database_, customer);
@@ -154,7 +176,8 @@ LetterSubject DemoLetters::SubjectOf(const std::string& customer, const std::opt
 }
 
 DemoLetter DemoLetters::Draw(int index, const DemoSlot& slot) {
-  DemoLetter letter{.slot = slot, .subject = {}, .template_file = "", .officer = kBatchOfficer};
+  DemoLetter letter{
+      .slot = slot, .subject = {}, .template_file = "", .officer = kBatchOfficer, .findings = {}};
   auto& draw = letter.draw = server::Draw(static_cast<std::uint64_t>(index) + 1);
   const Date day(std::chrono::floor<std::chrono::days>(slot.time));
   const Version* version = nullptr;
@@ -180,6 +203,7 @@ DemoLetter DemoLetters::Draw(int index, const DemoSlot& slot) {
   letter.subject.customer_was_given = !form.has_value();
   for (auto& period : letter.subject.periods) period = Earlier(period, MonthsBetween(day, today_));
   if (draw.OneIn(kIncompleteOneIn)) letter.subject.customer.fuel_tax_account.clear();
+  RunQueries(letter);
   letter.template_file = version->file;
   if (slot.night == 0) letter.officer = draw.From(officers_);
   return letter;

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "server/database.h"
 #include "server/demo_draw.h"
 #include "server/demo_schedule.h"
+#include "server/field_queries.h"
+#include "server/letter_fields.h"
 #include "server/letter_subject.h"
 
 namespace server {
@@ -20,6 +23,8 @@ struct DemoLetter {
   LetterSubject subject;
   std::string template_file;
   std::string officer;
+  /// What the queries of its fields found, by the fields' names; never null.
+  std::shared_ptr<const std::map<std::string, FieldFinding>> findings;
   Draw draw{0};  ///< for what is still to be decided about it
 };
 
@@ -51,7 +56,9 @@ class DemoLetters {
   void FindAccounts();
   const Version* FindVersion(const std::string& letter_type, platform::Date day) const;
   const std::vector<OwnedForm>& FormsFor(const std::string& letter_type, server::Draw& draw) const;
-  LetterSubject SubjectOf(const std::string& customer, const std::optional<Form>& form);
+  const LetterSubject& SubjectOf(const std::string& customer, const std::optional<Form>& form);
+  const std::vector<LetterField>& QueriesOf(const std::string& letter_type);
+  void RunQueries(DemoLetter& letter);
 
   Database& database_;
   const platform::Date today_;
@@ -62,6 +69,7 @@ class DemoLetters {
   std::vector<std::string> customers_;
   std::vector<std::string> officers_;
   std::map<std::string, std::vector<std::string>> counties_;
+  std::map<std::string, std::vector<LetterField>> queries_;  ///< the fields that come from queries, by type
   std::unordered_map<std::string, LetterSubject> subjects_;  ///< those that have been looked up
 };
 

@@ -19,6 +19,8 @@ class Dialect {
   virtual void Locate(QSqlDatabase& connection, const std::filesystem::path& file) const = 0;
   /// Settles how a connection that has just been opened behaves. Throws Failure kUnavailable.
   virtual void Configure(QSqlDatabase& connection) const = 0;
+  /// The same for a connection that fills a new file, which counts for nothing until it is whole.
+  virtual void ConfigureForFilling(QSqlDatabase& connection) const = 0;
 
   virtual std::string BeginReading() const = 0;
   /// Takes the right to write at once, so that two writers wait for each other and never collide half way.

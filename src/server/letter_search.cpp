@@ -28,6 +28,16 @@ constexpr auto kNotStored = std::to_array<std::string_view>({"ACTION", "XML_CONT
 constexpr auto kTextCriteria = std::to_array<std::string_view>(
     {"LTR_TYP_ID", "CUST_ID", "FORM_NBR", "FORM_CK_DGT_NBR", "FORM_TYP_CD", "TRP_ID", "TRP_DIST_ID"});
 
+// Each of these narrows a search to some letters. Beside one of them the others must not tempt the engine,
+// which may have no statistics yet, to read the tenth part of the history by their own index.
+constexpr auto kNarrowKeys = std::to_array<std::string_view>({"CUST_ID", "FORM_NBR", "BATCH_NBR"});
+constexpr auto kWideColumns = std::to_array<std::string_view>({"LTR_TYP_ID", "TRP_ID"});
+
+template <std::size_t count>
+bool IsOneOf(const std::array<std::string_view, count>& names, std::string_view name) {
+  return std::ranges::find(names, name) != names.end();
+}
+
 struct Outcome {
   std::string_view name;  ///< as LETTER_TYPE says it, in capitals
   std::string_view condition;
@@ -46,7 +56,8 @@ constexpr auto kOutcomes = std::to_array<Outcome>({
 /// Conditions and the values at their question marks.
 class Conditions {
  public:
-  explicit Conditions(const RequestKeys& keys) {
+  explicit Conditions(const RequestKeys& keys)
+      : narrow_(std::ranges::any_of(kNarrowKeys, [&](auto name) { return !keys.Text(name).empty(); })) {
     for (const auto column : kTextCriteria) AddText(keys, column);
     AddOutcome(keys);
     AddDays(keys);
@@ -64,7 +75,9 @@ class Conditions {
 
   void AddText(const RequestKeys& keys, std::string_view column) {
     const auto value = keys.Text(column);
-    if (!value.empty()) Add(std::string(column) + " = ?", {platform::UpperCase(value)});
+    if (value.empty()) return;
+    const bool unindexed = narrow_ && IsOneOf(kWideColumns, column);
+    Add(std::string(column) + (unindexed ? " || '' = ?" : " = ?"), {platform::UpperCase(value)});
   }
 
   void AddOutcome(const RequestKeys& keys) {
@@ -85,6 +98,7 @@ class Conditions {
         {platform::DateText(days.first), platform::DateText(days.last) + " 24"});
   }
 
+  const bool narrow_;
   std::string text_;
   std::vector<Value> values_;
 };
@@ -99,7 +113,7 @@ bool WantsContexts(const RequestKeys& keys) {
 std::string SelectColumns() {
   std::string columns;
   for (const auto column : platform::kHistoryColumns) {
-    const bool stored = std::ranges::find(kNotStored, column) == kNotStored.end();
+    const bool stored = !IsOneOf(kNotStored, column);
     columns += (columns.empty() ? "" : ", ") + std::string(stored ? "" : "NULL AS ") + std::string(column);
   }
   return columns;

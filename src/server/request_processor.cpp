@@ -18,6 +18,24 @@ std::string EarlierReply(Database& database, const std::string& message_key) {
   return rows->IsEmpty() ? "" : rows->FirstText();
 }
 
+// A request is sent again within minutes, if at all.
+constexpr auto kRequestsAreKept = std::chrono::days(30);
+constexpr std::int64_t kMostForgottenAtOnce = 5'000;
+
+/// Old entries of the request log go, the oldest first, a bounded number each time.
+void ForgetOldRequests(Database& database, platform::Timestamp now) {
+  try {
+    Transaction transaction(database, Transaction::Purpose::kChanging);
+    database.Change(
+        "DELETE FROM request_log WHERE MSG_KEY IN"
+        " (SELECT MSG_KEY FROM request_log WHERE RCVD_TS < ? ORDER BY RCVD_TS LIMIT ?)",
+        {now - kRequestsAreKept, kMostForgottenAtOnce});
+    transaction.Commit();
+  } catch (const platform::Failure&) {
+    // A full disk or a busy database must not keep anybody from reading; the next start tries again.
+  }
+}
+
 }  // namespace
 
 RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock)
@@ -67,6 +85,7 @@ Database& RequestProcessor::OpenDatabase() {
   if (!database_) {
     auto database = std::make_unique<Database>(DatabaseFile(data_folder_), Database::Opening::kExisting);
     PrepareSchema(*database);
+    ForgetOldRequests(*database, clock_.Now());
     database_ = std::move(database);
   }
   return *database_;

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/failure.h"
-#include "platform/text.h"
+#include "server/schema_upgrades.h"
 
 namespace server {
 namespace {
@@ -78,13 +78,6 @@ constexpr auto kHistoryIndexes = std::to_array<std::string_view>({
 
 constexpr auto kVersionName = "schema version";
 
-void ChangeSchema(Database& database, std::string_view statement) {
-  const auto& dialect = database.dialect();
-  auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
-  text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
-  database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
-}
-
 std::string StoredVersion(Database& database) {
   const auto version = platform::While("looking for the version of the server's tables", [&] {
     return database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kVersionName});
@@ -96,21 +89,29 @@ std::string StoredVersion(Database& database) {
 }  // namespace
 
 void CreateTables(Database& database) {
-  for (const auto table : kTables) ChangeSchema(database, table);
+  for (const auto table : kTables) ChangeTables(database, table);
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
                   {kVersionName, std::to_string(kSchemaVersion)});
 }
 
 void CreateHistoryIndexes(Database& database) {
-  for (const auto index : kHistoryIndexes) ChangeSchema(database, index);
+  for (const auto index : kHistoryIndexes) ChangeTables(database, index);
 }
 
 void PrepareSchema(Database& database) {
+  const auto current = std::to_string(kSchemaVersion);
+  if (StoredVersion(database) == current) return;
+  Transaction transaction(database, Transaction::Purpose::kChanging);
+  // Asked again: another program may have carried them over meanwhile.
   const auto version = StoredVersion(database);
-  if (version == std::to_string(kSchemaVersion)) return;
-  throw Failure(Failure::Kind::kRefused, "The server's data are of version \"" + version +
-                                             "\", this program needs \"" + std::to_string(kSchemaVersion) +
-                                             "\". Use the program they were made with.");
+  if (version == current) return;
+  if (!CarryOver(database, version)) {
+    throw Failure(Failure::Kind::kRefused, "The server's data are of version \"" + version +
+                                               "\", this program needs \"" + current +
+                                               "\". Use the program they were made with.");
+  }
+  database.Change("UPDATE server_info SET CONTENT = ? WHERE NAME = ?", {current, kVersionName});
+  transaction.Commit();
 }
 
 }  // namespace server

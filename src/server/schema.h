@@ -8,7 +8,7 @@
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 2;
+inline constexpr std::int64_t kSchemaVersion = 3;
 
 /// The time by which a letter is found and listed: when it was first printed, and for a letter that was never
 /// printed when it was processed. Written out in each statement, because indexes are kept of this expression.

@@ -17,6 +17,11 @@ using platform::Failure;
 constexpr auto kPragmas = std::to_array<const char*>(
     {"PRAGMA journal_mode = WAL", "PRAGMA synchronous = FULL", "PRAGMA foreign_keys = ON"});
 
+// A journal would double what is written. The cache is in KiB; indexes are sorted in it.
+constexpr auto kFillingPragmas =
+    std::to_array<const char*>({"PRAGMA journal_mode = MEMORY", "PRAGMA synchronous = FULL",
+                                "PRAGMA foreign_keys = ON", "PRAGMA cache_size = -65536"});
+
 void Run(QSqlDatabase& connection, const char* statement) {
   QSqlQuery query(connection);
   if (query.exec(QString::fromLatin1(statement))) return;
@@ -36,6 +41,10 @@ class Sqlite : public Dialect {
 
   void Configure(QSqlDatabase& connection) const override {
     for (const auto* pragma : kPragmas) Run(connection, pragma);
+  }
+
+  void ConfigureForFilling(QSqlDatabase& connection) const override {
+    for (const auto* pragma : kFillingPragmas) Run(connection, pragma);
   }
 
   std::string BeginReading() const override { return "BEGIN"; }

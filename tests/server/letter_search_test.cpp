@@ -47,7 +47,8 @@ class LetterSearch : public tests::ServerTest {
            OrNull(form.empty() ? "" : form.substr(1)), form.empty() ? Value() : Value("X"), letter.status,
            OrNull(letter.printed), letter.processed, letter.batch == 0 ? Value() : Value(letter.batch),
            std::string(letter.troop, 1), letter.troop + 1});
-      server::StoreContext(database, ++number, letter.type, ContextOf(number));
+      ++number;
+      server::StoreContext(database, number, letter.type, ContextOf(number));
     }
   }
   static Value OrNull(const std::string& text) { return text.empty() ? Value() : Value(text); }
@@ -98,6 +99,7 @@ TEST_F(LetterSearch, EachCriterionAloneAndTogetherWithOthers) {
            {{Key("BATCH_NBR", "7")}, "1 2"},
            {{Key("BATCH_NBR", "9")}, ""},
            {{Key("BATCH_NBR", "7"), Key("LETTER_TYPE", "Failed"), Key("TRP_ID", "A")}, "2"},
+           {{Key("BATCH_NBR", "7"), Key("LTR_TYP_ID", "110"), Key("CUST_ID", "100001")}, "1"},
            {{Key("CUST_ID", "")}, "4 1 2 5 3 6"},
            {{Key("CUST_ID", "999999")}, ""},
            {{Key("CUST_ID", "' OR 1=1 --")}, ""},

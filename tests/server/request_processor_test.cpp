@@ -131,6 +131,42 @@ TEST_F(Requests, DataFromAProgramWithOtherTablesAreRefused) {
   EXPECT_THAT(Ask(Fetch("1")).error, HasSubstr("version \"99\""));
 }
 
+TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
+  EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
+  {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    for (const auto* statement :
+         {"DROP TABLE letter_context", "DROP TABLE context_dictionary", "DROP INDEX requests_by_time",
+          "DROP INDEX letters_of_type", "DROP INDEX letters_of_troop",
+          "ALTER TABLE letter_field DROP COLUMN FLD_DFLT", "ALTER TABLE letter_field DROP COLUMN FLD_RULE",
+          "ALTER TABLE letter_history ADD COLUMN XML_CONTEXT TEXT NOT NULL DEFAULT "
+          "'<XML_CONTEXT>é</XML_CONTEXT>'",
+          "UPDATE server_info SET CONTENT = '1' WHERE NAME = 'schema version'"}) {
+      database.Change(statement);
+    }
+  }
+  server::RequestProcessor newer(folder_.path(), clock_);
+  const auto ask = [&](const Question& question) {
+    return server::ReadReply(newer.Answer(WireText(question)));
+  };
+  EXPECT_EQ(Record(ask(Fetch("1")), "XML_CONTEXT")->FirstText(), "<XML_CONTEXT>é</XML_CONTEXT>");
+  EXPECT_EQ(Record(ask(PrintedLetter("m-2")), "CORRHIST")->Text("SEQ_NBR"), "2");
+  EXPECT_EQ(Record(ask({.type = 79, .keys = {{"key:CUST_ID", "100001"}}}), "CORRHIST")->RecordCount(), 2U);
+}
+
+TEST_F(Requests, TheLogOfAnsweredRequestsForgetsOldOnesAtStart) {
+  EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
+  clock_.Sleep(std::chrono::days(2));
+  EXPECT_EQ(Ask(PrintedLetter("m-2")).error, "");
+  clock_.Sleep(std::chrono::days(29));
+  server::RequestProcessor next_start(folder_.path(), clock_);
+  next_start.Answer(WireText(Fetch("1")));
+  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+  const auto keys = database.Select("SELECT MSG_KEY FROM request_log");
+  ASSERT_EQ(keys->RecordCount(), 1U);
+  EXPECT_EQ(keys->FirstText(), "m-2");
+}
+
 TEST_F(Requests, AChangeSentAgainHasItsEffectOnceAndTheSameReply) {
   const auto first = processor_.Answer(WireText(PrintedLetter("m-1")));
   clock_.Sleep(std::chrono::minutes(5));

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <iostream>
 
 #include "apps/letters/command_line.h"
@@ -14,6 +15,8 @@ namespace {
 
 constexpr int kDemoCustomers = 300;
 constexpr int kDemoLetters = 5000;
+/// What a customer gets in three years, where a history asks for more customers.
+constexpr int kLettersACustomer = 20;
 
 void CopyLetterhead(const std::filesystem::path& product, const host::DataFolder& folder) {
   const auto target = folder.Templates() / "kvcorr.dot";
@@ -26,16 +29,16 @@ void CopyLetterhead(const std::filesystem::path& product, const host::DataFolder
 int RunInit(const QStringList& words) {
   CommandLine line("init", "Prepares a data folder with demo data; one that is ready is left as it is");
   line.DataOption()
-      .Option("customers", "N", "How many demo customers (default: 300).")
+      .Option("customers", "N", "How many demo customers (default: 300, or one for 20 letters).")
       .Option("letters", "N", "How many letters their history has (default: 5000).");
   if (const auto status = line.Parse(words)) return *status;
-  const auto customers = line.IsSet("customers") ? line.Number("customers", 1) : kDemoCustomers;
-  if (!customers)
-    return line.WrongUsage("--customers takes a number from 1 up, not \"" + line.Value("customers") + "\".");
-
   const auto letters = line.IsSet("letters") ? line.Number("letters", 0) : kDemoLetters;
   if (!letters)
     return line.WrongUsage("--letters takes a number from 0 up, not \"" + line.Value("letters") + "\".");
+  const auto customers = line.IsSet("customers") ? line.Number("customers", 1)
+                                                 : std::max(kDemoCustomers, *letters / kLettersACustomer);
+  if (!customers)
+    return line.WrongUsage("--customers takes a number from 1 up, not \"" + line.Value("customers") + "\".");
 
   const auto folder = line.Data();
   const auto product = ProductDataFolder();

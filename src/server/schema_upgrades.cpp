@@ -1,0 +1,74 @@
+#include "server/schema_upgrades.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/text.h"
+#include "server/schema.h"
+#include "server/stored_context.h"
+
+namespace server {
+namespace {
+
+void LetterFieldsGetDefaultsAndRules(Database& database) {
+  for (const auto* column : {"FLD_DFLT", "FLD_RULE"}) {
+    ChangeTables(database,
+                 std::string("ALTER TABLE letter_field ADD COLUMN ") + column + " TEXT NOT NULL DEFAULT ''");
+  }
+}
+
+void MoveContexts(Database& database) {
+  const auto letters = database.Select("SELECT SEQ_NBR, LTR_TYP_ID FROM letter_history");
+  for (std::size_t row = 0; row < letters->RecordCount(); ++row) {
+    const auto number = letters->Get(row, "SEQ_NBR").AsInteger();
+    const auto context =
+        database.Select("SELECT XML_CONTEXT FROM letter_history WHERE SEQ_NBR = ?", {number});
+    StoreContext(database, number, letters->Text(row, "LTR_TYP_ID"), context->FirstText());
+  }
+}
+
+void ContextsGetATableOfTheirOwn(Database& database) {
+  for (const auto* statement :
+       {R"(CREATE TABLE context_dictionary (
+             DICT_NBR {key}, LTR_TYP_ID VARCHAR(8) NOT NULL, DICT_TXT TEXT NOT NULL))",
+        R"(CREATE TABLE letter_context (
+             SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR),
+             DICT_NBR INTEGER REFERENCES context_dictionary (DICT_NBR), CNTXT_SIZE INTEGER NOT NULL,
+             CNTXT {bytes} NOT NULL))",
+        "CREATE INDEX requests_by_time ON request_log (RCVD_TS)", "DROP INDEX letters_of_customer",
+        "DROP INDEX letters_of_form", "DROP INDEX letters_by_time", "DROP INDEX letters_of_batch"}) {
+    ChangeTables(database, statement);
+  }
+  StoreContextDictionaries(database);
+  MoveContexts(database);
+  ChangeTables(database, "ALTER TABLE letter_history DROP COLUMN XML_CONTEXT");
+  CreateHistoryIndexes(database);
+}
+
+struct Step {
+  std::string_view from;
+  void (*Take)(Database& database);
+};
+// Each leads to the version of the one below it, the last to kSchemaVersion.
+constexpr auto kSteps = std::to_array<Step>({
+    {"1", LetterFieldsGetDefaultsAndRules},
+    {"2", ContextsGetATableOfTheirOwn},
+});
+static_assert(kSteps.size() + 1 == kSchemaVersion);
+
+}  // namespace
+
+void ChangeTables(Database& database, std::string_view statement) {
+  const auto& dialect = database.dialect();
+  auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
+  text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
+  database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
+}
+
+bool CarryOver(Database& database, const std::string& version) {
+  const auto first = std::ranges::find(kSteps, version, &Step::from);
+  for (auto step = first; step != kSteps.end(); ++step) step->Take(database);
+  return first != kSteps.end();
+}
+
+}  // namespace server
