@@ -9,11 +9,11 @@
 
 namespace tests {
 
-/// A data folder as `init` makes it, and the words a test says about it.
+/// A data folder as `init` makes it, without letters of its own, and the words a test says about it.
 class PreparedOffice : public testing::Test {
  protected:
   PreparedOffice() {
-    const auto init = RunLetters({"init", "--data", data_.path().string()});
+    const auto init = RunLetters({"init", "--data", data_.path().string(), "--letters", "0"});
     EXPECT_EQ(init.status, 0) << init.err;
   }
 
