@@ -1,0 +1,54 @@
+#include "platform/controls/entry_grid.h"
+
+#include <utility>
+
+#include "platform/text.h"
+
+namespace platform {
+
+bool EntryGrid::MayEnter(std::size_t row) const {
+  return enabled() && visible() && rows() && row < rows()->RecordCount();
+}
+
+void EntryGrid::UserEdits(std::size_t row, std::string text) {
+  if (entry != Entry::kText || !MayEnter(row)) return;
+  if (rows()->Text(row, entry_key) != text) Enter(row, std::move(text));
+}
+
+void EntryGrid::UserTicks(std::size_t row, bool tick) {
+  if (entry != Entry::kTick || !MayEnter(row)) return;
+  if (IsTicked(row) != tick) Enter(row, tick ? 1 : 0);
+}
+
+void EntryGrid::Enter(std::size_t row, Value value) {
+  MoveTo(row);
+  rows()->Set(row, entry_key, std::move(value));
+  CellChanged();
+}
+
+void EntryGrid::UserMovesTo(std::size_t row) {
+  if (MayEnter(row)) MoveTo(row);
+}
+
+void EntryGrid::MoveTo(std::size_t row) {
+  if (!rows() || rows()->CurrentRow() == row) return;
+  MakeCurrent(row);
+  CurrentChanged();
+}
+
+bool EntryGrid::IsTicked(std::size_t row) const {
+  const auto& value = rows()->Get(row, entry_key);
+  return !value.IsNull() && value.AsInteger() != 0;
+}
+
+std::optional<std::size_t> EntryGrid::NextBlank() const {
+  const auto count = rows() ? rows()->RecordCount() : 0;
+  const auto first = rows() && rows()->CurrentRow() ? *rows()->CurrentRow() + 1 : 0;
+  for (std::size_t n = 0; n < count; ++n) {
+    const auto row = (first + n) % count;
+    if (Trim(rows()->Text(row, entry_key)).empty()) return row;
+  }
+  return std::nullopt;
+}
+
+}  // namespace platform
