@@ -31,4 +31,12 @@ std::string GetBKforPrint(const platform::Services& services, const std::string&
   return prepared;
 }
 
+void MarkParagraph(platform::XmlElement paragraph, bool mark) {
+  ZEMLO_NodeState state;
+  state.InitFromNode(paragraph);
+  state.SetIsUserUnSelected(mark);
+  state.Save(paragraph);
+  if (mark) paragraph.SetText("");
+}
+
 }  // namespace composition

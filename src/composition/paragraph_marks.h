@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/services.h"
+#include "platform/xml.h"
 
 namespace composition {
 
@@ -12,5 +13,10 @@ namespace composition {
 /// What is marked stays, so that the merge acts on it; where no mark stands, the template's own wording does.
 /// A text that does not parse, or a flag word that cannot be read, is reported; the answer is "" then.
 std::string GetBKforPrint(const platform::Services& services, const std::string& bookmark_xml);
+
+/// Says in a paragraph's element whether the merge is to act on it. A marked one is emptied as well: without
+/// a text the merge takes the paragraph out, with one (written afterwards) it puts the text in its place.
+/// Throws Failure where there is no such element, or its flag words cannot be read.
+void MarkParagraph(platform::XmlElement paragraph, bool mark);
 
 }  // namespace composition

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <optional>
-#include <string_view>
 #include <utility>
 
+#include "composition/common_template.h"
 #include "composition/paragraph_marks.h"
 #include "platform/failure.h"
 
@@ -15,7 +15,6 @@ namespace {
 using platform::Failure;
 using platform::Trap;
 
-constexpr std::string_view kCommonTemplate = "kvcorr.dot";
 constexpr int kOneCopy = 1;
 constexpr int kEndPrintOption = 1;
 
@@ -108,7 +107,7 @@ bool ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::s
   Step([&] { document->Prepare(); });
   Step([&] { is_open = document->IsDocumentOpen(file_name); });
   if (is_open) return false;
-  Step([&] { document->SetTemplate(services_.settings.TemplateFolder() + std::string(kCommonTemplate)); });
+  Step([&] { document->SetTemplate(CommonTemplatePath(services_.settings)); });
   Merging merging;
   merging.Step([&] { OpenOrFail(*document, file_name); });
   AttachNotify();
@@ -187,8 +186,7 @@ void ZEMLO_PreviewDoc::ReleaseDocument() {
   doc_print_.Disconnect();
   notify_ = nullptr;
   // Out of the member first: a document that tells of its end while it is released finds nothing to do.
-  if (const auto document = std::exchange(document_, nullptr))
-    document->Release(std::string(kCommonTemplate));
+  if (const auto document = std::exchange(document_, nullptr)) document->Release(kCommonTemplate);
 }
 
 }  // namespace composition

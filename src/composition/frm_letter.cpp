@@ -1,0 +1,165 @@
+#include "composition/frm_letter.h"
+
+#include <utility>
+
+#include "composition/bookmark_name.h"
+#include "composition/node_state.h"
+#include "platform/identity.h"
+#include "platform/text.h"
+
+namespace composition {
+
+using platform::Trap;
+
+namespace {
+
+constexpr std::size_t kReportedCharacters = 1000;
+
+// A letter without paragraphs may leave this one out: not every sheriff has a second address line.
+constexpr std::string_view kMayBeEmpty = "U_SHERIFFADDR2";
+
+void ReportUnreadable(const platform::Services& services, const std::string& xml) {
+  services.errors.ReportError("Message parsing error", platform::kComponentTitle, "frmLetter.load");
+  services.errors.ReportError("Message; " + std::string(platform::FirstCharacters(xml, kReportedCharacters)),
+                              platform::kComponentTitle, "frmLetter.Load");
+}
+
+}  // namespace
+
+frmLetter::frmLetter(const platform::Services& services, std::string message_title)
+    : Form("Letter Bookmark"),
+      services_(services),
+      message_title_(std::move(message_title)),
+      user_bookmarks_(services, sdgUserBookmark),
+      paragraphs_(services, sdgGrid, txtParagraph),
+      doc_end_(paragraphs_.DocEnd().Connect([this] { ClearForm(); })),
+      ok_clicked_(cmdOK.Click.Connect([this] { cmdOK_click(); })),
+      cancel_clicked_(cmdCancel.Click.Connect([this] { cmdCancel_click(); })) {}
+
+void frmLetter::OnLoad() {
+  Trap(services_, "frmLetter.Load", [&] {
+    paragraphs_.Begin(FileName);
+    ReadBookMarkInput();
+    user_bookmarks_.Show();
+    paragraphs_.Show();
+    sdgGrid.SetVisible(has_paragraphs_);
+    txtParagraph.SetVisible(has_paragraphs_);
+    cmdOK.SetEnabled(context_.has_value());
+  });
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  services_.status.ShowStatus("Ready");
+}
+
+void frmLetter::ReadBookMarkInput() {
+  context_ = std::move(platform::XmlDocument::Parse(BookMarkInput).document);
+  if (context_) {
+    GetBookMarkCollection(context_->Root());
+  } else {
+    ReportUnreadable(services_, BookMarkInput);
+  }
+}
+
+void frmLetter::GetBookMarkCollection(platform::XmlElement root) {
+  Trap(services_, "frmLetter.GetBookMarkCollection", [&] {
+    ZEMLO_NodeState state;
+    state.InitFromNode(root);
+    has_paragraphs_ = state.IsParaType();
+    if (has_paragraphs_) paragraphs_.GetParagraphBookmark();
+    for (const auto& field : root.Children()) AddBookmark(field);
+  });
+}
+
+void frmLetter::AddBookmark(const platform::XmlElement& field) {
+  ZEMLO_NodeState state;
+  state.InitFromNode(field);
+  const bool is_paragraph = state.IsParaType() && state.IsCanDisplay();
+  if (state.IsInput() || !(state.IsUserType() || is_paragraph)) return;
+  auto name = field.Name();
+  auto description = field.Attribute("V_EnglishDesc").value_or("");
+  if (description.empty()) description = name;
+  XmlEscapeDecode(name);
+  XmlEscapeDecode(description);
+  if (state.IsUserType()) {
+    user_bookmarks_.Add(description, name);
+  } else {
+    paragraphs_.Add(description, name);
+  }
+}
+
+void frmLetter::cmdOK_click() {
+  RunHandler([this] {
+    Trap(services_, "frmLetter.cmdOK_click", [&] {
+      if (!context_) return;
+      paragraphs_.TxtParagraph_LostFocus();  // not every button takes the keyboard away from the text
+      if (ValidateBookMark()) {
+        PrintPreview();
+      } else {
+        TellMissingValues();
+      }
+    });
+  });
+}
+
+bool frmLetter::ValidateBookMark() {
+  missing_values_.clear();
+  Trap(services_, "frmLetter.ValidateBookMark", [&] {
+    if (has_paragraphs_) paragraphs_.GetUnCheckedParaBookMark(context_->Root());
+    missing_values_ = user_bookmarks_.GetEmptySingleBookMark([this](const std::string& name) {
+      return has_paragraphs_ ? paragraphs_.CheckParaBookMark(name) : platform::Trim(name) == kMayBeEmpty;
+    });
+  });
+  return missing_values_.empty();
+}
+
+void frmLetter::TellMissingValues() {
+  services_.host.ShowMessage(
+      {"Enter following bookmark value(s):" + std::string(platform::kLineBreak) + missing_values_,
+       platform::MessageIcon::kExclamation, message_title_});
+}
+
+void frmLetter::PrintPreview() {
+  services_.status.ShowStatus("Prepare Print Preview");
+  services_.host.SetMousePointer(platform::MousePointer::kHourglass);
+  const auto root = context_->Root();
+  user_bookmarks_.ReplaceUserBK(root);
+  paragraphs_.SaveParagraphMarks(root);
+  paragraphs_.ReplaceParagraph(root);
+  XMLBookMark = root.Xml();
+  ClearForm();
+  auto& preview = Preview();
+  preview.BadAddress = false;
+  preview.PreviewDoc(FileName, TemplateName, XMLBookMark);
+}
+
+ZEMLO_PreviewDoc& frmLetter::Preview() {
+  if (!preview_) {
+    preview_ = std::make_unique<ZEMLO_PreviewDoc>(services_);
+    word_printed_ = preview_->WordPrinted.Connect([this] { DocPrinted = true; });
+    close_wanted_ = preview_->CloseLetterForm.Connect([this] { Close(); });
+  }
+  return *preview_;
+}
+
+void frmLetter::cmdCancel_click() {
+  RunHandler([this] {
+    Trap(services_, "frmLetter.cmdCancel_click", [&] {
+      XMLBookMark.clear();
+      ClearForm();
+      DocPrinted = false;
+      Close();
+    });
+  });
+}
+
+void frmLetter::ClearForm() {
+  Trap(services_, "frmLetter.ClearForm", [&] { paragraphs_.Release(); });
+}
+
+void frmLetter::OnUnload() {
+  ClearForm();
+  word_printed_.Disconnect();
+  close_wanted_.Disconnect();
+  preview_.reset();
+}
+
+}  // namespace composition

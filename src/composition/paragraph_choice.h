@@ -1,0 +1,83 @@
+#pragma once
+
+#include <memory>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "composition/template_bookmarks.h"
+#include "platform/controls/entry_grid.h"
+#include "platform/controls/text_box.h"
+#include "platform/record_set.h"
+#include "platform/services.h"
+#include "platform/xml.h"
+
+namespace composition {
+
+/// The optional paragraphs of a letter, in the grid "Paragraph Bookmark": which of them the user wants, what
+/// the chosen one says, and the text that the user writes for PARA_FREE_TEXT.
+///
+/// No operation fails: what goes wrong is reported under the letter form's name.
+class ParagraphChoice {
+ public:
+  /// Columns of the grid; the last one is the key of the row.
+  static constexpr const char* kDescription = "Para_EngName";
+  static constexpr const char* kTick = "Para_Value";
+  static constexpr const char* kName = "Para_Name";
+  /// The paragraph whose wording is the user's own.
+  static constexpr const char* kFreeText = "PARA_FREE_TEXT";
+
+  /// Gives `grid` its columns. All outlive the object.
+  ParagraphChoice(const platform::Services& services, platform::EntryGrid& grid, platform::TextBox& text);
+
+  /// Forgets the free text; `file_name` is the letter's document from here on.
+  void Begin(std::string file_name);
+  void Add(const std::string& description, const std::string& name);
+  /// The grid shows what was added.
+  void Show() { grid_.Bind(rows_); }
+
+  /// Reads the paragraphs' wording from the letter's document, opening it where it is not open.
+  void GetParagraphBookmark();
+  /// The user leaves the text box: what stands there is the free text, where that is being edited.
+  void TxtParagraph_LostFocus();
+
+  /// Collects the user bookmarks that stand in unticked paragraphs: see CheckParaBookMark.
+  void GetUnCheckedParaBookMark(platform::XmlElement root);
+  /// Whether a user bookmark stands in an unticked paragraph, by what was collected last.
+  bool CheckParaBookMark(const std::string& name);
+  /// Writes into the context which paragraphs the letter is to show, so that the last choice counts: unticked
+  /// ones are marked and emptied, ticked ones are not, and the free text is marked to be put in.
+  void SaveParagraphMarks(platform::XmlElement root) const;
+  /// Writes the free text into the context where it is ticked and not blank.
+  void ReplaceParagraph(platform::XmlElement root) const;
+
+  /// Closes the letter's document. Throws what the print component throws.
+  void Release() { template_.Release(); }
+  /// The letter's document was closed by somebody else.
+  platform::Event<>& DocEnd() { return template_.DocEnd; }
+
+ private:
+  void sdgGrid_Change();
+  void GetParagraphText();
+  void SetState(const std::vector<std::string>& names, bool flag, platform::XmlElement root);
+  void SetInnerState(const std::string& name, bool flag, platform::XmlElement root);
+  void RequireTemplate();
+  bool IsTicked(std::size_t row) const { return grid_.IsTicked(row); }
+
+  const platform::Services& services_;
+  platform::EntryGrid& grid_;
+  platform::TextBox& text_;
+  TemplateBookmarks template_;
+  std::shared_ptr<platform::RecordSet> rows_;
+
+  std::string file_name_;
+  std::string free_text_;
+  bool editing_free_text_ = false;  // what stands in the text box is the free text
+  std::set<std::string> unchosen_;  // user bookmarks in unticked paragraphs
+
+  platform::Connection cell_changed_;
+  platform::Connection row_changed_;
+  platform::Connection left_;
+};
+
+}  // namespace composition

@@ -1,0 +1,62 @@
+#include "composition/user_bookmarks.h"
+
+#include <optional>
+#include <vector>
+
+#include "platform/text.h"
+
+namespace composition {
+
+using platform::Trap;
+
+UserBookmarks::UserBookmarks(const platform::Services& services, platform::EntryGrid& grid)
+    : services_(services),
+      grid_(grid),
+      rows_(std::make_shared<platform::RecordSet>(std::vector<std::string>{kDescription, kValue, kName})) {
+  grid_.columns = {{kDescription, "Bookmark Name", "", false, "", ""},
+                   {kValue, "Bookmark Value", "", false, "", ""},
+                   {kName, "Bk_Name", "", /*hidden=*/true, "", ""}};
+  grid_.entry_key = kValue;
+}
+
+void UserBookmarks::Add(const std::string& description, const std::string& name) {
+  rows_->Append({description, "", name});
+}
+
+std::string UserBookmarks::GetEmptySingleBookMark(const MayBeEmpty& may_be_empty) {
+  std::string missing;
+  Trap(services_, "frmLetter.GetEmptySingleBookMark", [&] {
+    std::optional<std::size_t> first_missing;
+    for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
+      if (!platform::Trim(rows_->Text(row, kValue)).empty()) continue;
+      if (may_be_empty(rows_->Text(row, kName))) continue;
+      if (!first_missing) first_missing = row;
+      missing += rows_->Text(row, kDescription) + std::string(platform::kLineBreak);
+    }
+    if (first_missing) grid_.MoveTo(*first_missing);
+  });
+  return missing;
+}
+
+void UserBookmarks::ReplaceUserBK(platform::XmlElement root) const {
+  using platform::Failure;
+  Trap(services_, "frmLetter.ReplaceUserBK", [&] {
+    for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
+      const auto name = rows_->Text(row, kName);
+      auto element = root.FirstByTagName(name);
+      if (!element) {
+        throw Failure(Failure::Kind::kNotFound,
+                      "The letter has no field \"" + name + "\" to write the value into. Ask for it again.");
+      }
+      platform::While("writing the value of " + name, [&] { element.SetText(rows_->Text(row, kValue)); });
+    }
+  });
+}
+
+bool UserBookmarks::MoveToNextBlank() {
+  const auto row = grid_.NextBlank();
+  if (row) grid_.MoveTo(*row);
+  return row.has_value();
+}
+
+}  // namespace composition

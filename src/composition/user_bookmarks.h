@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/controls/entry_grid.h"
+#include "platform/record_set.h"
+#include "platform/services.h"
+#include "platform/xml.h"
+
+namespace composition {
+
+/// The fields of a letter that only the user can fill, in the grid "User Bookmark".
+///
+/// No operation fails: what goes wrong is reported under the letter form's name.
+class UserBookmarks {
+ public:
+  /// Whether a field may stay empty, by its element name.
+  using MayBeEmpty = std::function<bool(const std::string& name)>;
+
+  /// Columns of the grid; the last one is the key of the row.
+  static constexpr const char* kDescription = "Bk_EngName";
+  static constexpr const char* kValue = "Bk_Value";
+  static constexpr const char* kName = "Bk_Name";
+
+  /// Gives `grid` its columns. Both outlive the object.
+  UserBookmarks(const platform::Services& services, platform::EntryGrid& grid);
+
+  void Add(const std::string& description, const std::string& name);
+  /// The grid shows what was added.
+  void Show() { grid_.Bind(rows_); }
+
+  /// The descriptions of the values that are missing, each with a line break after it, in the grid's order;
+  /// the grid's cursor goes to the first one.
+  std::string GetEmptySingleBookMark(const MayBeEmpty& may_be_empty);
+  /// Writes the values into the elements of the context. Ends with a report at the first row that has none.
+  void ReplaceUserBK(platform::XmlElement root) const;
+  /// The cursor goes to the next row without a value. Returns whether there is one.
+  bool MoveToNextBlank();
+
+ private:
+  const platform::Services& services_;
+  platform::EntryGrid& grid_;
+  std::shared_ptr<platform::RecordSet> rows_;
+};
+
+}  // namespace composition
