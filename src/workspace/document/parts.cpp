@@ -17,7 +17,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                       fields.troop_district, search_check}),
       templates(services, data.state, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
-      forms(services, data.state, data.pages),
+      forms(services, data.state),
       generation(
           {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
       bookmark_view({services, data.state, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),

@@ -9,7 +9,7 @@
 #include "tracking/letter_grid.h"
 #include "tracking/row_format.h"
 #include "workspace/bookmark_view.h"
-#include "workspace/document/incomplete_letter_forms.h"
+#include "workspace/document/letter_dialogs.h"
 #include "workspace/document/reply_handlers.h"
 #include "workspace/document/workspace_data.h"
 #include "workspace/field_check.h"
@@ -44,7 +44,7 @@ struct Parts {
   HistorySearch history_search;
   LetterTemplates templates;
   HistoryRecord history;
-  IncompleteLetterForms forms;
+  LetterDialogs forms;
   LetterGeneration generation;
   BookmarkView bookmark_view;
   OnlineActions online_actions;

@@ -1,4 +1,5 @@
 #include "composition/frm_batch.h"
+#include "composition/frm_letter.h"
 #include "tests/workspace/document/workspace_test.h"
 
 namespace workspace {
@@ -6,6 +7,7 @@ namespace {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -109,28 +111,29 @@ TEST_F(LetterRoad, ShowsTheFieldsInErrorAndMakesNoLetter) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
-TEST_F(LetterRoad, NamesTheFieldsThatKeepALetterFromBeingFinished) {
-  struct Case {
-    const char* context;
-    const char* message;
+TEST_F(LetterRoad, RecordsALetterThatWasPrintedFromTheFormItWasCompletedIn) {
+  fakes_.host.user_in_form = [this](platform::Form& form) {
+    auto& letter = dynamic_cast<composition::frmLetter&>(form);
+    letter.sdgUserBookmark.UserEdits(0, "Ann");
+    letter.cmdOK.UserClicks();
+    print_.UserPrints();
   };
-  const Case cases[] = {
-      {"<XML_CONTEXT State=\"8\"><AMOUNT State=\"8\" V_EnglishDesc=\"Amount due\"/><NAME/><PARA_A "
-       "State=\"10\"/>"
-       "</XML_CONTEXT>",
-       "The letter \"Tax liability\" cannot be completed here yet. These fields wait for what only the user "
-       "knows:\r\nAmount due\r\nPARA_A"},
-  };
-  for (const auto& [context, message] : cases) {
-    fakes_.host.messages.clear();
-    GivenLetterIsAskedFor();
-    GivenCreateLetterIsDisabled();
-    ServerRepliesWithContext(context);
-    EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre(message));
-    EXPECT_EQ(fakes_.host.messages[0].icon, platform::MessageIcon::kExclamation);
-    EXPECT_TRUE(CanCreateLetter());
-    EXPECT_THAT(print_.calls, IsEmpty());
-  }
+  GivenLetterIsAskedFor();
+  const auto sent = fakes_.server.requests.size();
+  ServerRepliesWithContext(R"(<XML_CONTEXT State="8"><U_NAME State="8"/></XML_CONTEXT>)");
+  ASSERT_EQ(fakes_.server.requests.size(), sent + 1) << "recorded once";
+  EXPECT_THAT(LastRequest().FindRecord("CORRHIST").rows->Text(0, "XML_CONTEXT"), HasSubstr(">Ann</U_NAME>"));
+  EXPECT_THAT(print_.merged, SizeIs(1));
+}
+
+TEST_F(LetterRoad, RecordsNothingWhereTheUserCancelsTheForm) {
+  GivenLetterIsAskedFor();
+  GivenCreateLetterIsDisabled();
+  const auto sent = fakes_.server.requests.size();
+  ServerRepliesWithContext(R"(<XML_CONTEXT State="8"><U_NAME State="8"/></XML_CONTEXT>)");
+  EXPECT_EQ(fakes_.server.requests.size(), sent);
+  EXPECT_TRUE(CanCreateLetter());
+  EXPECT_THAT(print_.calls, IsEmpty());
 }
 
 TEST_F(LetterRoad, ChecksATextThatIsTypedOverAPick) {
