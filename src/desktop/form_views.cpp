@@ -1,6 +1,7 @@
 #include "desktop/form_views.h"
 
 #include "desktop/customer_search_view.h"
+#include "desktop/letter_form_view.h"
 #include "desktop/letter_information_view.h"
 
 namespace desktop {
@@ -8,6 +9,7 @@ namespace desktop {
 void RegisterFormViews(QtHostShell& shell) {
   shell.ShowFormsWith<customers::frmCustSearch>([](auto& form) { return new CustomerSearchView(form); });
   shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
+  shell.ShowFormsWith<composition::frmLetter>([](auto& form) { return new LetterFormView(form); });
 }
 
 }  // namespace desktop
