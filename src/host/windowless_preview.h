@@ -17,6 +17,9 @@ class WindowlessPreview : public platform::PreviewViewer {
 
   WindowlessPreview(EventLoop& loop, Wish wish) : loop_(loop), wish_(wish) {}
 
+  /// For the previews that open from here on.
+  void SetWish(Wish wish) { wish_ = wish; }
+
   std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent content) override;
 
   /// Whether a preview is open, or was opened at all.
@@ -27,7 +30,7 @@ class WindowlessPreview : public platform::PreviewViewer {
   class Window;
 
   EventLoop& loop_;
-  const Wish wish_;
+  Wish wish_;
   int open_windows_ = 0;
   int opened_ = 0;
 };

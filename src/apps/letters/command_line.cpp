@@ -40,6 +40,12 @@ std::optional<int> CommandLine::Parse(const QStringList& words, int least, int m
   return std::nullopt;
 }
 
+std::vector<std::string> CommandLine::Values(const char* option) const {
+  std::vector<std::string> values;
+  for (const auto& value : parser_.values(QLatin1String(option))) values.push_back(value.toStdString());
+  return values;
+}
+
 std::optional<int> CommandLine::Number(const char* option, int least) const {
   bool is_number = false;
   const int number = parser_.value(QLatin1String(option)).toInt(&is_number);

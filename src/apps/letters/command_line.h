@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/data_folder.h"
 
@@ -31,6 +32,8 @@ class CommandLine {
 
   bool IsSet(const char* option) const { return parser_.isSet(QLatin1String(option)); }
   std::string Value(const char* option) const { return parser_.value(QLatin1String(option)).toStdString(); }
+  /// Of an option that may be given several times, in the order given.
+  std::vector<std::string> Values(const char* option) const;
   /// The option as a whole number from `least` up; nothing when it is none.
   std::optional<int> Number(const char* option, int least) const;
   int ArgumentCount() const { return static_cast<int>(arguments_.size()); }

@@ -6,14 +6,16 @@
 namespace apps {
 
 HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
-    : shell_(loop_, std::cerr, std::move(options.answers)),
-      preview_(loop_, options.preview),
+    : options_(std::move(options)),
+      shell_(loop_, std::cerr, options_.answers),
+      preview_(loop_, options_.entries.IsEmpty() ? options_.preview : host::WindowlessPreview::Wish::kClose),
       office_(folder, {shell_, shell_, loop_, preview_, outcome_,
                        [this](const std::string& description, const std::string&) {
                          reported_ = true;
                          std::cerr << description << '\n';
                        }}) {
-  if (options.tell_steps) {
+  shell_.AnswerFormsWith([this](platform::Form& form) { return AnswerLetterForm(form); });
+  if (options_.tell_steps) {
     shell_.status_listener = [](const std::string& text) { std::cerr << "   " << text << '\n'; };
   }
 }
@@ -28,6 +30,28 @@ void HeadlessOffice::RunUntilIdle() {
   loop_.RunPending();
   loop_.RunUntil([this] { return !office_.HasWorkUnderWay() && !preview_.is_open(); });
   loop_.RunPending();
+}
+
+bool HeadlessOffice::AnswerLetterForm(platform::Form& form) {
+  auto* letter = dynamic_cast<composition::frmLetter*>(&form);
+  if (letter == nullptr) return false;
+  asked_for_entries_ = true;
+  if (const auto refusal = options_.entries.Refusal(*letter)) {
+    std::cerr << *refusal << '\n';
+    entries_refused_ = true;
+  } else {
+    CompleteLetter(*letter);
+  }
+  if (letter->shown()) letter->cmdCancel.UserClicks();
+  return true;
+}
+
+/// The user confirms, and stays in the form until it closes or the preview has come to nothing.
+void HeadlessOffice::CompleteLetter(composition::frmLetter& form) {
+  options_.entries.FillIn(form);
+  preview_.SetWish(options_.preview);
+  form.cmdOK.UserClicks();
+  loop_.RunUntil([&] { return !form.shown() || (!office_.HasWorkUnderWay() && !preview_.is_open()); });
 }
 
 }  // namespace apps

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "apps/letters/letter_entries.h"
 #include "apps/office.h"
 #include "host/event_loop.h"
 #include "host/windowless_preview.h"
@@ -16,6 +17,7 @@ class HeadlessOffice {
   struct Options {
     host::WindowlessShell::Answers answers;
     host::WindowlessPreview::Wish preview = host::WindowlessPreview::Wish::kClose;
+    LetterEntries entries;    ///< for the form in which a letter is completed
     bool tell_steps = false;  ///< status texts go to standard error
   };
   /// Throws Failure where the data folder has not been prepared.
@@ -26,8 +28,11 @@ class HeadlessOffice {
   /// Runs replies and downloads as they come until nothing is under way.
   void RunUntilIdle();
 
-  /// Whether a message box or a report has refused what was asked for.
-  bool refused() const { return shell_.refused() || reported_; }
+  /// Whether a message box or a report has refused what was asked for, or the entries did not fit.
+  bool refused() const { return shell_.refused() || reported_ || entries_refused_; }
+  /// Whether a letter asked for what only the user knows. Where it did not, entries that were given have
+  /// found no use, and its preview was only closed.
+  bool asked_for_entries() const { return asked_for_entries_; }
 
   host::WindowlessShell& shell() { return shell_; }
   Office& office() { return office_; }
@@ -36,11 +41,17 @@ class HeadlessOffice {
   const host::PrintOutcome& outcome() const { return outcome_; }
 
  private:
+  bool AnswerLetterForm(platform::Form& form);
+  void CompleteLetter(composition::frmLetter& form);
+
+  const Options options_;
   host::EventLoop loop_;
   host::WindowlessShell shell_;
   host::WindowlessPreview preview_;
   host::PrintOutcome outcome_;
   bool reported_ = false;
+  bool asked_for_entries_ = false;
+  bool entries_refused_ = false;
   Office office_;  // last: it uses all of the above
 };
 

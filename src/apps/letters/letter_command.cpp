@@ -33,6 +33,23 @@ void CreateLetter(HeadlessOffice& office) {
   office.RunUntilIdle();
 }
 
+LetterEntries EntriesOf(const CommandLine& line) {
+  LetterEntries entries;
+  for (const auto& entry : line.Values("set")) {
+    const auto place = entry.find('=');
+    entries.values.emplace_back(entry.substr(0, place), entry.substr(place + 1));
+  }
+  entries.paragraphs = line.Values("paragraph");
+  if (line.IsSet("free-text")) entries.free_text = line.Value("free-text");
+  return entries;
+}
+
+void RefuseUnusedEntries(const HeadlessOffice& office) {
+  if (office.asked_for_entries()) return;
+  Refuse(
+      "The letter asks for nothing that only the user knows. Leave out --set, --paragraph and --free-text.");
+}
+
 void Tell(const HeadlessOffice& office, bool as_json) {
   const auto& outcome = office.outcome();
   if (!outcome.not_filled.empty()) {
@@ -57,6 +74,10 @@ std::optional<std::string> UsageFault(const CommandLine& line) {
     return "Name either --customer or --form-type and --form.";
   if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
   if (line.IsSet("explain") && line.IsSet("json")) return "--explain and --json do not go together.";
+  for (const auto& entry : line.Values("set")) {
+    if (entry.find('=') == std::string::npos || entry.starts_with('='))
+      return "--set \"" + entry + "\" is not of the form BOOKMARK=VALUE.";
+  }
   return std::nullopt;
 }
 
@@ -69,6 +90,9 @@ int RunLetter(const QStringList& words) {
       .Option("customer", "ID", "The customer the letter goes to.")
       .Option("form-type", "T", "The type of the document the letter is about.")
       .Option("form", "NUMBER", "The document's number, with its check digit.")
+      .Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.")
+      .Option("paragraph", "PARA_NAME", "An optional paragraph that the letter shows; once for each.")
+      .Option("free-text", "TEXT", "The user's own paragraph, of one line or several.")
       .Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
       .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
@@ -81,6 +105,8 @@ int RunLetter(const QStringList& words) {
   options.answers.yes = line.IsSet("yes");
   if (line.IsSet("save")) options.answers.save_file = std::filesystem::absolute(line.Value("save")).string();
   options.preview = line.IsSet("print") ? Wish::kPrint : line.IsSet("save") ? Wish::kSave : Wish::kClose;
+  options.entries = EntriesOf(line);
+  const bool has_entries = !options.entries.IsEmpty();
   options.tell_steps = !line.IsSet("json");
   HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
@@ -89,6 +115,7 @@ int RunLetter(const QStringList& words) {
   FillRequest(office, line);
   CreateLetter(office);
   if (line.IsSet("explain")) ExplainLetter(office, std::cout);
+  if (has_entries && !office.refused() && !error_notice.given()) RefuseUnusedEntries(office);
   Tell(office, line.IsSet("json"));
   return office.refused() || error_notice.given() ? kRefused : kDone;
 }

@@ -1,0 +1,136 @@
+#include <gmock/gmock.h>
+
+#include "tests/end_to_end/prepared_office.h"
+
+namespace tests {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+/// Letters that ask for what only the user knows, as the demo customers get them.
+class CompletedLetters : public PreparedOffice {
+ protected:
+  static std::vector<std::string> Hearing(std::vector<std::string> more) {
+    more.insert(more.begin(),
+                {"--type", "107", "--form-type", "C", "--form", "3100004-9", "--set", "U_HEARING_DT=Monday",
+                 "--set", "U_HEARING_TM=10 a.m.", "--set", "U_HEARING_PLACE=Room 7"});
+    return more;
+  }
+  static std::vector<std::string> Refund(std::vector<std::string> more) {
+    more.insert(more.begin(), {"--type", "105", "--form-type", "M", "--form", "3100009-3", "--print"});
+    return more;
+  }
+  /// The words of the only printed page, with one blank between them.
+  std::string PrintedWords() {
+    const auto files = Printed();
+    if (files.size() != 1) return "(" + std::to_string(files.size()) + " letters printed)";
+    std::string words;
+    for (const char c : PdfText(files.front())) {
+      const bool is_blank = c == ' ' || c == '\n' || c == '\f';
+      if (!is_blank || (!words.empty() && words.back() != ' ')) words += is_blank ? ' ' : c;
+    }
+    return words;
+  }
+};
+
+TEST_F(CompletedLetters, ShowTheTickedParagraphsTheFreeTextAndNoOthers) {
+  const auto letter =
+      Letters("letter", Refund({"--paragraph", "PARA_LATE_CLAIM", "--free-text", "First line\nSecond line"}));
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(),
+              AllOf(HasSubstr("The claim came too late."), HasSubstr("First line Second line"),
+                    Not(HasSubstr("||")), Not(HasSubstr("The invoices are missing")),
+                    Not(HasSubstr("is not exempt")), Not(HasSubstr("[The officer may"))));
+  const auto page = PdfText(Printed().front());
+  EXPECT_THAT(page, testing::ContainsRegex("First line\n *Second line\n")) << "its lines stay apart";
+  EXPECT_EQ(History("LTR_TYP_ID || SYS_RFRNC_CD"), "105O\n") << "recorded once";
+}
+
+TEST_F(CompletedLetters, ShowNoOptionalParagraphWhereNoneIsTicked) {
+  const auto letter = Letters("letter", Refund({}));
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("for the reason given here: If you disagree"),
+                                    HasSubstr("Refund Examiner"), Not(HasSubstr("[The officer may"))));
+}
+
+TEST_F(CompletedLetters, LeaveOutAValueWithTheParagraphItStandsIn) {
+  const auto missing = Letters("letter", Hearing({"--paragraph", "PARA_INTERPRETER", "--print"}));
+  EXPECT_EQ(missing.status, 1);
+  EXPECT_THAT(missing.err, HasSubstr("Enter following bookmark value(s):\nLanguage of the interpreter\n"));
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+
+  const auto letter = Letters("letter", Hearing({"--paragraph", "PARA_DEFAULT", "--print"}));
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("Room 7"), HasSubstr("If you do not appear"),
+                                    Not(HasSubstr("interpreter")), Not(HasSubstr("bills of lading"))));
+}
+
+TEST_F(CompletedLetters, FillAValueInATickedParagraphWithinItsWording) {
+  const auto letter = Letters(
+      "letter", Hearing({"--paragraph", "PARA_INTERPRETER", "--set", "U_INTERPRETER_LANG=Welsh", "--print"}));
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(), HasSubstr("An interpreter for Welsh will be present."));
+}
+
+TEST_F(CompletedLetters, RepeatAValueWhereverTheTemplateRepeatsIt) {
+  const auto letter = Letters("letter", {"--type", "103", "--customer", "100001", "--set",
+                                         "U_BOND_AMT=$5,000", "--set", "U_BOND_DT=June 1", "--print"});
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("in the amount of $5,000 no later than June 1."),
+                                    HasSubstr("If no bond of $5,000 is on file by June 1,")));
+  EXPECT_THAT(History("XML_CONTEXT"), HasSubstr(">$5,000</U_BOND_AMT>"));
+}
+
+TEST_F(CompletedLetters, MayDoWithoutTheSecondLineOfTheSheriffsAddress) {
+  const auto letter =
+      Letters("letter", {"--type", "108", "--form-type", "W", "--form", "3100005-X", "--set",
+                         "u_sheriffname=Bo Root", "--set", "U_SHERIFFADDR1=1 Main St", "--set",
+                         "U_SHERIFFCITY=Troy", "--set", "U_DOCKET_NBR=D-7", "--print"});
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("Bo Root"), Not(HasSubstr("second line"))));
+}
+
+TEST_F(CompletedLetters, RefuseEntriesThatTheyHaveNoPlaceFor) {
+  struct Case {
+    std::vector<std::string> words;
+    int status;
+    const char* says;
+  };
+  const std::vector<std::string> bond = {"--type", "103", "--customer", "100001", "--print"};
+  const auto with = [](std::vector<std::string> words, std::vector<std::string> more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+  };
+  const Case cases[] = {
+      {with(bond, {}), 1, "Enter following bookmark value(s):\nAmount of the bond\nBond to be filed by\n"},
+      {with(bond, {"--set", "U_BOND=1"}), 1,
+       "The letter has no bookmark \"U_BOND\" to fill in. It has:\n  U_BOND_AMT  Amount of the bond\n"},
+      {with(bond, {"--free-text", "x"}), 1, "The letter has no optional paragraphs."},
+      {with(bond, {"--set", "U_BOND_AMT"}), 2, "--set \"U_BOND_AMT\" is not of the form BOOKMARK=VALUE."},
+      {Refund({"--paragraph", "PARA_X"}), 1, "It has:\n  PARA_LATE_CLAIM  Claim filed too late\n"},
+      {{"--type", "101", "--customer", "100001", "--print", "--set", "A=1"},
+       1,
+       "The letter asks for nothing that only the user knows."},
+  };
+  for (const auto& [words, status, says] : cases) {
+    const auto letter = Letters("letter", words);
+    EXPECT_EQ(letter.status, status) << says;
+    EXPECT_THAT(letter.err, HasSubstr(says));
+  }
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST_F(CompletedLetters, AreNotRecordedWhereTheyAreOnlyPreviewed) {
+  const auto letter = Letters("letter", Hearing({}));
+  EXPECT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+}  // namespace
+}  // namespace tests
