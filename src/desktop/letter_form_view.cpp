@@ -65,7 +65,10 @@ void LetterFormView::LayOut() {
   layout->addWidget(value_box, kRowsOfValues);
   layout->addWidget(paragraph_box_, kRowsOfParagraphs);
   layout->addLayout(ends);
-  setTabOrder({values_, paragraphs_, text_, preview_, cancel_});
+  setTabOrder(values_, paragraphs_);
+  setTabOrder(paragraphs_, text_);
+  setTabOrder(text_, preview_);
+  setTabOrder(preview_, cancel_);
 }
 
 void LetterFormView::ShowParagraphs() {
