@@ -117,6 +117,7 @@ std::shared_ptr<RecordSet> Database::Select(const std::string& statement, const 
     RecordSet::Edit edit(*rows);
     while (query.next()) {
       std::vector<Value> cells;
+      cells.reserve(columns.size());
       for (int column = 0; column < layout.count(); ++column)
         cells.push_back(FromVariant(query.value(column)));
       rows->Append(std::move(cells));

@@ -136,7 +136,7 @@ void AnswerLetterSearch(Exchange& exchange) {
   values.emplace_back(most + 1);
   const auto letters =
       exchange.database.Select("SELECT " + SelectColumns() + " FROM letter_history" + conditions.text() +
-                                   " ORDER BY " + std::string(kLetterTime) + ", SEQ_NBR LIMIT ?",
+                                   " ORDER BY " + std::string(kLetterTime) + " LIMIT ?",
                                values);
   if (letters->RecordCount() > static_cast<std::size_t>(most)) {
     throw Failure(Failure::Kind::kRefused, "The search finds more than " + std::to_string(most) +

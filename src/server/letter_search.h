@@ -21,8 +21,8 @@ inline constexpr auto kLetterSearchKeys = std::to_array<KnownKey>({
     {"THIN"},
 });
 
-/// Answers with a record "CORRHIST" of the letters that meet every criterion, by their times (kLetterTime),
-/// then by their numbers; with no record where there is none.
+/// Answers with a record "CORRHIST" of the letters that meet every criterion, by their times (kLetterTime);
+/// with no record where there is none.
 ///
 /// LETTER_TYPE is Succeeded, Failed (status "F" or "R") or All. START_DT is about whole days of a letter's
 /// time. Criteria with an empty value are left out. THIN "YES" leaves the letters' contexts out.

@@ -22,14 +22,27 @@ using platform::Value;
 constexpr std::string_view kRequestMark = "request/1";
 constexpr std::string_view kReplyMark = "reply/1";
 
-// A cell is one letter for its kind, and its text.
-struct CellText {
-  std::string operator()(std::monostate) const { return "0"; }
-  std::string operator()(const std::string& text) const { return "t" + text; }
-  std::string operator()(std::int64_t number) const { return "i" + std::to_string(number); }
-  std::string operator()(Money amount) const { return "m" + amount.AsText(); }
-  std::string operator()(Date date) const { return "d" + platform::DateText(date); }
-  std::string operator()(Timestamp time) const { return "s" + platform::TimestampText(time); }
+// A cell is one letter for its kind, and its text. Written into the same string over and over: replies have
+// hundreds of thousands of cells.
+class CellText {
+ public:
+  std::string_view Of(const Value& value) {
+    std::visit(*this, value.held());
+    return text_;
+  }
+  void operator()(std::monostate) { text_ = "0"; }
+  void operator()(const std::string& text) { Put('t', text); }
+  void operator()(std::int64_t number) { Put('i', std::to_string(number)); }
+  void operator()(Money amount) { Put('m', amount.AsText()); }
+  void operator()(Date date) { Put('d', platform::DateText(date)); }
+  void operator()(Timestamp time) { Put('s', platform::TimestampText(time)); }
+
+ private:
+  void Put(char kind, std::string_view text) {
+    text_ = kind;
+    text_ += text;
+  }
+  std::string text_;
 };
 
 template <typename Parsed>
@@ -71,9 +84,9 @@ void WriteRows(WireWriter& writer, std::string_view name, const RecordSet& rows)
   writer.Number(static_cast<std::int64_t>(rows.columns().size()));
   for (const auto& column : rows.columns()) writer.Text(column);
   writer.Number(static_cast<std::int64_t>(rows.RecordCount()));
+  CellText text;
   for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
-    for (const auto& column : rows.columns())
-      writer.Text(std::visit(CellText(), rows.Get(row, column).held()));
+    for (const auto& column : rows.columns()) writer.Text(text.Of(rows.Get(row, column)));
   }
 }
 
