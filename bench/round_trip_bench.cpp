@@ -91,9 +91,19 @@ class Workspace {
   Events events_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
   server::ServerMessageComponent messages_{events_, downloads_, Prepared(folder_.path()), clock_};
-  platform::Services services_{messages_,       downloads_,      fakes_.reference,      fakes_.utilities,
-                               fakes_.no_print, fakes_.settings, fakes_.settings_store, fakes_.files,
-                               clock_,          fakes_.errors,   fakes_.status,         fakes_.host};
+  platform::Services services_{messages_,
+                               downloads_,
+                               fakes_.reference,
+                               fakes_.utilities,
+                               fakes_.no_print,
+                               fakes_.settings,
+                               fakes_.settings_store,
+                               fakes_.files,
+                               clock_,
+                               fakes_.errors,
+                               fakes_.status,
+                               fakes_.host,
+                               fakes_.print_journal};
   workspace::WorkspaceState state_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
   workspace::RequestEnvelope envelope_{services_, state_, *listener_};

@@ -28,9 +28,9 @@ Desktop::Desktop(const host::DataFolder& folder)
       shell_(events_),
       preview_(events_, shell_.window()),
       notices_(shell_.window()),
-      office_(folder,
-              {shell_, shell_, events_, preview_, notices_,
-               [this](const std::string& description, const std::string&) { TellError(description); }}) {
+      office_(folder, {shell_, shell_, events_, preview_, notices_,
+                       [this](const std::string& description, const std::string&) { TellError(description); },
+                       [this](const std::function<bool()>& done) { shell_.WaitUntil(done); }}) {
   desktop::RegisterFormViews(shell_);
 }
 

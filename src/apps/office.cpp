@@ -4,6 +4,7 @@
 
 #include "apps/printing.h"
 #include "host/disk_files.h"
+#include "host/print_journal.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
 #include "reference/office_utilities.h"
@@ -25,8 +26,9 @@ struct Office::Rooms {
         messages(host.events, downloads, folder.root(), clock),
         printing(folder, settings, clock, errors, host),
         customers(folder.root()),
-        services{messages, downloads, reference, utilities, printing.component(), settings,
-                 settings, files,     clock,     errors,    host.status,          host.shell},
+        print_journal(folder.Unrecorded(), errors),
+        services{messages, downloads, reference, utilities,   printing.component(), settings,     settings,
+                 files,    clock,     errors,    host.status, host.shell,           print_journal},
         workspace(services) {}
 
   host::SystemClock clock;
@@ -39,6 +41,7 @@ struct Office::Rooms {
   server::ServerMessageComponent messages;
   Printing printing;
   server::CustomerDirectory customers;
+  host::PrintJournal print_journal;
   platform::Services services;
   workspace::ZEMLO_Corresp workspace;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,8 @@ struct OfficeHost {
   platform::PreviewViewer& viewer;
   platform::PrintObserver& print_observer;
   host::ErrorLog::Listener error_listener;
+  /// Returns when `done` holds and keeps the window painted until then; nothing just waits.
+  std::function<void(const std::function<bool()>& done)> wait = {};
 };
 
 /// One workspace with its outside parties, on one data folder: the only place where the rooms are joined.

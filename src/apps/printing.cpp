@@ -18,7 +18,8 @@ Printing::Printing(const host::DataFolder& folder, const host::SettingsFile& set
                    platform::ErrorReporter& errors, const OfficeHost& host)
     : layout_(LayoutFor(folder, settings)),
       printers_(queues_, settings.PdfFolder(), clock),
-      component_({host.shell, host.events, host.viewer, host.print_observer, errors, layout_, printers_},
-                 settings.TemplateFolder(), settings.Printer()) {}
+      component_(
+          {host.shell, host.events, host.viewer, host.print_observer, errors, layout_, printers_, host.wait},
+          settings.TemplateFolder(), settings.Printer()) {}
 
 }  // namespace apps

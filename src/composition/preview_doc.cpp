@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "composition/common_template.h"
+#include "composition/noted_hand_over.h"
 #include "composition/paragraph_marks.h"
 #include "platform/failure.h"
 
@@ -94,6 +95,7 @@ bool ZEMLO_PreviewDoc::Preview(const std::string& file_name, const std::string& 
     const auto bookmark_text = GetBKforPrint(services, bookmark_xml);
     Step([&] { ReleaseDocument(); });
     Step([&] { document_ = services.print.NewDocument(); });
+    NoteHandOver(bookmark_xml, [this] { return !BadAddress; });
     services.status.ShowStatus("Prepare Print Preview");
     if (!bookmark_text.empty()) is_shown = OpenAndPreview(file_name, bookmark_text);
   });
@@ -126,6 +128,7 @@ bool ZEMLO_PreviewDoc::PrintDocument(const std::string& lstrFileName, const std:
     const auto bookmark_text = GetBKforPrint(services_, lstrBookMark);
     ReleaseDocument();
     document_ = services_.print.NewDocument();
+    NoteHandOver(lstrBookMark, [] { return true; });
     services_.status.ShowStatus("Prepare Print");
     if (!bookmark_text.empty()) printed = OpenAndPrint(lstrFileName, bookmark_text, lBlnShowDialog);
   });
@@ -156,6 +159,12 @@ bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::
   });
   ShowReady(services);
   return false;
+}
+
+// A document is released before this object goes, and hears of no print then.
+void ZEMLO_PreviewDoc::NoteHandOver(const std::string& bookmark_xml, std::function<bool()> is_noted) {
+  if (!document_) return;
+  document_->SetHandOver(std::make_shared<NotedHandOver>(services_, bookmark_xml, std::move(is_noted)));
 }
 
 void ZEMLO_PreviewDoc::AttachNotify() {

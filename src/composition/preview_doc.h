@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -10,6 +11,8 @@ namespace composition {
 
 /// Turns a letter's data context into a document on the screen, on paper or in a file, and tells its holder
 /// when a previewed letter was printed.
+///
+/// Each print of which the holder hears is noted in the print journal, as the holder's letter.
 ///
 /// Owns one print document at a time. User-interface thread only. No operation fails: what goes wrong is
 /// reported, and the status bar and the mouse pointer are put back. A holder may destroy this object from
@@ -52,6 +55,7 @@ class ZEMLO_PreviewDoc {
   bool Preview(const std::string& file_name, const std::string& bookmark_xml);
   bool OpenAndPreview(const std::string& file_name, const std::string& bookmark_text);
   bool OpenAndPrint(const std::string& file_name, const std::string& bookmark_text, bool show_dialog);
+  void NoteHandOver(const std::string& bookmark_xml, std::function<bool()> is_noted);
   void AttachNotify();
   void OnDocEnd();
   void OnDocPrint();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 
 #include <QApplication>
 #include <QCursor>
@@ -9,6 +10,7 @@
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QTimer>
 
 #include "desktop/form_dialog.h"
 #include "desktop/qt_text.h"
@@ -183,6 +185,16 @@ void QtHostShell::Show(platform::Form& form) {
 
 void QtHostShell::RunPendingEvents() {
   QApplication::processEvents();
+}
+
+void QtHostShell::WaitUntil(const std::function<bool()>& done) {
+  constexpr std::chrono::milliseconds kLook(10);
+  const QtEventQueue::Hold replies(events_);
+  QTimer look;  // wakes the loop, so that it asks again
+  look.start(kLook);
+  while (!done()) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+  }
 }
 
 void QtHostShell::Beep() {

@@ -50,6 +50,9 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
                                         const std::string& current) override;
 
+  /// Returns when `done` holds. The window is painted meanwhile; replies, keys and clicks wait.
+  void WaitUntil(const std::function<bool()>& done);
+
   void ShowStatus(std::string_view text) override;
   void SetReady(bool ready) override;
   void EnableToolbarButton(int button_index, bool enabled, std::string_view host_tag) override;

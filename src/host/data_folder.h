@@ -12,6 +12,7 @@ namespace host {
 ///     templates/            the local copies of the letter templates
 ///     server/               the application server's database and its template folder
 ///     printed/              letters printed to the PDF folder
+///     unrecorded/           letters that were printed and are not recorded yet
 ///     config/               the workspace's own files
 ///     work/                 documents under way; empty when no program runs
 ///     error.log             what went wrong, one entry a line
@@ -28,6 +29,7 @@ class DataFolder {
   std::filesystem::path ReferenceDatabase() const { return root_ / "reference.db"; }
   std::filesystem::path Templates() const { return root_ / "templates"; }
   std::filesystem::path Printed() const { return root_ / "printed"; }
+  std::filesystem::path Unrecorded() const { return root_ / "unrecorded"; }
   std::filesystem::path Config() const { return root_ / "config"; }
   std::filesystem::path Work() const { return root_ / "work"; }
   std::filesystem::path ErrorLog() const { return root_ / "error.log"; }

@@ -17,6 +17,9 @@ class ReplyListener {
 
   /// A new message whose reply this listener hears. The message may be dropped after it was sent.
   virtual std::unique_ptr<RequestMessage> NewMessage() = 0;
+  /// A message with the key of one that was made before, also by another program: whichever of the two the
+  /// server gets, and if it gets both, a change has its effect once.
+  virtual std::unique_ptr<RequestMessage> NewMessageUnder(const std::string& message_key) = 0;
   /// Copies `source` (a file of the server) into `target_folder` in the background; the communications
   /// client reports the end. `option` is not used.
   virtual void DownloadFile(const std::string& source, const std::string& target_folder, int option) = 0;

@@ -19,6 +19,18 @@ class PrintNotify {
   Event<> DocPrint;
 };
 
+/// Told when a letter passes from the program to the spooler or the file system.
+class HandOver {
+ public:
+  virtual ~HandOver() = default;
+  /// The next moment they get it. A failure keeps the letter from being printed or saved.
+  virtual void Begins() = 0;
+  /// They have taken it: whatever fails from here on must not print it again. No failure leaves this.
+  virtual void Accepted() = 0;
+  /// They have not. No failure leaves this.
+  virtual void Failed() = 0;
+};
+
 /// A bookmark of an open document.
 struct DocumentBookmark {
   std::string Name;
@@ -43,6 +55,8 @@ class PrintDocument {
   virtual bool OpenDocument(const std::string& file_name) = 0;
   virtual void SetNotify(std::shared_ptr<PrintNotify> notify) = 0;
   virtual void SetNotifyEnabled(bool enabled) = 0;
+  /// Told of every print and save of this document, before its notify object.
+  virtual void SetHandOver(std::shared_ptr<HandOver> hand_over) = 0;
   /// In document order.
   virtual std::vector<DocumentBookmark> Bookmarks() = 0;
   virtual bool MergeBookmarks(const std::string& bookmark_xml) = 0;

@@ -42,11 +42,16 @@ inline constexpr auto kCustomerColumns = std::to_array<std::string_view>(
 /// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N".
 inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE"});
 
+/// How many letters of a batch run were printed for a Troop/District.
+inline constexpr auto kLettersPrintedColumns =
+    std::to_array<std::string_view>({"ACTION", "STATION_ID", "CTL_TOT", "TW_TOT", "CTL_PRNTD", "TW_PRNTD"});
+
 inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {"XML_CONTEXT_INPUT", kContextInputColumns},
     {"XML_CONTEXT", kContextColumns},
     {"CORRHIST", kHistoryColumns},
     {"CORRBATCH", kBatchColumns},
+    {"BATCH_LTRS_PRINTED", kLettersPrintedColumns},
     {"CUSTOMER", kCustomerColumns},
     {"CUSTOMER_SEARCH", kCustomerSearchColumns},
 });

@@ -7,6 +7,7 @@
 #include "platform/host_shell.h"
 #include "platform/message_component.h"
 #include "platform/print_component.h"
+#include "platform/print_journal.h"
 #include "platform/reference_database.h"
 #include "platform/settings.h"
 #include "platform/status_display.h"
@@ -29,6 +30,7 @@ struct Services {
   ErrorReporter& errors;
   StatusDisplay& status;
   HostShell& host;
+  PrintJournal& print_journal;
 };
 
 /// Trap with the reporter of `services`.

@@ -76,10 +76,10 @@ class ServerMessageComponent::Listener : public platform::ReplyListener {
     }
   }
 
-  std::unique_ptr<platform::RequestMessage> NewMessage() override {
-    auto message = std::make_unique<platform::RequestMessage>(component_, NewMessageKey());
-    component_.state_->made_by[message->MessageKey()] = self_;
-    return message;
+  std::unique_ptr<platform::RequestMessage> NewMessage() override { return NewMessageUnder(NewMessageKey()); }
+  std::unique_ptr<platform::RequestMessage> NewMessageUnder(const std::string& message_key) override {
+    component_.state_->made_by[message_key] = self_;
+    return std::make_unique<platform::RequestMessage>(component_, message_key);
   }
   void DownloadFile(const std::string& source, const std::string& target_folder, int) override {
     component_.downloads_.Download(source, target_folder);

@@ -27,6 +27,9 @@ class OfficePrintDocument : public platform::PrintDocument {
     session_->SetNotify(std::move(notify));
   }
   void SetNotifyEnabled(bool enabled) override { session_->SetNotifyEnabled(enabled); }
+  void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) override {
+    session_->SetHandOver(std::move(hand_over));
+  }
   std::vector<platform::DocumentBookmark> Bookmarks() override { return session_->Bookmarks(); }
   bool MergeBookmarks(const std::string& bookmark_xml) override {
     Kept()->MergeBookmarks(bookmark_xml);

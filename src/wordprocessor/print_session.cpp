@@ -28,6 +28,25 @@ FileKind KindOf(const std::filesystem::path& file, const std::string& format) {
                                              file.string() + "\" is neither. Give the file another ending.");
 }
 
+/// A letter that spooler or file system are about to get. What ends before it was accepted has failed.
+class HandOverScope {
+ public:
+  explicit HandOverScope(std::shared_ptr<platform::HandOver> told) : told_(std::move(told)) {
+    if (told_) told_->Begins();
+  }
+  HandOverScope(const HandOverScope&) = delete;
+  HandOverScope& operator=(const HandOverScope&) = delete;
+  ~HandOverScope() {
+    if (told_) told_->Failed();
+  }
+  void Accepted() {
+    if (const auto told = std::exchange(told_, nullptr)) told->Accepted();
+  }
+
+ private:
+  std::shared_ptr<platform::HandOver> told_;
+};
+
 }  // namespace
 
 DocxDocument& PrintSession::Document() {
@@ -152,11 +171,22 @@ bool PrintSession::PrintOut(int copies, bool show_dialog) {
   return true;
 }
 
+/// The window may be painted meanwhile, but nobody else works with this letter.
+std::filesystem::path PrintSession::PdfWhenDone() {
+  Pages();
+  const auto pages = pages_;
+  if (const auto& wait = shop_->outside.wait) wait([&] { return pages->IsDone(); });
+  return pages->Pdf();
+}
+
 void PrintSession::SendToPrinter(int copies) {
   auto& printers = shop_->outside.printers;
   const auto printer = shop_->printer.empty() ? printers.Default() : shop_->printer;
-  const auto went_to = printers.Print(printer, Pages().Pdf(), file_.filename().string(), copies);
-  // It has been accepted: whatever fails from here on must not print it again.
+  const auto pdf = PdfWhenDone();
+  HandOverScope hand_over(hand_over_);
+  const auto went_to = printers.Print(printer, pdf, file_.filename().string(), copies);
+  hand_over.Accepted();
+  // Whatever fails from here on must not print it again.
   shop_->outside.observer.LetterPrinted(went_to);
   Raise(&PrintNotify::DocPrint);
 }
@@ -166,20 +196,22 @@ void PrintSession::SaveToFile(const std::string& name, const std::string& format
   std::optional<std::string> file = name;
   if (name.empty()) file = shop_->outside.host.AskSaveFile(file_.stem().string() + ".docx");
   if (!file || file->empty()) return;
-  switch (KindOf(*file, format)) {
-    case FileKind::kDocument:
-      WriteWholeFile(*file, Document().Bytes());
-      break;
-    case FileKind::kPages:
-      WriteWholeFile(*file, ReadWholeFile(Pages().Pdf()));
-      break;
-  }
+  WriteTo(*file, format);
   shop_->outside.observer.LetterSaved(*file);
   Raise(&PrintNotify::DocPrint);
 }
 
+void PrintSession::WriteTo(const std::string& file, const std::string& format) {
+  const auto content =
+      KindOf(file, format) == FileKind::kDocument ? Document().Bytes() : ReadWholeFile(PdfWhenDone());
+  HandOverScope hand_over(hand_over_);
+  WriteWholeFile(file, content);
+  hand_over.Accepted();
+}
+
 void PrintSession::Release() {
   notify_ = nullptr;
+  hand_over_ = nullptr;
   preview_wanted_ = false;
   document_.reset();
   pages_ = nullptr;

@@ -27,6 +27,8 @@ struct PrintSurroundings {
   platform::ErrorReporter& errors;
   LayoutPool& layout;
   Printers& printers;
+  /// Returns when `done` holds and keeps the window painted until then; nothing just waits.
+  std::function<void(const std::function<bool()>& done)> wait = {};
 };
 
 /// What all letters of a print component share.
@@ -51,6 +53,7 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   void OpenDocument(const std::string& file_name);
   void SetNotify(std::shared_ptr<platform::PrintNotify> notify) { notify_ = std::move(notify); }
   void SetNotifyEnabled(bool enabled) { notify_enabled_ = enabled; }
+  void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) { hand_over_ = std::move(hand_over); }
   std::vector<platform::DocumentBookmark> Bookmarks() { return Document().Bookmarks(); }
   void MergeBookmarks(const std::string& bookmark_xml);
   void ShowPreview();
@@ -70,12 +73,15 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   void SaveFromWindow();
   void WindowClosed();
   void CloseWindow();
+  std::filesystem::path PdfWhenDone();
   void SendToPrinter(int copies);
+  void WriteTo(const std::string& file, const std::string& format);
   void Raise(platform::Event<> platform::PrintNotify::*event) const;
 
   const std::shared_ptr<PrintShop> shop_;
   std::shared_ptr<platform::PrintNotify> notify_;
   bool notify_enabled_ = false;
+  std::shared_ptr<platform::HandOver> hand_over_;
 
   std::filesystem::path common_template_;
   std::filesystem::path file_;

@@ -63,10 +63,19 @@ class PreviewDocTest : public testing::Test {
   fakes::RecordingPrintComponent print;
   fakes::FakeServices outside{&print};
   JournalClock clock{outside.journal};
-  const platform::Services services{
-      outside.server, outside.comm_clients, outside.reference,      outside.utilities,
-      print,          outside.settings,     outside.settings_store, outside.files,
-      clock,          outside.errors,       outside.status,         outside.host};
+  const platform::Services services{outside.server,
+                                    outside.comm_clients,
+                                    outside.reference,
+                                    outside.utilities,
+                                    print,
+                                    outside.settings,
+                                    outside.settings_store,
+                                    outside.files,
+                                    clock,
+                                    outside.errors,
+                                    outside.status,
+                                    outside.host,
+                                    outside.print_journal};
   int prints_announced = 0;
   int forms_closed = 0;
   std::unique_ptr<ZEMLO_PreviewDoc> preview;

@@ -31,6 +31,15 @@ class frmSample : public platform::Form {
   bool OnQueryUnload() override { return may_close; }
 };
 
+struct PaintedLabel : QLabel {
+  using QLabel::QLabel;
+  int painted = 0;
+  void paintEvent(QPaintEvent* event) override {
+    ++painted;
+    QLabel::paintEvent(event);
+  }
+};
+
 class TheHostShell : public testing::Test {
  protected:
   TheHostShell() {
@@ -144,6 +153,22 @@ TEST_F(TheHostShell, SwitchesTheFiveDocumentButtonsAndIgnoresOthers) {
 
   shell.ShowStatus("Requesting letter history");
   EXPECT_EQ(shell.window().status(), QStringLiteral("Requesting letter history"));
+}
+
+TEST_F(TheHostShell, PaintsButHoldsRepliesBackWhileALetterIsLaidOut) {
+  bool reply = false;
+  PaintedLabel label(&shell.window());
+  label.show();
+  tests::Settle();
+  const int before = label.painted;
+  label.update();
+  queue.Post([&] { reply = true; });
+
+  shell.WaitUntil([&] { return label.painted > before; });
+
+  EXPECT_FALSE(reply);
+  tests::Settle();
+  EXPECT_TRUE(reply);
 }
 
 TEST_F(TheHostShell, TakesNoCommandOfTheDocumentWhileItWaits) {

@@ -5,6 +5,7 @@
 #include "platform/services.h"
 #include "tests/fakes/fake_comm_clients.h"
 #include "tests/fakes/fake_files.h"
+#include "tests/fakes/fake_print_journal.h"
 #include "tests/fakes/fake_settings.h"
 #include "tests/fakes/fake_utilities.h"
 #include "tests/fakes/journal.h"
@@ -31,18 +32,9 @@ class FakeServices {
  public:
   /// `print_component` outlives this; a test that prints gives a recording one.
   explicit FakeServices(platform::PrintComponent* print_component = nullptr)
-      : services_{server,
-                  comm_clients,
-                  reference,
-                  utilities,
-                  PrintOr(print_component),
-                  settings,
-                  settings_store,
-                  files,
-                  clock,
-                  errors,
-                  status,
-                  host} {}
+      : services_{server,   comm_clients,   reference,    utilities, PrintOr(print_component),
+                  settings, settings_store, files,        clock,     errors,
+                  status,   host,           print_journal} {}
 
   Journal journal;
   ManualEventQueue queue;
@@ -58,6 +50,7 @@ class FakeServices {
   RecordingErrors errors;
   RecordingStatus status{&journal};
   RecordingHost host{&journal};
+  FakePrintJournal print_journal;
 
   const platform::Services& services() const { return services_; }
   /// Lets replies and other posted work arrive.

@@ -28,6 +28,7 @@ class RecordingPrintComponent : public platform::PrintComponent {
   bool merges = true;
   bool prints = true;
   bool save_is_cancelled = false;
+  bool accepts = true;  ///< spooler and file system take what they get
   std::vector<platform::DocumentBookmark> bookmarks;
   /// Operations that fail, by their name.
   std::map<std::string, platform::Failure::Kind> failing;
@@ -35,7 +36,9 @@ class RecordingPrintComponent : public platform::PrintComponent {
   std::vector<std::string> merged;  ///< the texts given to MergeBookmarks, oldest first
 
   /// The reader of the preview that stands prints it, or closes it. Nothing happens where none stands.
-  void UserPrints() { Tell(&platform::PrintNotify::DocPrint); }
+  void UserPrints() {
+    if (Takes(hand_over_.lock())) Tell(&platform::PrintNotify::DocPrint);
+  }
   void UserCloses() { Tell(&platform::PrintNotify::DocEnd); }
 
   bool HasCalled(const std::string& call) const { return std::ranges::find(calls, call) != calls.end(); }
@@ -69,6 +72,10 @@ class RecordingPrintComponent : public platform::PrintComponent {
       component_.Called("SetNotifyEnabled", enabled ? "true" : "false");
       if (enabled) component_.notify_ = notify_;
     }
+    void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) override {
+      hand_over_ = std::move(hand_over);
+      component_.hand_over_ = hand_over_;
+    }
     std::vector<platform::DocumentBookmark> Bookmarks() override {
       component_.Called("Bookmarks");
       return component_.bookmarks;
@@ -81,12 +88,14 @@ class RecordingPrintComponent : public platform::PrintComponent {
     void ShowPreview() override { component_.Called("ShowPreview"); }
     bool PrintOut(int copies, bool show_dialog) override {
       component_.Called("PrintOut", std::to_string(copies) + (show_dialog ? " dialog" : ""));
+      if (component_.prints) component_.TakeOrFail(hand_over_);
       return component_.prints;
     }
     void EndPrint(int option) override { component_.Called("EndPrint", std::to_string(option)); }
     void SaveToFile(const std::string& name, const std::string& format) override {
       component_.Called("SaveToFile", "'" + name + "' '" + format + "'");
       const auto notify = notify_;
+      if (!component_.save_is_cancelled) component_.TakeOrFail(hand_over_);
       if (!component_.save_is_cancelled && notify) notify->DocPrint();
       // Reads a member on purpose: the document has to outlast its own call, whatever its holder did.
       component_.last_saved_had_notify_ = notify_ != nullptr;
@@ -96,7 +105,20 @@ class RecordingPrintComponent : public platform::PrintComponent {
    private:
     RecordingPrintComponent& component_;
     std::shared_ptr<platform::PrintNotify> notify_;
+    std::shared_ptr<platform::HandOver> hand_over_;
   };
+
+  /// Spooler or file system get a letter; whether they take it is `accepts`.
+  bool Takes(const std::shared_ptr<platform::HandOver>& hand_over) const {
+    if (!hand_over) return accepts;
+    hand_over->Begins();
+    accepts ? hand_over->Accepted() : hand_over->Failed();
+    return accepts;
+  }
+  void TakeOrFail(const std::shared_ptr<platform::HandOver>& hand_over) const {
+    if (Takes(hand_over)) return;
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "the printer is on fire");
+  }
 
   void Tell(platform::Event<> platform::PrintNotify::*event) {
     if (const auto notify = notify_.lock()) ((*notify).*event)();
@@ -111,7 +133,9 @@ class RecordingPrintComponent : public platform::PrintComponent {
     calls.push_back(std::move(call));
   }
 
-  std::weak_ptr<platform::PrintNotify> notify_;  // of the preview that stands
+  // Of the preview that stands.
+  std::weak_ptr<platform::PrintNotify> notify_;
+  std::weak_ptr<platform::HandOver> hand_over_;
   bool last_saved_had_notify_ = false;
 };
 

@@ -122,9 +122,11 @@ class ScriptedServer : public platform::MessageComponent {
     ~Listener() override { server_.listeners_.erase(this); }
 
     std::unique_ptr<platform::RequestMessage> NewMessage() override {
-      auto key = "MSG" + std::to_string(++server_.last_key_);
+      return NewMessageUnder("MSG" + std::to_string(++server_.last_key_));
+    }
+    std::unique_ptr<platform::RequestMessage> NewMessageUnder(const std::string& key) override {
       server_.owners_[key] = this;
-      return std::make_unique<platform::RequestMessage>(*this, std::move(key));
+      return std::make_unique<platform::RequestMessage>(*this, key);
     }
     void DownloadFile(const std::string& source, const std::string& target_folder, int) override {
       server_.downloads.push_back({source, target_folder});

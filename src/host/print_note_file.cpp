@@ -1,0 +1,180 @@
+#include "host/print_note_file.h"
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/failure.h"
+#include "platform/xml.h"
+
+namespace host {
+namespace {
+
+using platform::Failure;
+using platform::PrintNote;
+using platform::PrintStage;
+
+struct Ending {
+  PrintStage stage;
+  const char* text;
+};
+constexpr auto kEndings = std::to_array<Ending>({
+    {PrintStage::kHandingOver, ".handing-over"},
+    {PrintStage::kPrinted, ".printed"},
+    {PrintStage::kRecording, ".recording"},
+});
+
+std::string NameOf(const std::string& message_key, PrintStage stage) {
+  for (const auto& ending : kEndings) {
+    if (ending.stage == stage) return message_key + ending.text;
+  }
+  throw Failure(Failure::Kind::kInternal, "A letter's note has no such stage.");
+}
+
+std::optional<PrintStage> StageOf(const std::filesystem::path& file) {
+  for (const auto& ending : kEndings) {
+    if (file.extension() == ending.text) return ending.stage;
+  }
+  return std::nullopt;
+}
+
+[[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file) {
+  const int number = errno;
+  throw Failure(
+      number == EACCES || number == EROFS ? Failure::Kind::kPermissionDenied : Failure::Kind::kUnavailable,
+      "The note of a letter that is printed " + what + " \"" + file.string() + "\" (" +
+          std::strerror(number) + "). Make room there, or see to the permissions.");
+}
+
+/// What was renamed or removed in a folder outlasts a power cut.
+void MakeLast(const std::filesystem::path& folder) {
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) Fail("cannot be kept in", folder);
+  const bool done = fsync(descriptor) == 0;
+  close(descriptor);
+  if (!done) Fail("cannot be kept in", folder);
+}
+
+std::string TextOf(const PrintNote& note) {
+  platform::XmlDocument document("letter");
+  document.Root().SetAttribute("name", note.letter);
+  for (const auto& [column, value] : note.record) {
+    auto element = document.Root().AppendChild("column");
+    element.SetAttribute("name", column);
+    element.SetText(value);
+  }
+  return document.Root().Xml();
+}
+
+PrintNote NoteOf(const std::string& text) {
+  const auto document = platform::XmlDocument::Parse(text).OrFail();
+  PrintNote note;
+  note.letter = document.Root().Attribute("name").value_or("");
+  for (const auto& column : document.Root().Children()) {
+    note.record.emplace_back(column.Attribute("name").value_or(""), column.Text());
+  }
+  return note;
+}
+
+std::string ReadAll(int descriptor, const std::filesystem::path& file) {
+  std::string text;
+  std::array<char, 16384> part{};
+  for (;;) {
+    const auto got = read(descriptor, part.data(), part.size());
+    if (got < 0) Fail("cannot be read from", file);
+    if (got == 0) return text;
+    text.append(part.data(), static_cast<std::size_t>(got));
+  }
+}
+
+void WriteAll(int descriptor, std::string_view text, const std::filesystem::path& file) {
+  while (!text.empty()) {
+    const auto written = write(descriptor, text.data(), text.size());
+    if (written < 0) Fail("cannot be written to", file);
+    text.remove_prefix(static_cast<std::size_t>(written));
+  }
+  if (fsync(descriptor) != 0) Fail("cannot be written to", file);
+}
+
+bool IsStillNamed(int descriptor, const std::filesystem::path& file) {
+  struct stat open_file {};
+  struct stat named_file {};
+  return fstat(descriptor, &open_file) == 0 && stat(file.c_str(), &named_file) == 0 &&
+         open_file.st_ino == named_file.st_ino && open_file.st_dev == named_file.st_dev;
+}
+
+}  // namespace
+
+PrintNoteFile PrintNoteFile::Write(const std::filesystem::path& folder, PrintNote note) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  // Under a name that nobody takes for a note until it is whole, and locked.
+  const auto part = folder / (note.message_key + ".part");
+  const int descriptor = open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+  if (descriptor < 0) Fail("cannot be written to", folder);
+  PrintNoteFile file(part, descriptor);
+  file.note_ = std::move(note);
+  try {
+    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) Fail("cannot be locked in", folder);
+    WriteAll(descriptor, TextOf(file.note_), folder);
+    file.MoveTo(PrintStage::kHandingOver);
+  } catch (const Failure&) {
+    unlink(file.file_.c_str());
+    throw;
+  }
+  return file;
+}
+
+std::optional<PrintNoteFile> PrintNoteFile::Take(const std::filesystem::path& file) {
+  const auto stage = StageOf(file);
+  if (!stage) return std::nullopt;
+  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC);
+  if (descriptor < 0 && errno == ENOENT) return std::nullopt;
+  if (descriptor < 0) Fail("cannot be read from", file);
+  PrintNoteFile taken(file, descriptor);
+  if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !IsStillNamed(descriptor, file)) return std::nullopt;
+  taken.note_ = platform::While("reading the letter's note \"" + file.string() + "\"",
+                                [&] { return NoteOf(ReadAll(descriptor, file)); });
+  taken.note_.message_key = file.stem().string();
+  taken.stage_ = *stage;
+  return taken;
+}
+
+PrintNoteFile::PrintNoteFile(PrintNoteFile&& other) noexcept
+    : file_(std::move(other.file_)),
+      descriptor_(std::exchange(other.descriptor_, -1)),
+      note_(std::move(other.note_)),
+      stage_(other.stage_) {}
+
+PrintNoteFile& PrintNoteFile::operator=(PrintNoteFile&& other) noexcept {
+  std::swap(file_, other.file_);
+  std::swap(descriptor_, other.descriptor_);
+  std::swap(note_, other.note_);
+  std::swap(stage_, other.stage_);
+  return *this;
+}
+
+PrintNoteFile::~PrintNoteFile() {
+  if (descriptor_ >= 0) close(descriptor_);
+}
+
+void PrintNoteFile::MoveTo(PrintStage stage) {
+  const auto target = file_.parent_path() / NameOf(note_.message_key, stage);
+  if (rename(file_.c_str(), target.c_str()) != 0) Fail("cannot be kept in", file_.parent_path());
+  file_ = target;
+  stage_ = stage;
+  MakeLast(file_.parent_path());
+}
+
+void PrintNoteFile::Remove() {
+  if (unlink(file_.c_str()) != 0 && errno != ENOENT) Fail("cannot be removed from", file_.parent_path());
+  MakeLast(file_.parent_path());
+}
+
+}  // namespace host

@@ -1,0 +1,161 @@
+#include "host/print_journal.h"
+
+#include <gmock/gmock.h>
+
+#include <memory>
+
+#include "platform/failure.h"
+#include "tests/fakes/recording_errors.h"
+#include "tests/support/temporary_folder.h"
+
+namespace host {
+namespace {
+
+using platform::Failure;
+using platform::PrintNote;
+using platform::PrintStage;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+using Outcome = platform::PrintJournal::Outcome;
+
+/// Programs on one data folder: each has a journal, and ends with it.
+class PrintJournalTest : public testing::Test {
+ protected:
+  std::unique_ptr<PrintJournal> Program() {
+    return std::make_unique<PrintJournal>(data_ / "unrecorded", errors_);
+  }
+  static PrintNote Note(const std::string& key) {
+    return {"\"a & b.docx\"", key, {{"ACTION", "ADD"}, {"XML_CONTEXT", "<X a=\"1\">\r\n&amp; ü</X>"}}};
+  }
+  static void Prints(PrintJournal& journal, const std::string& key) {
+    journal.Expect([key](const std::string&) { return Note(key); });
+    journal.Begin("");
+  }
+  std::vector<std::string> Files() const {
+    std::vector<std::string> names;
+    if (!std::filesystem::exists(data_ / "unrecorded")) return names;
+    for (const auto& entry : std::filesystem::directory_iterator(data_ / "unrecorded")) {
+      names.push_back(entry.path().filename().string());
+    }
+    return names;
+  }
+
+  const tests::TemporaryFolder data_;
+  fakes::RecordingErrors errors_;
+};
+
+TEST_F(PrintJournalTest, HasANoteOnTheDiskFromTheHandOverUntilTheRecord) {
+  const auto program = Program();
+  Prints(*program, "K1");
+  EXPECT_THAT(Files(), ElementsAre("K1.handing-over"));
+  program->Accept();
+  EXPECT_THAT(Files(), ElementsAre("K1.printed"));
+  EXPECT_EQ(program->Record(), "K1");
+  EXPECT_THAT(Files(), ElementsAre("K1.recording"));
+  EXPECT_THAT(program->Recording(), ElementsAre("K1"));
+  program->Settle("K1", Outcome::kRecorded);
+  EXPECT_THAT(Files(), IsEmpty());
+  EXPECT_THAT(program->Recording(), IsEmpty());
+}
+
+TEST_F(PrintJournalTest, LeavesTheLetterToTheNextProgramWhereverItEnds) {
+  struct Case {
+    std::function<void(PrintJournal&)> steps;
+    PrintStage stage;
+  };
+  const Case cases[] = {
+      {[](auto&) {}, PrintStage::kHandingOver},
+      {[](auto& journal) { journal.Accept(); }, PrintStage::kPrinted},
+      {[](auto& journal) {
+         journal.Accept();
+         journal.Record();
+       },
+       PrintStage::kRecording},
+      {[](auto& journal) {
+         journal.Accept();
+         journal.Settle(journal.Record(), Outcome::kRefused);
+       },
+       PrintStage::kPrinted},
+      {[](auto& journal) {
+         journal.Accept();
+         journal.Settle(journal.Record(), Outcome::kUnanswered);
+       },
+       PrintStage::kRecording},
+      {[](auto& journal) {
+         journal.Accept();
+         Prints(journal, "K2");  // the next letter, while this one was never recorded
+         journal.Abandon();
+       },
+       PrintStage::kPrinted},
+  };
+  for (const auto& [steps, stage] : cases) {
+    auto program = Program();
+    Prints(*program, "K1");
+    steps(*program);
+    EXPECT_THAT(Program()->LeftBehind(), IsEmpty()) << "offered while its program runs";
+    program.reset();
+
+    const auto next = Program();
+    const auto left = next->LeftBehind();
+    ASSERT_THAT(left, SizeIs(1));
+    EXPECT_EQ(left[0].note, Note("K1"));
+    EXPECT_EQ(left[0].stage, stage);
+    EXPECT_THAT(Program()->LeftBehind(), IsEmpty()) << "offered by two programs";
+    next->RecordAgain("K1");
+    next->Settle("K1", Outcome::kRecorded);
+    EXPECT_THAT(Files(), IsEmpty());
+  }
+}
+
+TEST_F(PrintJournalTest, LeavesNothingOfALetterThatWasNotTaken) {
+  const auto program = Program();
+  Prints(*program, "K1");
+  program->Abandon();
+  EXPECT_THAT(Files(), IsEmpty());
+  EXPECT_EQ(program->Record(), "");
+
+  program->Expect([](const std::string&) { return std::nullopt; });
+  program->Begin("");
+  program->Accept();
+  EXPECT_EQ(program->Record(), "");
+  EXPECT_THAT(Files(), IsEmpty());
+}
+
+TEST_F(PrintJournalTest, KeepsWhatTheUserPutsOffAndForgetsTheRest) {
+  for (const auto* key : {"K1", "K2"}) {
+    const auto program = Program();
+    Prints(*program, key);
+    program->Accept();
+  }
+  auto next = Program();
+  EXPECT_THAT(next->LeftBehind(), SizeIs(2));
+  next->Forget("K1");
+  next->LeaveForNextStart("K2");
+  EXPECT_THAT(Program()->LeftBehind(), IsEmpty());
+  next.reset();
+  EXPECT_THAT(Files(), ElementsAre("K2.printed"));
+  EXPECT_THAT(Program()->LeftBehind(), SizeIs(1));
+}
+
+TEST_F(PrintJournalTest, ReportsAFileThatIsNoNoteAndOffersTheOthers) {
+  {
+    const auto program = Program();
+    Prints(*program, "K1");
+  }
+  tests::WriteFile(data_ / "unrecorded/K0.printed", "<letter");
+  tests::WriteFile(data_ / "unrecorded/notes.txt", "mine");
+  EXPECT_THAT(Program()->LeftBehind(), SizeIs(1));
+  EXPECT_THAT(errors_.Procedures(), ElementsAre("PrintJournal.LeftBehind"));
+  EXPECT_THAT(Files(), SizeIs(3));
+}
+
+TEST_F(PrintJournalTest, RefusesToPrintWhereTheNoteCannotBeWritten) {
+  tests::WriteFile(data_ / "unrecorded", "a file where the folder should be");
+  const auto program = Program();
+  EXPECT_THROW(Prints(*program, "K1"), Failure);
+  EXPECT_EQ(program->Record(), "");
+}
+
+}  // namespace
+}  // namespace host
