@@ -1,18 +1,14 @@
 #include "tracking/letter_fetch.h"
 
-#include <cstdint>
-#include <utility>
-
-#include "platform/failure.h"
+#include "workspace/listed_letters.h"
 
 namespace tracking {
 
 using platform::Criterion;
-using platform::Failure;
 
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
-    letter_.sequence_number = CurrentSequenceNumber(grid);
+    letter_ = LetterOf(action, grid);
     workspace::RequestDescription request{
         .type = 83,
         .name = action,
@@ -28,13 +24,9 @@ bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex 
   });
 }
 
-std::int32_t LetterFetch::CurrentSequenceNumber(workspace::PageIndex grid) {
-  const auto& letters = pages_.sdgGrid(grid).rows();
-  if (!letters) throw Failure(Failure::Kind::kNotFound, "No letters are listed.");
-  const auto number = platform::While("reading SEQ_NBR", [&] { return letters->Get("SEQ_NBR").AsInteger(); });
-  if (std::in_range<std::int32_t>(number)) return static_cast<std::int32_t>(number);
-  throw Failure(Failure::Kind::kRefused,
-                "The letter number \"" + std::to_string(number) + "\" is too large to be asked for.");
+workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace::PageIndex grid) {
+  if (grid == workspace::PageIndex::kBatchReprint) return {.sequence_number = next_of_run_(action)};
+  return workspace::CurrentLetter(workspace::ListedLetters(pages_.sdgGrid(grid)));
 }
 
 }  // namespace tracking

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/services.h"
 #include "workspace/letter_data.h"
@@ -13,23 +16,31 @@ namespace tracking {
 /// Asks the server for the data context of a listed letter.
 class LetterFetch {
  public:
+  /// The number of the next letter of the batch reprint with that request name; 0 where there is none.
+  using NextOfRun = std::function<std::int32_t(const std::string& action)>;
+
   /// All references outlive this. `letter` is the letter at hand.
   LetterFetch(const platform::Services& services, workspace::RequestEnvelope& envelope,
-              workspace::LetterData& letter, workspace::Pages& pages)
-      : services_(services), envelope_(envelope), letter_(letter), pages_(pages) {}
+              workspace::LetterData& letter, workspace::Pages& pages, NextOfRun next_of_run)
+      : services_(services),
+        envelope_(envelope),
+        letter_(letter),
+        pages_(pages),
+        next_of_run_(std::move(next_of_run)) {}
 
-  /// Fetches the letter of the grid's current row, which becomes the letter at hand; `action` is the pending
-  /// request name and decides what the reply does. Returns whether the request is under way: a failure is
-  /// reported.
+  /// Fetches the letter of the grid's current row, or the next one of a batch reprint (kBatchReprint), which
+  /// becomes the letter at hand; `action` is the pending request name and decides what the reply does.
+  /// Returns whether the request is under way: a failure is reported.
   bool RePrintLetter(const std::string& action, workspace::PageIndex grid);
 
  private:
-  std::int32_t CurrentSequenceNumber(workspace::PageIndex grid);
+  workspace::LetterData LetterOf(const std::string& action, workspace::PageIndex grid);
 
   const platform::Services& services_;
   workspace::RequestEnvelope& envelope_;
   workspace::LetterData& letter_;
   workspace::Pages& pages_;
+  const NextOfRun next_of_run_;
 };
 
 }  // namespace tracking

@@ -66,6 +66,10 @@ void LetterGrid::OneSelected(std::size_t row) {
 void LetterGrid::ShowCustomerOfLetter() {
   const auto customer = uses_.page.sdgGrid.rows()->Text("CUST_ID");
   if (customer.empty()) return ShowNoCustomer();
+  uses_.gate.Run([&] { AskForCustomer(customer); });
+}
+
+void LetterGrid::AskForCustomer(const std::string& customer) {
   uses_.customer.CustomerId = customer;
   // The reply gives the frame back; without a request there is none.
   if (uses_.fetch.RePrintLetter("CustomerFromLetter", PageIndex::kTracking)) {

@@ -7,6 +7,7 @@
 #include "platform/services.h"
 #include "tracking/letter_action_lists.h"
 #include "tracking/letter_fetch.h"
+#include "workspace/messaging/command_gate.h"
 #include "workspace/tracking_page.h"
 
 namespace tracking {
@@ -22,11 +23,13 @@ class LetterGrid {
     customers::CurrentCustomer& customer;
     workspace::TrackingPage& page;
     LetterFetch& fetch;
+    const workspace::CommandGate& gate;
   };
   explicit LetterGrid(Uses uses) : uses_(uses) {}
 
   /// The selection has changed. One letter becomes the current row; its customer is asked for, and the letter
-  /// actions are held back until the reply. A failure is reported.
+  /// actions are held back until the reply. While another reply is awaited nobody asks for the customer. A
+  /// failure is reported.
   void sdgGrid_Click();
 
  private:
@@ -34,6 +37,7 @@ class LetterGrid {
   void NoneSelected();
   void SeveralSelected();
   void ShowCustomerOfLetter();
+  void AskForCustomer(const std::string& customer);
   void ShowNoCustomer();
   bool AllowsSelected(const std::string& list) const;
 

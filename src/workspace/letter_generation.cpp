@@ -1,31 +1,21 @@
 #include "workspace/letter_generation.h"
 
-#include <limits>
 #include <utility>
 
 #include "platform/identity.h"
 #include "platform/xml.h"
 #include "workspace/messaging/at_exit.h"
+#include "workspace/whole_number.h"
 
 namespace workspace {
 
 namespace {
 
-using platform::Failure;
 using platform::Trap;
 
 constexpr std::string_view kInputLayout = "XML_CONTEXT_INPUT";
 constexpr std::string_view kAddressFailed = "V";
 constexpr std::string_view kReceipt = "R";
-
-template <typename Number>
-Number NumberOf(std::string_view what, const std::string& text) {
-  const auto number = platform::Value(text).AsInteger();
-  if (number >= std::numeric_limits<Number>::min() && number <= std::numeric_limits<Number>::max()) {
-    return static_cast<Number>(number);
-  }
-  throw Failure(Failure::Kind::kRefused, "The " + std::string(what) + " \"" + text + "\" is out of range.");
-}
 
 // A column of a reply; one that the server left out reads like an empty one.
 std::string TextOf(const platform::RecordSet& row, std::string_view column) {
@@ -37,7 +27,7 @@ std::string TextOf(const platform::RecordSet& row, std::string_view column) {
 void LetterGeneration::SelectNewType() {
   Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
     const auto letter_code = uses_.pages.correspondence.ZEMLO_LetterType.Code();
-    const auto letter_type = NumberOf<std::int32_t>("letter type", letter_code);
+    const auto letter_type = WholeNumber<std::int32_t>("letter type", letter_code);
     const auto template_path = uses_.templates.GetTemplateFileName(letter_type);
     if (!RequireTemplate(template_path)) return;
     uses_.letter = {.letter_type = letter_code,
@@ -143,7 +133,7 @@ void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
   request.check_digit = letter.check_digit;
   const auto address_type = TextOf(row, "ADDR_TYP_CD");
   letter.address_type =
-      address_type.empty() ? std::int16_t{0} : NumberOf<std::int16_t>("address type", address_type);
+      address_type.empty() ? std::int16_t{0} : WholeNumber<std::int16_t>("address type", address_type);
 }
 
 void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {
@@ -161,14 +151,15 @@ void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& roo
 }
 
 // The letter is a copy: the entry form lets events in, which may begin the next letter.
-void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) {
+void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const {
   const auto request_name = uses_.state.pending_request_name;
   if (root.IsParaType() || root.IsUserType()) {
+    uses_.printing.ExpectFromDialog(letter, request_name);
     CompleteLetter(letter);
   } else {
-    PreviewOf(letter, request_name).PreviewDoc(letter.template_path, letter.template_name, letter.context);
+    uses_.printing.Preview(letter, request_name);
   }
-  if (letter.printed_from_entry_form) RecordPrinted(letter, request_name);
+  if (letter.printed_from_entry_form) uses_.printing.PrintDoc(letter, request_name);
 }
 
 void LetterGeneration::CompleteLetter(LetterData& letter) const {
@@ -177,49 +168,6 @@ void LetterGeneration::CompleteLetter(LetterData& letter) const {
   letter.context = std::move(entered.XMLBookMark);
   letter.printed_from_entry_form = entered.DocPrinted;
   uses_.services.status.ShowStatus("Ready");
-}
-
-composition::ZEMLO_PreviewDoc& LetterGeneration::PreviewOf(const LetterData& letter,
-                                                           const std::string& request_name) {
-  if (!mclsPreview_) {
-    mclsPreview_ = std::make_unique<composition::ZEMLO_PreviewDoc>(uses_.services);
-    word_printed_ = mclsPreview_->WordPrinted.Connect([this] { mclsPreview_WordPrinted(); });
-  }
-  previewed_letter_ = letter;
-  previewed_request_ = request_name;
-  mclsPreview_->BadAddress = false;
-  return *mclsPreview_;
-}
-
-void LetterGeneration::ReleasePreview() {
-  word_printed_.Disconnect();
-  mclsPreview_.reset();
-}
-
-void LetterGeneration::mclsPreview_WordPrinted() {
-  Trap(uses_.services, "ZEMLO_Corresp.mclsPreview_WordPrinted", [&] {
-    RecordPrinted(previewed_letter_, previewed_request_);
-    ReleasePreview();
-  });
-}
-
-void LetterGeneration::PrintDoc() {
-  RecordPrinted(uses_.letter, uses_.state.pending_request_name);
-}
-
-void LetterGeneration::RecordPrinted(LetterData& letter, const std::string& request_name) {
-  Trap(uses_.services, "ZEMLO_Corresp.PrintDoc", [&] {
-    RequestDescription message{.type = 82, .name = "LetterAU", .status = "Saving letter history"};
-    if (request_name == "XMLRequest") {
-      uses_.history.SendLetterHistoryADD(message, letter);
-    } else if (request_name == "Letter_Preview" || request_name == "Letter_Save") {
-      uses_.history.SendLetterHistoryUPD(message, letter);
-      if (uses_.history.IsBatchBrowserOpen()) message.name = "BatchAU";
-    } else {
-      return;
-    }
-    uses_.envelope.Send(message);
-  });
 }
 
 void LetterGeneration::TellRefusal(const std::string& text, platform::MessageIcon icon) const {

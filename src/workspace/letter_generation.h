@@ -4,12 +4,11 @@
 #include <string>
 
 #include "composition/node_state.h"
-#include "composition/preview_doc.h"
 #include "platform/record_set.h"
 #include "platform/services.h"
-#include "workspace/history_record.h"
 #include "workspace/letter_data.h"
 #include "workspace/letter_forms.h"
+#include "workspace/letter_printing.h"
 #include "workspace/letter_templates.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/request_envelope.h"
@@ -18,8 +17,7 @@
 
 namespace workspace {
 
-/// Makes a letter of a valid request: its data context is asked for, completed, previewed, and recorded when
-/// it has been printed.
+/// Makes a letter of a valid request: its data context is asked for, completed and previewed.
 class LetterGeneration {
  public:
   struct Uses {
@@ -30,8 +28,8 @@ class LetterGeneration {
     Pages& pages;
     RequestEnvelope& envelope;
     LetterTemplates& templates;
-    HistoryRecord& history;
     LetterForms& forms;
+    LetterPrinting& printing;
   };
   explicit LetterGeneration(Uses uses) : uses_(uses) {}
 
@@ -39,13 +37,6 @@ class LetterGeneration {
   void SelectNewType();
   /// Takes the reply to that.
   void CreateNewCorrespondence();
-  /// Records the letter that was printed, by the request that brought it.
-  void PrintDoc();
-  /// The preview was printed: PrintDoc, and the preview goes.
-  void mclsPreview_WordPrinted();
-
-  /// Closes a preview that still stands.
-  void ReleasePreview();
 
  private:
   void SendXMLRequest(RequestDescription& message) const;
@@ -53,20 +44,11 @@ class LetterGeneration {
   bool RequireTemplate(const std::string& template_path) const;
   void TakeHistoryRow(const platform::RecordSet& row);
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
-  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter);
+  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const;
   void CompleteLetter(LetterData& letter) const;
-  /// The one way to the preview object: what is previewed with it is recorded as this letter, under the
-  /// request that brought it.
-  composition::ZEMLO_PreviewDoc& PreviewOf(const LetterData& letter, const std::string& request_name);
   void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
-  void RecordPrinted(LetterData& letter, const std::string& request_name);
 
   const Uses uses_;
-  // Of the preview that stands, as they were when it was opened.
-  LetterData previewed_letter_;
-  std::string previewed_request_;
-  std::unique_ptr<composition::ZEMLO_PreviewDoc> mclsPreview_;
-  platform::Connection word_printed_;
 };
 
 }  // namespace workspace

@@ -59,8 +59,9 @@ class LetterGridTest : public testing::Test {
   TrackingPage& page_ = pages_.tracking;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
-  LetterFetch fetch_{fakes_.services(), envelope_, letter_, pages_};
-  LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_}};
+  workspace::CommandGate gate_{fakes_.services(), state_};
+  LetterFetch fetch_{fakes_.services(), envelope_, letter_, pages_, [](const std::string&) { return 0; }};
+  LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_, gate_}};
   platform::Connection clicked_;
 };
 
@@ -77,6 +78,17 @@ TEST_F(LetterGridTest, AsksForTheCustomerOfALetter) {
   EXPECT_EQ(customer_.CustomerId, "4712");
   EXPECT_EQ(letter_.sequence_number, 2);
   EXPECT_FALSE(page_.letter_action.enabled());
+}
+
+// A click while a reply was awaited used to do nothing: the options stayed those of another letter.
+TEST_F(LetterGridTest, ChoosesAnotherLetterWhileAReplyIsAwaitedButAsksForNoCustomer) {
+  lists_.ActionViewLtr = "F";
+  UserSelects({1});
+  UserSelects({0});
+  EXPECT_THAT(fakes_.server.requests, testing::SizeIs(1));
+  EXPECT_EQ(page_.sdgGrid.rows()->CurrentRow(), 0u);
+  EXPECT_EQ(Offered(), "123456");
+  EXPECT_EQ(customer_.CustomerId, "4712");
 }
 
 TEST_F(LetterGridTest, EmptiesThePanelForALetterWithoutCustomer) {

@@ -13,6 +13,7 @@
 #include "workspace/form_type_filter.h"
 #include "workspace/history_record.h"
 #include "workspace/letter_generation.h"
+#include "workspace/letter_printing.h"
 #include "workspace/letter_request.h"
 #include "workspace/letter_templates.h"
 
@@ -101,8 +102,12 @@ class WorkspaceRoomTest : public testing::Test {
   LetterTemplates templates_{fakes_.services(), state_, envelope_, *listener_};
   HistoryRecord history_{fakes_.services(), /*batch_browser=*/nullptr};
   ScriptedForms forms_;
+  LetterPrinting printing_{
+      {fakes_.services(), envelope_, *listener_, history_,
+       [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
+  PrintRun* run_ = nullptr;
   LetterGeneration generation_{
-      {fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_, history_, forms_}};
+      {fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_, forms_, printing_}};
 };
 
 }  // namespace workspace

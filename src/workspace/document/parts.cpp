@@ -18,14 +18,24 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       templates(services, data.state, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
       forms(services, data.state),
-      generation(
-          {services, data.state, data.request, data.letter, data.pages, envelope, templates, history, forms}),
+      printing(
+          {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
+      generation({services, data.state, data.request, data.letter, data.pages, envelope, templates, forms,
+                  printing}),
       bookmark_view({services, data.state, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
-      online_actions(services, letter_request, [this] { generation.SelectNewType(); }, /*reprint=*/{}),
+      stored_letters({services, data.state, data.letter, templates, printing}),
+      unrecorded_letters(services, data.state, envelope),
+      online_actions(
+          services, letter_request, [this] { generation.SelectNewType(); },
+          [this](const std::string& request_name) { Reprint(request_name); }),
       customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
       customer_selection(services, data.state, data.customer),
-      letter_fetch(services, envelope, data.letter, data.pages),
-      letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch}),
+      batch_reprint(services, envelope, data.letter),
+      letter_fetch(services, envelope, data.letter, data.pages,
+                   [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
+      local_reprint({services, data.state, data.letter, data.pages, letter_fetch, /*batch_browser=*/nullptr}),
+      letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
+      letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch, gate}),
       correspondence_grid(services, data.pages.correspondence),
       row_format(services, data.state, data.pages),
       handlers(Handlers()),
@@ -40,9 +50,31 @@ ReplyHandlers Parts::Handlers() {
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
   known.ViewBookMark = [this] { bookmark_view.ViewBookMark(); };
   known.FillHistory = [this](PageIndex page) { history_search.FillHistory(page); };
+  known.MergeLetter = [this](PageIndex page, const std::string& mode, const std::string& letter_type) {
+    stored_letters.MergeLetter(page, mode, letter_type);
+  };
+  known.StopLocalReprint = [this] { local_reprint.Stop(); };
+  known.HasLettersToReprint = [this](const std::string& letter_type) {
+    return batch_reprint.HasLettersToReprint(letter_type);
+  };
+  known.SendBatchCount = [this](std::string_view status) { batch_reprint.SendBatchCount(status); };
   known.FillCustFromLetter = [this] { customer_inquiry.FillCustFromLetter(); };
   known.FillCustomerInfo = [this] { customer_inquiry.FillCustomerInfo(); };
   return known;
+}
+
+PrintRun* Parts::RunOf(const std::string& request_name) {
+  if (request_name == "Letter_Print") return &local_reprint;
+  return tracking::BatchReprint::IsReprint(request_name) ? &batch_reprint : nullptr;
+}
+
+// A listed letter of the correspondence page is viewed, or printed as a run of one.
+void Parts::Reprint(const std::string& request_name) {
+  if (request_name == "Letter_Print") {
+    local_reprint.StartSingle(PageIndex::kCorrespondence);
+  } else {
+    letter_fetch.RePrintLetter(request_name, PageIndex::kCorrespondence);
+  }
 }
 
 }  // namespace workspace

@@ -4,9 +4,12 @@
 #include "customers/customer_selection.h"
 #include "platform/message_component.h"
 #include "platform/services.h"
+#include "tracking/batch_reprint.h"
 #include "tracking/correspondence_grid.h"
+#include "tracking/letter_actions.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/letter_grid.h"
+#include "tracking/local_reprint.h"
 #include "tracking/row_format.h"
 #include "workspace/bookmark_view.h"
 #include "workspace/document/letter_dialogs.h"
@@ -17,6 +20,7 @@
 #include "workspace/history_record.h"
 #include "workspace/history_search.h"
 #include "workspace/letter_generation.h"
+#include "workspace/letter_printing.h"
 #include "workspace/letter_request.h"
 #include "workspace/letter_templates.h"
 #include "workspace/messaging/command_gate.h"
@@ -26,6 +30,8 @@
 #include "workspace/online_actions.h"
 #include "workspace/page_fields.h"
 #include "workspace/search_check.h"
+#include "workspace/stored_letters.h"
+#include "workspace/unrecorded_letters.h"
 
 namespace workspace {
 
@@ -45,12 +51,18 @@ struct Parts {
   LetterTemplates templates;
   HistoryRecord history;
   LetterDialogs forms;
+  LetterPrinting printing;
   LetterGeneration generation;
   BookmarkView bookmark_view;
+  StoredLetters stored_letters;
+  UnrecordedLetters unrecorded_letters;
   OnlineActions online_actions;
   customers::CustomerInquiry customer_inquiry;
   customers::CustomerSelection customer_selection;
+  tracking::BatchReprint batch_reprint;
   tracking::LetterFetch letter_fetch;
+  tracking::LocalReprint local_reprint;
+  tracking::LetterActions letter_actions;
   tracking::LetterGrid letter_grid;
   tracking::CorrespondenceGrid correspondence_grid;
   tracking::RowFormat row_format;
@@ -60,6 +72,8 @@ struct Parts {
 
  private:
   ReplyHandlers Handlers();
+  PrintRun* RunOf(const std::string& request_name);
+  void Reprint(const std::string& request_name);
 };
 
 }  // namespace workspace

@@ -17,6 +17,8 @@ struct ReplyHandlers {
   std::function<void()> FillBatchHistory;
   /// Merges a stored letter: mode "PREVIEW", "PRINT", "SAVE", or the name of a batch reprint request.
   std::function<void(PageIndex page, const std::string& mode, const std::string& letter_type)> MergeLetter;
+  /// The next letter of a local reprint could not be fetched.
+  std::function<void()> StopLocalReprint;
   std::function<void()> ViewBookMark;
   std::function<void()> FillCustFromLetter;
   std::function<void()> FillCustomerInfo;

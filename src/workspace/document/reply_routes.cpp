@@ -106,7 +106,7 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
       {"BatchAU", none, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
       {"Letter_BKView", steps.Do(&Handlers::ViewBookMark), Status::kReady, none, none},
-      {"Letter_Print", steps.Merge("PRINT"), Status::kReady, none, none},
+      {"Letter_Print", steps.Merge("PRINT"), Status::kReady, steps.Do(&Handlers::StopLocalReprint), none},
       {"Letter_Save", steps.Merge("SAVE"), Status::kReady, none, none},
       {"CustomerFromLetter", steps.Do(&Handlers::FillCustFromLetter), Status::kReady,
        steps.EnableLetterActions(), steps.EnableLetterActions()},

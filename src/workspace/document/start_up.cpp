@@ -50,8 +50,11 @@ void ZEMLO_Corresp::ConnectOutside() {
   const auto keep = [this](platform::Connection connection) {
     connections_.push_back(std::move(connection));
   };
-  keep(
-      mVemtMessage_->DataReady.Connect([this](const std::string& name) { parts_->replies.DataReady(name); }));
+  keep(mVemtMessage_->DataReady.Connect([this](const std::string& name) {
+    parts_->unrecorded_letters.ReplyCame();
+    parts_->replies.DataReady(name);
+    parts_->unrecorded_letters.ReplyHandled();
+  }));
   keep(mVemtMessage_->MsgTimeout.Connect([this] { parts_->replies.MsgTimeout(); }));
   keep(mVemtMessage_->DataSyncComplete.Connect([this] { DataSyncComplete(); }));
   keep(moClient_->MessageReceived.Connect([this](const std::string& message, const std::string&) {

@@ -29,6 +29,9 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
   const auto act = [&parts](std::size_t option) -> Handler {
     return [&parts, option] { parts.online_actions.OnlineActClick(option); };
   };
+  const auto act_on_letters = [&parts](std::size_t option) -> Handler {
+    return [&parts, option] { parts.letter_actions.LetterActClick(option); };
+  };
   const auto clear = [&parts](PageIndex page) -> Handler {
     return [&parts, page] { parts.letter_request.ClearField(page); };
   };
@@ -37,8 +40,8 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
   std::vector<CommandRow> rows = {
       {&online[CorrespondencePage::kCreateLetter], Sends::kRequest, act(CorrespondencePage::kCreateLetter)},
       {&online[CorrespondencePage::kClear], Sends::kNothing, act(CorrespondencePage::kClear)},
-      {&online[CorrespondencePage::kViewLetter], Sends::kRequest, not_yet},
-      {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, not_yet},
+      {&online[CorrespondencePage::kViewLetter], Sends::kRequest, act(CorrespondencePage::kViewLetter)},
+      {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, act(CorrespondencePage::kPrintLetter)},
       {&tracking.search, Sends::kRequest, [&parts] { parts.history_search.mCmdTracking_Click(); }},
       {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
       {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
@@ -55,7 +58,14 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
            }});
     }
   }
-  for (auto& option : tracking.OptLetter) rows.push_back({&option, Sends::kRequest, not_yet});
+  for (const auto option : {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReprintLocal,
+                            TrackingPage::kViewBookmark}) {
+    rows.push_back({&tracking.OptLetter[option], Sends::kRequest, act_on_letters(option)});
+  }
+  for (const auto option :
+       {TrackingPage::kReturnMail, TrackingPage::kResubmit, TrackingPage::kReprintBatch}) {
+    rows.push_back({&tracking.OptLetter[option], Sends::kRequest, not_yet});
+  }
   for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
   return rows;
 }
@@ -84,8 +94,7 @@ class Wiring {
     Check(page.panel.customer_id.LookChanged, index);
   }
   void ConnectLetterGrids(Pages& pages) {
-    Add(pages.tracking.sdgGrid.Click.Connect(
-        BehindTheGate([&grid = parts_.letter_grid] { grid.sdgGrid_Click(); })));
+    Add(pages.tracking.sdgGrid.Click.Connect([&grid = parts_.letter_grid] { grid.sdgGrid_Click(); }));
     Add(pages.correspondence.sdgGrid.Click.Connect(
         [&grid = parts_.correspondence_grid] { grid.sdgGrid_Click(); }));
     for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {

@@ -89,7 +89,7 @@ void ZEMLO_Corresp::FillCustomerField(const customers::SelectedCustomer& chosen,
 
 void ZEMLO_Corresp::Terminate() {
   connections_.clear();
-  if (parts_) parts_->generation.ReleasePreview();
+  if (parts_) parts_->printing.ReleasePreview();
 }
 
 Parts& ZEMLO_Corresp::RequireParts() {

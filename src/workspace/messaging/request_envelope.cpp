@@ -31,7 +31,8 @@ RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceSt
       timed_out_(timed_out) {}
 
 void RequestEnvelope::Send(const RequestDescription& request) {
-  const auto message = listener_.NewMessage();
+  const auto message =
+      request.message_key.empty() ? listener_.NewMessage() : listener_.NewMessageUnder(request.message_key);
   AddHeader(*message, request);
   for (const auto& key : request.keys) message->AddKey(key);
   for (const auto& record : request.records) AddRecord(*message, record);

@@ -38,6 +38,8 @@ struct RequestDescription {
   std::vector<platform::KeyItem> keys = {};  ///< they travel in this order
   std::vector<RecordDescription> records = {};
   std::string inquiry_xml = {};
+  /// What the request travels under when it may have been sent before; "" gives it a key of its own.
+  std::string message_key = {};
 
   std::string status = {};         ///< shown in the status bar; "" shows nothing
   bool waits_for_context = false;  ///< the workspace takes no commands until the reply

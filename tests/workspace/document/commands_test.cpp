@@ -67,9 +67,9 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   GivenWorkspaceIsOpen();
   auto& pages = document_.pages();
   const std::vector<platform::Control*> controls = {
-      &pages.correspondence.OptOnline[CorrespondencePage::kViewLetter],
-      &pages.correspondence.OptOnline[CorrespondencePage::kPrintLetter],
-      &pages.tracking.OptLetter[TrackingPage::kReprintLocal],
+      &pages.tracking.OptLetter[TrackingPage::kReturnMail],
+      &pages.tracking.OptLetter[TrackingPage::kResubmit],
+      &pages.tracking.OptLetter[TrackingPage::kReprintBatch],
       &pages.batch.cmdBatch[BatchPage::kSearch],
       &pages.batch.OptBatchAct[0],
   };

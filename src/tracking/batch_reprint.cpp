@@ -1,0 +1,127 @@
+#include "tracking/batch_reprint.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <utility>
+
+#include "platform/key_item.h"
+#include "workspace/messaging/counting.h"
+
+namespace tracking {
+
+namespace {
+
+using workspace::RecordDescription;
+using workspace::RequestDescription;
+
+struct ReprintKind {
+  std::string_view letter_type;
+  std::string_view request_name;
+  const char* total_column;
+  const char* printed_column;
+};
+constexpr auto kKinds = std::to_array<ReprintKind>({
+    {"110", "RePrint_CTL", "CTL_TOT", "CTL_PRNTD"},
+    {"109", "RePrint_Tax_Warrant", "TW_TOT", "TW_PRNTD"},
+});
+constexpr const char* kLayout = "BATCH_LTRS_PRINTED";
+
+const ReprintKind* KindOf(std::string_view letter_type) {
+  const auto kind = std::ranges::find(kKinds, letter_type, &ReprintKind::letter_type);
+  return kind == kKinds.end() ? nullptr : &*kind;
+}
+
+}  // namespace
+
+bool BatchReprint::IsReprint(std::string_view request_name) {
+  return std::ranges::find(kKinds, request_name, &ReprintKind::request_name) != kKinds.end();
+}
+
+void BatchReprint::Prepare(Letters letters) {
+  constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
+  letters_ = std::move(letters);
+  count_ = static_cast<std::int16_t>(std::min(letters_.sequence_numbers.size(), kMost));
+  printed_ = {};
+  is_cancelled_ = false;
+}
+
+std::int32_t BatchReprint::TakeNext(std::string_view request_name) {
+  const auto* kind = KindOf(letters_.letter_type);
+  auto& numbers = letters_.sequence_numbers;
+  if (kind == nullptr || kind->request_name != request_name || numbers.empty()) return 0;
+  const auto next = numbers.front();
+  numbers.pop_front();
+  return next;
+}
+
+bool BatchReprint::HasLettersToReprint(std::string_view letter_type) const {
+  return letter_type == letters_.letter_type && printed_ < count_ && !is_cancelled_;
+}
+
+void BatchReprint::LetterPrinted(RequestDescription& message) {
+  const auto* kind = KindOf(letters_.letter_type);
+  if (kind == nullptr)
+    throw platform::Failure(platform::Failure::Kind::kInternal, "No batch reprint is running.");
+  workspace::CountUp(services_, printed_, "printed letters", "ZEMLO_Corresp.PrintDoc");
+  TakeCancellation();
+  // The letters print on where their progress cannot be shown.
+  platform::Trap(services_, "ZEMLO_Corresp.PrintDoc", [&] { ShowProgress(); });
+  message.name = std::string(kind->request_name);
+  if (HasLettersToReprint(letters_.letter_type)) {
+    letter_ = {.sequence_number = TakeNext(kind->request_name)};
+    message.keys.push_back(platform::Criterion("key:FetchContext", std::to_string(letter_.sequence_number)));
+    message.status = Progress("Printing");
+  } else {
+    CloseProgress();
+  }
+}
+
+void BatchReprint::TakeCancellation() {
+  if (!status_form_.Cancelled) return;
+  is_cancelled_ = true;
+  CloseProgress();
+}
+
+void BatchReprint::CloseProgress() {
+  if (status_form_.shown()) status_form_.Close();
+}
+
+void BatchReprint::ShowProgress() {
+  status_form_.progress.SetCaption(Progress("Printed"));
+  if (status_form_.shown() || is_cancelled_) return;
+  status_form_.Cancelled = false;
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  services_.host.Show(status_form_);
+}
+
+std::string BatchReprint::Progress(const char* word) const {
+  return std::string(word) + " letter " + std::to_string(printed_.value()) + " of " +
+         std::to_string(count_.value());
+}
+
+void BatchReprint::Stop() {
+  is_cancelled_ = true;
+  SendBatchCount("Saving batch");
+}
+
+void BatchReprint::SendBatchCount(std::string_view status) {
+  CloseProgress();
+  RequestDescription message{.type = 78, .name = "BatchCount", .status = std::string(status)};
+  SendBatchCountUpd(message);
+  platform::Trap(services_, "ZEMLO_Corresp.SendBatchCountUpd", [&] { envelope_.Send(message); });
+}
+
+void BatchReprint::SendBatchCountUpd(RequestDescription& message) const {
+  platform::Trap(services_, "ZEMLO_Corresp.SendBatchCountUpd", [&] {
+    RecordDescription::Row row = {{"ACTION", "ADD"}, {"STATION_ID", letters_.station}};
+    const auto* kind = KindOf(letters_.letter_type);
+    if (kind != nullptr && count_.value() > 0) {
+      row.emplace_back(kind->total_column, letters_.total);
+      row.emplace_back(kind->printed_column, printed_.value());
+    }
+    message.records.push_back({kLayout, {std::move(row)}});
+  });
+}
+
+}  // namespace tracking

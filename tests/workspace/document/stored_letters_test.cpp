@@ -1,0 +1,294 @@
+#include "tests/workspace/document/workspace_test.h"
+
+namespace workspace {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+
+constexpr const char* kContext = "<XML_CONTEXT><NAME>ACME</NAME></XML_CONTEXT>";
+
+/// Letters listed on the tracking page of a workspace that was opened, worked by the user.
+class StoredLetters : public WorkspaceTest {
+ protected:
+  StoredLetters() {
+    GivenWorkspaceIsOpen();
+    UserChoosesCustomer("4711", kTracking);  // so that choosing a row asks for no customer
+    for (const auto* name : {"TAX110.DOCX", "TW109.DOCX"}) {
+      fakes_.files.content[std::string("templates/") + name] = "document";
+    }
+    GivenListed({{"17", "TAX110.DOCX", "P"}, {"18", "TW109.DOCX", "V"}, {"19", "TAX110.DOCX", "P"}});
+  }
+
+  struct Letter {
+    std::string number;
+    std::string template_name;
+    std::string status;
+  };
+  void GivenListed(const std::vector<Letter>& letters, PageIndex page = kTracking) {
+    std::vector<fakes::Row> rows;
+    for (const auto& [number, template_name, status] : letters) {
+      rows.push_back({{"SEQ_NBR", number}, {"DCMT_FILE_TXT", template_name}, {"PRNT_STTS_CD", status}});
+    }
+    document_.pages().sdgGrid(page).Bind(fakes::RowsOf("CORRHIST", rows));
+  }
+  void UserSelects(std::vector<std::size_t> rows) { Tracking().sdgGrid.UserSelects(std::move(rows)); }
+  void UserActs(std::size_t option) { Tracking().OptLetter[option].UserClicks(); }
+  void UserReprints(std::vector<std::size_t> rows) {
+    UserSelects(std::move(rows));
+    UserActs(TrackingPage::kReprintLocal);
+  }
+  void ServerBringsLetter() {
+    fakes_.server.ReplyWith("XML_CONTEXT", {{{"XML_CONTEXT", kContext}}});
+    fakes_.RunEvents();
+  }
+  void ServerConfirms() {
+    fakes_.server.ReplyWithNothing();
+    fakes_.RunEvents();
+  }
+  TrackingPage& Tracking() { return document_.pages().tracking; }
+  std::vector<std::string> Record() { return LastRequest().FindRecord("CORRHIST").Assigned(); }
+  std::size_t Sent() const { return fakes_.server.requests.size(); }
+};
+
+TEST_F(StoredLetters, AreViewedAndRecordedWhenThePreviewIsPrinted) {
+  UserSelects({0});
+  UserActs(TrackingPage::kViewLetter);
+  EXPECT_EQ(LastRequest().type, 83);
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|17"));
+  EXPECT_FALSE(Tracking().letter_action.enabled());
+
+  ServerBringsLetter();
+  EXPECT_TRUE(print_.HasCalled("OpenDocument templates/TAX110.DOCX"));
+  EXPECT_THAT(print_.merged, ElementsAre(kContext));
+  EXPECT_TRUE(Tracking().letter_action.enabled());
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+
+  print_.UserPrints();
+  EXPECT_EQ(LastRequest().type, 82);
+  EXPECT_EQ(LastRequest().user_id, "OFFICER1");
+  EXPECT_THAT(LastRequest().Keys(), IsEmpty());
+  EXPECT_THAT(Record(),
+              ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
+  EXPECT_EQ(document_.state().pending_request_name, "LetterAU");
+  EXPECT_EQ(fakes_.status.LastText(), "Saving letter history");
+  ServerConfirms();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+// The row and the page in front when the reply comes used to decide, not those the letter was asked from.
+TEST_F(StoredLetters, AreTheOnesThatWereAskedForWhateverTheUserTurnsToMeanwhile) {
+  UserSelects({0});
+  UserActs(TrackingPage::kViewLetter);
+  UserSelects({1});
+  EXPECT_EQ(Tracking().sdgGrid.rows()->CurrentRow(), 1u);
+  EXPECT_TRUE(Tracking().OptLetter[TrackingPage::kViewBookmark].enabled());
+  document_.pages().tabs.Select(kPage);
+  ServerBringsLetter();
+  EXPECT_TRUE(print_.HasCalled("OpenDocument templates/TAX110.DOCX"));
+  print_.UserPrints();
+  EXPECT_THAT(Record(), Contains("SEQ_NBR=17"));
+}
+
+TEST_F(StoredLetters, AreRecordedAfterASaveOnlyWhereTheirAddressFailed) {
+  struct Case {
+    std::size_t row;
+    bool is_cancelled;
+    std::size_t records_after_save;
+    std::size_t records_after_print;  ///< of the preview, where it still stands
+  };
+  for (const auto& [row, is_cancelled, after_save, after_print] :
+       {Case{0, false, 0, 1}, Case{0, true, 0, 1}, Case{1, false, 1, 1}}) {
+    UserSelects({row});
+    UserActs(TrackingPage::kSave);
+    print_.save_is_cancelled = is_cancelled;
+    const auto sent = Sent();
+    ServerBringsLetter();
+    EXPECT_TRUE(print_.HasCalled("SaveToFile '' ''"));
+    EXPECT_EQ(Sent() - sent, after_save) << row << is_cancelled;
+    print_.UserPrints();
+    EXPECT_EQ(Sent() - sent, after_print) << row << is_cancelled;
+    ServerConfirms();
+  }
+  EXPECT_THAT(fakes_.print_journal.notes, IsEmpty());
+}
+
+TEST_F(StoredLetters, BringTheirTemplateWhereItIsMissing) {
+  fakes_.files.content.erase("templates/TAX110.DOCX");
+  fakes_.files.content["srv\\TAX110.DOCX"] = "of the server";
+  UserSelects({0});
+  UserActs(TrackingPage::kViewLetter);
+  ServerBringsLetter();
+  EXPECT_THAT(fakes_.host.MessageTexts(),
+              ElementsAre("You do not have the correct template for this letter. Template will be downloaded "
+                          "from server."));
+  EXPECT_EQ(fakes_.files.content["templates/TAX110.DOCX"], "of the server");
+  EXPECT_TRUE(print_.HasCalled("ShowPreview"));
+}
+
+TEST_F(StoredLetters, ArePrintedOneAfterTheOther) {
+  UserReprints({2, 0, 1});
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|19"));
+  fakes_.status.texts.clear();
+
+  const char* numbers[] = {"19", "17", "18"};
+  for (std::size_t printed = 1; printed <= 2; ++printed) {
+    ServerBringsLetter();
+    EXPECT_THAT(Record(), Contains(std::string("SEQ_NBR=") + numbers[printed - 1]));
+    EXPECT_THAT(LastRequest().Keys(),
+                ElementsAre(std::string("KORVADSK|key:FetchContext|=|") + numbers[printed]));
+    EXPECT_THAT(fakes_.status.texts, Contains("Printing letter " + std::to_string(printed) + " of 3"));
+    EXPECT_EQ(document_.state().pending_request_name, "Letter_Print");
+  }
+  EXPECT_EQ(Tracking().sdgGrid.rows()->CurrentRow(), 1u);
+  ServerBringsLetter();
+  EXPECT_THAT(Record(), Contains("SEQ_NBR=18"));
+  EXPECT_THAT(LastRequest().Keys(), IsEmpty());
+  EXPECT_EQ(document_.state().pending_request_name, "LetterAU");
+  ServerConfirms();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_THAT(std::vector(print_.merged), SizeIs(3));
+  EXPECT_TRUE(print_.HasCalled("PrintOut 1"));
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+TEST_F(StoredLetters, KeepTheSelectionOfARunUntilItsLastLetter) {
+  UserReprints({0, 1});
+  ServerBringsLetter();
+  UserSelects({});
+  EXPECT_THAT(Tracking().sdgGrid.selected_rows(), ElementsAre(0, 1));
+  ServerBringsLetter();
+  UserSelects({2});
+  EXPECT_THAT(Tracking().sdgGrid.selected_rows(), ElementsAre(2));
+}
+
+TEST_F(StoredLetters, EndTheirRunWithTheLetterThatFails) {
+  const std::function<void()> failures[] = {
+      [this] {
+        print_.prints = false;
+        ServerBringsLetter();
+      },
+      [this] {
+        print_.accepts = false;
+        ServerBringsLetter();
+      },
+      [this] { ServerConfirms(); },  // without the letter
+      [this] {
+        fakes_.server.ReplyWithError("no such letter");
+        fakes_.RunEvents();
+      },
+      [this] {
+        fakes_.server.on_send = [](const auto&) {
+          throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
+        };
+        ServerBringsLetter();
+      },
+  };
+  for (const auto& fails : failures) {
+    UserReprints({0, 1, 2});
+    ServerBringsLetter();
+    fails();
+    EXPECT_FALSE(document_.state().AwaitsReply());
+    EXPECT_TRUE(document_.state().ReprintIsOver());
+    EXPECT_TRUE(Tracking().sdgGrid.enabled());
+    EXPECT_TRUE(Tracking().letter_action.enabled());
+    EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+    print_.prints = print_.accepts = true;
+    fakes_.server.on_send = nullptr;
+  }
+}
+
+TEST_F(StoredLetters, ArePrintedFromTheCorrespondencePageWithoutContinuingAnEarlierRun) {
+  UserReprints({0, 1, 2});
+  ServerConfirms();  // without the letter: the run ends at once
+  GivenListed({{"30", "TW109.DOCX", "P"}}, kPage);
+  auto& page = document_.pages().correspondence;
+  page.sdgGrid.UserSelects({0});
+  page.OptOnline[CorrespondencePage::kPrintLetter].UserClicks();
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|30"));
+  ServerBringsLetter();
+  EXPECT_TRUE(print_.HasCalled("OpenDocument templates/TW109.DOCX"));
+  EXPECT_THAT(Record(), Contains("SEQ_NBR=30"));
+  EXPECT_THAT(LastRequest().Keys(), IsEmpty());
+
+  page.sdgGrid.UserSelects({});
+  EXPECT_FALSE(page.OptOnline[CorrespondencePage::kPrintLetter].enabled());
+  EXPECT_FALSE(page.OptOnline[CorrespondencePage::kViewLetter].enabled());
+}
+
+TEST_F(StoredLetters, SayWhatIsWrongWithTheirContext) {
+  for (const auto* context : {"<XML_CONTEXT>", "<OTHER/>"}) {
+    UserSelects({0});
+    UserActs(TrackingPage::kViewLetter);
+    fakes_.server.ReplyWith("XML_CONTEXT", {{{"XML_CONTEXT", context}}});
+    fakes_.RunEvents();
+  }
+  EXPECT_THAT(fakes_.errors.Procedures(),
+              ElementsAre("ZEMLO_Corresp.MergeLetter", "ZEMLO_Corresp.MergeLetter"));
+  EXPECT_THAT(print_.merged, IsEmpty());
+}
+
+// What a program that is killed at any moment leaves behind.
+TEST_F(StoredLetters, AreNotedFromTheHandOverUntilTheServerHasRecordedThem) {
+  auto& journal = fakes_.print_journal;
+  UserSelects({0});
+  UserActs(TrackingPage::kViewLetter);
+  ServerBringsLetter();
+  EXPECT_THAT(journal.steps, IsEmpty());
+  print_.UserPrints();
+  const auto key = LastRequest().message_key;
+  EXPECT_THAT(journal.steps, ElementsAre("begin " + key, "accept " + key, "record " + key));
+  ASSERT_THAT(journal.notes, SizeIs(1));
+  EXPECT_THAT(journal.notes[0].note.record, Contains(std::pair<std::string, std::string>("SEQ_NBR", "17")));
+  EXPECT_EQ(journal.notes[0].note.letter, "\"TAX110.DOCX\", number 17");
+  ServerConfirms();
+  EXPECT_THAT(journal.notes, IsEmpty());
+}
+
+TEST_F(StoredLetters, AreNotPrintedWhereTheNoteCannotBeWritten) {
+  fakes_.print_journal.is_full = true;
+  const auto sent = Sent();
+  UserReprints({0});
+  ServerBringsLetter();
+  EXPECT_EQ(Sent(), sent + 1);
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.PrintDocument"));
+}
+
+TEST_F(StoredLetters, LeaveNoNoteWhereThePrinterRefuses) {
+  print_.accepts = false;
+  UserReprints({0});
+  ServerBringsLetter();
+  EXPECT_THAT(fakes_.print_journal.notes, IsEmpty());
+  EXPECT_THAT(fakes_.print_journal.steps, SizeIs(2));
+}
+
+TEST_F(StoredLetters, KeepTheirNoteWhereTheServerDoesNotRecordThem) {
+  struct Case {
+    fakes::ScriptedReply reply;
+    std::vector<platform::PrintStage> left;
+  };
+  using platform::PrintStage;
+  const Case cases[] = {
+      {{{}, "no such letter", false}, {PrintStage::kPrinted}},
+      {{{}, "no answer", true}, {PrintStage::kRecording}},
+      // The record is stored, the next letter of the run is not there.
+      {{{{"CORRHIST", fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", 17}}})}}, "no next letter", false}, {}},
+  };
+  for (const auto& [reply, left] : cases) {
+    UserReprints({0});
+    ServerBringsLetter();
+    fakes_.server.Reply(reply);
+    fakes_.RunEvents();
+    std::vector<PrintStage> stages;
+    for (const auto& note : fakes_.print_journal.notes) stages.push_back(note.stage);
+    EXPECT_EQ(stages, left) << reply.error;
+    fakes_.print_journal.notes.clear();
+  }
+}
+
+}  // namespace
+}  // namespace workspace
