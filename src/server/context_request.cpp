@@ -4,6 +4,7 @@
 
 #include "platform/failure.h"
 #include "server/letter_context.h"
+#include "server/stored_explanations.h"
 
 namespace server {
 namespace {
@@ -59,13 +60,12 @@ void AnswerContext(Exchange& exchange) {
   const auto verdict = JudgeAddresses(subject.customer, subject.office.state, subject.address_rules);
   const bool with_values =
       !exchange.keys.Has("POPULATE_LTR_BOOKMARKS") || exchange.keys.IsYes("POPULATE_LTR_BOOKMARKS");
-  const Explanations explanations{.descriptors = exchange.keys.IsYes("EMITFIELDDESCRIPTORS"),
-                                  .states = exchange.keys.IsYes("EXPLAINSTATE")};
   const auto context =
       BuildLetterContext(subject, fields, verdict, with_values, [&](const LetterField& field) {
         return RunFieldQuery(exchange.database, field.source, field.rules, subject);
       });
-  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"}).Append({ContextXml(context, explanations)});
+  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"})
+      .Append({ContextXml(context, AskedExplanations(exchange.keys))});
   AddHistoryStart(exchange, subject, verdict, context);
 }
 

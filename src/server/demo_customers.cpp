@@ -2,6 +2,7 @@
 
 #include <array>
 #include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -23,14 +24,15 @@ constexpr int kFirstCustomer = 100001;
 constexpr int kFirstForm = 3100000;
 constexpr auto kSecondForms = std::to_array<const char*>({"W", "M", "O", "V", "R"});
 constexpr auto kThirdForms = std::to_array<const char*>({"R", "W", "V", "M", "O"});
-/// The customer whose assessment fills more than a page.
-constexpr int kCustomerOfManyPeriods = 14;
-constexpr int kManyPeriods = 36;
 
 constexpr auto kCustomerColumns = std::to_array<std::string_view>(
     {"CUST_BSNS_NM", "FIRST_NM",     "LAST_NM",      "MAIL_ADDR_1", "MAIL_ADDR_2", "MAIL_CITY",  "MAIL_ST",
      "MAIL_ZIP_CD",  "MAIL_BAD_FLG", "MAIL_VRFY_CD", "RES_ADDR_1",  "RES_ADDR_2",  "RES_CITY",   "RES_ST",
      "RES_ZIP_CD",   "RES_BAD_FLG",  "RES_VRFY_CD",  "PHN_NBR",     "ACCNT_NBR",   "QZ_CNTY_NBR"});
+
+/// What is shown by the customer's forms, where it is not drawn: how many periods the first form has, the tax
+/// of each of its periods in cents, and the status of each form, a letter each.
+constexpr auto kFormColumns = std::to_array<std::string_view>({"PRD_CNT", "PRD_AMT", "FORM_STTS"});
 
 using CustomerRow = std::map<std::string_view, std::string>;
 
@@ -97,13 +99,14 @@ class Administration {
     auto row = shown ? Shown(static_cast<std::size_t>(index) - 1) : Drawn(index, draw);
     const auto id = std::to_string(kFirstCustomer + index - 1);
     StoreCustomer(id, row);
-    StoreForms(id, index, draw);
+    StoreForms(id, index, row, draw);
   }
 
  private:
   CustomerRow Shown(std::size_t place) const {
     CustomerRow row;
     for (const auto column : kCustomerColumns) row[column] = shown_.Text(place, column);
+    for (const auto column : kFormColumns) row[column] = shown_.Text(place, column);
     return row;
   }
 
@@ -160,7 +163,7 @@ class Administration {
     database_.Change("INSERT INTO customer (" + names + ") VALUES (" + places + ")", values);
   }
 
-  void StoreForms(const std::string& customer, int index, Draw& draw) {
+  void StoreForms(const std::string& customer, int index, CustomerRow& row, Draw& draw) {
     const auto turn = static_cast<std::size_t>(index - 1) % kSecondForms.size();
     std::vector<std::string> types = {"C"};
     if (index % 3 != 0) types.emplace_back(kSecondForms[turn]);
@@ -168,24 +171,35 @@ class Administration {
     std::int64_t balance = 0;
     for (std::size_t place = 0; place < types.size(); ++place) {
       const auto number = std::to_string(kFirstForm + 4 * index + static_cast<int>(place));
+      const auto status = place < row["FORM_STTS"].size() ? row["FORM_STTS"].substr(place, 1)
+                          : types[place] == "R"           ? "C"
+                                                          : "O";
       database_.Change(
           "INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)"
           " VALUES (?, ?, ?, ?, ?, ?)",
-          {types[place], number, CheckDigit(number), customer, types[place] == "R" ? "C" : "O",
+          {types[place], number, CheckDigit(number), customer, status,
            Date(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)))});
-      const bool many = index == kCustomerOfManyPeriods && place == 0;
-      balance += StorePeriods(types[place], number, many ? kManyPeriods : draw.Between(1, 6), draw);
+      const auto& count = row["PRD_CNT"];
+      const bool counted = place == 0 && !count.empty();
+      const auto periods = counted ? static_cast<int>(Value(count).AsInteger()) : draw.Between(1, 6);
+      const auto& tax = row["PRD_AMT"];
+      balance +=
+          StorePeriods(types[place], number, periods, draw,
+                       place == 0 && !tax.empty() ? std::optional(Value(tax).AsInteger()) : std::nullopt);
     }
     database_.Change("UPDATE customer SET OT_BAL = ? WHERE CUST_ID = ?", {balance, customer});
   }
 
-  /// The months before today's, the oldest first. Returns what they amount to, in cents.
-  std::int64_t StorePeriods(const std::string& type, const std::string& number, int count, Draw& draw) {
+  /// The months before today's, the oldest first, with the tax that is to be shown or one that is drawn.
+  /// Returns what they amount to, in cents.
+  std::int64_t StorePeriods(const std::string& type, const std::string& number, int count, Draw& draw,
+                            std::optional<std::int64_t> shown_tax) {
     std::int64_t total = 0;
     for (int period = 1; period <= count; ++period) {
       const int months_ago = count - period + 2;
       const auto month = today_.year() / today_.month() - std::chrono::months(months_ago);
-      const std::int64_t tax = draw.Between(15'000, 2'500'000);
+      const auto drawn_tax = draw.Between(15'000, 2'500'000);
+      const auto tax = shown_tax.value_or(drawn_tax);
       const auto penalty = tax / 10;
       const auto interest = tax * months_ago / 100;
       total += tax + penalty + interest;

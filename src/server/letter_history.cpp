@@ -11,6 +11,7 @@
 #include "platform/text.h"
 #include "platform/xml.h"
 #include "server/stored_context.h"
+#include "server/stored_explanations.h"
 
 namespace server {
 namespace {
@@ -229,7 +230,11 @@ void AnswerStoredContext(Exchange& exchange) {
     throw Failure(Failure::Kind::kNotFound,
                   "There is no letter \"" + std::to_string(*number) + "\" in the history.");
   }
-  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"}).Append({*context});
+  const auto type =
+      exchange.database.Select("SELECT LTR_TYP_ID FROM letter_history WHERE SEQ_NBR = ?", {*number});
+  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"})
+      .Append({WithExplanations(*context, AskedExplanations(exchange.keys),
+                                FindLetterFields(exchange.database, type->FirstText()))});
 }
 
 }  // namespace server

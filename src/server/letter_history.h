@@ -16,9 +16,9 @@ namespace server {
 /// is not there.
 void RecordLetters(Exchange& exchange);
 
-/// Answers the key FETCHCONTEXT with the stored context of that letter, to the letter: record "XML_CONTEXT".
-/// The explanations that were stored with it stay in. Throws Failure kNotFound for a letter that is not
-/// there.
+/// Answers the key FETCHCONTEXT with the stored context of that letter: record "XML_CONTEXT". The
+/// explanations come with it where EMITFIELDDESCRIPTORS and EXPLAINSTATE ask for them. Throws Failure
+/// kNotFound for a letter that is not there.
 void AnswerStoredContext(Exchange& exchange);
 
 }  // namespace server

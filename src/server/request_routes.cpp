@@ -26,7 +26,7 @@ constexpr auto kContextKeys = std::to_array<KnownKey>(
     {{"LTR_TYP_ID"}, {"POPULATE_LTR_BOOKMARKS"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
 constexpr auto kFetchKeys =
     std::to_array<KnownKey>({{"FETCHCONTEXT"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
-constexpr auto kHistoryKeys = std::to_array<KnownKey>({{"FETCHCONTEXT"}});
+constexpr auto kHistoryKeys = kFetchKeys;
 constexpr auto kCustomerKeys = std::to_array<KnownKey>({{"CUST_ID"}, {"EXCLCOLS"}});
 constexpr auto kCustomerSearchKeys = std::to_array<KnownKey>({{"CUST_FIND", "like"}});
 

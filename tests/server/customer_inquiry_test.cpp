@@ -137,7 +137,7 @@ TEST_F(CustomerInquiry, FindsByIdNameCityAndAccountWithoutRegardToCase) {
 }
 
 TEST_F(CustomerInquiry, SaysWhenThereAreMoreThanItBrings) {
-  GivenCopies('A', 176);
+  GivenCopies('A', 170);
   EXPECT_EQ(Found("").size(), 200u);
   EXPECT_EQ(HasMore(""), "N");
   GivenCopies('B', 1);

@@ -128,7 +128,7 @@ TEST_F(LetterContext, TheAddressVerdictFollowsTheCustomersAddresses) {
                                    {"100007", "P", "2", 0xB00, "mailing address is missing"},
                                    {"100013", "P", "2", 0x20300, "mailing address is marked bad"},
                                    {"100015", "V", "", 0x20060000, "residential address is marked bad"},
-                                   {"100016", "V", "", 0x20042000, "mailing address failed verification"},
+                                   {"100016", "V", "", 0x20046000, "mailing address failed verification"},
                                    {"100017", "P", "1", 0x9280, "post office box"},
                                    {"100018", "V", "", 0x20001800, "No usable address"},
                                    {"100019", "P", "1", 0x1080, "residential address is missing"}}) {

@@ -69,15 +69,34 @@ TEST_F(LetterHistory, ALetterThatWasNeverPrintedGetsItsFirstTimeFromItsReprint) 
   EXPECT_EQ(Recorded(Reprint("m-2", "1"))->Text("PRNT_TS"), "2026-11-22 09.00.00");
 }
 
-TEST_F(LetterHistory, TheContextComesBackToTheLetter) {
+TEST_F(LetterHistory, TheContextComesBackAsItWasRecorded) {
   const std::string context =
-      "<XML_CONTEXT State=\"8\"> <A V_EnglishDesc=\"O`Neill &amp; Co\">x&#10;y</A>\n</XML_CONTEXT>";
+      "<XML_CONTEXT State=\"8\"><PARA_A>O`Neill &amp; Co\nx</PARA_A><B> </B></XML_CONTEXT>";
   Recorded(PrintedLetter("m-1", {{"XML_CONTEXT", context}}));
   EXPECT_EQ(Record(Ask(Fetch("1")), "XML_CONTEXT")->FirstText(), context);
-  auto explained = Fetch("1");
-  explained.keys.insert(explained.keys.end(),
-                        {{"key:EmitFieldDescriptors", "Y"}, {"key: ExplainState", "Y"}});
-  EXPECT_EQ(Record(Ask(explained), "XML_CONTEXT")->FirstText(), context);
+}
+
+TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {
+  Recorded(
+      PrintedLetter("m-1", {{"XML_CONTEXT",
+                             "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\" RawValue=\"2026-11-22\""
+                             " V_EnglishDesc=\"Its day\" V_ExplainState=\"As it was.\">x</LTR_DT>"
+                             "<CUST_ID State=\"40804\" Err=\"80\">1</CUST_ID></XML_CONTEXT>"}}));
+  const auto stored = [&](const char* descriptors, const char* states) {
+    auto question = Fetch("1");
+    question.keys.insert(question.keys.end(),
+                         {{"key:EmitFieldDescriptors", descriptors}, {"key: ExplainState", states}});
+    return Record(Ask(question), "XML_CONTEXT")->FirstText();
+  };
+  EXPECT_EQ(stored("N", "N"),
+            "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\">x</LTR_DT>"
+            "<CUST_ID State=\"40804\" Err=\"80\">1</CUST_ID></XML_CONTEXT>");
+  EXPECT_THAT(stored("Y", "N"),
+              testing::AllOf(HasSubstr("\"Its day\""), HasSubstr("\"Customer number\""),
+                             HasSubstr("RawValue"), testing::Not(HasSubstr("V_ExplainState"))));
+  EXPECT_THAT(stored("N", "Y"),
+              testing::AllOf(HasSubstr("Changes from day to day."), HasSubstr("left out by the user"),
+                             HasSubstr("The input is not one"), testing::Not(HasSubstr("V_EnglishDesc"))));
 }
 
 TEST_F(LetterHistory, AnUpdateBringsTheNextLettersContext) {

@@ -29,7 +29,7 @@ inline constexpr auto kToday = std::chrono::year(2026) / 11 / 22;
 inline server::InitOptions DemoOptions(const std::filesystem::path& data_folder) {
   return {.data_folder = data_folder,
           .product_data_folder = std::filesystem::path(ZEMLO_SOURCE_DIR) / "data",
-          .customers = 24,
+          .customers = 30,
           .today = kToday};
 }
 

@@ -1,0 +1,196 @@
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include "server/field_flags.h"
+#include "tests/server/server_world.h"
+
+// docs/demo-data.md lists which demo customer and letter type shows what; the list is walked here, so that it
+// stays true.
+namespace {
+
+using platform::XmlElement;
+using server::FlagWord;
+using testing::HasSubstr;
+
+/// A line of the list: cells between bars.
+struct Shown {
+  std::string letter_type;
+  std::string customer;
+  std::string form;    ///< "C 3100004", or "" for a letter to a customer
+  std::string status;  ///< "P", "V" or "E"
+  std::string shows;   ///< flags as "FIELD Word.Flag, FIELD Word.Flag"
+};
+
+std::string Cell(std::istringstream& line) {
+  std::string cell;
+  std::getline(line, cell, '|');
+  return platform::ReplaceAll(std::string(platform::Trim(cell)), "`", "");
+}
+
+std::vector<Shown> ReadList() {
+  std::ifstream stream(std::filesystem::path(ZEMLO_SOURCE_DIR) / "docs" / "demo-data.md");
+  std::vector<Shown> list;
+  bool inside = false;
+  for (std::string text; std::getline(stream, text);) {
+    if (text.starts_with("| letter | customer |")) inside = true;
+    if (text.empty()) inside = false;
+    if (!inside || !text.starts_with("| 1")) continue;
+    std::istringstream line(text.substr(1));
+    Shown shown;
+    for (auto* cell : {&shown.letter_type, &shown.customer, &shown.form, &shown.status}) *cell = Cell(line);
+    static_cast<void>(Cell(line));  // the words for a reader
+    shown.shows = Cell(line);
+    list.push_back(shown);
+  }
+  return list;
+}
+
+struct Bit {
+  const char* word;  ///< the attribute
+  FlagWord bits;
+};
+
+const std::map<std::string, Bit> kBits = {
+    {"table", {"State", server::state::kTable}},
+    {"not-from-data", {"State", server::state::kNotFromData}},
+    {"system", {"State", server::state::kSystem}},
+    {"user", {"State", server::state::kUser}},
+    {"paragraph", {"State", server::state::kParagraph}},
+    {"local", {"State", server::state::kLocal}},
+    {"table-row", {"State", server::state::kTableRow}},
+    {"table-column", {"State", server::state::kTableColumn}},
+    {"value-is-null", {"State", server::state::kValueIsNull}},
+    {"can-display", {"State", server::state::kCanDisplay}},
+    {"editable", {"State", server::state::kEditable}},
+    {"input", {"State", server::state::kInput}},
+    {"indirect", {"State", server::state::kIndirect}},
+    {"volatile", {"State", server::state::kVolatile}},
+    {"function", {"State", server::state::kHasFunction}},
+    {"eof", {"State", server::state::kEof}},
+    {"null", {"State", server::state::kNull}},
+    {"default-used", {"State", server::state::kDefaultUsed}},
+    {"reference-optional", {"State", server::state::kReferenceOptional}},
+    {"address-related", {"State", server::state::kAddressRelated}},
+    {"multi-columns", {"State", server::state::kMultiColumns}},
+    {"has-error", {"State", server::state::kHasError}},
+    {"error-in-child", {"State", server::state::kErrorInChild}},
+    {"error-in-non-address-child", {"State", server::state::kErrorInNonAddressChild}},
+    {"err-populate", {"Err", server::error::kPopulateValue}},
+    {"err-function", {"Err", server::error::kExecuteFunction}},
+    {"err-query", {"Err", server::error::kExecuteQuery}},
+    {"err-no-row", {"Err", server::error::kNoRow}},
+    {"err-null", {"Err", server::error::kNull}},
+    {"err-empty", {"Err", server::error::kEmpty}},
+    {"err-zero", {"Err", server::error::kZero}},
+    {"err-input", {"Err", server::error::kInvalidInput}},
+    {"err-ignored", {"Err", server::error::kLetterIgnored}},
+    {"err-address", {"Err", server::error::kAddress}},
+    {"no-po-box", {"AddrState", server::address::kPostOfficeBoxExcluded}},
+    {"in-state", {"AddrState", server::address::kInStateRequired}},
+    {"out-of-state", {"AddrState", server::address::kOutOfStateRequired}},
+    {"prefer-mail", {"AddrState", server::address::kMailPreferred}},
+    {"prefer-residential", {"AddrState", server::address::kResidentialPreferred}},
+    {"mail-used", {"AddrState", server::address::kMailUsed}},
+    {"residential-used", {"AddrState", server::address::kResidentialUsed}},
+    {"in-state-customer", {"AddrState", server::address::kInStateCustomer}},
+    {"mail-missing", {"AddrState", 0x800}},
+    {"residential-missing", {"AddrState", 0x1000}},
+    {"mail-failed", {"AddrState", 0x2000}},
+    {"residential-failed", {"AddrState", 0x4000}},
+    {"mail-po-box", {"AddrState", 0x8000}},
+    {"residential-po-box", {"AddrState", 0x10000}},
+    {"mail-bad", {"AddrState", 0x20000}},
+    {"residential-bad", {"AddrState", 0x40000}},
+    {"mail-state", {"AddrState", 0x80000}},
+    {"residential-state", {"AddrState", 0x100000}},
+    {"address-processing", {"AddrState", server::address::kProcessingError}},
+    {"address-database", {"AddrState", server::address::kDatabaseError}},
+    {"address-verification", {"AddrState", server::address::kVerificationError}},
+    {"address-unknown-status", {"AddrState", server::address::kUnknownVerification}},
+    {"no-usable-address", {"AddrState", server::address::kNoUsableAddress}},
+};
+
+class DemoLetters : public tests::ServerTest {
+ protected:
+  server::Reply Letter(const Shown& shown) {
+    if (shown.form.empty()) return Ask(ContextOf(shown.letter_type, {{"CUST_ID", shown.customer}}));
+    return Ask(ContextOf(shown.letter_type,
+                         {{"FORM_TYP_CD", shown.form.substr(0, 1)}, {"FORM_NBR", shown.form.substr(2, 7)}}));
+  }
+
+  static FlagWord Word(const XmlElement& field, const char* attribute) {
+    const auto text = field.Attribute(attribute).value_or("0");
+    return static_cast<FlagWord>(std::stoul(text, nullptr, 16));
+  }
+
+  /// Every "FIELD flag" of the list's last column; what was seen is noted.
+  void ExpectShown(const Shown& shown, const platform::XmlDocument& context) {
+    std::istringstream list(platform::ReplaceAll(shown.shows, ",", " "));
+    for (std::string name, flag; list >> name >> flag;) {
+      SCOPED_TRACE(name + " " + flag);
+      const auto field = context.FirstByTagName(name);
+      ASSERT_TRUE(field);
+      ASSERT_TRUE(kBits.contains(flag)) << "no such flag";
+      const auto& bit = kBits.at(flag);
+      EXPECT_EQ(Word(field, bit.word) & bit.bits, bit.bits) << field.Attribute(bit.word).value_or("nothing");
+      seen_.insert(flag);
+    }
+  }
+
+  std::set<std::string> seen_;
+};
+
+TEST_F(DemoLetters, ShowWhatTheListSaysAndTogetherEveryFlagThereIs) {
+  const auto list = ReadList();
+  ASSERT_GE(list.size(), 25U) << "the list has another form";
+  for (const auto& shown : list) {
+    SCOPED_TRACE(shown.letter_type + " for " + shown.customer + " " + shown.form);
+    const auto reply = Letter(shown);
+    ASSERT_EQ(reply.error, "");
+    const auto* history = tests::Record(reply, "CORRHIST");
+    EXPECT_EQ(history->Text("PRNT_STTS_CD"), shown.status);
+    EXPECT_EQ(history->Text("CUST_ID"), shown.customer);
+    const auto context =
+        platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+    const auto erroneous = Word(context.Root(), "State") & 0x1C00000;
+    EXPECT_EQ(erroneous == 0, shown.status == "P") << context.Root().Xml();
+    ExpectShown(shown, context);
+  }
+  for (const auto& [flag, bit] : kBits)
+    EXPECT_TRUE(seen_.contains(flag)) << "nothing shows \"" << flag << "\"";
+}
+
+TEST_F(DemoLetters, ComputeWhatTheLetterStates) {
+  const auto reply = Ask(ContextOf("119", {{"FORM_TYP_CD", "C"}, {"FORM_NBR", "3100004"}}));
+  const auto context =
+      platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+  const auto cents = [&](const char* field) {
+    return platform::Money::Parse(context.FirstByTagName(field).Attribute("RawValue").value_or(""))
+        .value()
+        .cents();
+  };
+  EXPECT_EQ(context.FirstByTagName("PENALTY_PCT").Text(), "10 percent");
+  EXPECT_EQ(cents("RELIEF_AMT") + cents("PENALTY_REST"), cents("PENALTY_TOTAL"));
+  const auto count = std::stoi(context.FirstByTagName("PERIOD_COUNT").Text());
+  EXPECT_NEAR(static_cast<double>(cents("PENALTY_AVG")) * count, static_cast<double>(cents("PENALTY_TOTAL")),
+              count);
+  const auto issued =
+      platform::ParseDate(context.FirstByTagName("ISS_DT").Attribute("RawValue").value_or(""));
+  EXPECT_EQ(std::chrono::sys_days(*issued) +
+                std::chrono::days(std::stoi(context.FirstByTagName("DAYS_OPEN").Text())),
+            std::chrono::sys_days(tests::kToday));
+}
+
+TEST_F(DemoLetters, AFunctionThatFailsLeavesTheOtherFieldsTheirValues) {
+  const auto reply = Ask(ContextOf("119", {{"FORM_TYP_CD", "C"}, {"FORM_NBR", "3100108"}}));
+  const auto context =
+      platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+  EXPECT_EQ(context.FirstByTagName("PENALTY_PCT").Text(), "");
+  EXPECT_THAT(context.FirstByTagName("PENALTY_PCT").Attribute("V_ExplainErr").value_or(""),
+              HasSubstr("The function failed"));
+  EXPECT_EQ(context.FirstByTagName("PENALTY_TOTAL").Text(), "$0.00");
+}
+
+}  // namespace
