@@ -128,8 +128,18 @@ std::vector<BookmarkPlace> BookmarkPlacesOf(const DocxTree& tree, DocxStory::Kin
     place.bookmark.Text = texts.Between(range.start, range.end);
     place.bookmark.Inner = InnerNames(index.ranges, i);
     place.where = WhereOf(tree, index, range, kind);
+    place.crosses_cells =
+        tree.Ancestor(range.start, DocxKind::kCell) != tree.Ancestor(range.end, DocxKind::kCell);
   }
   return places;
+}
+
+std::vector<std::string> BookmarksWithoutEnd(const DocxTree& tree) {
+  std::vector<std::string> names;
+  for (const auto& range : BookmarkIndex(tree).ranges) {
+    if (!range.has_end() && !range.in_fallback) names.emplace_back(range.name);
+  }
+  return names;
 }
 
 }  // namespace wordprocessor

@@ -16,6 +16,7 @@ struct BookmarkPlace {
 
   platform::DocumentBookmark bookmark;
   Where where = Where::kBody;
+  bool crosses_cells = false;  ///< begins in one cell of a table and ends in another, or outside
 };
 
 /// "body", "table", "header", "footer", "note", "text box".
@@ -24,5 +25,8 @@ std::string_view PlaceName(BookmarkPlace::Where where);
 /// The bookmarks of one document part in document order; a text box told twice counts once. Bookmarks that
 /// lack an end are left out, they hold nothing.
 std::vector<BookmarkPlace> BookmarkPlacesOf(const DocxTree& tree, DocxStory::Kind kind);
+
+/// The names of the bookmarks that begin and never end.
+std::vector<std::string> BookmarksWithoutEnd(const DocxTree& tree);
 
 }  // namespace wordprocessor

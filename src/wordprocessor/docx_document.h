@@ -33,6 +33,7 @@ class DocxDocument {
   /// with a line feed.
   std::vector<platform::DocumentBookmark> Bookmarks() const;
   std::vector<BookmarkPlace> BookmarkPlaces() const;
+  std::vector<std::string> BookmarksWithoutEnd() const;
 
   /// Takes from the common template what the letter has none of: headers, footers, page size and margins,
   /// styles (docx_common_template.h says which). Throws as Open where the result could not be read.

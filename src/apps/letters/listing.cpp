@@ -1,6 +1,5 @@
 #include "apps/letters/listing.h"
 
-#include <QJsonArray>
 #include <QJsonObject>
 #include <algorithm>
 #include <iostream>
@@ -10,18 +9,6 @@
 
 namespace apps {
 namespace {
-
-void PrintAsJson(const Listing& listing) {
-  QJsonArray list;
-  for (const auto& row : listing.rows) {
-    QJsonObject object;
-    for (std::size_t column = 0; column < row.size(); ++column) {
-      object.insert(QLatin1String(listing.columns[column].key), QString::fromStdString(row[column]));
-    }
-    list.append(object);
-  }
-  PrintJson(QJsonDocument(list));
-}
 
 std::vector<std::size_t> Widths(const Listing& listing) {
   std::vector<std::size_t> widths;
@@ -45,8 +32,20 @@ void PrintRow(const std::vector<std::string>& row, const std::vector<std::size_t
 
 }  // namespace
 
+QJsonArray AsJson(const Listing& listing) {
+  QJsonArray list;
+  for (const auto& row : listing.rows) {
+    QJsonObject object;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+      object.insert(QLatin1String(listing.columns[column].key), QString::fromStdString(row[column]));
+    }
+    list.append(object);
+  }
+  return list;
+}
+
 void Print(const Listing& listing, bool as_json) {
-  if (as_json) return PrintAsJson(listing);
+  if (as_json) return PrintJson(QJsonDocument(AsJson(listing)));
   const auto widths = Widths(listing);
   std::vector<std::string> headings;
   for (const auto& column : listing.columns) headings.emplace_back(column.heading);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonArray>
 #include <span>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ struct Listing {
   std::span<const Column> columns;
   std::vector<std::vector<std::string>> rows;  ///< a text for each column
 };
+
+/// The rows as objects, for a document that holds more than the list.
+QJsonArray AsJson(const Listing& listing);
 
 /// Writes the list to standard output: aligned columns, or a JSON array of objects.
 void Print(const Listing& listing, bool as_json);

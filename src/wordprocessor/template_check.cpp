@@ -1,0 +1,129 @@
+#include "wordprocessor/template_check.h"
+
+#include <algorithm>
+#include <numeric>
+#include <set>
+#include <string_view>
+
+#include "platform/text.h"
+#include "wordprocessor/bookmark_text.h"
+#include "wordprocessor/data_context.h"
+
+namespace wordprocessor {
+namespace {
+
+using Grade = TemplateFinding::Grade;
+using Kind = TemplateField::Kind;
+
+/// How many letters have to be put in, left out or changed to make one name of the other (Levenshtein).
+std::size_t Distance(std::string_view from, std::string_view to) {
+  std::vector<std::size_t> row(to.size() + 1);
+  std::iota(row.begin(), row.end(), std::size_t{0});
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    auto diagonal = row[0];
+    row[0] = i + 1;
+    for (std::size_t j = 0; j < to.size(); ++j) {
+      const auto changed = diagonal + (from[i] == to[j] ? 0 : 1);
+      diagonal = row[j + 1];
+      row[j + 1] = std::min({row[j] + 1, row[j + 1] + 1, changed});
+    }
+  }
+  return row.back();
+}
+
+std::string FieldNameOf(const std::string& bookmark) {
+  const auto repeated = RepeatedName(bookmark);
+  return repeated.empty() ? bookmark : std::string(repeated);
+}
+
+class TemplateCheck {
+ public:
+  TemplateCheck(const DocxDocument& document, const std::vector<TemplateField>& fields)
+      : fields_(fields), places_(document.BookmarkPlaces()), endless_(document.BookmarksWithoutEnd()) {}
+
+  std::vector<TemplateFinding> Run() && {
+    for (const auto& place : places_) CheckPlace(place);
+    for (const auto& name : endless_) {
+      Find(Grade::kError, name, "The bookmark has no end, so it is never filled: set it anew.");
+    }
+    CheckUse();
+    return std::move(findings_);
+  }
+
+ private:
+  void Find(Grade grade, const std::string& bookmark, std::string text, std::string suggestion = "") {
+    findings_.push_back({grade, bookmark, std::move(text), std::move(suggestion)});
+  }
+
+  void CheckPlace(const BookmarkPlace& place) {
+    const auto& name = place.bookmark.Name;
+    if (!names_.insert(name).second) {
+      Find(Grade::kError, name, "The name is used twice: call the second one \"" + name + "__1\".");
+    }
+    const auto field = std::ranges::find(fields_, FieldNameOf(name), &TemplateField::name);
+    if (field == fields_.end()) return ReportUnknown(name);
+    if (place.crosses_cells && field->kind != Kind::kTable) {
+      Find(Grade::kError, name, "The bookmark goes from one table cell into another: keep it within one.");
+    }
+    if (field->kind == Kind::kTable && place.where != BookmarkPlace::Where::kTable) {
+      Find(Grade::kError, name, "The field has rows, but the bookmark stands in no table row.");
+    }
+    if (field->kind == Kind::kColumn && !IsInside(*field, name)) {
+      Find(Grade::kError, name,
+           "The bookmark is a column of \"" + field->table + "\", but stands outside of that bookmark.");
+    }
+    if (field->kind == Kind::kParagraph && IsBlank(place.bookmark.Text)) {
+      Find(Grade::kError, name, "The optional paragraph has no wording: set the bookmark around its text.");
+    }
+  }
+
+  bool IsInside(const TemplateField& column, const std::string& name) const {
+    return std::ranges::any_of(places_, [&](const BookmarkPlace& outer) {
+      return outer.bookmark.Name == column.table &&
+             std::ranges::find(outer.bookmark.Inner, name) != outer.bookmark.Inner.end();
+    });
+  }
+
+  /// A misspelling differs in a letter or two; names that differ in more are other names.
+  void ReportUnknown(const std::string& bookmark) {
+    const auto name = FieldNameOf(bookmark);
+    const auto upper = platform::UpperCase(name);
+    const auto distance = [&](const TemplateField& field) { return Distance(upper, field.name); };
+    const auto nearest = std::ranges::min_element(fields_, {}, distance);
+    const bool likely =
+        nearest != fields_.end() && distance(*nearest) <= std::max<std::size_t>(1, name.size() / 4);
+    const auto suggestion = likely ? nearest->name + bookmark.substr(name.size()) : "";
+    Find(Grade::kError, bookmark,
+         "No field of the letter fills this bookmark" +
+             (likely ? "; did you mean \"" + suggestion + "\"?" : std::string(".")),
+         suggestion);
+  }
+
+  void CheckUse() {
+    std::set<std::string> used(endless_.begin(), endless_.end());
+    for (const auto& place : places_) used.insert(FieldNameOf(place.bookmark.Name));
+    for (const auto& field : fields_) {
+      if (used.contains(field.name)) continue;
+      if (field.kind == Kind::kUser)
+        Find(Grade::kWarning, field.name,
+             "The officer is asked for this value, but the letter does not show it.");
+      if (field.kind == Kind::kParagraph)
+        Find(Grade::kWarning, field.name, "The officer may choose this paragraph, but the letter has none.");
+    }
+  }
+
+  const std::vector<TemplateField>& fields_;
+  const std::vector<BookmarkPlace> places_;
+  const std::vector<std::string> endless_;
+  std::set<std::string> names_;
+  std::vector<TemplateFinding> findings_;
+};
+
+}  // namespace
+
+std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
+                                           const std::vector<TemplateField>& fields) {
+  return TemplateCheck(document, fields).Run();
+}
+
+}  // namespace wordprocessor

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "wordprocessor/docx_document.h"
+
+namespace wordprocessor {
+
+/// A field that the letters of a template may be filled from.
+struct TemplateField {
+  enum class Kind : std::uint8_t { kValue, kTable, kColumn, kUser, kParagraph };
+
+  std::string name;
+  Kind kind = Kind::kValue;
+  std::string table = {};  ///< of a column
+};
+
+/// What a template's author should look at.
+struct TemplateFinding {
+  /// An error makes letters that are wrong; a warning may be meant.
+  enum class Grade : std::uint8_t { kError, kWarning };
+
+  Grade grade = Grade::kError;
+  std::string bookmark;
+  std::string text;             ///< a whole sentence
+  std::string suggestion = {};  ///< the name that was probably meant; "" where there is none
+};
+
+/// Checks a template's bookmarks against the fields: names that no field has (with the likeliest one), names
+/// used twice, bookmarks without an end or across cells, optional paragraphs without wording, tables and
+/// columns out of place, and values asked of the officer that the letter does not show. In document order,
+/// what is missing last.
+std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
+                                           const std::vector<TemplateField>& fields);
+
+}  // namespace wordprocessor
