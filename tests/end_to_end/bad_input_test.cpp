@@ -28,6 +28,24 @@ TEST(WrongUsage, EveryCommandSaysWhatIsWrongAndHasAHelp) {
   }
 }
 
+TEST(TemplateCheck, EveryTemplateOfTheProductIsSound) {
+  for (const auto& file : FilesIn(std::filesystem::path(ZEMLO_SOURCE_DIR) / "data" / "templates")) {
+    if (file.extension() != ".docx") continue;
+    const auto run = RunLetters({"bookmarks", file.string()});
+    EXPECT_EQ(run.status, 0) << file;
+    EXPECT_THAT(run.err, IsEmpty()) << file;
+  }
+}
+
+TEST(TemplateCheck, ATemplateCheckedAgainstAnotherLetterEndsWithStatusOne) {
+  const auto file = std::string(ZEMLO_SOURCE_DIR) + "/data/templates/RFD105_2406.docx";
+  const auto run = RunLetters({"bookmarks", "--json", "--type", "101", file});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.out, HasSubstr("\"bookmark\": \"PARA_FREE_TEXT\""));
+  EXPECT_THAT(RunLetters({"bookmarks", "--type", "999", file}).err,
+              HasSubstr("There is no letter type \"999\""));
+}
+
 TEST(UnpreparedFolder, TheMessageSaysToRunInit) {
   const TemporaryFolder folder;
   for (const std::string command : {"types", "customers"}) {
