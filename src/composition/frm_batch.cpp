@@ -45,8 +45,12 @@ void frmBatch::ErrBookMark(std::string context) {
   Trap(services_, "frmBatch.ErrBookMark", [&] { err_book_mark_ = std::move(context); });
 }
 
+void frmBatch::SetText(platform::Label& label, std::string_view text) {
+  label.SetCaption(platform::ReplaceAll(text, "&", "&&"));
+}
+
 void frmBatch::ShowBatchError(const std::string& text) {
-  batch_error.SetCaption(text);
+  SetText(batch_error, text);
   batch_error.SetVisible(true);
 }
 
@@ -56,10 +60,7 @@ void frmBatch::OnLoad() {
   Trap(services_, kLoad, [&] {
     SetMode();
     FillTree();
-    if (tvw.IsEmpty()) {
-      throw Failure(Failure::Kind::kNotFound,
-                    "There is nothing to show: no field of the letter is in error.");
-    }
+    if (tvw.IsEmpty()) throw Failure(Failure::Kind::kNotFound, "There is nothing to show: " + WhyEmpty());
     FillLabels();
   });
 }
@@ -76,7 +77,7 @@ void frmBatch::FillTree() {
     services_.errors.ReportError("Message parsing error", platform::kComponentTitle, kLoad);
     const auto start = platform::FirstCharacters(err_book_mark_, kReportedCharacters);
     services_.errors.ReportError("Message; " + std::string(start), platform::kComponentTitle, kLoad);
-    return;
+    std::move(parsed).OrFail();  // fails with the reason and its place
   }
   const Tree::Edit edit(tvw);
   tvw.Clear();
@@ -85,6 +86,13 @@ void frmBatch::FillTree() {
   const auto root = document_->Root();
   state_.InitFromNode(root);
   AddNode(root, nullptr);
+}
+
+std::string frmBatch::WhyEmpty() const {
+  ZEMLO_NodeState root;
+  root.InitFromNode(document_->Root());
+  return root.IsErroneous() ? "the fields in error are none that this form shows."
+                            : "no field of the letter is in error.";
 }
 
 void frmBatch::AddNode(const XmlElement& element, Tree::Node* parent) {
@@ -125,8 +133,8 @@ void frmBatch::CountError() {
 }
 
 void frmBatch::FillLabels() {
-  account.SetCaption(AccountText());
-  address_status.SetCaption(document_->Root().Attribute("V_ExplainAddr").value_or(""));
+  SetText(account, AccountText());
+  SetText(address_status, document_->Root().Attribute("V_ExplainAddr").value_or(""));
   error_count.SetCaption(std::to_string(errors_.value()));
 }
 
@@ -143,10 +151,10 @@ void frmBatch::tvw_NodeClick(const Tree::Node& node) {
     Trap(services_, "frmBatch.tvw_NodeClick", [&] {
       for (const auto& line : kBookmarkInformation) (this->*line.label).SetCaption("");
       const auto& element = std::any_cast<const XmlElement&>(node.tag);
-      bookmark_name.SetCaption(element.Name());
-      bookmark_value.SetCaption(element.Text());
+      SetText(bookmark_name, element.Name());
+      SetText(bookmark_value, element.Text());
       for (const auto& [label, attribute] : kExplanations) {
-        (this->*label).SetCaption(element.Attribute(attribute).value_or(""));
+        SetText(this->*label, element.Attribute(attribute).value_or(""));
       }
     });
   });

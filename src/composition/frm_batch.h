@@ -3,6 +3,8 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "composition/node_state.h"
 #include "platform/controls/command.h"
@@ -59,6 +61,8 @@ class frmBatch : public platform::Form {
 
   platform::Command cmdOk{"OK"};
 
+  /// Shows a text in a label word by word: an "&" in it marks no mnemonic.
+  static void SetText(platform::Label& label, std::string_view text);
   /// The error of a letter of a batch run, word by word.
   void ShowBatchError(const std::string& text);
 
@@ -95,6 +99,7 @@ class frmBatch : public platform::Form {
  private:
   void SetMode();
   void FillTree();
+  std::string WhyEmpty() const;
   /// Adds the element, where the mode shows it, and all below it: at most 256 levels, which is what parses.
   void AddNode(const platform::XmlElement& element, platform::Tree::Node* parent);
   bool IsShown() const;

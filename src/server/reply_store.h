@@ -8,11 +8,12 @@
 
 namespace server {
 
-/// The replies that have come, by message key; the oldest go when there are too many. What was handed out of
-/// a reply stays good. One thread.
+/// The replies that have come, by message key; the oldest go when there are too many, or too many rows in
+/// them. What was handed out of a reply stays good. One thread.
 class ReplyStore {
  public:
   static constexpr std::size_t kKept = 64;
+  static constexpr std::size_t kKeptRows = 100'000;  ///< the newest reply is kept whatever it holds
 
   void Keep(std::string message_key, Reply reply);
   /// Null where no such reply has come, or where it has been dropped.
@@ -22,6 +23,7 @@ class ReplyStore {
   struct Kept {
     std::string message_key;
     Reply reply;
+    std::size_t rows;  // as they came; whoever shows them may have added some
   };
   std::deque<Kept> kept_;  // oldest first
 };

@@ -108,7 +108,7 @@ void HistorySearch::FillHistory(PageIndex index) {
     const auto listing = index == PageIndex::kBatch ? PageIndex::kTracking : index;
     uses_.services.host.SetMousePointer(platform::MousePointer::kNormal);
     ListReply(uses_.pages.Letter(listing));
-    if (listing == PageIndex::kTracking) WithdrawLetterActions();
+    listing == PageIndex::kTracking ? WithdrawLetterActions() : WithdrawOnlineActions();
   });
 }
 
@@ -128,6 +128,13 @@ void HistorySearch::WithdrawLetterActions() {
   for (auto& option : uses_.pages.tracking.OptLetter) {
     option.SetEnabled(false);
     option.SetSelected(false);
+  }
+}
+
+// No letter of the new list is selected.
+void HistorySearch::WithdrawOnlineActions() {
+  for (const auto option : {CorrespondencePage::kViewLetter, CorrespondencePage::kPrintLetter}) {
+    uses_.pages.correspondence.OptOnline[option].SetEnabled(false);
   }
 }
 

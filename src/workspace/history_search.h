@@ -49,6 +49,7 @@ class HistorySearch {
   const char* LetterStatus() const;
   void ListReply(LetterPage& page);
   void WithdrawLetterActions();
+  void WithdrawOnlineActions();
 
   const Uses uses_;
 };

@@ -9,6 +9,7 @@ namespace {
 
 using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
@@ -112,9 +113,9 @@ TEST_F(FrmBatch, NamesTheAccountAndTheAddress) {
       {"", ""},
   };
   for (const auto& [fields, account] : cases) {
-    Show(std::string(R"(<C State="C00000" V_ExplainAddr="No usable address.">)") + fields + "</C>");
+    Show(std::string(R"(<C State="C00000" V_ExplainAddr="Smith &amp; Co: none.">)") + fields + "</C>");
     EXPECT_EQ(form_->account.caption(), account);
-    EXPECT_EQ(form_->address_status.caption(), "No usable address.");
+    EXPECT_EQ(form_->address_status.caption(), "Smith && Co: none.");
   }
 }
 
@@ -134,6 +135,7 @@ TEST_F(FrmBatch, ReportsATextThatIsNoXmlWithItsStart) {
   EXPECT_THAT(fakes_.errors.Procedures(), Each("frmBatch.Form_Load"));
   EXPECT_EQ(fakes_.errors.reports[0].description, "Message parsing error");
   EXPECT_EQ(fakes_.errors.reports[1].description, "Message; " + start);
+  EXPECT_THAT(fakes_.errors.reports[2].description, HasSubstr("line 1"));
   EXPECT_THAT(Captions(frmBatch::kHeader), Each(""));
 }
 
@@ -143,6 +145,13 @@ TEST_F(FrmBatch, KeepsWhatCameBeforeAndAfterAFieldThatCannotBeRead) {
   EXPECT_THAT(Nodes(), ElementsAre("C ErrorInChild", " A ErrorBK!", " D ErrorBK!"));
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("frmBatch.AddNode"));
   EXPECT_EQ(form_->error_count.caption(), "2");
+}
+
+TEST_F(FrmBatch, SaysSoWhenTheErrorIsInAFieldThatItHides) {
+  Show(R"(<C State="1000004"><S State="400004"/></C>)");
+  EXPECT_THAT(Nodes(), IsEmpty());
+  EXPECT_EQ(fakes_.errors.reports.at(0).description,
+            "There is nothing to show: the fields in error are none that this form shows.");
 }
 
 TEST_F(FrmBatch, ExplainsTheFieldTheUserClicks) {

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <iostream>
+
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
@@ -129,6 +131,8 @@ int RunHistory(const QStringList& words) {
   pages.tracking.search.UserClicks();
   office.RunUntilIdle();
   if (office.refused()) return kRefused;
+  const auto& letters = pages.tracking.sdgGrid.rows();
+  if (!letters || letters->IsEmpty()) std::cerr << "No letter history record found\n";
   List(pages.tracking.sdgGrid, line.IsSet("json"));
   return office.refused() ? kRefused : kDone;
 }

@@ -48,7 +48,7 @@ class FormText {
     for (const auto& image : form_.tvw.images) {
       out_ << std::string(kIndent, ' ') << MarkOf(image.key) << ' ' << image.meaning;
     }
-    out_ << '\n';
+    out_ << std::string(kIndent, ' ') << kNoMark << " error that is no field's own\n";
   }
 
  private:
@@ -65,7 +65,7 @@ class FormText {
 
   /// Nothing for an empty label; further lines of a text stand below its first one.
   void WriteLabel(const frmBatch::Line& line, std::size_t indent) {
-    const auto& text = (form_.*line.label).caption();
+    const auto text = platform::ReplaceAll((form_.*line.label).caption(), "&&", "&");
     if (text.empty()) return;
     std::string caption = line.caption;
     caption.resize(std::max(caption.size(), kCaptionWidth), ' ');
@@ -78,11 +78,19 @@ class FormText {
   std::ostream& out_;
 };
 
+/// One that cannot be read is in error, too: the form reports why.
 bool IsErroneous(const std::string& context) {
-  const auto document = platform::XmlDocument::Parse(context).OrFail();
+  const auto parsed = platform::XmlDocument::Parse(context);
+  if (!parsed.document) return true;
   composition::ZEMLO_NodeState root;
-  root.InitFromNode(document.Root());
+  root.InitFromNode(parsed.document->Root());
   return root.IsErroneous();
+}
+
+/// "" where the form found none that it shows.
+std::string CountOf(const frmBatch& form) {
+  const auto& count = form.error_count.caption();
+  return count.empty() || count == "0" ? "" : " (" + count + ")";
 }
 
 }  // namespace
@@ -92,8 +100,8 @@ ErrorNotice::ErrorNotice(HeadlessOffice& office, bool will_explain) {
     auto* information = dynamic_cast<frmBatch*>(&form);
     if (information == nullptr) return false;
     given_ = true;
-    std::cerr << "The letter is not made: its data are in error (" << information->error_count.caption()
-              << ")." << (will_explain ? "" : " Run the command with --explain to see where.") << '\n';
+    std::cerr << "The letter is not made: its data are in error" << CountOf(*information) << "."
+              << (will_explain ? "" : " Run the command with --explain to see where.") << '\n';
     information->cmdOk.UserClicks();
     return true;
   });

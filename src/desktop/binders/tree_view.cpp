@@ -123,7 +123,8 @@ void TreeView::TellClick() {
 void TreeView::mousePressEvent(QMouseEvent* event) {
   told_ = false;
   QTreeWidget::mousePressEvent(event);
-  if (!told_ && itemAt(event->position().toPoint()) != nullptr) TellClick();  // on the selected one again
+  const auto* pressed = itemAt(event->position().toPoint());
+  if (!told_ && pressed != nullptr && pressed->isSelected()) TellClick();  // on the selected one again
 }
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
