@@ -1,10 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <iostream>
 #include <optional>
 #include <string>
 #include <vector>
-
-#include <iostream>
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
