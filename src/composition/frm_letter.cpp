@@ -44,7 +44,7 @@ void frmLetter::OnLoad() {
     paragraphs_.Show();
     sdgGrid.SetVisible(has_paragraphs_);
     txtParagraph.SetVisible(has_paragraphs_);
-    cmdOK.SetEnabled(context_.has_value());
+    cmdOK.SetEnabled(is_read_);
   });
   services_.host.SetMousePointer(platform::MousePointer::kNormal);
   services_.status.ShowStatus("Ready");
@@ -52,15 +52,16 @@ void frmLetter::OnLoad() {
 
 void frmLetter::ReadBookMarkInput() {
   context_ = std::move(platform::XmlDocument::Parse(BookMarkInput).document);
+  is_read_ = false;
   if (context_) {
-    GetBookMarkCollection(context_->Root());
+    is_read_ = GetBookMarkCollection(context_->Root());
   } else {
     ReportUnreadable(services_, BookMarkInput);
   }
 }
 
-void frmLetter::GetBookMarkCollection(platform::XmlElement root) {
-  Trap(services_, "frmLetter.GetBookMarkCollection", [&] {
+bool frmLetter::GetBookMarkCollection(platform::XmlElement root) {
+  return Trap(services_, "frmLetter.GetBookMarkCollection", [&] {
     ZEMLO_NodeState state;
     state.InitFromNode(root);
     has_paragraphs_ = state.IsParaType();
@@ -122,7 +123,7 @@ void frmLetter::PrintPreview() {
   services_.host.SetMousePointer(platform::MousePointer::kHourglass);
   const auto root = context_->Root();
   user_bookmarks_.ReplaceUserBK(root);
-  paragraphs_.SaveParagraphMarks(root);
+  if (has_paragraphs_) paragraphs_.SaveParagraphMarks(root);
   paragraphs_.ReplaceParagraph(root);
   XMLBookMark = root.Xml();
   ClearForm();

@@ -43,8 +43,6 @@ class frmLetter : public platform::Form {
 
   /// Whether values were missing when the form was last confirmed.
   bool HasMissingValues() const { return !missing_values_.empty(); }
-  /// The cursor of the user bookmarks goes to the next row without a value. Returns whether there is one.
-  bool MoveToNextBlank() { return user_bookmarks_.MoveToNextBlank(); }
 
  protected:
   void OnLoad() override;
@@ -52,7 +50,8 @@ class frmLetter : public platform::Form {
 
  private:
   void ReadBookMarkInput();
-  void GetBookMarkCollection(platform::XmlElement root);
+  /// Returns whether every field could be read.
+  bool GetBookMarkCollection(platform::XmlElement root);
   void AddBookmark(const platform::XmlElement& field);
   void cmdOK_click();
   void cmdCancel_click();
@@ -68,6 +67,7 @@ class frmLetter : public platform::Form {
   ParagraphChoice paragraphs_;
 
   std::optional<platform::XmlDocument> context_;  // nothing where the input did not parse
+  bool is_read_ = false;                          // the whole of it
   bool has_paragraphs_ = false;
   std::string missing_values_;  // one line each
 

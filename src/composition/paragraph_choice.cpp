@@ -119,6 +119,7 @@ void ParagraphChoice::SetInnerState(const std::string& name, bool flag, platform
   if (CheckDoubleUnderScore(name)) return;
   if (flag && platform::UpperCase(name).find("PARA_") == std::string::npos) unchosen_.insert(name);
   const auto element = root.FirstByTagName(name);
+  if (!element) return;  // a bookmark that no field fills: there is nothing to mark
   ZEMLO_NodeState state;
   platform::While("reading the field \"" + name + "\" of a paragraph", [&] { state.InitFromNode(element); });
   state.SetIsUserUnSelected(flag);
@@ -135,7 +136,8 @@ void ParagraphChoice::SaveParagraphMarks(platform::XmlElement root) const {
   Trap(services_, "frmLetter.SaveParagraphMarks", [&] {
     for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
       const auto name = rows_->Text(row, kName);
-      MarkParagraph(root.FirstByTagName(name), !IsTicked(row) || name == kFreeText);
+      platform::While("marking the paragraph \"" + name + "\"",
+                      [&] { MarkParagraph(root.FirstByTagName(name), !IsTicked(row) || name == kFreeText); });
     }
   });
 }
@@ -151,7 +153,8 @@ void ParagraphChoice::ReplaceParagraph(platform::XmlElement root) const {
         throw Failure(Failure::Kind::kNotFound,
                       "The letter has no field \"" + std::string(kFreeText) + "\" to write the text into.");
       }
-      element.SetText(free_text_ + std::string(kAfterFreeText));
+      platform::While("writing the text of " + std::string(kFreeText),
+                      [&] { element.SetText(free_text_ + std::string(kAfterFreeText)); });
     }
   });
 }

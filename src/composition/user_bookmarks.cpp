@@ -53,10 +53,4 @@ void UserBookmarks::ReplaceUserBK(platform::XmlElement root) const {
   });
 }
 
-bool UserBookmarks::MoveToNextBlank() {
-  const auto row = grid_.NextBlank();
-  if (row) grid_.MoveTo(*row);
-  return row.has_value();
-}
-
 }  // namespace composition

@@ -36,8 +36,6 @@ class UserBookmarks {
   std::string GetEmptySingleBookMark(const MayBeEmpty& may_be_empty);
   /// Writes the values into the elements of the context. Ends with a report at the first row that has none.
   void ReplaceUserBK(platform::XmlElement root) const;
-  /// The cursor goes to the next row without a value. Returns whether there is one.
-  bool MoveToNextBlank();
 
  private:
   const platform::Services& services_;

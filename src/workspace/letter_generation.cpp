@@ -92,7 +92,10 @@ void LetterGeneration::CreateNewCorrespondence() {
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
     uses_.letter.printed_from_entry_form = false;
     const auto context = Reply("XML_Context");
-    if (context != nullptr) uses_.letter.context = context->FirstText();
+    if (context == nullptr)
+      throw platform::Failure(platform::Failure::Kind::kNotFound,
+                              "The server's reply brought no data of the letter.");
+    uses_.letter.context = context->FirstText();
     const auto document = platform::XmlDocument::Parse(uses_.letter.context).OrFail();
     composition::ZEMLO_NodeState root;
     root.InitFromNode(document.Root());
@@ -154,12 +157,14 @@ void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& roo
 void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const {
   const auto request_name = uses_.state.pending_request_name;
   if (root.IsParaType() || root.IsUserType()) {
+    uses_.printing.ReleasePreview();  // of the letter before: it must not open over the form
     uses_.printing.ExpectFromDialog(letter, request_name);
     CompleteLetter(letter);
+    if (letter.printed_from_entry_form) uses_.printing.PrintDoc(letter, request_name);
+    uses_.printing.DialogClosed();
   } else {
     uses_.printing.Preview(letter, request_name);
   }
-  if (letter.printed_from_entry_form) uses_.printing.PrintDoc(letter, request_name);
 }
 
 void LetterGeneration::CompleteLetter(LetterData& letter) const {

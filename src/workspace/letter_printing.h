@@ -41,6 +41,8 @@ class LetterPrinting {
   void ExpectFromDialog(const LetterData& letter, const std::string& request_name) {
     ExpectPrint(letter, request_name);
   }
+  /// It has been closed: what is printed from now on is another letter.
+  void DialogClosed() { uses_.services.print_journal.Expect({}); }
   /// The run of that request stops, where it belongs to one.
   void EndRun(const std::string& request_name) const;
   /// Records a printed letter and continues its run.

@@ -115,6 +115,31 @@ TEST_F(TheLetterForm, AsksForAllMissingValuesAndPutsTheCursorOnTheFirst) {
   EXPECT_THAT(form->XMLBookMark, HasSubstr(">b</B>"));
 }
 
+TEST_F(TheLetterForm, TakesPastedTextWithoutWhatNoDocumentCarries) {
+  Load(kLetter);
+  UserFills(0, "Ann\v of\x01 Troy\xff");
+  UserFills(1, "Troy");
+  EXPECT_EQ(form->sdgUserBookmark.rows()->Text(0, UserBookmarks::kValue), "Ann of Troy");
+  UserConfirms();
+  EXPECT_THAT(form->XMLBookMark, HasSubstr(">Troy</U_TOWN>"));
+  EXPECT_THAT(Reports(), IsEmpty());
+}
+
+TEST_F(TheLetterForm, CannotBeConfirmedWhereAFieldCouldNotBeRead) {
+  Load(R"(<C State="8"><A State="8"/><B State="oops"/><D State="8"/></C>)");
+  EXPECT_THAT(Reports(), ElementsAre("frmLetter.GetBookMarkCollection"));
+  EXPECT_FALSE(form->cmdOK.enabled());
+}
+
+TEST_F(TheLetterForm, LeadsFromOneBlankValueToTheOthersOnly) {
+  Load(kLetter);
+  form->sdgUserBookmark.MoveTo(0);
+  EXPECT_EQ(form->sdgUserBookmark.NextBlank(), 1u);
+  UserFills(1, "Troy");
+  form->sdgUserBookmark.MoveTo(0);
+  EXPECT_EQ(form->sdgUserBookmark.NextBlank(), std::nullopt);
+}
+
 TEST_F(TheLetterForm, WritesTheValuesAndOpensThePreview) {
   Load(kLetter);
   UserFills(0, "<Ann & Co>");

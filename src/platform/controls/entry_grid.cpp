@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/controls/typed_text.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -12,6 +13,7 @@ bool EntryGrid::MayEnter(std::size_t row) const {
 
 void EntryGrid::UserEdits(std::size_t row, std::string text) {
   if (entry != Entry::kText || !MayEnter(row)) return;
+  text = TypedText(text);
   if (rows()->Text(row, entry_key) != text) Enter(row, std::move(text));
 }
 
@@ -43,8 +45,9 @@ bool EntryGrid::IsTicked(std::size_t row) const {
 
 std::optional<std::size_t> EntryGrid::NextBlank() const {
   const auto count = rows() ? rows()->RecordCount() : 0;
-  const auto first = rows() && rows()->CurrentRow() ? *rows()->CurrentRow() + 1 : 0;
-  for (std::size_t n = 0; n < count; ++n) {
+  const auto current = rows() ? rows()->CurrentRow() : std::nullopt;
+  const auto first = current ? *current + 1 : 0;
+  for (std::size_t n = 0; n + (current ? 1 : 0) < count; ++n) {
     const auto row = (first + n) % count;
     if (Trim(rows()->Text(row, entry_key)).empty()) return row;
   }

@@ -18,7 +18,7 @@ class EntryGrid : public Grid {
   Entry entry = Entry::kText;
 
   // The user enters a value: the row becomes the current one, and CellChanged follows where the value
-  // differs.
+  // differs. A text goes in as TypedText has it.
   void UserEdits(std::size_t row, std::string text);
   void UserTicks(std::size_t row, bool tick);
   void UserMovesTo(std::size_t row);
@@ -26,8 +26,8 @@ class EntryGrid : public Grid {
 
   /// As MakeCurrent, and tells of it.
   void MoveTo(std::size_t row);
-  /// The next row after the current one, from the top again after the last, whose entry is blank. The current
-  /// row comes last; nothing where no row is blank.
+  /// The next row after the current one, from the top again after the last, whose entry is blank. Nothing
+  /// where no other row is blank: the user has just left the current one blank, and may mean it.
   std::optional<std::size_t> NextBlank() const;
 
   /// The user has changed the entry of the current row.

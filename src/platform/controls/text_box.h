@@ -3,6 +3,7 @@
 #include <string>
 
 #include "platform/controls/text_field.h"
+#include "platform/controls/typed_text.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -15,9 +16,10 @@ class TextBox : public TextField {
   bool read_only() const { return read_only_; }
   void SetReadOnly(bool read_only) { Assign(read_only_, read_only); }
 
-  /// The user changes the text; nothing happens while it is read only, disabled or hidden.
+  /// The user changes the text, taken as TypedText has it; nothing happens while it is read only, disabled or
+  /// hidden.
   void UserEdits(const std::string& text) {
-    if (!read_only_ && enabled() && visible()) SetText(WithLineBreaks(text));
+    if (!read_only_ && enabled() && visible()) SetText(WithLineBreaks(TypedText(text)));
   }
   /// The user leaves the box.
   void UserLeaves() { LostFocus(); }

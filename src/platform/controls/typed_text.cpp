@@ -1,0 +1,19 @@
+#include "platform/controls/typed_text.h"
+
+#include <algorithm>
+
+#include "platform/xml_characters.h"
+
+namespace platform {
+
+std::string TypedText(std::string_view text) {
+  std::string kept;
+  while (!text.empty()) {
+    const auto length = XmlCharactersLength(text);
+    kept += text.substr(0, length);
+    text.remove_prefix(std::min(length + 1, text.size()));  // and the byte that cannot stand there
+  }
+  return kept;
+}
+
+}  // namespace platform
