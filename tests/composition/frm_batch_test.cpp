@@ -161,9 +161,9 @@ TEST_F(FrmBatch, ExplainsTheFieldTheUserClicks) {
       R"(V_ExplainState="Empty." V_ExplainAttr="May be shown." V_ExplainErr="Needed.">one<X> &amp; two</X></A></C>)");
   UserClicks({0, 0});
   EXPECT_THAT(Captions(frmBatch::kBookmarkInformation),
-              ElementsAre("A", "Data.", "one & two", "raw", "Empty.", "May be shown.", "Needed."));
+              ElementsAre("A", "Data.", "one && two", "raw", "Empty.", "May be shown.", "Needed."));
   UserClicks({0});
-  EXPECT_THAT(Captions(frmBatch::kBookmarkInformation), ElementsAre("C", "", "one & two", "", "", "", ""))
+  EXPECT_THAT(Captions(frmBatch::kBookmarkInformation), ElementsAre("C", "", "one && two", "", "", "", ""))
       << "nothing stays of the field before";
 }
 
