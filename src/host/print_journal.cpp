@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/identity.h"
 #include "platform/trap.h"
 
 namespace host {
@@ -41,7 +42,8 @@ std::string PrintJournal::Record() {
   const auto key = printing_->note().message_key;
   auto& note = recording_.emplace(key, std::move(*printing_)).first->second;
   printing_.reset();
-  note.MoveTo(PrintStage::kRecording);
+  // The record goes out under the note's own key in any case: under another one it could be stored twice.
+  platform::Trap(errors_, "PrintJournal.Record", [&] { note.MoveTo(PrintStage::kRecording); });
   return key;
 }
 
@@ -78,6 +80,11 @@ std::vector<std::filesystem::path> PrintJournal::NoteFiles() const {
   for (const auto& entry : std::filesystem::directory_iterator(folder_, error)) {
     std::error_code gone;
     files.emplace_back(entry.last_write_time(gone), entry.path());
+  }
+  if (error && error != std::errc::no_such_file_or_directory) {
+    errors_.ReportError("The notes of printed letters in \"" + folder_.string() + "\" cannot be read (" +
+                            error.message() + "); letters that were not recorded stay unnamed.",
+                        platform::kComponentTitle, "PrintJournal.LeftBehind");
   }
   std::ranges::sort(files);
   std::vector<std::filesystem::path> paths;

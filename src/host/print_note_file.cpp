@@ -52,13 +52,13 @@ std::optional<PrintStage> StageOf(const std::filesystem::path& file) {
           std::strerror(number) + "). Make room there, or see to the permissions.");
 }
 
-/// What was renamed or removed in a folder outlasts a power cut.
+/// What was renamed or removed in a folder outlasts a power cut, where its file system can promise that (some
+/// network file systems cannot): a note that outlasts a killed program is no less of use.
 void MakeLast(const std::filesystem::path& folder) {
   const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) Fail("cannot be kept in", folder);
-  const bool done = fsync(descriptor) == 0;
+  if (descriptor < 0) return;
+  fsync(descriptor);
   close(descriptor);
-  if (!done) Fail("cannot be kept in", folder);
 }
 
 std::string TextOf(const PrintNote& note) {
@@ -87,6 +87,7 @@ std::string ReadAll(int descriptor, const std::filesystem::path& file) {
   std::array<char, 16384> part{};
   for (;;) {
     const auto got = read(descriptor, part.data(), part.size());
+    if (got < 0 && errno == EINTR) continue;
     if (got < 0) Fail("cannot be read from", file);
     if (got == 0) return text;
     text.append(part.data(), static_cast<std::size_t>(got));
@@ -96,6 +97,7 @@ std::string ReadAll(int descriptor, const std::filesystem::path& file) {
 void WriteAll(int descriptor, std::string_view text, const std::filesystem::path& file) {
   while (!text.empty()) {
     const auto written = write(descriptor, text.data(), text.size());
+    if (written < 0 && errno == EINTR) continue;
     if (written < 0) Fail("cannot be written to", file);
     text.remove_prefix(static_cast<std::size_t>(written));
   }

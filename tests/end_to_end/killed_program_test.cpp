@@ -61,7 +61,9 @@ TEST_F(KilledProgram, LeavesALetterThatTheNextStartRecordsOnce) {
     EXPECT_EQ(next.status, 0) << next.err;
     EXPECT_THAT(next.err, HasSubstr(question));
     const bool is_asked = *question != '\0';
-    if (is_asked) EXPECT_THAT(next.err, HasSubstr("\"REG101_2401.docx\", for customer 100001"));
+    if (is_asked) {
+      EXPECT_THAT(next.err, HasSubstr("\"REG101_2401.docx\", for customer 100001"));
+    }
     EXPECT_EQ(History("CUST_ID || DCMT_FILE_TXT || PRNT_STTS_CD"),
               is_asked ? "100001REG101_2401.docxP\n" : "");
     EXPECT_THAT(Notes(), IsEmpty());

@@ -122,6 +122,15 @@ TEST_F(PrintJournalTest, LeavesNothingOfALetterThatWasNotTaken) {
   EXPECT_THAT(Files(), IsEmpty());
 }
 
+TEST_F(PrintJournalTest, GivesTheKeyOfANoteThatCannotBeBroughtOn) {
+  const auto program = Program();
+  Prints(*program, "K1");
+  program->Accept();
+  std::filesystem::remove(data_ / "unrecorded" / "K1.printed");
+  EXPECT_EQ(program->Record(), "K1") << "under another key it could be stored twice";
+  EXPECT_THAT(errors_.Procedures(), ElementsAre("PrintJournal.Record"));
+}
+
 TEST_F(PrintJournalTest, KeepsWhatTheUserPutsOffAndForgetsTheRest) {
   for (const auto* key : {"K1", "K2"}) {
     const auto program = Program();

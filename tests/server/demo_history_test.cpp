@@ -90,8 +90,8 @@ TEST_F(DemoHistory, EveryStoredContextIsThatLettersOwn) {
   ASSERT_GT(letters->RecordCount(), 100U);
   for (std::size_t row = 0; row < letters->RecordCount(); ++row) {
     const auto number = letters->Text(row, "SEQ_NBR");
-    const auto reply = server::ReadReply(
-        processor.Answer(tests::WireText({.type = 83, .keys = {{"key:FetchContext", number}}})));
+    const auto reply = server::ReadReply(processor.Answer(tests::WireText(
+        {.type = 83, .keys = {{"key:FetchContext", number}, {"key:EmitFieldDescriptors", "Y"}}})));
     ASSERT_EQ(reply.error, "") << number;
     const auto context = tests::Record(reply, "XML_CONTEXT")->FirstText();
     const auto document = platform::XmlDocument::Parse(context).OrFail();
