@@ -73,6 +73,8 @@ void CustomerSearchView::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter && found_->hasFocus()) {
     ok_->click();
+  } else if (enter && find_->hasFocus()) {
+    search_->click();  // the dialog's default has moved on with the keyboard
   } else if (event->key() == Qt::Key_Down && find_->hasFocus()) {
     found_->setFocus();
   } else {

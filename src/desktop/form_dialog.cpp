@@ -1,28 +1,15 @@
 #include "desktop/form_dialog.h"
 
 #include <QCloseEvent>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
 
 namespace desktop {
-namespace {
-
-/// A view names its default button before it stands in a dialog; the dialog has to be told, or it forgets the
-/// button as soon as another one has had the keyboard.
-void KeepDefaultButton(const QWidget& view) {
-  for (auto* button : view.findChildren<QPushButton*>()) {
-    if (button->isDefault()) button->setDefault(true);
-  }
-}
-
-}  // namespace
 
 FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent) : QDialog(parent), form_(form) {
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(view);
-  KeepDefaultButton(*view);
   setWindowTitle(ToQt(form.caption()));
   caption_changed_ = form.CaptionChanged.Connect([this] { setWindowTitle(ToQt(form_.caption())); });
   hidden_ = form.Hidden.Connect([this] { FormHidden(); });

@@ -30,7 +30,10 @@ class TheLetterForm : public testing::Test {
     dialog->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
   }
-  void UserTypes(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QLatin1String(text)); }
+  /// Each key goes to who has the keyboard by then: the first one opens an editor.
+  void UserTypes(const char* text) {
+    for (; *text != '\0'; ++text) QTest::keyClick(QApplication::focusWidget(), *text);
+  }
   void UserPresses(Qt::Key key, Qt::KeyboardModifiers with = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, with);
     tests::Settle();

@@ -11,6 +11,7 @@
 #include <QPdfWriter>
 
 #include "composition/frm_batch.h"
+#include "composition/frm_letter.h"
 #include "customers/customer_search.h"
 #include "desktop/form_views.h"
 #include "desktop/help_box.h"
@@ -165,6 +166,20 @@ TEST_P(TheLook, OfTheLetterInformation) {
     information.tvw.UserClicks(*node);
     shell.ShowModal(information);
   }
+}
+
+TEST_P(TheLook, OfTheLetterForm) {
+  composition::frmLetter form(sample.services.services(), "Correspondence");
+  form.BookMarkInput =
+      R"(<C State="18"><U_A State="8" V_EnglishDesc="Day of the hearing"/><U_B State="8" V_EnglishDesc="Time"/>)"
+      R"(<PARA_ONE State="210" V_EnglishDesc="An interpreter will be present"/>)"
+      R"(<PARA_FREE_TEXT State="210" V_EnglishDesc="A paragraph of your own"/></C>)";
+  form.Load();
+  form.sdgUserBookmark.UserEdits(0, "Monday, March 4, 2024");
+  form.sdgGrid.UserTicks(1, true);
+  form.txtParagraph.UserEdits("Please bring the fuel receipts of the last quarter.\nWe keep copies.");
+  LookAtNextModal("letter_form");
+  shell.ShowModal(form);
 }
 
 TEST_P(TheLook, OfMessagesAndHelp) {

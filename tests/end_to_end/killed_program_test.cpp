@@ -41,7 +41,7 @@ struct Moment {
 constexpr Moment kMoments[] = {
     {"before .handing-over", 0, "", ""},
     {"after .handing-over", 0, "", "was on its way to the printer"},
-    {"after .pdf", 1, "", "was on its way to the printer"},
+    {"after REG101_2401 1.pdf", 1, "", "was on its way to the printer"},
     {"after .printed", 1, "", "was printed but not recorded"},
     {"after .recording", 1, "", "has not confirmed its record"},
     {"removing .recording", 1, "100001\n", "has not confirmed its record"},

@@ -87,6 +87,8 @@ void EntryGridView::focusInEvent(QFocusEvent* event) {
 void EntryGridView::keyPressEvent(QKeyEvent* event) {
   const bool is_bare = (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
   if (is_bare && event->key() == Qt::Key_Space && grid_->entry == Entry::kTick) return ToggleTick();
+  if (IsEnter(*event) && state() == EditingState)
+    return event->accept();  // the editor is about to close on it
   if (is_bare && IsEnter(*event) && grid_->entry == Entry::kText) return EditNextBlank();
   QTableView::keyPressEvent(event);
 }

@@ -37,6 +37,7 @@ GridFindBar::GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent)
 void GridFindBar::LayOut() {
   text_->setAccessibleName(QStringLiteral("Find in the list"));
   text_->setClearButtonEnabled(true);
+  text_->findChild<QToolButton*>()->setAccessibleName(QStringLiteral("Clear the text"));
   count_->setMinimumWidth(fontMetrics().averageCharWidth() * kWidestCountInCharacters);
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
