@@ -24,12 +24,13 @@ class KilledProgram : public PreparedOffice {
     options.insert(options.end(), {"--type", "101", "--customer", "100002"});
     return Letters("letter", options);
   }
-  std::vector<std::filesystem::path> Notes() {
-    auto files = std::filesystem::exists(data_ / "unrecorded") ? FilesIn(data_ / "unrecorded")
-                                                               : std::vector<std::filesystem::path>();
-    std::erase_if(files, [](const auto& file) { return file.extension() == ".part"; });  // not a note yet
+  /// Without what has no name of its own yet.
+  std::vector<std::filesystem::path> Whole(const std::filesystem::path& folder) {
+    auto files = std::filesystem::exists(folder) ? FilesIn(folder) : std::vector<std::filesystem::path>();
+    std::erase_if(files, [](const auto& file) { return file.extension() == ".part"; });
     return files;
   }
+  std::vector<std::filesystem::path> Notes() { return Whole(data_ / "unrecorded"); }
 };
 
 struct Moment {
@@ -54,7 +55,7 @@ TEST_F(KilledProgram, LeavesALetterThatTheNextStartRecordsOnce) {
              Quoted((data_ / "printed").string()));
     RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " 'DELETE FROM letter_history'");
     PrintsAndIsKilledAt(moment);
-    EXPECT_THAT(Printed(), SizeIs(printed));
+    EXPECT_THAT(Whole(data_ / "printed"), SizeIs(printed));
     EXPECT_EQ(History("CUST_ID"), recorded);
 
     const auto next = StartsAgain({"--yes"});
