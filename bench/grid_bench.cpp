@@ -64,9 +64,9 @@ class LetterList {
 
  private:
   platform::Services With(const platform::Services& others) {
-    return {others.messages, others.comm_clients, *reference_,           *utilities_,
-            others.print,    others.settings,     others.settings_store, others.files,
-            others.clock,    others.errors,       others.status,         others.host};
+    return {others.messages, others.comm_clients,   *reference_,         *utilities_,  others.print,
+            others.settings, others.settings_store, others.files,        others.clock, others.errors,
+            others.status,   others.host,           others.print_journal};
   }
 
   /// As many look-ups and changes as a letter's row takes.

@@ -26,6 +26,7 @@ class MergingDocument : public platform::PrintDocument {
   bool OpenDocument(const std::string&) override { return true; }
   void SetNotify(std::shared_ptr<platform::PrintNotify>) override {}
   void SetNotifyEnabled(bool) override {}
+  void SetHandOver(std::shared_ptr<platform::HandOver>) override {}
   std::vector<platform::DocumentBookmark> Bookmarks() override { return document_.Bookmarks(); }
   bool MergeBookmarks(const std::string& xml) override {
     benchmark::DoNotOptimize(document_.MergeBookmarks(wordprocessor::DataContext::Parse(xml)));

@@ -139,10 +139,9 @@ class LongList {
 
  private:
   static platform::Services With(const platform::Services& others, platform::ReferenceDatabase& reference) {
-    return {others.messages,       others.comm_clients, reference,
-            others.utilities,      others.print,        others.settings,
-            others.settings_store, others.files,        others.clock,
-            others.errors,         others.status,       others.host};
+    return {others.messages, others.comm_clients,   reference,           others.utilities, others.print,
+            others.settings, others.settings_store, others.files,        others.clock,     others.errors,
+            others.status,   others.host,           others.print_journal};
   }
 
   tests::TemporaryFolder folder_;
