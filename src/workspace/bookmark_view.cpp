@@ -2,13 +2,13 @@
 
 #include "platform/failure.h"
 #include "platform/identity.h"
+#include "workspace/address_status.h"
 
 namespace workspace {
 namespace {
 
 using platform::Failure;
 
-constexpr std::string_view kAddressFailed = "V";
 constexpr const char* kAddressFailedText =
     "Address Validation Error: Finalist verification for residential/mailing address failed";
 

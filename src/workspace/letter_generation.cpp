@@ -4,6 +4,7 @@
 
 #include "platform/identity.h"
 #include "platform/xml.h"
+#include "workspace/address_status.h"
 #include "workspace/messaging/at_exit.h"
 #include "workspace/whole_number.h"
 
@@ -14,7 +15,6 @@ namespace {
 using platform::Trap;
 
 constexpr std::string_view kInputLayout = "XML_CONTEXT_INPUT";
-constexpr std::string_view kAddressFailed = "V";
 constexpr std::string_view kReceipt = "R";
 
 // A column of a reply; one that the server left out reads like an empty one.

@@ -2,13 +2,14 @@
 
 #include <utility>
 
+#include "workspace/address_status.h"
+
 namespace workspace {
 
 namespace {
 
 using platform::Trap;
 
-constexpr std::string_view kAddressFailed = "V";
 constexpr std::string_view kNewLetter = "XMLRequest";
 constexpr const char* kPrintDoc = "ZEMLO_Corresp.PrintDoc";
 
