@@ -10,11 +10,11 @@
 
 #include <QCoreApplication>
 
+#include "bench/demo_server.h"
 #include "composition/preview_doc.h"
 #include "host/event_loop.h"
 #include "platform/xml.h"
 #include "server/communications_client.h"
-#include "server/server_data.h"
 #include "server/server_folders.h"
 #include "server/server_message_component.h"
 #include "tests/fakes/fake_services.h"
@@ -27,7 +27,6 @@
 
 namespace {
 
-constexpr auto kToday = std::chrono::year(2026) / 11 / 22;
 const std::string kTemplate = "PLN106_2409.docx";
 
 class NoWindow : public platform::PreviewViewer, public platform::PrintObserver {
@@ -44,7 +43,7 @@ class NoWindow : public platform::PreviewViewer, public platform::PrintObserver 
 class Workplace {
  public:
   Workplace() {
-    clock_.SetToday(kToday);
+    clock_.SetToday(bench::kToday);
     fakes_.settings.template_folder = server::TemplateFolder(folder_.path()).string() + "/";
     heard_ = listener_->DataReady.Connect([this](const std::string&) { has_reply_ = true; });
   }
@@ -79,13 +78,6 @@ class Workplace {
   }
 
  private:
-  static std::filesystem::path Prepared(const std::filesystem::path& folder) {
-    server::CreateServerData({.data_folder = folder,
-                              .product_data_folder = std::filesystem::path(ZEMLO_SOURCE_DIR) / "data",
-                              .customers = 300,
-                              .today = kToday});
-    return folder;
-  }
   static wordprocessor::LayoutSettings Layout(const std::filesystem::path& folder) {
     auto settings = wordprocessor::LayoutSettings::ForThisProgram();
     settings.work_folder = folder / "work";
@@ -99,7 +91,7 @@ class Workplace {
   host::EventLoop events_;
   NoWindow window_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
-  server::ServerMessageComponent messages_{events_, downloads_, Prepared(folder_.path()), clock_};
+  server::ServerMessageComponent messages_{events_, downloads_, bench::WithDemoData(folder_.path()), clock_};
   wordprocessor::LayoutPool layout_{Layout(folder_.path())};
   wordprocessor::CupsQueues queues_;
   wordprocessor::Printers printers_{queues_, folder_ / "printed", clock_};

@@ -12,8 +12,8 @@
 
 #include <QCoreApplication>
 
+#include "bench/demo_server.h"
 #include "server/communications_client.h"
-#include "server/server_data.h"
 #include "server/server_message_component.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/support/temporary_folder.h"
@@ -21,8 +21,6 @@
 #include "workspace/messaging/request_envelope.h"
 
 namespace {
-
-constexpr auto kToday = std::chrono::year(2026) / 11 / 22;
 
 class Events : public platform::EventQueue {
  public:
@@ -52,7 +50,7 @@ class Events : public platform::EventQueue {
 class Workspace {
  public:
   Workspace() {
-    clock_.SetToday(kToday);
+    clock_.SetToday(bench::kToday);
     hearing_ = listener_->DataReady.Connect(
         [this](const std::string& application) { dispatcher_.DataReady(application); });
   }
@@ -67,13 +65,6 @@ class Workspace {
   }
 
  private:
-  static std::filesystem::path Prepared(const std::filesystem::path& folder) {
-    server::CreateServerData({.data_folder = folder,
-                              .product_data_folder = std::filesystem::path(ZEMLO_SOURCE_DIR) / "data",
-                              .customers = 300,
-                              .today = kToday});
-    return folder;
-  }
   void Receive() {
     const auto rows = services_.messages.GetRecord(std::string(platform::kApplicationName), record_,
                                                    state_.pending_message_key);
@@ -90,7 +81,7 @@ class Workspace {
   fakes::ManualClock clock_;
   Events events_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
-  server::ServerMessageComponent messages_{events_, downloads_, Prepared(folder_.path()), clock_};
+  server::ServerMessageComponent messages_{events_, downloads_, bench::WithDemoData(folder_.path()), clock_};
   platform::Services services_{messages_,
                                downloads_,
                                fakes_.reference,
