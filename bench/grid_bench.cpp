@@ -1,8 +1,8 @@
 // What a clerk waits for in a long list: the first rows after a search, each page of rows on the way down,
 // and the list in another order, searched, or copied.
 //
-// Each row is dressed when it is first shown, at the cost the tracking page has, with the code tables of the
-// reference database; without QT_QPA_PLATFORM there is no screen: what is measured is painted, but shown by
+// Each row is dressed when it is first shown, as on the tracking page, with the code tables of the reference
+// database; without QT_QPA_PLATFORM there is no screen: what is measured is painted, but shown by
 // nobody.
 #include <algorithm>
 #include <array>
@@ -18,13 +18,13 @@
 
 #include "desktop/binders/grid_panel.h"
 #include "desktop/office_style.h"
-#include "platform/text.h"
 #include "reference/office_utilities.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
+#include "tracking/row_format.h"
 #include "workspace/pages.h"
 
 namespace {
@@ -46,7 +46,9 @@ class LetterList {
     utilities_.emplace(*reference_, fakes_.settings, fakes_.clock);
     services_.emplace(With(fakes_.services()));
     pages_.emplace(*services_);
-    row_loaded_ = grid().RowLoaded.Connect([this](std::size_t row) { Dress(*grid().rows(), row); });
+    row_format_.emplace(*services_, state_, *pages_);
+    row_loaded_ = grid().RowLoaded.Connect(
+        [this](std::size_t row) { row_format_->sdgGrid_RowLoaded(workspace::PageIndex::kTracking, row); });
   }
   platform::Grid& grid() { return pages_->tracking.sdgGrid; }
 
@@ -67,21 +69,6 @@ class LetterList {
     return {others.messages, others.comm_clients,   *reference_,         *utilities_,  others.print,
             others.settings, others.settings_store, others.files,        others.clock, others.errors,
             others.status,   others.host,           others.print_journal};
-  }
-
-  /// As many look-ups and changes as a letter's row takes.
-  void Dress(platform::RecordSet& rows, std::size_t row) {
-    const auto describe = [&](const char* column, const char* table, const char* code) {
-      rows.Set(row, column, platform::Trim(utilities_->GetCodeDescription(table, rows.Text(row, code))));
-    };
-    describe("BTCH_ACTN_DESC", "LTRBATCH", "BTCH_ACTN_CD");
-    describe("OFFICER_NAME", "LTRPRNTCD", "LST_UPDT_INSP_ID");
-    describe("Form_Type", "REFDOCTYP", "FORM_TYP_CD");
-    describe("PRNT_STTS_DESC", "LTRPRNTCD", "PRNT_STTS_CD");
-    rows.Set(row, "FORM_NBR_WITH_DGT", rows.Text(row, "FORM_NBR") + "-" + rows.Text(row, "FORM_CK_DGT_NBR"));
-    rows.Set(row, "Job_Type", rows.Text(row, "SYS_RFRNC_CD") == "O" ? "Online" : "Batch");
-    rows.Set(row, "DCMT_FILE_TXT", platform::UpperCase(rows.Text(row, "DCMT_FILE_TXT")));
-    rows.Set(row, "TroopDistrict", rows.Text(row, "TRP_ID") + rows.Text(row, "TRP_DIST_ID"));
   }
 
   static platform::Value CellOf(const platform::Grid::Column& column, int number) {
@@ -106,6 +93,8 @@ class LetterList {
   std::optional<reference::OfficeUtilities> utilities_;
   std::optional<platform::Services> services_;
   std::optional<workspace::Pages> pages_;
+  workspace::WorkspaceState state_;
+  std::optional<tracking::RowFormat> row_format_;
   platform::Connection row_loaded_;
 };
 
@@ -127,9 +116,10 @@ class ListOnScreen {
     Paint();
   }
   ~ListOnScreen() { TheList().grid().Bind(nullptr); }
+  /// The rows first: what is left to paint afterwards is what changed around them.
   void Paint() {
-    QApplication::processEvents();
     panel.view().viewport()->repaint();
+    QApplication::processEvents();
   }
   /// How long the work and the picture after it take.
   double Time(const std::function<void()>& work) {

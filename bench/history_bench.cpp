@@ -49,11 +49,12 @@ struct History {
   }
 
   static History& Of(int letters) {
-    static std::map<int, std::unique_ptr<History>> made;
     auto& history = made[letters];
     if (!history) history = std::make_unique<History>(letters);
     return *history;
   }
+
+  static inline std::map<int, std::unique_ptr<History>> made;
 
   tests::TemporaryFolder folder;
   fakes::ManualClock clock;
@@ -159,5 +160,6 @@ int main(int argc, char** argv) {
   QCoreApplication application(argc, argv);
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
+  History::made.clear();  // the database drivers go with the application object
   return 0;
 }

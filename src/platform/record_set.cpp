@@ -80,6 +80,11 @@ const Value& RecordSet::Get(std::size_t row, std::string_view column) const {
   return rows_[row].cells[ColumnIndex(column)];
 }
 
+std::span<const Value> RecordSet::Cells(std::size_t row) const {
+  RequireRow(row);
+  return rows_[row].cells;
+}
+
 std::string RecordSet::FirstText() const {
   const auto row = RequireCurrentRow();
   if (columns_.empty()) throw Failure(Failure::Kind::kNotFound, "The record set has no columns.");

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,6 +59,9 @@ class RecordSet {
   /// The same as text; "" for null.
   std::string Text(std::string_view column) const { return Get(column).AsText(); }
   std::string Text(std::size_t row, std::string_view column) const { return Get(row, column).AsText(); }
+  /// All cells of a row in the order of the columns, for code that reads many rows whole. Valid until rows or
+  /// columns are added, removed or put in another order. Throws Failure kNotFound.
+  std::span<const Value> Cells(std::size_t row) const;
   /// The first column of the current row as text.
   std::string FirstText() const;
 

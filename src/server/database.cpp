@@ -40,9 +40,15 @@ struct ToVariant {
 
 Value FromVariant(const QVariant& variant) {
   if (variant.isNull()) return {};
-  const auto type = variant.typeId();
-  if (type == QMetaType::LongLong || type == QMetaType::Int) return variant.toLongLong();
-  return variant.toString().toStdString();
+  switch (variant.typeId()) {
+    case QMetaType::LongLong:
+    case QMetaType::Int:
+      return variant.toLongLong();
+    case QMetaType::QByteArray:
+      return static_cast<const QByteArray*>(variant.constData())->toStdString();
+    default:
+      return variant.toString().toStdString();
+  }
 }
 
 Failure Refusal(const QSqlError& error) {

@@ -31,7 +31,7 @@ class Database {
   ~Database();
 
   /// The rows of a SELECT (or of a change with RETURNING), the first one current. Numbers come as integers,
-  /// everything else as text. Throws Failure kUnavailable, as does Change.
+  /// everything else as text, bytes (Dialect::Utf8Of) too. Throws Failure kUnavailable, as does Change.
   std::shared_ptr<platform::RecordSet> Select(const std::string& statement,
                                               const std::vector<platform::Value>& values = {});
   /// Returns how many rows were changed.

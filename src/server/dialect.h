@@ -32,6 +32,9 @@ class Dialect {
   virtual std::string NeverReusedKey() const = 0;
   /// The type of a column that holds bytes which are no text.
   virtual std::string BytesType() const = 0;
+  /// An expression for the bytes of a text column, in UTF-8. The driver hands texts out in UTF-16; where rows
+  /// are read by the thousand, that costs as much as finding them.
+  virtual std::string Utf8Of(const std::string& column) const = 0;
   /// Writes everything into the one data file, so that it may be renamed after the connection is closed.
   virtual void Settle(QSqlDatabase& connection) const = 0;
 };

@@ -24,6 +24,9 @@ constexpr std::int64_t kMostContexts = 1'000;
 // Columns of the record that are not stored with the letter.
 constexpr auto kNotStored = std::to_array<std::string_view>({"ACTION", "XML_CONTEXT"});
 
+// Stored as numbers; everything else is text.
+constexpr auto kNumbers = std::to_array<std::string_view>({"SEQ_NBR", "ADDR_TYP_CD", "FLS_BTCH_NBR"});
+
 // What is compared as it stands.
 constexpr auto kTextCriteria = std::to_array<std::string_view>(
     {"LTR_TYP_ID", "CUST_ID", "FORM_NBR", "FORM_CK_DGT_NBR", "FORM_TYP_CD", "TRP_ID", "TRP_DIST_ID"});
@@ -110,11 +113,16 @@ bool WantsContexts(const RequestKeys& keys) {
   Refuse("THIN", keys.Text("THIN"), "\"YES\" or \"NO\"");
 }
 
-std::string SelectColumns() {
+std::string Selected(const Dialect& dialect, const std::string& column) {
+  if (IsOneOf(kNotStored, column)) return "NULL AS " + column;
+  if (IsOneOf(kNumbers, column)) return column;
+  return dialect.Utf8Of(column) + " AS " + column;
+}
+
+std::string SelectColumns(const Dialect& dialect) {
   std::string columns;
   for (const auto column : platform::kHistoryColumns) {
-    const bool stored = !IsOneOf(kNotStored, column);
-    columns += (columns.empty() ? "" : ", ") + std::string(stored ? "" : "NULL AS ") + std::string(column);
+    columns += (columns.empty() ? "" : ", ") + Selected(dialect, std::string(column));
   }
   return columns;
 }
@@ -134,10 +142,10 @@ void AnswerLetterSearch(Exchange& exchange) {
   const auto most = with_contexts ? kMostContexts : kMostLetters;
   auto values = conditions.values();
   values.emplace_back(most + 1);
-  const auto letters =
-      exchange.database.Select("SELECT " + SelectColumns() + " FROM letter_history" + conditions.text() +
-                                   " ORDER BY " + std::string(kLetterTime) + " LIMIT ?",
-                               values);
+  const auto letters = exchange.database.Select("SELECT " + SelectColumns(exchange.database.dialect()) +
+                                                    " FROM letter_history" + conditions.text() +
+                                                    " ORDER BY " + std::string(kLetterTime) + " LIMIT ?",
+                                                values);
   if (letters->RecordCount() > static_cast<std::size_t>(most)) {
     throw Failure(Failure::Kind::kRefused, "The search finds more than " + std::to_string(most) +
                                                " letters. Narrow it, to fewer days for instance.");

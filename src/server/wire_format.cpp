@@ -86,7 +86,7 @@ void WriteRows(WireWriter& writer, std::string_view name, const RecordSet& rows)
   writer.Number(static_cast<std::int64_t>(rows.RecordCount()));
   CellText text;
   for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
-    for (const auto& column : rows.columns()) writer.Text(text.Of(rows.Get(row, column)));
+    for (const auto& cell : rows.Cells(row)) writer.Text(text.Of(cell));
   }
 }
 

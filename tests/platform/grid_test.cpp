@@ -141,5 +141,12 @@ TEST_F(AListOfLetters, IsCopiedAsTextWithEveryValueInItsCell) {
   EXPECT_EQ(TextOfRows(grid_, {}, {kStatus}), "");
 }
 
+TEST_F(AListOfLetters, TellsOfAllRowsItDressesForACopyAtOnce) {
+  int told = 0;
+  const auto changes = grid_.ContentChanged.Connect([&] { ++told; });
+  TextOfRows(grid_, {0, 1, 2, 3}, {kStatus});
+  EXPECT_EQ(told, 1) << "each time costs as much as the rows selected";
+}
+
 }  // namespace
 }  // namespace platform

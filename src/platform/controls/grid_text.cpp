@@ -31,7 +31,9 @@ void AddLine(std::string& text, const std::vector<std::size_t>& columns, CellOf 
 std::string TextOfRows(Grid& grid, const std::vector<std::size_t>& rows,
                        const std::vector<std::size_t>& columns) {
   std::string text;
-  if (rows.empty() || columns.empty()) return text;
+  const auto shown = grid.rows();
+  if (!shown || rows.empty() || columns.empty()) return text;
+  const RecordSet::Edit edit(*shown);  // rows that were never shown change here, by the thousand perhaps
   AddLine(text, columns, [&](std::size_t column) { return grid.columns.at(column).Heading(); });
   for (const auto row : rows) {
     grid.EnsureRowLoaded(row);
