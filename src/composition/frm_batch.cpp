@@ -3,6 +3,7 @@
 #include <any>
 #include <utility>
 
+#include "composition/unreadable_message.h"
 #include "platform/text.h"
 #include "workspace/messaging/at_exit.h"
 #include "workspace/messaging/diagnostic_mode.h"
@@ -17,7 +18,6 @@ using platform::XmlElement;
 
 constexpr const char* kLoad = "frmBatch.Form_Load";
 constexpr int kTreeWidthWithoutFrame = 9888;  // twips
-constexpr std::size_t kReportedCharacters = 1000;
 
 /// Which attribute of the element fills which label of the frame.
 struct Explanation {
@@ -74,9 +74,7 @@ void frmBatch::SetMode() {
 void frmBatch::FillTree() {
   auto parsed = platform::XmlDocument::Parse(err_book_mark_);
   if (!parsed.document) {
-    services_.errors.ReportError("Message parsing error", platform::kComponentTitle, kLoad);
-    const auto start = platform::FirstCharacters(err_book_mark_, kReportedCharacters);
-    services_.errors.ReportError("Message; " + std::string(start), platform::kComponentTitle, kLoad);
+    ReportUnreadable(services_, err_book_mark_, kLoad, kLoad);
     std::move(parsed).OrFail();  // fails with the reason and its place
   }
   const Tree::Edit edit(tvw);

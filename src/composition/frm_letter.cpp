@@ -4,7 +4,7 @@
 
 #include "composition/bookmark_name.h"
 #include "composition/node_state.h"
-#include "platform/identity.h"
+#include "composition/unreadable_message.h"
 #include "platform/text.h"
 
 namespace composition {
@@ -13,16 +13,8 @@ using platform::Trap;
 
 namespace {
 
-constexpr std::size_t kReportedCharacters = 1000;
-
 // A letter without paragraphs may leave this one out: not every sheriff has a second address line.
 constexpr std::string_view kMayBeEmpty = "U_SHERIFFADDR2";
-
-void ReportUnreadable(const platform::Services& services, const std::string& xml) {
-  services.errors.ReportError("Message parsing error", platform::kComponentTitle, "frmLetter.load");
-  services.errors.ReportError("Message; " + std::string(platform::FirstCharacters(xml, kReportedCharacters)),
-                              platform::kComponentTitle, "frmLetter.Load");
-}
 
 }  // namespace
 
@@ -56,7 +48,7 @@ void frmLetter::ReadBookMarkInput() {
   if (context_) {
     is_read_ = GetBookMarkCollection(context_->Root());
   } else {
-    ReportUnreadable(services_, BookMarkInput);
+    ReportUnreadable(services_, BookMarkInput, "frmLetter.load", "frmLetter.Load");
   }
 }
 

@@ -146,6 +146,10 @@ std::string ReplaceAll(std::string_view text, std::string_view from, std::string
   }
 }
 
+std::string Quoted(std::string_view text) {
+  return '"' + std::string(text) + '"';
+}
+
 std::size_t CharacterCount(std::string_view text) {
   return text.size() - static_cast<std::size_t>(std::ranges::count_if(text, IsContinuation));
 }

@@ -30,6 +30,9 @@ inline bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
 /// Every occurrence of `from` (not empty) replaced by `to`, left to right, in one pass.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 
+/// `text` in double quotes, as messages name things.
+std::string Quoted(std::string_view text);
+
 /// How many characters (code points) `text` has.
 std::size_t CharacterCount(std::string_view text);
 

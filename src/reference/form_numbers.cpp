@@ -4,9 +4,12 @@
 #include <array>
 #include <optional>
 
+#include "platform/text.h"
+
 namespace reference {
 namespace {
 
+using platform::Quoted;
 using Verdict = platform::Utilities::FormNumberVerdict;
 
 constexpr std::size_t kDigits = 7;
@@ -33,10 +36,6 @@ constexpr auto kRules = std::to_array<FormNumberRule>({
 
 Verdict Wrong(std::string text) {
   return {false, std::move(text)};
-}
-
-std::string Quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
 }
 
 std::optional<FormNumberRule> RuleFor(std::string_view form_type) {

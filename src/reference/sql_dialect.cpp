@@ -10,6 +10,7 @@ namespace reference {
 namespace {
 
 using platform::Failure;
+using platform::Quoted;
 
 constexpr std::string_view kWordCharacters =
     "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_";
@@ -25,10 +26,6 @@ constexpr auto kQuotes = std::to_array<Quote>({{'\'', '\''}, {'"', '"'}, {'`', '
 
 [[noreturn]] void Refuse(const std::string& reason) {
   throw Failure(Failure::Kind::kRefused, reason);
-}
-
-std::string Quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
 }
 
 /// Walks one statement from its start to its end.

@@ -62,8 +62,8 @@ Result Percent(FunctionArguments arguments, Date /*today*/) {
 Result DaysSince(FunctionArguments arguments, Date today) {
   const auto day = platform::ParseDate(arguments[0]);
   if (!day) return std::nullopt;
-  const auto days = std::to_string((std::chrono::sys_days(today) - std::chrono::sys_days(*day)).count());
-  return FieldValue{.text = days, .raw = days, .is_zero = days == "0"};
+  const auto count = std::to_string((std::chrono::sys_days(today) - std::chrono::sys_days(*day)).count());
+  return FieldValue{.text = count, .raw = count, .is_zero = count == "0"};
 }
 
 Result Join(FunctionArguments arguments, Date /*today*/) {

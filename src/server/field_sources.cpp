@@ -53,8 +53,8 @@ std::string FormDescription(const Form& form) {
   return type == kFormTypes.end() ? "" : std::string(type->description);
 }
 
-platform::Date DaysLater(platform::Date day, int days) {
-  return platform::Date(std::chrono::sys_days(day) + std::chrono::days(days));
+platform::Date DaysLater(platform::Date day, int count) {
+  return platform::Date(std::chrono::sys_days(day) + std::chrono::days(count));
 }
 
 /// The reference an answer to the letter should name: letter type, form or customer, day.

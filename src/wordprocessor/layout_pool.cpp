@@ -9,8 +9,6 @@ namespace {
 
 using platform::Failure;
 
-constexpr const char* kClosing = "The program is closing. Start it again and print the letter then.";
-
 }  // namespace
 
 LayoutPool::LayoutPool(LayoutSettings settings) : settings_(std::move(settings)) {

@@ -23,7 +23,6 @@ constexpr std::size_t kOrdersAhead = 2;
 constexpr std::chrono::milliseconds kMemoryCheck(100);
 constexpr std::uint64_t kMegabyte = 1024ULL * 1024;
 
-constexpr std::string_view kClosing = "The program is closing. Start it again and print the letter then.";
 constexpr std::string_view kCheckTemplate =
     " Open its template in a word processor and check it; other letters are not affected.";
 
@@ -75,7 +74,7 @@ void LayoutWorker::Run() {
     Await();
   }
   process_.reset();
-  for (auto& order : orders_) order.job.done(Failure(Failure::Kind::kUnavailable, std::string(kClosing)));
+  for (auto& order : orders_) order.job.done(Failure(Failure::Kind::kUnavailable, kClosing));
 }
 
 void LayoutWorker::GiveOrders() {

@@ -17,6 +17,9 @@
 
 namespace wordprocessor {
 
+/// What is said of a document that is still to be laid out when the program ends.
+inline constexpr const char* kClosing = "The program is closing. Start it again and print the letter then.";
+
 /// A layout process and the thread that watches it: gives it jobs, always one ahead, and starts another one
 /// when it breaks, hangs, grows or answers nonsense. The document it had in hand fails then; those behind it
 /// go back into the queue.

@@ -7,26 +7,23 @@
 #include <charconv>
 #include <vector>
 
+#include "wordprocessor/percent_escape.h"
+
 namespace wordprocessor {
 namespace {
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
-
-bool NeedsEscape(unsigned char c) {
-  return c < 0x20 || c == 0x7F || c == '%';
+bool NeedsEscape(char c) {
+  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F || c == '%';
 }
 
 std::string Escaped(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (!NeedsEscape(byte)) {
+    if (NeedsEscape(c)) {
+      AppendEscaped(escaped, c);
+    } else {
       escaped += c;
-      continue;
     }
-    escaped += '%';
-    escaped += kHexDigits[byte >> 4];
-    escaped += kHexDigits[byte & 0x0F];
   }
   return escaped;
 }

@@ -9,6 +9,8 @@
 
 #include <LibreOfficeKit/LibreOfficeKit.hxx>
 
+#include "wordprocessor/percent_escape.h"
+
 namespace wordprocessor {
 namespace {
 
@@ -23,19 +25,15 @@ constexpr const char* kLoadOptions = "Batch=true,Language=en-US";
 
 // As RFC 3986, 3.3, asks: everything but unreserved characters and "/" is escaped.
 std::string FileUrl(const std::filesystem::path& file) {
-  static constexpr std::string_view kHexDigits = "0123456789ABCDEF";
   static constexpr std::string_view kPlain = "/-._~";
   std::string url = "file://";
   for (const char c : file.native()) {
-    const auto byte = static_cast<unsigned char>(c);
     const bool letter_or_digit = (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
     if (letter_or_digit || kPlain.find(c) != std::string_view::npos) {
       url += c;
-      continue;
+    } else {
+      AppendEscaped(url, c);
     }
-    url += '%';
-    url += kHexDigits[byte >> 4];
-    url += kHexDigits[byte & 0x0F];
   }
   return url;
 }

@@ -169,8 +169,8 @@ TEST_F(MessageComponent, OldRepliesGoButRowsThatWereHandedOutStay) {
 }
 
 TEST_F(MessageComponent, WhatWasSentIsDoneWhenTheComponentGoes) {
-  constexpr int kLetters = 20;
-  for (int letter = 0; letter < kLetters; ++letter) {
+  constexpr int kRecorded = 20;
+  for (int letter = 0; letter < kRecorded; ++letter) {
     auto message = workspace_->listener->NewMessage();
     message->MessageType(82);
     message->AddRecord(std::make_shared<platform::RequestRecord>(
@@ -187,7 +187,7 @@ TEST_F(MessageComponent, WhatWasSentIsDoneWhenTheComponentGoes) {
   events_.RunPending();
   EXPECT_THAT(heard_, ElementsAre());
   server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
-  EXPECT_EQ(database.Select("SELECT COUNT(*) FROM letter_history")->FirstText(), std::to_string(kLetters));
+  EXPECT_EQ(database.Select("SELECT COUNT(*) FROM letter_history")->FirstText(), std::to_string(kRecorded));
 }
 
 TEST_F(MessageComponent, DownloadsOfAListenerAreWorkUnderWay) {

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <pugixml.hpp>
 
+#include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
 #include "wordprocessor/docx_document.h"
 
@@ -18,13 +18,6 @@ using wordprocessor::DataContext;
 using wordprocessor::DocxDocument;
 
 const std::filesystem::path kCases = ZEMLO_SOURCE_DIR "/tests/wordprocessor/cases";
-
-std::string TextOf(const std::filesystem::path& file) {
-  std::ifstream in(file);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 /// One element a line, so that a difference can be read. White space between elements does not count.
 std::string LaidOut(const std::string& xml) {
@@ -52,17 +45,19 @@ class MergeCase : public testing::TestWithParam<std::string> {};
 /// body (expected.xml) and, where some were not filled, the names reported (unfilled.txt).
 TEST_P(MergeCase, GivesTheExpectedBody) {
   const auto folder = kCases / GetParam();
-  auto document = DocxDocument::FromBytes(LetterOf(TextOf(folder / "body.xml")), GetParam());
+  auto document = DocxDocument::FromBytes(LetterOf(tests::ReadFile(folder / "body.xml")), GetParam());
   std::string unfilled;
-  for (const auto& name : document.MergeBookmarks(DataContext::Parse(TextOf(folder / "context.xml")))) {
+  for (const auto& name :
+       document.MergeBookmarks(DataContext::Parse(tests::ReadFile(folder / "context.xml")))) {
     unfilled += (unfilled.empty() ? "" : " ") + name;
   }
   const auto bytes = document.Bytes();
   EXPECT_NO_THROW(DocxDocument::FromBytes(bytes, GetParam()));
-  const auto expected = TextOf(folder / "expected.xml");
+  const auto expected = tests::ReadFile(folder / "expected.xml");
   EXPECT_EQ(LaidOut(PartOf(bytes, "word/document.xml")), expected);
-  EXPECT_EQ(unfilled + "\n",
-            std::filesystem::exists(folder / "unfilled.txt") ? TextOf(folder / "unfilled.txt") : "\n");
+  EXPECT_EQ(unfilled + "\n", std::filesystem::exists(folder / "unfilled.txt")
+                                 ? tests::ReadFile(folder / "unfilled.txt")
+                                 : "\n");
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, MergeCase, testing::ValuesIn(CaseNames()),

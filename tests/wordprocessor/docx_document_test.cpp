@@ -8,12 +8,11 @@
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "platform/failure.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/docx_document.h"
 
 namespace {
@@ -29,13 +28,6 @@ using wordprocessor::DocxDocument;
 using wordprocessor::PlaceName;
 
 const std::filesystem::path kDocuments = ZEMLO_SOURCE_DIR "/tests/wordprocessor/documents";
-
-std::string TextOf(const std::filesystem::path& file) {
-  std::ifstream in(file);
-  std::stringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
 
 /// "NAME=text (place)" in document order.
 std::vector<std::string> Described(const DocxDocument& document) {
@@ -194,14 +186,14 @@ class SavedLetter : public testing::Test {
     }
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   std::filesystem::path target_ = folder_ / "out.docx";
   DocxDocument document_;
 };
 
 TEST_F(SavedLetter, ReplacesTheFileInOneStep) {
   document_.Save(target_);
-  EXPECT_EQ(TextOf(target_), document_.Bytes());
+  EXPECT_EQ(tests::ReadFile(target_), document_.Bytes());
   EXPECT_THAT(folder_.Names(), ElementsAre("out.docx"));
 }
 
@@ -214,7 +206,7 @@ TEST_F(SavedLetter, AFullDiskLeavesWhatWasThere) {
   ExpectRefused(Failure::Kind::kUnavailable);
   setrlimit(RLIMIT_FSIZE, &before);
   std::signal(SIGXFSZ, handler);
-  EXPECT_EQ(TextOf(target_), "what was there");
+  EXPECT_EQ(tests::ReadFile(target_), "what was there");
   EXPECT_THAT(folder_.Names(), ElementsAre("out.docx"));
 }
 
@@ -223,7 +215,7 @@ TEST_F(SavedLetter, AFolderThatMayNotBeWrittenLeavesWhatWasThere) {
   chmod(folder_.path().c_str(), 0500);
   ExpectRefused(Failure::Kind::kPermissionDenied);
   chmod(folder_.path().c_str(), 0700);
-  EXPECT_EQ(TextOf(target_), "what was there");
+  EXPECT_EQ(tests::ReadFile(target_), "what was there");
 }
 
 TEST_F(SavedLetter, AFolderThatIsNotThereIsNamed) {

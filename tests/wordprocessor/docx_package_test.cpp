@@ -10,8 +10,8 @@
 #include <sys/stat.h>
 
 #include "platform/failure.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/docx_document.h"
 #include "wordprocessor/docx_package.h"
 
@@ -179,7 +179,7 @@ TEST(DocxPackage, DamagedFilesAreRefusedOrMergedButNeverHarm) {
 }
 
 TEST(DocxPackage, ThePathOfAMissingOrStrangeFileIsInTheMessage) {
-  const TemporaryFolder folder;
+  const tests::TemporaryFolder folder;
   ASSERT_EQ(mkfifo((folder / "pipe.docx").c_str(), 0600), 0);
   for (const auto& [name, kind] :
        std::vector<std::pair<std::string, Failure::Kind>>{{"missing.docx", Failure::Kind::kNotFound},

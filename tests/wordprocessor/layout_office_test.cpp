@@ -11,8 +11,8 @@
 #include <sstream>
 #include <string>
 
+#include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/layout_descriptor.h"
 #include "wordprocessor/layout_pool.h"
 #include "wordprocessor/print_file.h"
@@ -39,7 +39,7 @@ class LayoutOfficeTest : public testing::Test {
     return PdfText(pdf_);
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   const std::filesystem::path pdf_ = folder_ / "letter.pdf";
 };
 

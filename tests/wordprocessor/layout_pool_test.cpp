@@ -1,4 +1,5 @@
 #include "wordprocessor/layout_pool.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -7,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -57,7 +57,7 @@ class LayoutPoolTest : public testing::Test {
     return program;
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   std::filesystem::path pdf_;
   int letters_ = 0;
 };

@@ -1,4 +1,5 @@
 #include "wordprocessor/merge_jobs.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 
@@ -6,7 +7,6 @@
 #include <string>
 
 #include "tests/wordprocessor/layout_letter.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -66,7 +66,7 @@ class MergeJobsTest : public testing::Test {
     return results;
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
 };
 
 TEST_F(MergeJobsTest, MakesLettersWithTheRealOffice) {

@@ -1,4 +1,5 @@
 #include "wordprocessor/office_confinement.h"
+#include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,7 +13,6 @@
 #include <functional>
 #include <string>
 
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/layout_descriptor.h"
 #include "wordprocessor/print_file.h"
 
@@ -40,7 +40,7 @@ TEST(OfficeConfinement, LeavesAProcessItsOwnFolderTheFontsAndNothingElse) {
   if (syscall(SYS_landlock_create_ruleset, nullptr, 0, LANDLOCK_CREATE_RULESET_VERSION) < 1) {
     GTEST_SKIP() << "this kernel has no Landlock";
   }
-  const TemporaryFolder home;
+  const tests::TemporaryFolder home;
   const auto own = home / "own";
   std::filesystem::create_directory(own);
   WriteScratchFile(home / "secret", "secret");

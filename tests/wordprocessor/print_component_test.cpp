@@ -1,4 +1,5 @@
 #include "wordprocessor/print_component.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 
@@ -15,7 +16,6 @@
 #include "tests/fakes/recording_host.h"
 #include "tests/wordprocessor/fake_queues.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -158,7 +158,7 @@ class PrintComponentTest : public testing::Test {
     return "done";
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   const std::filesystem::path templates_ = folder_ / "templates";
   const std::filesystem::path printed_ = folder_ / "printed";
   fakes::RecordingHost host_;

@@ -1,4 +1,5 @@
 #include "wordprocessor/printers.h"
+#include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -14,7 +15,6 @@
 #include "platform/failure.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/wordprocessor/fake_queues.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -50,7 +50,7 @@ class PrintersTest : public testing::Test {
     return names;
   }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   const std::filesystem::path pdf_ = folder_ / "letter.pdf";
   const std::filesystem::path printed_ = folder_ / "Printed letters";
   FakeQueues queues_;

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "platform/failure.h"
+#include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "tests/wordprocessor/temporary_folder.h"
 #include "wordprocessor/template_cache.h"
 
 namespace {
@@ -29,7 +29,7 @@ class CachedTemplate : public testing::Test {
 
   std::string TextOf(const DocxDocument& document) { return document.Bookmarks().front().Text; }
 
-  TemporaryFolder folder_;
+  tests::TemporaryFolder folder_;
   TemplateCache cache_{2};
 };
 

@@ -32,7 +32,7 @@ std::optional<std::size_t> StatusOption(const std::string& name) {
   return found == kStatuses.end() ? std::nullopt : std::optional(found->option);
 }
 
-std::optional<std::string> UsageFault(const CommandLine& line) {
+std::optional<std::string> CriterionFault(const CommandLine& line) {
   if (line.IsSet("status") && !StatusOption(line.Value("status"))) {
     return "--status takes all, successful or failure, not \"" + line.Value("status") + "\".";
   }
@@ -118,7 +118,7 @@ int RunHistory(const QStringList& words) {
       .Option("troop-district", "TEXT", "Of these only the ones of a troop, \"B\", or a district, \"B12\".")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
-  if (const auto fault = UsageFault(line)) return line.WrongUsage(*fault);
+  if (const auto fault = CriterionFault(line)) return line.WrongUsage(*fault);
 
   HeadlessOffice office(line.Data(), {});
   office.Start();

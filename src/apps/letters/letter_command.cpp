@@ -67,7 +67,7 @@ void Tell(const HeadlessOffice& office, bool as_json) {
   for (const auto& file : outcome.saved) std::cout << "Saved: " << file << '\n';
 }
 
-std::optional<std::string> UsageFault(const CommandLine& line) {
+std::optional<std::string> LetterOptionFault(const CommandLine& line) {
   if (!line.IsSet("type")) return "--type is missing.";
   if (line.IsSet("form") != line.IsSet("form-type")) return "--form-type and --form go together.";
   if (line.IsSet("customer") == line.IsSet("form"))
@@ -99,7 +99,7 @@ int RunLetter(const QStringList& words) {
       .Option("yes", "", "Answers every question with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
-  if (const auto fault = UsageFault(line)) return line.WrongUsage(*fault);
+  if (const auto fault = LetterOptionFault(line)) return line.WrongUsage(*fault);
 
   HeadlessOffice::Options options;
   options.answers.yes = line.IsSet("yes");

@@ -8,19 +8,19 @@ using composition::UserBookmarks;
 using platform::RecordSet;
 
 /// How the rows of one of the form's grids are known to the person.
-struct Kind {
+struct EntryKind {
   const char* one;
   const char* none;
   const char* name_column;
   const char* description_column;
 };
 
-constexpr Kind kBookmark = {"bookmark", "The letter has no bookmarks for the user to fill.",
-                            UserBookmarks::kName, UserBookmarks::kDescription};
-constexpr Kind kParagraph = {"paragraph", "The letter has no optional paragraphs.", ParagraphChoice::kName,
-                             ParagraphChoice::kDescription};
+constexpr EntryKind kBookmark = {"bookmark", "The letter has no bookmarks for the user to fill.",
+                                 UserBookmarks::kName, UserBookmarks::kDescription};
+constexpr EntryKind kParagraph = {"paragraph", "The letter has no optional paragraphs.",
+                                  ParagraphChoice::kName, ParagraphChoice::kDescription};
 
-std::string RefusalOf(const std::string& name, const RecordSet& rows, const Kind& kind) {
+std::string RefusalOf(const std::string& name, const RecordSet& rows, const EntryKind& kind) {
   auto text = "The letter has no " + std::string(kind.one) + " \"" + name + "\" to fill in. ";
   if (rows.IsEmpty()) return text + kind.none;
   text += "It has:";
@@ -30,7 +30,7 @@ std::string RefusalOf(const std::string& name, const RecordSet& rows, const Kind
   return text;
 }
 
-std::optional<std::size_t> RowOf(const platform::Grid& grid, const std::string& name, const Kind& kind) {
+std::optional<std::size_t> RowOf(const platform::Grid& grid, const std::string& name, const EntryKind& kind) {
   return grid.rows()->Find(kind.name_column, RecordSet::Match::kEquals, name);
 }
 

@@ -8,18 +8,18 @@ namespace workspace {
 
 namespace {
 
-constexpr std::string_view kProcedure = "ZEMLO_Corresp.moClient_MessageReceived";
+constexpr std::string_view kMessageReceived = "ZEMLO_Corresp.moClient_MessageReceived";
 
 }  // namespace
 
 void DownloadNotification::MessageReceived(const std::string& message) {
-  platform::Trap(services_, kProcedure, [&] {
+  platform::Trap(services_, kMessageReceived, [&] {
     const auto command = ReadTag(message, "COMMAND", TagForm::kWithAttributes);
     const auto status = ReadTag(message, "STATUS", TagForm::kWithAttributes);
     const auto source = ReadTag(message, "SOURCE", TagForm::kWithAttributes);
     if (command == "FILEDOWNLOAD" && status != "SUCCESSFULL") {
       TellOnce(status, source);
-      CountUp(services_, state_.download_failures, "failed downloads", kProcedure);
+      CountUp(services_, state_.download_failures, "failed downloads", kMessageReceived);
     }
     services_.status.ShowStatus("Ready");
   });

@@ -9,7 +9,7 @@ namespace workspace {
 
 namespace {
 
-constexpr std::string_view kProcedure = "ZEMLO_Corresp.mVEMTMessage_DataReady";
+constexpr std::string_view kDataReady = "ZEMLO_Corresp.mVEMTMessage_DataReady";
 
 }  // namespace
 
@@ -18,8 +18,8 @@ ReplyDispatcher::ReplyDispatcher(const platform::Services& services, WorkspaceSt
     : services_(services), state_(state), routes_(std::move(routes)), always_(std::move(always)) {}
 
 void ReplyDispatcher::DataReady(const std::string& application) {
-  platform::Trap(services_, kProcedure, [&] { Handle(application); });
-  platform::Trap(services_, kProcedure, [&] {
+  platform::Trap(services_, kDataReady, [&] { Handle(application); });
+  platform::Trap(services_, kDataReady, [&] {
     const bool is_ours = application == platform::kApplicationName;
     services_.host.SetMousePointer(is_ours && state_.AwaitsReply() ? platform::MousePointer::kHourglass
                                                                    : platform::MousePointer::kNormal);
@@ -39,7 +39,7 @@ void ReplyDispatcher::Handle(const std::string& application) {
 
   // A handler may send the next request: the route of the reply at hand is the one found here.
   const auto route = PendingRoute();
-  const AtExit at_exit(services_, kProcedure, route.always);
+  const AtExit at_exit(services_, kDataReady, route.always);
   const auto error = services_.messages.GetReplyError(
       application, std::string(platform::kApplicationName) + ".mVemtMessage_DataReady",
       state_.pending_message_key);
