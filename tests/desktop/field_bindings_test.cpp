@@ -273,6 +273,29 @@ TEST_F(ADateField, IsEmptyUntilItsBoxIsTickedAndAgainAfterwards) {
   EXPECT_EQ(field.value(), ParseDate("2024-02-29")) << "the day is offered again";
 }
 
+TEST_F(ADateField, TakesADayThatIsTypedOverTheOneThatWasThere) {
+  field.SetValue(ParseDate("2026-11-23"));
+  auto& day = edit.edit();
+  edit.show();
+  auto& text = *day.findChild<QLineEdit*>();
+
+  QTest::mouseClick(&text, Qt::LeftButton, {}, QPoint(3, text.height() / 2));
+  QTest::keyClicks(&day, "02/28/2025");
+  EXPECT_EQ(field.value(), ParseDate("2025-02-28"));
+  QTest::keyClick(&day, Qt::Key_Home);
+  QTest::keyClicks(&day, "1/5/2025");
+  EXPECT_EQ(field.value(), ParseDate("2025-01-05"));
+  QTest::keyClick(&day, Qt::Key_Home);
+  QTest::keyClicks(&day, "12312024");
+  EXPECT_EQ(field.value(), ParseDate("2024-12-31"));
+  QTest::keyClick(&day, Qt::Key_Home);
+  QTest::keyClick(&day, Qt::Key_Up);
+  EXPECT_EQ(field.value(), ParseDate("2024-12-31")) << "there is no thirteenth month";
+  QTest::keyClick(&day, Qt::Key_End);
+  QTest::keyClicks(&day, "2023");
+  EXPECT_EQ(field.value(), ParseDate("2023-12-31"));
+}
+
 TEST_F(ADateField, ShowsWhatCodeSetsAndTellsItOnce) {
   int told = 0;
   const auto changed = field.Changed.Connect([&] { ++told; });

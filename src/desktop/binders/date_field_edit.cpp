@@ -1,6 +1,10 @@
 #include "desktop/binders/date_field_edit.h"
 
+#include <utility>
+
 #include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 #include "desktop/binders/binding.h"
@@ -18,6 +22,33 @@ platform::Date FromQt(QDate date) {
   return platform::Date(std::chrono::year(date.year()), std::chrono::month(unsigned(date.month())),
                         std::chrono::day(unsigned(date.day())));
 }
+
+/// Month, day or year is selected wherever the cursor goes, so that what is typed replaces it. (Qt's own edit
+/// does so for the Tab key only, takes nothing that is typed into a full section, and skips the day in
+/// "02/28".)
+class DayEdit : public QDateEdit {
+ public:
+  explicit DayEdit(QWidget* parent) : QDateEdit(parent) { lineEdit()->installEventFilter(this); }
+
+ protected:
+  bool eventFilter(QObject* text, QEvent* event) override {
+    if (event->type() != QEvent::MouseButtonRelease || lineEdit()->hasSelectedText())
+      return QDateEdit::eventFilter(text, event);
+    setSelectedSection(currentSection());
+    return false;
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Home) return setSelectedSection(sectionAt(0));
+    if (event->key() == Qt::Key_End) return setSelectedSection(sectionAt(sectionCount() - 1));
+    if (std::exchange(moved_on_, false) && event->text() == QStringLiteral("/")) return;
+    const auto section = currentSection();
+    QDateEdit::keyPressEvent(event);
+    moved_on_ = event->text() != QStringLiteral("/") && currentSection() != section;
+  }
+
+ private:
+  bool moved_on_ = false;  // a full section went on to the next one; the slash after it does not once more
+};
 
 class DateFieldBinding : public Binding {
  public:
@@ -51,7 +82,7 @@ class DateFieldBinding : public Binding {
 }  // namespace
 
 DateFieldEdit::DateFieldEdit(QWidget* parent)
-    : QWidget(parent), box_(new QCheckBox(this)), edit_(new QDateEdit(this)) {
+    : QWidget(parent), box_(new QCheckBox(this)), edit_(new DayEdit(this)) {
   auto* layout = new QHBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->setSpacing(2);
