@@ -26,7 +26,7 @@ Desktop::Desktop(const host::DataFolder& folder)
     : own_settings_(desktop::ToQt((folder.Config() / "desktop.ini").string()), QSettings::IniFormat),
       view_settings_(folder),
       shell_(events_),
-      preview_(events_, shell_.window()),
+      preview_(events_, shell_.guard(), shell_.window()),
       notices_(shell_.window()),
       office_(folder, {shell_, shell_, events_, preview_, notices_,
                        [this](const std::string& description, const std::string&) { TellError(description); },

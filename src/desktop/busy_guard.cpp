@@ -1,5 +1,7 @@
 #include "desktop/busy_guard.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -38,6 +40,11 @@ bool MovesFocus(const QEvent& event) {
 
 BusyGuard::BusyGuard(QWidget& document_window) : document_window_(document_window) {
   qApp->installEventFilter(this);
+}
+
+void BusyGuard::SetBusy(bool busy) {
+  const bool is_over = std::exchange(busy_, busy) && !busy;
+  if (is_over) Idle();
 }
 
 bool BusyGuard::IsInDocument(const QWidget& widget) const {

@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+#include "platform/event.h"
+
 class QWidget;
 
 namespace desktop {
@@ -13,7 +15,11 @@ class BusyGuard : public QObject {
   /// `document_window` outlives the guard.
   explicit BusyGuard(QWidget& document_window);
 
-  void SetBusy(bool busy) { busy_ = busy; }
+  void SetBusy(bool busy);
+  bool busy() const { return busy_; }
+
+  /// There is nothing to wait for any more.
+  platform::Event<> Idle;
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;

@@ -20,10 +20,12 @@ constexpr QSize kUsualSize(900, 860);
 
 }  // namespace
 
-PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& events, QWidget* parent)
+PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& events, BusyGuard& guard,
+                             QWidget* parent)
     : QDialog(parent, Qt::Window),
       content_(std::move(content)),
       events_(events),
+      guard_(guard),
       pages_(new PreviewPages(this)),
       page_number_(new QLabel(this)),
       finds_(new QLabel(this)),
@@ -46,6 +48,11 @@ PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& eve
           [this] { ShowPageNumber(); });
   pages_->finds_changed = [this] { ShowFinds(); };
   pages_->setFocus();
+  idle_ = guard_.Idle.Connect([this] {
+    // The reply is still being handled.
+    QMetaObject::invokeMethod(
+        this, [this] { RunWaiting(); }, Qt::QueuedConnection);
+  });
 }
 
 PreviewDialog::~PreviewDialog() {
@@ -66,8 +73,8 @@ QAction* PreviewDialog::Add(QToolBar& bar, const char* caption, const QList<QKey
 QToolBar* PreviewDialog::MakeToolbar() {
   auto* bar = new QToolBar(this);
   bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-  Add(*bar, "&Print", {QKeySequence::Print}, [this] { RunHeld(content_.print); });
-  Add(*bar, "&Save", {QKeySequence::Save}, [this] { RunHeld(content_.save); });
+  Add(*bar, "&Print", {QKeySequence::Print}, [this] { RunWhenIdle(content_.print); });
+  Add(*bar, "&Save", {QKeySequence::Save}, [this] { RunWhenIdle(content_.save); });
   bar->addSeparator();
   Add(*bar, "Zoom &In", {QKeySequence::ZoomIn, QKeySequence(QStringLiteral("Ctrl+="))},
       [this] { pages_->ZoomBy(kZoomStep); });
@@ -105,6 +112,19 @@ void PreviewDialog::AddSearch(QToolBar& bar) {
     search_->selectAll();
   });
   addAction(find);
+}
+
+void PreviewDialog::RunWhenIdle(const std::function<void()>& work) {
+  if (!guard_.busy()) return RunHeld(work);
+  if (waiting_) return;
+  waiting_ = work;
+  page_number_->setText(QStringLiteral(" Waiting for the server ... "));
+}
+
+void PreviewDialog::RunWaiting() {
+  if (!waiting_ || guard_.busy() || !isVisible()) return;
+  ShowPageNumber();
+  RunHeld(std::exchange(waiting_, nullptr));
 }
 
 void PreviewDialog::RunHeld(const std::function<void()>& work) {

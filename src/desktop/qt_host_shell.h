@@ -28,6 +28,8 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   ~QtHostShell() override;
 
   HostWindow& window() { return window_; }
+  /// Busy while the document takes no command.
+  BusyGuard& guard() { return guard_; }
 
   /// Registers who shows forms of one type; the view is a new widget, which the form's window takes.
   template <typename FormType>

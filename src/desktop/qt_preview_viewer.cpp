@@ -12,8 +12,8 @@ namespace {
 /// Keeps an open preview; destroying it closes the window without a word to the reader's side.
 class OpenPreview : public QObject, public platform::PreviewWindow {
  public:
-  OpenPreview(platform::PreviewContent content, QtEventQueue& events, QWidget& parent)
-      : closed_(content.closed), dialog_(new PreviewDialog(std::move(content), events, &parent)) {
+  OpenPreview(platform::PreviewContent content, QtEventQueue& events, BusyGuard& guard, QWidget& parent)
+      : closed_(content.closed), dialog_(new PreviewDialog(std::move(content), events, guard, &parent)) {
     dialog_->closed = [this] {
       // From the event loop, and only while somebody keeps this object.
       QMetaObject::invokeMethod(
@@ -42,7 +42,7 @@ class OpenPreview : public QObject, public platform::PreviewWindow {
 }  // namespace
 
 std::unique_ptr<platform::PreviewWindow> QtPreviewViewer::Open(platform::PreviewContent content) {
-  return std::make_unique<OpenPreview>(std::move(content), events_, parent_);
+  return std::make_unique<OpenPreview>(std::move(content), events_, guard_, parent_);
 }
 
 }  // namespace desktop

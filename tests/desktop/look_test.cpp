@@ -207,7 +207,8 @@ TEST_P(TheLook, OfAPreview) {
     writer.setPageSize(QPageSize(QPageSize::Letter));
     QPainter(&writer).drawText(400, 800, QStringLiteral("Your motor fuel tax registration is confirmed"));
   }
-  desktop::QtPreviewViewer viewer(queue, Window());
+  desktop::BusyGuard guard(Window());
+  desktop::QtPreviewViewer viewer(queue, guard, Window());
   platform::PreviewContent content;
   content.pdf = pdf;
   content.title = "REG101_2401.docx";

@@ -50,7 +50,8 @@ class APreview : public testing::Test {
   tests::TemporaryFolder folder;
   desktop::QtEventQueue queue;
   QWidget main_window;
-  desktop::QtPreviewViewer viewer{queue, main_window};
+  desktop::BusyGuard guard{main_window};
+  desktop::QtPreviewViewer viewer{queue, guard, main_window};
   std::unique_ptr<platform::PreviewWindow> open;
   std::vector<std::string> happened;
   bool released_while_printing = false;
@@ -77,6 +78,20 @@ TEST_F(APreview, PrintsAndSavesByKeyAndTellsOnceThatItWasClosed) {
   open.reset();
   tests::Settle();
   EXPECT_EQ(happened.size(), 3u);
+}
+
+TEST_F(APreview, PrintsOnceWhenTheReplyThatIsWaitedForIsThere) {
+  Open();
+  guard.SetBusy(true);
+  QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+  QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+  tests::Settle();
+  EXPECT_THAT(happened, IsEmpty());
+
+  guard.SetBusy(false);
+  EXPECT_THAT(happened, IsEmpty()) << "the reply's handler may not be through";
+  tests::Settle();
+  EXPECT_THAT(happened, ElementsAre("print"));
 }
 
 TEST_F(APreview, GoesWithoutAWordWhenItsHolderLetsItGo) {
