@@ -43,8 +43,12 @@ void BookmarkView::AddRow(LetterInformation& letter) const {
 std::string BookmarkView::RowText(std::string_view column) const {
   if (IsBatchBrowserOpen()) return uses_.batch_browser->CurrentText(column);
   const auto& letters = uses_.letters.rows();
-  if (letters) return letters->Text(column);
-  throw Failure(Failure::Kind::kNotFound, "No letters are listed.");
+  const auto number = std::to_string(uses_.letter.sequence_number);
+  const auto row =
+      letters ? letters->Find("SEQ_NBR", platform::RecordSet::Match::kEquals, number) : std::nullopt;
+  if (row) return letters->Text(*row, column);
+  throw Failure(Failure::Kind::kNotFound,
+                "Letter " + number + " is not listed any more. Search for it again to see its information.");
 }
 
 bool BookmarkView::IsBatchBrowserOpen() const {

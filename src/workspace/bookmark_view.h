@@ -5,6 +5,7 @@
 
 #include "platform/controls/grid.h"
 #include "platform/services.h"
+#include "workspace/letter_data.h"
 #include "workspace/letter_forms.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/workspace_state.h"
@@ -17,6 +18,7 @@ class BookmarkView {
   struct Uses {
     const platform::Services& services;
     const WorkspaceState& state;
+    const LetterData& letter;           ///< the one that was asked for
     const platform::Grid& letters;      ///< of the tracking page
     const LetterSource* batch_browser;  ///< null where there is none
     LetterForms& forms;
@@ -24,8 +26,9 @@ class BookmarkView {
   /// What it uses outlives it.
   explicit BookmarkView(Uses uses) : uses_(uses) {}
 
-  /// Takes the reply that brings the letter's context. The letter is the current row of the batch letter
-  /// browser while that is open, else of the tracking page.
+  /// Takes the reply that brings the letter's context. How it was printed stands in the current row of the
+  /// batch letter browser while that is open, else in the letter's row on the tracking page, though another
+  /// row may have become the current one since.
   void ViewBookMark();
 
  private:

@@ -30,10 +30,18 @@ class ABookmarkView : public WorkspaceRoomTest {
     fakes_.utilities.descriptions[{"LTRPRNTCD", "V"}] = "Address Not Verified";
   }
   void GivenListedLetter(const std::string& status, const std::string& error) {
-    pages_.tracking.sdgGrid.Bind(fakes::RowsOf("", {{{"PRNT_TS", "2024-01-02 03.04.05"},
+    pages_.tracking.sdgGrid.Bind(fakes::RowsOf("", {{{"SEQ_NBR", 7},
+                                                     {"PRNT_TS", "1999-09-09 09.09.09"},
+                                                     {"LST_PRNT_TS", ""},
+                                                     {"PRNT_STTS_CD", "P"},
+                                                     {"PRCS_ERR_TXT", ""}},
+                                                    {{"SEQ_NBR", 8},
+                                                     {"PRNT_TS", "2024-01-02 03.04.05"},
                                                      {"LST_PRNT_TS", platform::Value::Null()},
                                                      {"PRNT_STTS_CD", status},
                                                      {"PRCS_ERR_TXT", error}}}));
+    letter_.sequence_number = 8;
+    pages_.tracking.sdgGrid.MakeCurrent(0);  // chosen since
   }
   void GivenBrowsedLetter(const std::string& status, const std::string& error) {
     browser_.open = true;
@@ -54,7 +62,7 @@ class ABookmarkView : public WorkspaceRoomTest {
   }
 
   BrowserOfOneLetter browser_;
-  BookmarkView view_{{fakes_.services(), state_, pages_.tracking.sdgGrid, &browser_, forms_}};
+  BookmarkView view_{{fakes_.services(), state_, letter_, pages_.tracking.sdgGrid, &browser_, forms_}};
 };
 
 TEST_F(ABookmarkView, ShowsTheFieldsOfTheLetterAndHowItWasPrinted) {

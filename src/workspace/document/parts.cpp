@@ -22,7 +22,8 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
       generation({services, data.state, data.request, data.letter, data.pages, envelope, templates, forms,
                   printing}),
-      bookmark_view({services, data.state, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
+      bookmark_view(
+          {services, data.state, data.letter, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
       stored_letters({services, data.state, data.letter, templates, printing}),
       unrecorded_letters(services, data.state, envelope),
       online_actions(
