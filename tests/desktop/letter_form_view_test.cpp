@@ -55,6 +55,7 @@ class TheLetterForm : public testing::Test {
 
 TEST_F(TheLetterForm, IsFilledAndConfirmedWithTheKeyboardAlone) {
   EXPECT_EQ(Focus(), "User Bookmark");
+  UserPresses(Qt::Key_Left);  // to the description, which is typed over by nobody
   UserTypes("Monday");
   EXPECT_EQ(Focus(), "Day") << "the editor is read out by its row";
   UserPresses(Qt::Key_Return);

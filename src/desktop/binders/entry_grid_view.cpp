@@ -33,6 +33,11 @@ bool IsEnter(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+bool StartsEditing(const QKeyEvent& event) {
+  const bool is_character = !event.text().isEmpty() && event.text().front().isPrint();
+  return (is_character && (event.modifiers() & Qt::ControlModifier) == 0) || event.key() == Qt::Key_F2;
+}
+
 }  // namespace
 
 EntryGridView::EntryGridView(QWidget* parent) : QTableView(parent) {
@@ -90,6 +95,10 @@ void EntryGridView::keyPressEvent(QKeyEvent* event) {
   if (IsEnter(*event) && state() == EditingState)
     return event->accept();  // the editor is about to close on it
   if (is_bare && IsEnter(*event) && grid_->entry == Entry::kText) return EditNextBlank();
+  if (StartsEditing(*event) && currentIndex().isValid()) {
+    // Beside the value, in its description for instance, it is typed into the value as well.
+    setCurrentIndex(model_->index(currentIndex().row(), model_->entry_column()));
+  }
   QTableView::keyPressEvent(event);
 }
 
