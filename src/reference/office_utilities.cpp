@@ -20,7 +20,7 @@ bool IsLetter(char32_t key) {
 
 std::string OfficeUtilities::GetCodeValue(const std::string& table, const std::string& code) {
   const auto* const found = FindCode(table, code);
-  return found == nullptr ? code : found->value;
+  return found == nullptr || !found->is_current ? code : found->value;
 }
 
 std::string OfficeUtilities::GetCodeDescription(const std::string& table, const std::string& code) {
@@ -93,14 +93,16 @@ const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table,
 OfficeUtilities::CodeTable OfficeUtilities::ReadTable(const std::string& table) {
   const auto region = platform::UpperCase(platform::Trim(settings_.Region()));
   const auto rows = reference_.Select(
-      "SELECT CD_TBL_CD, CD_TBL_DES, ADTL_INFO_TXT FROM FLS_CODE WHERE REGION = " + SqlQuote(region) +
-      " AND CD_TBL_ID = " + SqlQuote(table) +
-      " AND EFCTV_DT <= date() AND (END_DT IS NULL OR END_DT >= date()) ORDER BY EFCTV_DT");
+      "SELECT CD_TBL_CD, CD_TBL_DES, ADTL_INFO_TXT, (END_DT IS NULL OR END_DT >= date()) AS IS_CURRENT"
+      " FROM FLS_CODE WHERE REGION = " +
+      SqlQuote(region) + " AND CD_TBL_ID = " + SqlQuote(table) +
+      " AND EFCTV_DT <= date() ORDER BY IS_CURRENT, EFCTV_DT");
   CodeTable codes;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
-    // Of entries of one code the one that took effect last holds.
+    // Of entries of one code the one that took effect last holds, a current one before those that ended.
     codes[platform::UpperCase(rows->Text(row, "CD_TBL_CD"))] = {rows->Text(row, "CD_TBL_DES"),
-                                                                rows->Text(row, "ADTL_INFO_TXT")};
+                                                                rows->Text(row, "ADTL_INFO_TXT"),
+                                                                rows->Text(row, "IS_CURRENT") == "1"};
   }
   return codes;
 }

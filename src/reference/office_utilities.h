@@ -16,9 +16,10 @@ namespace reference {
 /// Code-table look-ups of the user's region, field marks and the office's number rules. User-interface thread
 /// only. The parts it is made with outlive it.
 ///
-/// A look-up knows the codes that are current today; tables and codes are found without regard to case. A
-/// table is read once a day, officers like codes: grids look up several codes for every row. Look-ups throw
-/// what Select throws.
+/// A value is one of a code that is current today. A description is given for ended codes too, the last one
+/// they had: letters of earlier years carry them. Tables and codes are found without regard to case. A table
+/// is read once a day, officers like codes: grids look up several codes for every row. Look-ups throw what
+/// Select throws.
 class OfficeUtilities : public platform::Utilities {
  public:
   OfficeUtilities(platform::ReferenceDatabase& reference, const platform::Settings& settings,
@@ -51,6 +52,7 @@ class OfficeUtilities : public platform::Utilities {
   struct Code {
     std::string description;
     std::string value;
+    bool is_current = false;
   };
   using CodeTable = std::map<std::string, Code>;            // by code in upper case
   using OfficerNames = std::map<std::string, std::string>;  // by id in upper case

@@ -18,7 +18,8 @@ class OfficeUtilities : public ReferenceWorld {
     GivenCode("LTRACTION", "VLT", "View Letter");
     GivenCode("LTRPRNTCD", "F", "Failed", "", "2020-01-01", "2025-12-31");
     GivenCode("LTRPRNTCD", "F", "Printing Failed", "", "2026-01-01");
-    GivenCode("LTRPRNTCD", "X", "Held", "", "2020-01-01", "2022-12-31");
+    GivenCode("LTRPRNTCD", "X", "Held", "V", "2020-01-01", "2022-12-31");
+    GivenCode("LTRPRNTCD", "Y", "To Come", "", "2027-01-01");
   }
   reference::OfficeUtilities& Utilities() {
     if (!utilities_) utilities_ = std::make_unique<reference::OfficeUtilities>(Database(), settings, clock);
@@ -36,7 +37,9 @@ TEST_F(OfficeUtilities, LookUpTheCodesOfToday) {
   EXPECT_EQ(Utilities().GetCodeValue("LTRINPUT", "101"), "101") << "no entry: the code itself";
   EXPECT_EQ(Utilities().GetCodeValue("LTRACTION", "VLT"), "") << "an entry without a value";
   EXPECT_EQ(Utilities().GetCodeDescription("ltrprntcd", "f"), "Printing Failed");
-  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "X"), "");
+  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "X"), "Held") << "old letters have it";
+  EXPECT_EQ(Utilities().GetCodeValue("LTRPRNTCD", "X"), "X");
+  EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "Y"), "") << "not yet";
   EXPECT_EQ(Utilities().GetCodeDescription("IT'S NO TABLE", "X"), "");
   clock.SetToday(platform::Date{std::chrono::year(2022) / 12 / 31});
   EXPECT_EQ(Utilities().GetCodeDescription("LTRPRNTCD", "X"), "Held");
