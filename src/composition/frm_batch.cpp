@@ -73,13 +73,11 @@ void frmBatch::SetMode() {
 
 void frmBatch::FillTree() {
   auto parsed = platform::XmlDocument::Parse(err_book_mark_);
-  if (!parsed.document) {
-    ReportUnreadable(services_, err_book_mark_, kLoad, kLoad);
-    std::move(parsed).OrFail();  // fails with the reason and its place
-  }
+  if (!parsed.document) ReportUnreadable(services_, err_book_mark_, kLoad, kLoad);
+  auto document = std::move(parsed).OrFail();  // fails with the reason and its place
   const Tree::Edit edit(tvw);
   tvw.Clear();
-  document_ = std::move(parsed.document);
+  document_ = std::move(document);
   errors_ = 0;
   const auto root = document_->Root();
   state_.InitFromNode(root);

@@ -17,7 +17,7 @@ std::optional<std::string> CustomerRecord::Trimmed(std::string_view column) cons
 }
 
 std::string CustomerRecord::Name() const {
-  const auto name = Text("CUST_BSNS_NM").value_or("");
+  auto name = Text("CUST_BSNS_NM").value_or("");
   if (!platform::Trim(name).empty()) return name;
   const auto first = Text("FIRST_NM");
   const auto last = Text("LAST_NM");

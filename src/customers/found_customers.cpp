@@ -61,6 +61,7 @@ SelectedCustomer ReadCustomer(const CustomerRecord& record) {
 
 std::vector<std::string> Columns() {
   std::vector<std::string> columns;
+  columns.reserve(kValues.size() + 1);
   for (const auto& value : kValues) columns.emplace_back(value.name);
   columns.emplace_back(kCity);
   return columns;
@@ -70,6 +71,7 @@ std::vector<std::string> Columns() {
 
 std::vector<platform::Grid::Column> FoundCustomerColumns() {
   std::vector<platform::Grid::Column> columns;
+  columns.reserve(kListed.size());
   for (const auto& [key, caption] : kListed) {
     columns.push_back({std::string(key), std::string(caption), "", /*hidden=*/false, "", ""});
   }
@@ -81,6 +83,7 @@ std::shared_ptr<RecordSet> ListCustomers(const RecordSet& records) {
   for (std::size_t row = 0; row < records.RecordCount(); ++row) {
     const auto customer = ReadCustomer(CustomerRecord(records, row));
     std::vector<platform::Value> values;
+    values.reserve(kValues.size() + 1);
     for (const auto& value : kValues) values.emplace_back(customer.*value.held);
     values.emplace_back(customer.MailCity.empty() ? customer.ResCity : customer.MailCity);
     found->Append(std::move(values));

@@ -15,7 +15,7 @@ FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent) : Q
   hidden_ = form.Hidden.Connect([this] { FormHidden(); });
 }
 
-void FormDialog::Open() {
+void FormDialog::Present() {
   show();
   form_.Activate();
 }

@@ -14,7 +14,7 @@ class FormDialog : public QDialog {
   FormDialog(platform::Form& form, QWidget* view, QWidget* parent);
 
   /// Shows the form, and itself while the form stays shown.
-  void Open();
+  void Present();
 
   std::function<void()> form_hidden;
 

@@ -93,7 +93,7 @@ class QtHostShell::BoxScope {
 QtHostShell::QtHostShell(QtEventQueue& events) : events_(events), window_(QLatin1String(kCaption)) {}
 
 QtHostShell::~QtHostShell() {
-  SetMousePointer(MousePointer::kNormal);
+  QtHostShell::SetMousePointer(MousePointer::kNormal);
 }
 
 std::string QtHostShell::Caption() const {
@@ -164,7 +164,7 @@ void QtHostShell::ShowModal(platform::Form& form) {
     loop.quit();
   };
   dialog->setWindowModality(Qt::ApplicationModal);
-  dialog->Open();
+  dialog->Present();
   if (!hidden) loop.exec(QEventLoop::DialogExec);
 }
 
@@ -180,7 +180,7 @@ void QtHostShell::Show(platform::Form& form) {
     gone->release()->deleteLater();  // it is telling us; the form may be gone when it is deleted
     modeless_.erase(gone);
   };
-  dialog->Open();
+  dialog->Present();
 }
 
 void QtHostShell::RunPendingEvents() {

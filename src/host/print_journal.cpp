@@ -39,7 +39,7 @@ void PrintJournal::Abandon() {
 
 std::string PrintJournal::Record() {
   if (!printing_) return "";
-  const auto key = printing_->note().message_key;
+  auto key = printing_->note().message_key;
   auto& note = recording_.emplace(key, std::move(*printing_)).first->second;
   printing_.reset();
   // The record goes out under the note's own key in any case: under another one it could be stored twice.
@@ -88,6 +88,7 @@ std::vector<std::filesystem::path> PrintJournal::NoteFiles() const {
   }
   std::ranges::sort(files);
   std::vector<std::filesystem::path> paths;
+  paths.reserve(files.size());
   for (auto& [time, path] : files) paths.push_back(std::move(path));
   return paths;
 }

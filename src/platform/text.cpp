@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-constexpr std::string_view kRootLocale = "";
+constexpr const char* kRootLocale = "";
 
 bool IsAscii(char byte) {
   return static_cast<unsigned char>(byte) < 0x80;
@@ -104,14 +104,14 @@ std::string_view Trim(std::string_view text) {
 std::string UpperCase(std::string_view text) {
   if (IsAscii(text)) return MapAscii(text, UpperAscii);
   return MapByIcu(text, [](icu::StringPiece source, icu::ByteSink& sink, icu::ErrorCode& error) {
-    icu::CaseMap::utf8ToUpper(kRootLocale.data(), 0, source, sink, nullptr, error);
+    icu::CaseMap::utf8ToUpper(kRootLocale, 0, source, sink, nullptr, error);
   });
 }
 
 std::string LowerCase(std::string_view text) {
   if (IsAscii(text)) return MapAscii(text, LowerAscii);
   return MapByIcu(text, [](icu::StringPiece source, icu::ByteSink& sink, icu::ErrorCode& error) {
-    icu::CaseMap::utf8ToLower(kRootLocale.data(), 0, source, sink, nullptr, error);
+    icu::CaseMap::utf8ToLower(kRootLocale, 0, source, sink, nullptr, error);
   });
 }
 

@@ -116,6 +116,7 @@ std::shared_ptr<RecordSet> Database::Select(const std::string& statement, const 
   auto& query = Execute(statement, values);
   const auto layout = query.record();
   std::vector<std::string> columns;
+  columns.reserve(static_cast<std::size_t>(layout.count()));
   for (int column = 0; column < layout.count(); ++column)
     columns.push_back(layout.fieldName(column).toStdString());
   auto rows = std::make_shared<RecordSet>(columns);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -10,8 +11,9 @@ namespace server {
 class Draw {
  public:
   explicit Draw(std::uint64_t seed) : state_(seed * 0x9e3779b97f4a7c15ULL) {}
-  /// From 0 to below `limit`.
+  /// From 0 to below `limit`, which is above 0.
   int Below(int limit) {
+    assert(limit > 0);
     state_ += 0x9e3779b97f4a7c15ULL;
     auto mixed = state_;
     mixed = (mixed ^ (mixed >> 30)) * 0xbf58476d1ce4e5b9ULL;

@@ -47,7 +47,7 @@ std::optional<LayoutReport> ParseReport(std::string_view line);
 class LineReader {
  public:
   /// No line of ours is longer; who sends a longer one sends nonsense.
-  static constexpr std::size_t kLongestLine = 64 * 1024;
+  static constexpr std::size_t kLongestLine = std::size_t{64} * 1024;
 
   explicit LineReader(int descriptor) : descriptor_(descriptor) {}
 

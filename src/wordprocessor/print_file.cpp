@@ -139,7 +139,7 @@ std::string ReadWholeFile(const std::filesystem::path& file) {
   struct stat known = {};
   if (fstat(source.number(), &known) == 0 && known.st_size > 0)
     content.reserve(static_cast<std::size_t>(known.st_size));
-  std::array<char, 64 * 1024> piece;
+  std::array<char, std::size_t{64} * 1024> piece;
   for (;;) {
     const auto count = read(source.number(), piece.data(), piece.size());
     if (count < 0 && errno == EINTR) continue;

@@ -11,7 +11,7 @@ namespace {
 class TheCustomerSearch : public testing::Test {
  protected:
   TheCustomerSearch() {
-    dialog.Open();
+    dialog.Present();
     dialog.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
   }

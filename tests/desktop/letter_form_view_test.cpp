@@ -26,7 +26,7 @@ class TheLetterForm : public testing::Test {
     form.FileName = "templates/hrg.docx";
     form.Load();
     dialog = std::make_unique<desktop::FormDialog>(form, new desktop::LetterFormView(form), nullptr);
-    dialog->Open();
+    dialog->Present();
     dialog->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
   }

@@ -26,7 +26,7 @@ class TheLetterInformation : public testing::Test {
     form.Load();
     view = new desktop::LetterInformationView(form);
     dialog = std::make_unique<desktop::FormDialog>(form, view, nullptr);
-    dialog->Open();
+    dialog->Present();
     dialog->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
     tests::Settle();

@@ -3,6 +3,7 @@
 #include <QString>
 
 #include "platform/failure.h"
+#include "platform/text.h"
 
 namespace apps {
 
@@ -22,7 +23,9 @@ void Type(platform::TextField& field, const std::string& text, const std::string
   for (const char32_t key : QString::fromStdString(text).toStdU32String()) {
     const auto taken = field.key_filter ? field.key_filter(key) : key;
     const auto typed = QString::fromUcs4(&key, 1).toStdString();
-    if (!taken) Refuse(option + " does not take \"" + typed + "\", as in \"" + text + "\".");
+    if (!taken)
+      Refuse(option + " does not take " + platform::Quoted(typed) + ", as in " + platform::Quoted(text) +
+             ".");
     field.SetText(field.text() + QString::fromUcs4(&*taken, 1).toStdString());
   }
 }

@@ -66,7 +66,7 @@ QVariant EntryGridModel::TickOf(const QModelIndex& index) const {
 }
 
 QString EntryGridModel::Spoken(const QModelIndex& index) const {
-  const auto text = CellText(index.row(), index.column());
+  auto text = CellText(index.row(), index.column());
   const auto name = RowName(index.row()) + QStringLiteral(": ");
   if (IsTick(index))
     return name + (TickOf(index) == Qt::Checked ? QStringLiteral("ticked") : QStringLiteral("not ticked"));

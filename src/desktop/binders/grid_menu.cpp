@@ -11,7 +11,7 @@
 namespace desktop {
 namespace {
 
-QAction* Add(QMenu& menu, const QString& caption, std::function<void()> work, QKeySequence key = {}) {
+QAction* Add(QMenu& menu, const QString& caption, std::function<void()> work, const QKeySequence& key = {}) {
   auto* action = menu.addAction(caption);
   action->setShortcut(key);  // shown only: the view takes the key itself
   QObject::connect(action, &QAction::triggered, &menu, std::move(work));

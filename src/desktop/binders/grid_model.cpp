@@ -24,7 +24,7 @@ bool GridModel::Refresh() {
   const int count = grid_.rows() ? static_cast<int>(grid_.rows()->RecordCount()) : 0;
   auto columns = ColumnKeys();
   if (grid_.rows() == shown_rows_ && count == row_count_ && columns == shown_columns_) {
-    if (count > 0) emit dataChanged(index(0, 0), index(count - 1, columnCount() - 1));
+    if (count > 0) emit dataChanged(index(0, 0), index(count - 1, static_cast<int>(columns.size()) - 1));
     return false;
   }
   beginResetModel();

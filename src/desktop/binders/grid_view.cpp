@@ -238,7 +238,7 @@ std::vector<std::size_t> GridView::SelectedRows() const {
     for (int row = range.top(); row <= range.bottom(); ++row) now.push_back(static_cast<std::size_t>(row));
   }
   std::ranges::sort(now);
-  now.erase(std::ranges::unique(now).begin(), now.end());
+  now.erase(std::unique(now.begin(), now.end()), now.end());
   // In the order they were selected: those that were selected before come first, as they were.
   std::vector<std::size_t> ordered;
   std::set<std::size_t> taken;

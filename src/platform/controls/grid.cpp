@@ -23,7 +23,7 @@ void Grid::Bind(std::shared_ptr<RecordSet> rows) {
 
 void Grid::UserSelects(std::vector<std::size_t> rows) {
   if (!enabled() || !visible()) return;
-  Select(rows);
+  Select(std::move(rows));
   ContentChanged();
   Click();
 }
@@ -86,14 +86,11 @@ void Grid::RowsChanged() {
   ContentChanged();
 }
 
-void Grid::Select(const std::vector<std::size_t>& rows) {
-  selected_rows_.clear();
+void Grid::Select(std::vector<std::size_t> rows) {
+  std::erase_if(rows, [this](std::size_t row) { return !rows_ || row >= rows_->RecordCount(); });
+  selected_rows_ = std::move(rows);
   selected_ids_.clear();
-  for (const auto row : rows) {
-    if (!rows_ || row >= rows_->RecordCount()) continue;
-    selected_rows_.push_back(row);
-    selected_ids_.push_back(rows_->RowId(row));
-  }
+  for (const auto row : selected_rows_) selected_ids_.push_back(rows_->RowId(row));
 }
 
 // Asked for every changed cell, so it must not look at all rows.
@@ -112,7 +109,7 @@ void Grid::FollowSelectedRows() {
   for (const auto id : selected_ids_) {
     if (const auto found = rows_by_id.find(id); found != rows_by_id.end()) rows.push_back(found->second);
   }
-  Select(rows);
+  Select(std::move(rows));
 }
 
 }  // namespace platform

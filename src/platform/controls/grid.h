@@ -80,7 +80,7 @@ class Grid : public Control {
 
  private:
   void RowsChanged();
-  void Select(const std::vector<std::size_t>& rows);
+  void Select(std::vector<std::size_t> rows);
   bool IsSelectionInPlace() const;
   bool IsDerived(std::string_view key) const;
   void FollowSelectedRows();

@@ -77,7 +77,8 @@ class Wiring {
   void ConnectCommands(const std::vector<CommandRow>& rows) {
     for (const auto& [control, sends, handler] : rows) {
       const auto run = sends == Sends::kRequest ? BehindTheGate(handler) : handler;
-      std::visit([&](auto* command) { handler ? ConnectCommand(*command, run) : KeepDisabled(*command); },
+      const bool is_handled = handler != nullptr;
+      std::visit([&](auto* command) { is_handled ? ConnectCommand(*command, run) : KeepDisabled(*command); },
                  control);
     }
   }
