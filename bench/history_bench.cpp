@@ -13,6 +13,7 @@
 
 #include <QCoreApplication>
 
+#include "bench/demo_server.h"
 #include "platform/record_layouts.h"
 #include "platform/request_message.h"
 #include "server/request_processor.h"
@@ -24,7 +25,6 @@
 
 namespace {
 
-constexpr auto kToday = std::chrono::year(2026) / 11 / 22;
 constexpr int kLettersACustomer = 20;
 
 class Nowhere : public platform::MessageTransport {
@@ -35,13 +35,13 @@ class Nowhere : public platform::MessageTransport {
 /// A server on a history of that many letters; made once and kept until the program ends.
 struct History {
   explicit History(int letters) {
-    clock.SetToday(kToday);
+    clock.SetToday(bench::kToday);
     const auto start = std::chrono::steady_clock::now();
     server::CreateServerData({.data_folder = folder.path(),
                               .product_data_folder = std::filesystem::path(ZEMLO_SOURCE_DIR) / "data",
                               .customers = std::max(300, letters / kLettersACustomer),
                               .letters = letters,
-                              .today = kToday});
+                              .today = bench::kToday});
     const auto size = std::filesystem::file_size(server::DatabaseFile(folder.path()));
     std::cerr << letters << " letters made in "
               << std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count() << " s, "

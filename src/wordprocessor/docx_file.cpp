@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/text.h"
 #include "wordprocessor/docx_package.h"
 
 namespace wordprocessor {
@@ -53,7 +54,7 @@ class Unfinished {
 };
 
 std::string Quoted(const std::filesystem::path& file) {
-  return "\"" + file.string() + "\"";
+  return platform::Quoted(file.string());
 }
 
 [[noreturn]] void FailReading(const std::filesystem::path& file, int error) {

@@ -1,5 +1,8 @@
 #include "workspace/bookmark_view.h"
 
+#include <optional>
+#include <string_view>
+
 #include "platform/failure.h"
 #include "platform/identity.h"
 #include "workspace/address_status.h"
@@ -31,22 +34,25 @@ std::string BookmarkView::Context() const {
 }
 
 void BookmarkView::AddRow(LetterInformation& letter) const {
-  const auto status = RowText("PRNT_STTS_CD");
-  const auto error = RowText("PRCS_ERR_TXT");
-  letter.first_printed = RowText("PRNT_TS");
-  letter.last_printed = RowText("LST_PRNT_TS");
+  const auto listed = IsBatchBrowserOpen() ? std::nullopt : std::optional(ListedRow());
+  const auto text = [&](std::string_view column) {
+    return listed ? uses_.letters.rows()->Text(*listed, column) : uses_.batch_browser->CurrentText(column);
+  };
+  const auto status = text("PRNT_STTS_CD");
+  const auto error = text("PRCS_ERR_TXT");
+  letter.first_printed = text("PRNT_TS");
+  letter.last_printed = text("LST_PRNT_TS");
   letter.print_status = uses_.services.utilities.GetCodeDescription("LTRPRNTCD", status);
   letter.print_error = status == kAddressFailed ? kAddressFailedText : error;
   if (IsBatchBrowserOpen() && uses_.state.dont_print) letter.batch_error = error;
 }
 
-std::string BookmarkView::RowText(std::string_view column) const {
-  if (IsBatchBrowserOpen()) return uses_.batch_browser->CurrentText(column);
+std::size_t BookmarkView::ListedRow() const {
   const auto& letters = uses_.letters.rows();
   const auto number = std::to_string(uses_.letter.sequence_number);
   const auto row =
       letters ? letters->Find("SEQ_NBR", platform::RecordSet::Match::kEquals, number) : std::nullopt;
-  if (row) return letters->Text(*row, column);
+  if (row) return *row;
   throw Failure(Failure::Kind::kNotFound,
                 "Letter " + number + " is not listed any more. Search for it again to see its information.");
 }

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
-#include <string_view>
 
 #include "platform/controls/grid.h"
 #include "platform/services.h"
@@ -34,7 +34,8 @@ class BookmarkView {
  private:
   std::string Context() const;
   void AddRow(LetterInformation& letter) const;
-  std::string RowText(std::string_view column) const;
+  /// Where the letter stands on the tracking page. Throws Failure kNotFound where it does not any more.
+  std::size_t ListedRow() const;
   bool IsBatchBrowserOpen() const;
 
   const Uses uses_;

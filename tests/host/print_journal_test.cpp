@@ -33,12 +33,8 @@ class PrintJournalTest : public testing::Test {
     journal.Begin("");
   }
   std::vector<std::string> Files() const {
-    std::vector<std::string> names;
-    if (!std::filesystem::exists(data_ / "unrecorded")) return names;
-    for (const auto& entry : std::filesystem::directory_iterator(data_ / "unrecorded")) {
-      names.push_back(entry.path().filename().string());
-    }
-    return names;
+    const auto notes = data_ / "unrecorded";
+    return std::filesystem::exists(notes) ? tests::NamesIn(notes) : std::vector<std::string>();
   }
 
   const tests::TemporaryFolder data_;

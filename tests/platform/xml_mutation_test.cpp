@@ -2,12 +2,12 @@
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "platform/xml.h"
+#include "tests/support/temporary_folder.h"
 
 namespace platform {
 namespace {
@@ -44,8 +44,7 @@ constexpr auto kPieces = std::to_array<std::string_view>({"<",
 std::vector<std::string> Corpus() {
   std::vector<std::string> texts;
   for (const auto& entry : std::filesystem::directory_iterator(ZEMLO_SOURCE_DIR "/tests/platform/corpus")) {
-    std::ifstream file(entry.path(), std::ios::binary);
-    texts.emplace_back(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    texts.push_back(tests::ReadFile(entry.path()));
   }
   return texts;
 }

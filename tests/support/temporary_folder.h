@@ -11,6 +11,15 @@
 
 namespace tests {
 
+/// The names of what is in a folder, hidden files included, sorted.
+inline std::vector<std::string> NamesIn(const std::filesystem::path& folder) {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder))
+    names.push_back(entry.path().filename());
+  std::ranges::sort(names);
+  return names;
+}
+
 /// A folder of one test, gone with it.
 class TemporaryFolder {
  public:
@@ -30,14 +39,7 @@ class TemporaryFolder {
   const std::filesystem::path& path() const { return path_; }
   std::filesystem::path operator/(const std::string& name) const { return path_ / name; }
 
-  /// The names of what is in it, hidden files included, sorted.
-  std::vector<std::string> Names() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(path_))
-      names.push_back(entry.path().filename());
-    std::ranges::sort(names);
-    return names;
-  }
+  std::vector<std::string> Names() const { return NamesIn(path_); }
 
  private:
   std::filesystem::path path_;

@@ -42,13 +42,7 @@ class PrintersTest : public testing::Test {
     }
     return {Failure::Kind::kInternal, "it was printed"};
   }
-  std::vector<std::string> Printed() const {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(printed_))
-      names.push_back(entry.path().filename());
-    std::ranges::sort(names);
-    return names;
-  }
+  std::vector<std::string> Printed() const { return tests::NamesIn(printed_); }
 
   tests::TemporaryFolder folder_;
   const std::filesystem::path pdf_ = folder_ / "letter.pdf";

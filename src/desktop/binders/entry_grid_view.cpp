@@ -95,7 +95,7 @@ void EntryGridView::keyPressEvent(QKeyEvent* event) {
   if (IsEnter(*event) && state() == EditingState)
     return event->accept();  // the editor is about to close on it
   if (is_bare && IsEnter(*event) && grid_->entry == Entry::kText) return EditNextBlank();
-  if (StartsEditing(*event) && currentIndex().isValid()) {
+  if (grid_->entry == Entry::kText && StartsEditing(*event) && currentIndex().isValid()) {
     // Beside the value, in its description for instance, it is typed into the value as well.
     setCurrentIndex(model_->index(currentIndex().row(), model_->entry_column()));
   }
