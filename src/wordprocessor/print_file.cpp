@@ -7,34 +7,11 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <system_error>
 
 #include "wordprocessor/layout_descriptor.h"
 
 namespace wordprocessor {
 namespace {
-
-using platform::Failure;
-
-struct Remedy {
-  int number;
-  Failure::Kind kind;
-  std::string_view advice;
-};
-
-constexpr std::string_view kFreeSpace = "Free some space there, or choose another folder.";
-constexpr std::string_view kOtherFolder = "Choose another folder, or ask for the right to use this one.";
-
-constexpr auto kRemedies = std::to_array<Remedy>({
-    {ENOENT, Failure::Kind::kNotFound, "Check the name, or create the folder first."},
-    {ENOTDIR, Failure::Kind::kNotFound, "Check the name, or create the folder first."},
-    {EACCES, Failure::Kind::kPermissionDenied, kOtherFolder},
-    {EPERM, Failure::Kind::kPermissionDenied, kOtherFolder},
-    {EROFS, Failure::Kind::kPermissionDenied, kOtherFolder},
-    {ENOSPC, Failure::Kind::kUnavailable, kFreeSpace},
-    {EDQUOT, Failure::Kind::kUnavailable, kFreeSpace},
-    {EFBIG, Failure::Kind::kUnavailable, kFreeSpace},
-});
 
 std::filesystem::path FolderOf(const std::filesystem::path& file) {
   return file.has_parent_path() ? file.parent_path() : ".";
@@ -121,16 +98,6 @@ class FileInTheMaking {
 };
 
 }  // namespace
-
-Failure FileFailure(std::string_view what_failed, const std::filesystem::path& file, int number) {
-  Remedy remedy = {number, Failure::Kind::kUnavailable, "Try again, or choose another folder."};
-  for (const auto& known : kRemedies) {
-    if (known.number == number) remedy = known;
-  }
-  return {remedy.kind, "The file \"" + file.filename().string() + "\" in the folder \"" +
-                           FolderOf(file).string() + "\" " + std::string(what_failed) + ": " +
-                           std::generic_category().message(number) + ". " + std::string(remedy.advice)};
-}
 
 std::string ReadWholeFile(const std::filesystem::path& file) {
   const Descriptor source(open(file.c_str(), O_RDONLY | O_CLOEXEC));

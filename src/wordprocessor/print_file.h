@@ -4,14 +4,13 @@
 #include <string>
 #include <string_view>
 
-#include "platform/failure.h"
+#include "platform/file_failure.h"
 
 /// Files that are there whole or not at all. Every function throws Failure naming file and folder and saying
 /// what to do: kNotFound, kPermissionDenied, or kUnavailable where the file system is full or broken.
 namespace wordprocessor {
 
-/// What the operating system's error `number` means for `file`, as a sentence for the person.
-platform::Failure FileFailure(std::string_view what_failed, const std::filesystem::path& file, int number);
+using platform::FileFailure;
 
 std::string ReadWholeFile(const std::filesystem::path& file);
 

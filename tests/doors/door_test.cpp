@@ -28,7 +28,7 @@ constexpr std::string_view kOffice = "libzip zlib pugixml cups office posix linu
 constexpr std::string_view kInner =
     "platform workspace/messaging composition customers workspace tracking workspace/document";
 constexpr auto kRooms = std::to_array<Room>({
-    {"platform", "", "icu pugixml", /*libraries_in_headers=*/false},
+    {"platform", "", "icu pugixml posix", /*libraries_in_headers=*/false},
     {"workspace/messaging", "platform", ""},
     {"composition", "platform workspace/messaging", ""},
     {"customers", "platform workspace/messaging composition", ""},

@@ -1,0 +1,51 @@
+#include "platform/file_failure.h"
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <system_error>
+
+namespace platform {
+namespace {
+
+struct Remedy {
+  int number;
+  Failure::Kind kind;
+  std::string_view advice;
+};
+
+constexpr std::string_view kFreeSpace = "Free some space there, or choose another folder.";
+constexpr std::string_view kOtherFolder = "Choose another folder, or ask for the right to use this one.";
+constexpr std::string_view kCheckName = "Check the name, or create the folder first.";
+
+constexpr auto kRemedies = std::to_array<Remedy>({
+    {ENOENT, Failure::Kind::kNotFound, kCheckName},
+    {ENOTDIR, Failure::Kind::kNotFound, kCheckName},
+    {EACCES, Failure::Kind::kPermissionDenied, kOtherFolder},
+    {EPERM, Failure::Kind::kPermissionDenied, kOtherFolder},
+    {EROFS, Failure::Kind::kPermissionDenied, kOtherFolder},
+    {ENOSPC, Failure::Kind::kUnavailable, kFreeSpace},
+    {EDQUOT, Failure::Kind::kUnavailable, kFreeSpace},
+    {EFBIG, Failure::Kind::kUnavailable, kFreeSpace},
+});
+
+std::string Reason(int number) {
+  const auto reason = std::generic_category().message(number);
+  const bool is_full = number == ENOSPC || number == EDQUOT;
+  return is_full ? "the disk is full (" + reason + ")" : reason;
+}
+
+}  // namespace
+
+Failure FileFailure(std::string_view what_failed, const std::filesystem::path& file, int number) {
+  Remedy remedy = {number, Failure::Kind::kUnavailable, "Try again, or choose another folder."};
+  for (const auto& known : kRemedies) {
+    if (known.number == number) remedy = known;
+  }
+  const auto folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
+  return {remedy.kind, "The file \"" + file.filename().string() + "\" in the folder \"" + folder.string() +
+                           "\" " + std::string(what_failed) + ": " + Reason(number) + ". " +
+                           std::string(remedy.advice)};
+}
+
+}  // namespace platform
