@@ -158,8 +158,9 @@ void ZEMLO_LetterCombo::UserOpens() {
   CheckRecordSource();
 }
 
-bool ZEMLO_LetterCombo::UserTypes(char32_t key) {
-  const bool taken = key == kBackspace || platform::CharacterCount(shown_text()) < kMostTypedCharacters;
+bool ZEMLO_LetterCombo::UserTypes(char32_t key, std::size_t selected) {
+  const bool taken =
+      key == kBackspace || platform::CharacterCount(shown_text()) < kMostTypedCharacters + selected;
   Member("mCboCodes_KeyPress", [&] {
     if (!taken) services_.host.Beep();
     CheckRecordSource();
@@ -197,10 +198,11 @@ void ZEMLO_LetterCombo::UserLeaves() {
     const auto row = rows()->Find(kDescriptionColumn, RecordSet::Match::kLike, shown_text() + "%");
     SetColors(kInputBackground, kBlack);
     SetMarkedInvalid(false);
-    if (!row) return;
+    if (!row) return Left();
     const bool newly_picked = !text_is_rows_;
     ShowRow(*row);
-    if (newly_picked) Change();
+    if (newly_picked) return Change();
+    Left();
   });
 }
 

@@ -70,7 +70,7 @@ class ZEMLO_LetterCombo : public platform::PickList {
   std::string DescriptionColumn() const override;
   void UserOpens() override;
   /// Refuses, with a beep, what would follow 30 characters; backspace is always taken.
-  bool UserTypes(char32_t key) override;
+  bool UserTypes(char32_t key, std::size_t selected = 0) override;
   /// A text that was put in at once is cut, with a beep, where typing would have ended.
   void UserEditsText(std::string text) override;
   void UserPicks(std::size_t row) override;

@@ -40,7 +40,7 @@ constexpr auto kGapsBefore = std::to_array({7, 15});
 
 }  // namespace
 
-HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)) {
+HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)), reason_(new QLabel(this)) {
   setWindowTitle(caption);
   AddToolbar();
   auto* middle = new QWidget(this);
@@ -50,7 +50,12 @@ HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)) {
   status_->setAccessibleName(QStringLiteral("Status"));
   status_->setTextFormat(Qt::PlainText);
   status_->setContentsMargins(8, 2, 8, 2);
-  statusBar()->addWidget(status_, 1);
+  statusBar()->addWidget(status_);
+  reason_->setAccessibleName(QStringLiteral("Reason"));
+  reason_->setTextFormat(Qt::PlainText);
+  reason_->setTextInteractionFlags(Qt::TextSelectableByMouse);           // it may name a file
+  reason_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // however long it is
+  statusBar()->addWidget(reason_, 1);
 }
 
 void HostWindow::AddToolbar() {
@@ -103,6 +108,16 @@ void HostWindow::ShowNotice(const QString& text) {
 
 void HostWindow::ShowStatus(const QString& text) {
   status_->setText(text);
+  ShowReason({});
+}
+
+void HostWindow::ShowReason(const QString& text) {
+  reason_->setText(text);
+  reason_->setToolTip(text);
+}
+
+QString HostWindow::reason() const {
+  return reason_->text();
 }
 
 QString HostWindow::status() const {

@@ -24,8 +24,12 @@ class HostWindow : public QMainWindow {
   /// The user has dismissed the line.
   std::function<void()> notice_dismissed;
 
+  /// Takes the reason beside the text before away.
   void ShowStatus(const QString& text);
   QString status() const;
+  /// Shows a sentence beside the status text.
+  void ShowReason(const QString& text);
+  QString reason() const;
   /// `index` is the host's number of the button; a number the host does not have is ignored.
   void EnableToolbarButton(int index, bool enabled);
   QAction* ToolbarButton(int index) const;
@@ -43,6 +47,7 @@ class HostWindow : public QMainWindow {
 
   std::map<int, QAction*> buttons_;
   QLabel* status_;
+  QLabel* reason_;
   QVBoxLayout* content_;
   QWidget* notice_ = nullptr;
 };

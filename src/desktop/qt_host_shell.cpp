@@ -231,6 +231,10 @@ void QtHostShell::ShowStatus(std::string_view text) {
   window_.ShowStatus(ToQt(text));
 }
 
+void QtHostShell::ShowReason(std::string_view text) {
+  window_.ShowReason(ToQt(text));
+}
+
 void QtHostShell::EnableToolbarButton(int button_index, bool enabled, std::string_view) {
   window_.EnableToolbarButton(button_index, enabled);
 }

@@ -56,6 +56,7 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   void WaitUntil(const std::function<bool()>& done);
 
   void ShowStatus(std::string_view text) override;
+  void ShowReason(std::string_view text) override;
   void SetReady(bool ready) override;
   void EnableToolbarButton(int button_index, bool enabled, std::string_view host_tag) override;
   /// False while the workspace waits for a letter's data.

@@ -50,4 +50,8 @@ void WindowlessShell::ShowStatus(std::string_view text) {
   if (status_listener) status_listener(status_);
 }
 
+void WindowlessShell::ShowReason(std::string_view text) {
+  messages_ << text << '\n' << std::flush;
+}
+
 }  // namespace host

@@ -50,6 +50,8 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
                                         const std::string& current) override;
 
   void ShowStatus(std::string_view text) override;
+  /// A reason is written like a message: it belongs to one.
+  void ShowReason(std::string_view text) override;
   void SetReady(bool ready) override { ready_ = ready; }
   void EnableToolbarButton(int, bool, std::string_view) override {}
   /// False while the workspace waits for a letter's data.

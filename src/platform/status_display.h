@@ -10,6 +10,9 @@ class StatusDisplay {
   virtual ~StatusDisplay() = default;
 
   virtual void ShowStatus(std::string_view text) = 0;
+  /// A plain sentence beside the status text, and beside the message box that follows: what the system's
+  /// given words leave open. It stands until the next status text.
+  virtual void ShowReason(std::string_view text) = 0;
   /// False while the workspace waits for a letter's data, true when it takes commands.
   virtual void SetReady(bool ready) = 0;
   /// `host_tag` is the tag text of the host window (empty until the workspace was shown).

@@ -203,6 +203,33 @@ TEST_F(LetterComboTest, TheThirtyFirstCharacterIsRefusedWithABeep) {
   EXPECT_TRUE(list.UserTypes(U'x'));
 }
 
+// Thirty characters that were selected could not be typed over.
+TEST_F(LetterComboTest, AKeyThatTakesThePlaceOfSelectedCharactersIsTaken) {
+  UserTypesText(std::string(30, 'n'));
+  EXPECT_FALSE(list.UserTypes(U'x'));
+  EXPECT_EQ(outside.host.beeps, 1);
+  EXPECT_TRUE(list.UserTypes(U'x', 1));
+  EXPECT_TRUE(list.UserTypes(U'x', 30));
+  EXPECT_EQ(outside.host.beeps, 1);
+}
+
+TEST_F(LetterComboTest, OffersTheDescriptionsThatHoldEveryTypedWord) {
+  outside.reference.AnswersWhatContains(
+      "FLS_CODE", RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}},
+                              {{"CD_TBL_CD", "1"}, {"CD_TBL_DES", "Bond Release"}},
+                              {{"CD_TBL_CD", "2"}, {"CD_TBL_DES", "Notice to Élan"}},
+                              {{"CD_TBL_CD", "3"}, {"CD_TBL_DES", "Surety Bond Demand"}}}));
+  ZEMLO_LetterCombo letters(outside.services(), "KINDS");
+  EXPECT_THAT(letters.RowsWith("bond"), IsEmpty()) << "not read yet";
+  letters.UserOpens();
+  using Rows = std::vector<std::size_t>;
+  const std::pair<const char*, Rows> cases[] = {
+      {"bond", {1, 3}},   {"BOND  dem", {3}},    {"demand, bond", {3}}, {"elan", {2}},
+      {"", {0, 1, 2, 3}}, {" - ", {0, 1, 2, 3}}, {"bonded", {}},
+  };
+  for (const auto& [typed, rows] : cases) EXPECT_EQ(letters.RowsWith(typed), rows) << typed;
+}
+
 TEST_F(LetterComboTest, ALongTextPutInAtOnceIsCutAndTheViewIsTold) {
   UserTypesText(std::string(30, 'n'));
   int told = 0;

@@ -18,7 +18,9 @@ class LetterTypes : public platform::PickList {
 
   std::string DescriptionColumn() const override { return "CD_TBL_DES"; }
   void UserOpens() override { SetRows(offered_); }
-  bool UserTypes(char32_t key) override { return key == 8 || shown_text().size() < 30; }
+  bool UserTypes(char32_t key, std::size_t selected) override {
+    return key == 8 || shown_text().size() < 30 + selected;
+  }
   void UserEditsText(std::string text) override { SetShownText(std::move(text)); }
   void UserPicks(std::size_t row) override {
     SetShownText(offered_->Text(row, "CD_TBL_DES"));
@@ -117,6 +119,13 @@ TEST_F(APickList, RefusesWhatTheControlRefusesButBackspace) {
   QTest::keyClick(field, Qt::Key_Backspace);
   EXPECT_EQ(list.shown_text(), thirty.substr(1));
   EXPECT_EQ(field->lineEdit()->text().size(), 29);
+}
+
+TEST_F(APickList, TakesAKeyInThePlaceOfWhatIsSelected) {
+  list.Show(std::string(30, 'x'));
+  field->lineEdit()->selectAll();
+  QTest::keyClicks(field, QStringLiteral("n"));
+  EXPECT_EQ(list.shown_text(), "n");
 }
 
 TEST_F(APickList, IsLeftByTabAndEnterNotByItsOwnList) {

@@ -16,6 +16,7 @@ class RecordingStatus : public platform::StatusDisplay {
   explicit RecordingStatus(Journal* journal = nullptr) : journal_(journal) {}
 
   std::vector<std::string> texts;
+  std::string reason;  ///< the one that stands beside the last text
   bool ready = false;
   std::map<int, bool> buttons;
   std::vector<int> button_calls;  ///< toolbar buttons in the order they were set
@@ -25,7 +26,12 @@ class RecordingStatus : public platform::StatusDisplay {
 
   void ShowStatus(std::string_view text) override {
     texts.emplace_back(text);
+    reason.clear();
     Note("status " + texts.back());
+  }
+  void ShowReason(std::string_view text) override {
+    reason = text;
+    Note("reason " + reason);
   }
   void SetReady(bool is_ready) override {
     ready = is_ready;

@@ -184,9 +184,8 @@ bool PickListField::TakesKey(QKeyEvent* event) {
   }
   if (key == Qt::Key_Return || key == Qt::Key_Enter) Leave();  // before the default button acts on the value
   const auto typed = key == Qt::Key_Backspace ? std::optional(kBackspace) : TypedCharacter(*event);
-  if (!typed || list_->UserTypes(*typed)) return false;
-  QApplication::beep();
-  return true;
+  const auto selected = static_cast<std::size_t>(lineEdit()->selectedText().toUcs4().size());
+  return typed && !list_->UserTypes(*typed, selected);
 }
 
 void PickListField::keyPressEvent(QKeyEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 
@@ -23,6 +24,10 @@ class Control {
   void SetVisible(bool visible) { Assign(visible_, visible); }
   bool marked_invalid() const { return marked_invalid_; }
   void SetMarkedInvalid(bool invalid) { Assign(marked_invalid_, invalid); }
+
+  /// Why the control cannot be used, for a user who wonders: sentences, a line each. Asked when it is wanted,
+  /// and only while the control is disabled; empty where nobody knows.
+  std::function<std::string()> why_disabled;
 
   /// Enabled, visible, marked or (where the control has one) caption has changed.
   Event<> LookChanged;

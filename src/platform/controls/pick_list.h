@@ -1,8 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "platform/controls/control.h"
 #include "platform/record_set.h"
@@ -27,16 +30,24 @@ class PickList : public Control {
   static constexpr std::uint32_t kInputBackground = 0x8000'0005;  ///< the host's colour behind input areas
   static constexpr std::uint32_t kBlack = 0;
 
+  /// The rows whose description holds every word of `text`, or a word that begins or goes on with it, without
+  /// regard to case and accents; all of them for a text without words.
+  std::vector<std::size_t> RowsWith(std::string_view text) const;
+
   // The user opens the list, types one character more, picks a row, leaves the list.
   virtual void UserOpens() = 0;
-  /// Returns whether the key is taken; a refused one beeps.
-  virtual bool UserTypes(char32_t key) = 0;
+  /// Returns whether the key is taken; the list beeps for a refused one. The key takes the place of so many
+  /// selected characters.
+  virtual bool UserTypes(char32_t key, std::size_t selected = 0) = 0;
   virtual void UserEditsText(std::string text) = 0;
   virtual void UserPicks(std::size_t row) = 0;
   virtual void UserLeaves() = 0;
 
   /// Raised when the user picks a row (completion on leaving the list included), not when code sets a value.
   Event<> Change;
+  /// The user has left the list, and the error look it may have had is gone: what is wrong has to be found
+  /// again.
+  Event<> Left;
   /// The shown text or the rows have changed, for the view.
   Event<> ContentChanged;
 

@@ -90,8 +90,10 @@ class Wiring {
     auto& request = parts_.letter_request;
     Add(page.ZEMLO_LetterType.Change.Connect([&request, index] { request.LetterTypeChanged(index); }));
     Check(page.ZEMLO_FormTypeCodes.Change, index);
-    CheckText(page.ZEMLO_LetterType, index);
-    CheckText(page.ZEMLO_FormTypeCodes, index);
+    for (auto* list : {&page.ZEMLO_LetterType, &page.ZEMLO_FormTypeCodes}) {
+      CheckText(*list, index);
+      Check(list->Left, index);
+    }
     Check(page.panel.customer_id.LookChanged, index);
   }
   void ConnectLetterGrids(Pages& pages) {

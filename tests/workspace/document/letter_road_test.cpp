@@ -144,6 +144,24 @@ TEST_F(LetterRoad, ChecksATextThatIsTypedOverAPick) {
   EXPECT_THAT(document_.CheckMessages(kPage), ElementsAre("Please select a correspondence type"));
 }
 
+// The mark went when the list was left, and nothing said why "Create Letter" was grey.
+TEST_F(LetterRoad, KeepsTheMarkOfAListThatIsLeftWithAWrongText) {
+  auto& list = document_.pages().correspondence.ZEMLO_LetterType;
+  UserChoosesCustomer("4711");
+  list.UserEditsText("Bond");
+  list.UserLeaves();
+  EXPECT_TRUE(list.marked_invalid());
+  list.UserEditsText("Tax");
+  list.UserLeaves();
+  EXPECT_FALSE(list.marked_invalid());
+  EXPECT_TRUE(CanCreateLetter());
+
+  auto& searched = document_.pages().tracking.ZEMLO_FormTypeCodes;
+  searched.UserEditsText("Citatoin");
+  searched.UserLeaves();
+  EXPECT_TRUE(searched.marked_invalid());
+}
+
 TEST_F(LetterRoad, ChecksThePagesFieldsAsTheyChange) {
   auto& tracking = document_.pages().tracking;
   tracking.OptLetterStatus[TrackingPage::kAll].UserClicks();
