@@ -15,6 +15,7 @@ ApplicationServer::~ApplicationServer() {
     closing_ = true;
   }
   changed_.notify_one();
+  ending_.request_stop();
   thread_.join();
 }
 
@@ -27,7 +28,7 @@ void ApplicationServer::Submit(std::string request_text, Answered answered) {
 }
 
 void ApplicationServer::Run() {
-  RequestProcessor processor(data_folder_, clock_);
+  RequestProcessor processor(data_folder_, clock_, ending_.get_token());
   for (;;) {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return closing_ || !waiting_.empty(); });

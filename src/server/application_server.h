@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <mutex>
+#include <stop_token>
 #include <string>
 #include <thread>
 
@@ -22,6 +23,7 @@ class ApplicationServer {
   ApplicationServer(const ApplicationServer&) = delete;
   ApplicationServer& operator=(const ApplicationServer&) = delete;
   /// What was submitted is answered first: a letter that was printed is recorded, though its sender is going.
+  /// Queries of letters are broken off.
   ~ApplicationServer();
 
   using Answered = std::function<void(std::string reply_text)>;
@@ -38,6 +40,8 @@ class ApplicationServer {
   // Constant after construction.
   const std::filesystem::path data_folder_;
   const platform::Clock& clock_;
+
+  std::stop_source ending_;
 
   std::mutex mutex_;
   std::condition_variable changed_;

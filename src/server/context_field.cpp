@@ -25,7 +25,9 @@ void Fill(XmlElement element, const ContextField& field, const Explanations& exp
   }
   if (explanations.states) {
     SetUnlessEmpty(element, "V_ExplainState", ExplainState(field.state));
-    SetUnlessEmpty(element, "V_ExplainErr", ExplainErrors(field.state, field.error));
+    SetUnlessEmpty(
+        element, "V_ExplainErr",
+        ExplainErrors(field.state, field.error) + (field.error_place.empty() ? "" : " " + field.error_place));
     SetUnlessEmpty(element, "V_ExplainAddr", ExplainAddress(field.address));
   }
   if (!field.text.empty()) element.SetText(field.text);

@@ -18,6 +18,7 @@ struct ContextField {
   std::string text;
   std::string raw_value;
   std::vector<ContextField> children;  ///< a field has children or a text
+  std::string error_place = {};  ///< a sentence: where the error lies and why, beyond what the flags say
 
   /// Whether the field or one below it is in error, once that is summarised.
   bool IsErroneous() const { return (state & (state::kHasError | state::kErrorInChild)) != 0; }

@@ -60,9 +60,10 @@ void AnswerContext(Exchange& exchange) {
   const auto verdict = JudgeAddresses(subject.customer, subject.office.state, subject.address_rules);
   const bool with_values =
       !exchange.keys.Has("POPULATE_LTR_BOOKMARKS") || exchange.keys.IsYes("POPULATE_LTR_BOOKMARKS");
+  const auto limits = FieldQueryLimits(exchange.ending);
   const auto context =
       BuildLetterContext(subject, fields, verdict, with_values, [&](const LetterField& field) {
-        return RunFieldQuery(exchange.database, field.source, field.rules, subject);
+        return RunFieldQuery(exchange.database, field.source, field.rules, subject, limits);
       });
   exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"})
       .Append({ContextXml(context, AskedExplanations(exchange.keys))});

@@ -56,6 +56,12 @@ Failure Refusal(const QSqlError& error) {
           "The server's database reports an error: " + error.text().trimmed().toStdString() + "."};
 }
 
+/// What the engine itself says, without the driver's words around it.
+std::string Reason(const QSqlError& error) {
+  const auto text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
+  return text.trimmed().toStdString();
+}
+
 std::string NewConnectionName() {
   static std::atomic<unsigned> count = 0;
   return "zemlo-server-" + std::to_string(++count);
@@ -166,8 +172,32 @@ std::string Database::SelectBytes(const std::string& statement, const std::vecto
   return bytes;
 }
 
-void Database::Settle() {
+std::optional<Value> Database::SelectOne(const std::string& statement, const std::vector<Value>& values,
+                                         const ReadingLimits& limits) {
+  auto connection = Connection(name_);
+  const auto guard = dialect_.Guard(connection, limits);
+  const auto check = [&](bool is_well, const QSqlQuery& query) {
+    if (is_well) return;
+    const bool ended = dialect_.WasEnded(query.lastError());
+    throw Failure(ended ? Failure::Kind::kTimedOut : Failure::Kind::kRefused, Reason(query.lastError()));
+  };
+  QSqlQuery query(connection);
+  query.setForwardOnly(true);
+  check(query.prepare(ToQt(statement)), query);
+  if (!dialect_.OnlyReads(query)) throw Failure(Failure::Kind::kRefused, "it does more than read");
+  for (const auto& value : values) query.addBindValue(std::visit(ToVariant(), value.held()));
+  check(query.exec(), query);
+  const bool found = query.next();
+  check(!query.lastError().isValid(), query);
+  return found ? std::optional(FromVariant(query.value(0))) : std::nullopt;
+}
+
+void Database::ForgetStatements() {
   prepared_.clear();
+}
+
+void Database::Settle() {
+  ForgetStatements();
   auto connection = Connection(name_);
   dialect_.Settle(connection);
 }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -42,6 +43,16 @@ class Database {
                                const std::string& bytes);
   /// The first column of the first row, as bytes; "" where there is no row.
   std::string SelectBytes(const std::string& statement, const std::vector<platform::Value>& values);
+
+  /// The first column of the first row of a SELECT that somebody else wrote; nothing where there is no row.
+  /// Throws Failure kTimedOut where `limits` ended it, else kRefused, also where it would change anything or
+  /// make a value of more than a million bytes; the text is a clause ("no such column: SHOE_SIZE").
+  std::optional<platform::Value> SelectOne(const std::string& statement,
+                                           const std::vector<platform::Value>& values,
+                                           const ReadingLimits& limits);
+
+  /// After a change of tables: the driver would read rows of `SELECT *` with as many columns as there were.
+  void ForgetStatements();
 
   const Dialect& dialect() const { return dialect_; }
   /// See Dialect::Settle. The connection is good for nothing but closing afterwards.

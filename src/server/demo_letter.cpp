@@ -159,8 +159,15 @@ void DemoLetters::RunQueries(DemoLetter& letter) {
   const auto& fields = QueriesOf(letter.subject.letter_type);
   if (fields.empty()) return;
   std::map<std::string, FieldFinding> findings;
-  for (const auto& field : fields)
-    findings[field.name] = RunFieldQuery(database_, field.source, field.rules, letter.subject);
+  const auto limits = FieldQueryLimits({});
+  for (const auto& field : fields) {
+    const auto failed = failed_queries_.find(&field);
+    const auto& finding = findings[field.name] =
+        failed != failed_queries_.end()
+            ? failed->second
+            : RunFieldQuery(database_, field.source, field.rules, letter.subject, limits);
+    if (finding.error == error::kExecuteQuery) failed_queries_.try_emplace(&field, finding);
+  }
   letter.findings = std::make_shared<const std::map<std::string, FieldFinding>>(std::move(findings));
 }
 

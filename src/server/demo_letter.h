@@ -70,6 +70,8 @@ class DemoLetters {
   std::vector<std::string> officers_;
   std::map<std::string, std::vector<std::string>> counties_;
   std::map<std::string, std::vector<LetterField>> queries_;  ///< the fields that come from queries, by type
+  // Not run again: thousands of letters would each wait for a query that does not end.
+  std::map<const LetterField*, FieldFinding> failed_queries_;
   std::unordered_map<std::string, LetterSubject> subjects_;  ///< those that have been looked up
 };
 

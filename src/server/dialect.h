@@ -1,12 +1,29 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
+#include <memory>
+#include <stop_token>
 #include <string>
 
 class QSqlDatabase;
 class QSqlError;
+class QSqlQuery;
 
 namespace server {
+
+/// How long statements that somebody else wrote may take together, and who may end them earlier.
+struct ReadingLimits {
+  std::chrono::steady_clock::time_point until;
+  std::stop_token ending;
+};
+
+/// Holds the statements of a connection to ReadingLimits as long as it lives; a statement that goes past them
+/// fails. Goes before the connection.
+class ReadingGuard {
+ public:
+  virtual ~ReadingGuard() = default;
+};
 
 /// What differs between database engines. All other SQL of this room is taken by each of them as it stands.
 class Dialect {
@@ -27,6 +44,13 @@ class Dialect {
   virtual std::string BeginChanging() const = 0;
   /// Whether trying again a little later may help.
   virtual bool IsBusy(const QSqlError& error) const = 0;
+  /// `limits` outlives the guard.
+  virtual std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection,
+                                              const ReadingLimits& limits) const = 0;
+  /// Whether a guard has ended the statement.
+  virtual bool WasEnded(const QSqlError& error) const = 0;
+  /// Whether a prepared statement changes nothing.
+  virtual bool OnlyReads(const QSqlQuery& prepared) const = 0;
 
   /// The type of a key column whose numbers the engine gives out and never gives out again.
   virtual std::string NeverReusedKey() const = 0;

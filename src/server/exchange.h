@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <stop_token>
 
 #include "platform/value.h"
 #include "server/database.h"
@@ -18,6 +19,7 @@ struct Exchange {
   Database& database;
   platform::Timestamp now;
   const std::filesystem::path& template_folder;
+  std::stop_token ending = {};  ///< stops when the server is to end soon
 
   platform::Date Today() const { return platform::Date(std::chrono::floor<std::chrono::days>(now)); }
 };

@@ -9,12 +9,17 @@
 
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "platform/xml_characters.h"
 #include "server/letter_text.h"
 
 namespace server {
 namespace {
 
+using platform::Failure;
 using platform::Value;
+
+// A query of a letter takes milliseconds.
+constexpr std::chrono::seconds kTimeOfALetter(2);
 
 struct Parameter {
   std::string_view name;
@@ -57,17 +62,21 @@ std::optional<Bound> Bind(std::string_view statement) {
   return bound;
 }
 
+FieldFinding NoValue(std::string reason) {
+  return {.error = error::kPopulateValue, .reason = std::move(reason)};
+}
+
 FieldFinding Amount(const Value& value) {
   try {
     return {.value = AmountValue(platform::Money::FromCents(value.AsInteger()))};
-  } catch (const platform::Failure&) {
-    return {.error = error::kPopulateValue};
+  } catch (const Failure&) {
+    return NoValue("\"" + value.AsText() + "\" is no amount in cents");
   }
 }
 
 FieldFinding Day(const std::string& text) {
   const auto day = platform::ParseDate(text);
-  if (!day) return {.error = error::kPopulateValue};
+  if (!day) return NoValue("\"" + text + "\" is no day (yyyy-mm-dd)");
   return {.value = {.text = DateInLetter(*day), .raw = text}};
 }
 
@@ -75,9 +84,18 @@ FieldFinding AsField(const Value& value, FieldRules rules) {
   if (value.IsNull()) return {.value = {.text = "", .raw = "", .is_null = true}};
   const auto text = std::string(platform::Trim(value.AsText()));
   if (text.empty()) return {};
+  // One field must not make the whole letter impossible to write down.
+  if (platform::XmlCharactersLength(text) != text.size()) return NoValue("it holds characters no letter can");
   if ((rules & rule::kAmount) != 0) return Amount(value);
   if ((rules & rule::kDay) != 0) return Day(text);
   return {.value = {.text = text, .raw = text, .is_zero = text == "0"}};
+}
+
+std::string WhyNot(const Failure& failure, const ReadingLimits& limits) {
+  if (failure.kind() != Failure::Kind::kTimedOut) return failure.description();
+  if (limits.ending.stop_requested()) return "the server is being ended";
+  return "it was stopped because the queries of a letter may take " + std::to_string(kTimeOfALetter.count()) +
+         " seconds together";
 }
 
 }  // namespace
@@ -86,19 +104,22 @@ bool IsFieldQuery(std::string_view statement) {
   return statement.starts_with("SELECT ") && statement.find(';') == std::string_view::npos && Bind(statement);
 }
 
+ReadingLimits FieldQueryLimits(std::stop_token ending) {
+  return {.until = std::chrono::steady_clock::now() + kTimeOfALetter, .ending = std::move(ending)};
+}
+
 FieldFinding RunFieldQuery(Database& database, const std::string& statement, FieldRules rules,
-                           const LetterSubject& subject) {
+                           const LetterSubject& subject, const ReadingLimits& limits) {
   const auto bound = Bind(statement);
   if (!bound) return {.error = error::kExecuteQuery};
   std::vector<Value> values;
   for (const auto* parameter : bound->parameters) values.push_back(parameter->Of(subject));
   try {
-    const auto rows = database.Select(bound->statement, values);
-    if (rows->IsEmpty()) return {.value = {.text = "", .raw = "", .found = false}};
-    return AsField(rows->Get(0, rows->columns().front()), rules);
-  } catch (const platform::Failure&) {
+    const auto value = database.SelectOne(bound->statement, values, limits);
+    return value ? AsField(*value, rules) : FieldFinding{.value = {.text = "", .raw = "", .found = false}};
+  } catch (const Failure& failure) {
     // The letter is not refused as a whole: its error list names the field, beside whatever else is wrong.
-    return {.error = error::kExecuteQuery};
+    return {.error = error::kExecuteQuery, .reason = WhyNot(failure, limits)};
   }
 }
 

@@ -12,15 +12,20 @@ namespace server {
 struct FieldFinding {
   FieldValue value = {};
   FlagWord error = 0;
+  std::string reason = {};  ///< of an error, a clause; "" where the error says it all
 };
 
 /// Whether a letter definition may hold it: one SELECT, about the letter's own subject.
 bool IsFieldQuery(std::string_view statement);
 
+/// What the queries of one letter may take together, from now on. The server answers one request after the
+/// other: others wait no longer than this for a query that does not end.
+ReadingLimits FieldQueryLimits(std::stop_token ending);
+
 /// The first column of the statement's first row. `:customer`, `:form_type`, `:form_number` and `:today`
-/// stand for what the letter is about. A statement that fails, or a value that is no amount or day where the
-/// rules say so, is an error of that field alone.
+/// stand for what the letter is about. A statement that fails or goes past `limits`, or a value that no
+/// letter can hold or that is no amount or day where the rules say so, is an error of that field alone.
 FieldFinding RunFieldQuery(Database& database, const std::string& statement, FieldRules rules,
-                           const LetterSubject& subject);
+                           const LetterSubject& subject, const ReadingLimits& limits);
 
 }  // namespace server

@@ -78,6 +78,13 @@ void SetValue(ContextField& field, const FieldValue& value, const LetterField& d
   field.raw_value = value.raw;
 }
 
+/// Where whoever writes letters finds what is wrong.
+std::string Place(const LetterField& definition, const std::string& reason) {
+  auto place = "Field \"" + definition.name + "\"";
+  if (definition.line > 0) place += " (line " + std::to_string(definition.line) + " of the table of fields)";
+  return place + ": " + reason + ".";
+}
+
 class ContextBuilder {
  public:
   ContextBuilder(const LetterSubject& subject, const std::vector<LetterField>& fields,
@@ -183,6 +190,7 @@ class ContextBuilder {
   static void Settle(ContextField& field, const FieldFinding& finding, const LetterField& definition) {
     if (finding.error == 0) return SetValue(field, finding.value, definition);
     field.error = finding.error;
+    if (!finding.reason.empty()) field.error_place = Place(definition, finding.reason);
     field.state |= state::kNull | state::kValueIsNull;
   }
 

@@ -153,6 +153,8 @@ FieldRules AddressRules(const std::vector<LetterField>& fields) {
 std::vector<LetterField> FindLetterFields(Database& database, const std::string& letter_type) {
   const auto rows =
       database.Select("SELECT * FROM letter_field WHERE LTR_TYP_ID = ? ORDER BY FLD_ORD", {letter_type});
+  // Not yet, while older data are being carried over.
+  const bool has_lines = rows->HasColumn("FLD_LINE");
   std::vector<LetterField> fields;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
     const auto kind = FindKind(rows->Text(row, "FLD_KIND"));
@@ -171,7 +173,8 @@ std::vector<LetterField> FindLetterFields(Database& database, const std::string&
                       .required = rows->Text(row, "FLD_REQ") == "Y",
                       .ignored_without = rows->Text(row, "FLD_REQ") == "I",
                       .default_text = rows->Text(row, "FLD_DFLT"),
-                      .rules = *rules});
+                      .rules = *rules,
+                      .line = has_lines ? rows->Get(row, "FLD_LINE").AsInteger() : 0});
   }
   return fields;
 }
@@ -185,10 +188,10 @@ void StoreLetterFields(Database& database, const std::filesystem::path& file) {
     const auto text = [&](std::string_view column) { return platform::Value(table.Text(row, column)); };
     database.Change(
         "INSERT INTO letter_field (LTR_TYP_ID, FLD_ORD, FLD_NM, FLD_PARENT, FLD_DES, FLD_KIND, FLD_SRC, "
-        "FLD_REQ, FLD_DFLT, FLD_RULE)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        "FLD_REQ, FLD_DFLT, FLD_RULE, FLD_LINE)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
         {text("LTR_TYP_ID"), row, text("FLD_NM"), text("FLD_PARENT"), text("FLD_DES"), text("FLD_KIND"),
-         text("FLD_SRC"), text("FLD_REQ"), text("FLD_DFLT"), text("FLD_RULE")});
+         text("FLD_SRC"), text("FLD_REQ"), text("FLD_DFLT"), text("FLD_RULE"), table.Line(row)});
   }
 }
 

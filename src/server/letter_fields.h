@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -24,6 +25,7 @@ struct LetterField {
   bool ignored_without = false;   ///< without it there is nothing to write the letter about
   std::string default_text = {};  ///< stands where there is no value
   FieldRules rules = 0;
+  std::int64_t line = 0;  ///< in the file it was read from; 0 where that is not known
 };
 
 /// What the letter asks of the address it goes to: bits of rule::kOfAddress.

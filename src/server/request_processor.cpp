@@ -38,8 +38,12 @@ void ForgetOldRequests(Database& database, platform::Timestamp now) {
 
 }  // namespace
 
-RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock)
-    : data_folder_(std::move(data_folder)), template_folder_(TemplateFolder(data_folder_)), clock_(clock) {}
+RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock,
+                                   std::stop_token ending)
+    : data_folder_(std::move(data_folder)),
+      template_folder_(TemplateFolder(data_folder_)),
+      clock_(clock),
+      ending_(std::move(ending)) {}
 
 RequestProcessor::~RequestProcessor() = default;
 
@@ -70,7 +74,7 @@ std::string RequestProcessor::AnswerOrFail(const Request& request) {
     if (auto earlier = EarlierReply(database, request.message_key); !earlier.empty()) return earlier;
   }
   Reply reply{.message_key = request.message_key, .error = "", .records = {}};
-  Exchange exchange{request, keys, reply, database, clock_.Now(), template_folder_};
+  Exchange exchange{request, keys, reply, database, clock_.Now(), template_folder_, ending_};
   route.Answer(exchange);
   auto text = WriteReply(reply);
   if (route.changes) {

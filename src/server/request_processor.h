@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -17,8 +18,9 @@ class Database;
 class RequestProcessor {
  public:
   /// `data_folder`: the folder that `init` has made. `clock` outlives the processor; it is asked on its
-  /// thread.
-  RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock);
+  /// thread. `ending`, stopped from any thread, breaks off what takes long and changes nothing.
+  RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock,
+                   std::stop_token ending = {});
   ~RequestProcessor();
 
   /// Always an answer, never a failure: what goes wrong is the reply's error text, and nothing is stored
@@ -34,6 +36,7 @@ class RequestProcessor {
   const std::filesystem::path data_folder_;
   const std::filesystem::path template_folder_;
   const platform::Clock& clock_;
+  const std::stop_token ending_;
 
   std::unique_ptr<Database> database_;  // opened by the first request that can open it
 };

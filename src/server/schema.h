@@ -8,7 +8,10 @@
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 3;
+inline constexpr std::int64_t kSchemaVersion = 4;
+
+/// The entry of server_info with the text of the letter definitions as they were read last.
+inline constexpr const char* kDefinitions = "letter definitions";
 
 /// The time by which a letter is found and listed: when it was first printed, and for a letter that was never
 /// printed when it was processed. Written out in each statement, because indexes are kept of this expression.

@@ -45,6 +45,12 @@ void ContextsGetATableOfTheirOwn(Database& database) {
   CreateHistoryIndexes(database);
 }
 
+void LetterFieldsGetTheirLines(Database& database) {
+  ChangeTables(database, "ALTER TABLE letter_field ADD COLUMN FLD_LINE INTEGER NOT NULL DEFAULT 0");
+  // Forgotten, so that the next `init` reads the definitions again, and their lines with them.
+  database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -53,6 +59,7 @@ struct Step {
 constexpr auto kSteps = std::to_array<Step>({
     {"1", LetterFieldsGetDefaultsAndRules},
     {"2", ContextsGetATableOfTheirOwn},
+    {"3", LetterFieldsGetTheirLines},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 
@@ -63,6 +70,7 @@ void ChangeTables(Database& database, std::string_view statement) {
   auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
   text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
   database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
+  database.ForgetStatements();
 }
 
 bool CarryOver(Database& database, const std::string& version) {

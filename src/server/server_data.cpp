@@ -22,8 +22,6 @@ namespace {
 using platform::Failure;
 namespace fs = std::filesystem;
 
-constexpr auto kDefinitions = "letter definitions";  // whose text server_info keeps
-
 fs::path DefinitionFile(const InitOptions& options) {
   return options.product_data_folder / "server" / "letter_fields.tsv";
 }

@@ -1,8 +1,12 @@
 #include <array>
 
+#include <sqlite3.h>
 #include <QSqlDatabase>
+#include <QSqlDriver>
 #include <QSqlError>
 #include <QSqlQuery>
+#include <QSqlResult>
+#include <QVariant>
 
 #include "platform/failure.h"
 #include "server/dialect.h"
@@ -29,6 +33,48 @@ void Run(QSqlDatabase& connection, const char* statement) {
                                                  "\": " + query.lastError().text().toStdString() + ".");
 }
 
+// The low byte of an extended result code is the primary one.
+int PrimaryCode(const QSqlError& error) {
+  return error.nativeErrorCode().toInt() & 0xff;
+}
+
+/// What stands behind one of Qt's handles; null where that is of another type.
+template <typename Handle>
+Handle* Behind(const QVariant& handle, const char* type) {
+  const bool is_ours = handle.isValid() && qstrcmp(handle.typeName(), type) == 0;
+  return is_ours ? *static_cast<Handle* const*>(handle.constData()) : nullptr;
+}
+
+/// The engine asks again and again while a statement runs whether it may go on.
+class SqliteGuard : public ReadingGuard {
+ public:
+  SqliteGuard(sqlite3* database, const ReadingLimits& limits)
+      : database_(database), usual_length_(sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestValue)) {
+    // The engine takes whatever it hands back as writable.
+    sqlite3_progress_handler(database_, kStepsBetween, MustEnd,
+                             const_cast<ReadingLimits*>(&limits));  // NOLINT
+  }
+  SqliteGuard(const SqliteGuard&) = delete;
+  SqliteGuard& operator=(const SqliteGuard&) = delete;
+  ~SqliteGuard() override {
+    sqlite3_progress_handler(database_, 0, nullptr, nullptr);
+    sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, usual_length_);
+  }
+
+ private:
+  static constexpr int kStepsBetween = 1'000;
+  // Bytes; a single step on a text without a limit could take minutes, and nobody asks within a step.
+  static constexpr int kLongestValue = 1'000'000;
+
+  static int MustEnd(void* given) {
+    const auto& limits = *static_cast<const ReadingLimits*>(given);
+    return limits.ending.stop_requested() || std::chrono::steady_clock::now() >= limits.until ? 1 : 0;
+  }
+
+  sqlite3* const database_;
+  const int usual_length_;
+};
+
 class Sqlite : public Dialect {
  public:
   const char* Driver() const override { return "QSQLITE"; }
@@ -51,9 +97,20 @@ class Sqlite : public Dialect {
   std::string BeginChanging() const override { return "BEGIN IMMEDIATE"; }
 
   bool IsBusy(const QSqlError& error) const override {
-    // The low byte of an extended result code is the primary one: 5 SQLITE_BUSY, 6 SQLITE_LOCKED.
-    const auto primary = error.nativeErrorCode().toInt() & 0xff;
-    return primary == 5 || primary == 6;
+    return PrimaryCode(error) == SQLITE_BUSY || PrimaryCode(error) == SQLITE_LOCKED;
+  }
+
+  std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection, const ReadingLimits& limits) const override {
+    auto* const database = Behind<sqlite3>(connection.driver()->handle(), "sqlite3*");
+    if (database == nullptr) {
+      throw Failure(Failure::Kind::kInternal, "The database driver does not let a statement be limited.");
+    }
+    return std::make_unique<SqliteGuard>(database, limits);
+  }
+  bool WasEnded(const QSqlError& error) const override { return PrimaryCode(error) == SQLITE_INTERRUPT; }
+  bool OnlyReads(const QSqlQuery& prepared) const override {
+    auto* const statement = Behind<sqlite3_stmt>(prepared.result()->handle(), "sqlite3_stmt*");
+    return statement != nullptr && sqlite3_stmt_readonly(statement) != 0;
   }
 
   std::string NeverReusedKey() const override { return "INTEGER PRIMARY KEY AUTOINCREMENT"; }

@@ -19,6 +19,8 @@ class TabTable {
   std::size_t RowCount() const { return rows_.size(); }
   /// Blanks at either end removed. Throws Failure kDamaged where there is no such column.
   const std::string& Text(std::size_t row, std::string_view column) const;
+  /// Where the row stands in the file; the first line is 1.
+  std::size_t Line(std::size_t row) const { return rows_[row].line; }
   /// Stops the reading: throws Failure kDamaged with `what`, the file, the row's line and the column.
   [[noreturn]] void Refuse(std::size_t row, std::string_view column, const std::string& what) const;
 

@@ -139,6 +139,7 @@ TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
          {"DROP TABLE letter_context", "DROP TABLE context_dictionary", "DROP INDEX requests_by_time",
           "DROP INDEX letters_of_type", "DROP INDEX letters_of_troop",
           "ALTER TABLE letter_field DROP COLUMN FLD_DFLT", "ALTER TABLE letter_field DROP COLUMN FLD_RULE",
+          "ALTER TABLE letter_field DROP COLUMN FLD_LINE",
           "ALTER TABLE letter_history ADD COLUMN XML_CONTEXT TEXT NOT NULL DEFAULT "
           "'<XML_CONTEXT>é</XML_CONTEXT>'",
           "UPDATE server_info SET CONTENT = '1' WHERE NAME = 'schema version'"}) {
@@ -149,7 +150,9 @@ TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
   const auto ask = [&](const Question& question) {
     return server::ReadReply(newer.Answer(WireText(question)));
   };
-  EXPECT_EQ(Record(ask(Fetch("1")), "XML_CONTEXT")->FirstText(), "<XML_CONTEXT>é</XML_CONTEXT>");
+  const auto fetched = ask(Fetch("1"));
+  ASSERT_EQ(fetched.error, "");
+  EXPECT_EQ(Record(fetched, "XML_CONTEXT")->FirstText(), "<XML_CONTEXT>é</XML_CONTEXT>");
   EXPECT_EQ(Record(ask(PrintedLetter("m-2")), "CORRHIST")->Text("SEQ_NBR"), "2");
   EXPECT_EQ(Record(ask({.type = 79, .keys = {{"key:CUST_ID", "100001"}}}), "CORRHIST")->RecordCount(), 2U);
 }

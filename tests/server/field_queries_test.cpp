@@ -1,0 +1,100 @@
+#include "server/field_queries.h"
+
+#include <thread>
+
+#include "server/application_server.h"
+#include "tests/server/server_world.h"
+
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using namespace std::chrono_literals;
+
+// TANK_CNT is the field of letter 121 that a query makes. letter_fields.tsv says on which line.
+constexpr auto kQueryLine = "(line 333 of the table of fields)";
+constexpr auto kEndless =
+    "SELECT MAX(N) FROM (WITH RECURSIVE count(N) AS (SELECT 1 UNION ALL SELECT N + 1 FROM count)"
+    " SELECT N FROM count)";
+
+class FieldQuery : public tests::ServerTest {
+ protected:
+  void GivenQuery(const std::string& statement) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    ASSERT_EQ(database.Change("UPDATE letter_field SET FLD_SRC = ? WHERE FLD_NM = 'TANK_CNT'", {statement}),
+              1);
+  }
+
+  static tests::Question Letter() { return ContextOf("121", {{"CUST_ID", "100001"}}); }
+
+  platform::XmlElement Field() {
+    const auto reply = Ask(Letter());
+    EXPECT_EQ(reply.error, "");
+    document_ = platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+    EXPECT_NE(document_->FirstByTagName("CUSTOMER_NAME").Text(), "") << "the other fields have their values";
+    return document_->FirstByTagName("TANK_CNT");
+  }
+  std::string Explanation() { return Field().Attribute("V_ExplainErr").value_or(""); }
+
+  std::optional<platform::XmlDocument> document_;
+};
+
+TEST_F(FieldQuery, OneThatFailsNamesItsFieldItsLineAndTheReason) {
+  EXPECT_THAT(Explanation(), AllOf(HasSubstr("The query failed. Field \"TANK_CNT\""), HasSubstr(kQueryLine),
+                                   HasSubstr("no such column: TANK_CNT.")));
+}
+
+TEST_F(FieldQuery, AValueThatALetterCannotHoldIsAnErrorOfItsFieldOnly) {
+  struct Case {
+    const char* statement;
+    const char* reason;
+  };
+  for (const auto& [statement, reason] :
+       std::initializer_list<Case>{{"SELECT 'a' || CHAR(1)", "characters no letter can"},
+                                   {"SELECT HEX(ZEROBLOB(100000000))", "too big"},
+                                   {"SELECT CUST_ID FROM customer WHERE", "incomplete input"},
+                                   {"SELECT LOAD_EXTENSION('mod_spatialite')", "not authorized"}}) {
+    GivenQuery(statement);
+    EXPECT_THAT(Explanation(), AllOf(HasSubstr(reason), HasSubstr(kQueryLine))) << statement;
+  }
+}
+
+TEST_F(FieldQuery, OnlyTheFirstRowIsRead) {
+  GivenQuery("SELECT a.CUST_ID FROM customer a, customer b, customer c, customer d, customer e, customer f");
+  EXPECT_NE(Field().Text(), "");
+}
+
+TEST_F(FieldQuery, OneThatDoesNotEndCostsItsFieldAndTheNextRequestIsAnswered) {
+  GivenQuery(kEndless);
+  EXPECT_THAT(Explanation(),
+              AllOf(HasSubstr("it was stopped"), HasSubstr("2 seconds"), HasSubstr(kQueryLine)));
+  EXPECT_EQ(Ask(PrintedLetter("m-2")).error, "");
+  EXPECT_EQ(LettersRecorded(), 1);
+}
+
+TEST_F(FieldQuery, NoStatementOfALetterChangesAnything) {
+  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+  const auto limits = server::FieldQueryLimits({});
+  for (const auto* statement : {"DELETE FROM customer", "PRAGMA user_version = 7"}) {
+    EXPECT_THROW(database.SelectOne(statement, {}, limits), platform::Failure) << statement;
+  }
+  EXPECT_EQ(database.SelectOne("SELECT COUNT(*) FROM customer", {}, limits)->AsInteger(), 30);
+}
+
+// The server's thread stayed at 100 % for good, and the program with it.
+TEST_F(FieldQuery, TheServerEndsWhileOneRuns) {
+  GivenQuery(kEndless);
+  const auto letter = tests::WireText(Letter());
+  const auto started = std::chrono::steady_clock::now();
+  int answered = 0;
+  {
+    server::ApplicationServer server(folder_.path(), clock_);
+    for (int i = 0; i < 20; ++i) server.Submit(letter, [&](const std::string&) { ++answered; });
+    server.Submit(tests::WireText(PrintedLetter("m-2")), [&](const std::string&) { ++answered; });
+  }
+  EXPECT_EQ(answered, 21);
+  EXPECT_EQ(LettersRecorded(), 1) << "what changes something is still answered";
+  EXPECT_LT(std::chrono::steady_clock::now() - started, 40s) << "20 letters of 2 seconds";
+}
+
+}  // namespace
