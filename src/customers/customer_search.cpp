@@ -78,8 +78,9 @@ void frmCustSearch::ShowReply() {
 }
 
 void frmCustSearch::ShowError(const std::string& error) {
+  const bool timed_out = own_state_.timed_out;  // as it was for the reply at hand
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
-  status.SetCaption(own_state_.timed_out ? "Search timed out" : "Search was not successful");
+  status.SetCaption(timed_out ? "Search timed out" : "Search was not successful");
 }
 
 void frmCustSearch::ShowFound(const std::shared_ptr<platform::RecordSet>& records) {

@@ -58,8 +58,9 @@ bool ReplyDispatcher::TakeAwaited() const {
 }
 
 void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& error) const {
+  const bool timed_out = state_.timed_out;  // what is sent while the box stands clears the flag
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, state_.message_title});
-  services_.status.ShowStatus(state_.timed_out ? "Search timed out" : "Search was not successful");
+  services_.status.ShowStatus(timed_out ? "Search timed out" : "Search was not successful");
   if (route.on_error) route.on_error();
 }
 

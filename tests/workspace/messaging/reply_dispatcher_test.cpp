@@ -81,6 +81,16 @@ TEST_F(ReplyDispatcherTest, TellsATimeOutFromAnotherErrorUntilTheNextRequest) {
   EXPECT_EQ(fakes_.status.LastText(), "Search was not successful");
 }
 
+// "Search was not successful" used to stand there for a time-out: what was sent under the box had cleared the
+// flag.
+TEST_F(ReplyDispatcherTest, TellsATimeOutAlsoWhereAnotherRequestGoesOutUnderItsBox) {
+  fakes_.host.user_at_message = [this](const auto&) { envelope_.Send({.type = 82, .name = "LetterAU"}); };
+  GivenRequestUnderWay("Letter_History");
+  fakes_.server.TimesOut();
+  RepliesArrive();
+  EXPECT_EQ(fakes_.status.LastText(), "Search timed out");
+}
+
 TEST_F(ReplyDispatcherTest, IgnoresTheReplyForAnotherApplication) {
   GivenRoute({"XMLRequest", Notes("create"), Status::kReady, {}, Notes("always")});
   GivenRequestUnderWay("XMLRequest");
