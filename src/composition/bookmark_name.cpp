@@ -1,26 +1,11 @@
 #include "composition/bookmark_name.h"
 
 #include <algorithm>
-#include <array>
-#include <utility>
 
 #include "platform/text.h"
+#include "platform/xml_escape.h"
 
 namespace composition {
-namespace {
-
-using Replacement = std::pair<std::string_view, std::string_view>;
-
-// In this order: with "&amp;" first, "&amp;lt;" would lose two levels.
-constexpr auto kReferences = std::to_array<Replacement>({
-    {"&lt;", "<"},
-    {"&gt;", ">"},
-    {"&apos;", "'"},
-    {"&quot;", "\""},
-    {"&amp;", "&"},
-});
-
-}  // namespace
 
 bool CheckDoubleUnderScore(std::string_view name) {
   constexpr std::string_view kMark = "__";
@@ -32,10 +17,7 @@ bool CheckDoubleUnderScore(std::string_view name) {
 }
 
 void XmlEscapeDecode(std::string& text) {
-  if (text.find('&') == std::string::npos) return;
-  for (const auto& [reference, character] : kReferences) {
-    text = platform::ReplaceAll(text, reference, character);
-  }
+  text = platform::XmlUnescaped(text);
 }
 
 }  // namespace composition

@@ -1,11 +1,11 @@
 #include "server/communications_client.h"
 
-#include <array>
 #include <exception>
 #include <utility>
 
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "platform/xml_escape.h"
 #include "server/server_folders.h"
 #include "server/whole_file.h"
 
@@ -13,13 +13,7 @@ namespace server {
 namespace {
 
 using platform::Failure;
-
-std::string XmlEscaped(std::string text) {
-  constexpr auto kEscapes = std::to_array<std::pair<std::string_view, std::string_view>>(
-      {{"&", "&amp;"}, {"<", "&lt;"}, {">", "&gt;"}});
-  for (const auto& [plain, escaped] : kEscapes) text = platform::ReplaceAll(text, plain, escaped);
-  return text;
-}
+using platform::XmlEscaped;
 
 std::filesystem::path LocalPath(const std::string& path) {
   return platform::ReplaceAll(path, "\\", "/");

@@ -1,6 +1,7 @@
 #include "workspace/messaging/download_notification.h"
 
 #include "platform/text.h"
+#include "platform/xml_escape.h"
 #include "workspace/messaging/counting.h"
 #include "workspace/messaging/tag_reader.h"
 
@@ -28,7 +29,8 @@ void DownloadNotification::MessageReceived(const std::string& message) {
 void DownloadNotification::TellOnce(const std::string& status, const std::string& source) {
   if (state_.download_failures.value() != 0) return;
   const std::string line_break(platform::kLineBreak);
-  services_.host.ShowMessage({"File download not successful." + line_break + status + line_break + source,
+  services_.host.ShowMessage({"File download not successful." + line_break + platform::XmlUnescaped(status) +
+                                  line_break + platform::XmlUnescaped(source),
                               platform::MessageIcon::kExclamation, state_.message_title});
   services_.status.SetReady(true);
   services_.host.SetMousePointer(platform::MousePointer::kNormal);

@@ -40,6 +40,13 @@ TEST_F(DownloadNotificationTest, ShowsTheFirstFailedDownloadAndCountsAll) {
   EXPECT_THAT(fakes_.status.texts, ElementsAre("Ready", "Ready"));
 }
 
+TEST_F(DownloadNotificationTest, ShowsWhatStandsForAMarkAsTheMark) {
+  fakes_.comm_clients.Report("no file &quot;B&amp;amp;B.docx&quot; &lt;1&gt;", "srv\\R&amp;D\\B.docx");
+  EXPECT_THAT(
+      fakes_.host.MessageTexts(),
+      ElementsAre("File download not successful.\r\nno file \"B&amp;B.docx\" <1>\r\nsrv\\R&D\\B.docx"));
+}
+
 TEST_F(DownloadNotificationTest, TakesOnlyTheExactStatusForSuccess) {
   struct Case {
     const char* status;

@@ -1,0 +1,37 @@
+#include "platform/xml_escape.h"
+
+#include <array>
+#include <utility>
+
+#include "platform/text.h"
+
+namespace platform {
+namespace {
+
+using Reference = std::pair<std::string_view, std::string_view>;
+
+// In this order: with "&amp;" first, "&amp;lt;" would lose two levels.
+constexpr auto kReferences = std::to_array<Reference>({
+    {"&lt;", "<"},
+    {"&gt;", ">"},
+    {"&apos;", "'"},
+    {"&quot;", "\""},
+    {"&amp;", "&"},
+});
+
+}  // namespace
+
+std::string XmlEscaped(std::string_view text) {
+  auto escaped = ReplaceAll(text, "&", "&amp;");
+  escaped = ReplaceAll(escaped, "<", "&lt;");
+  return ReplaceAll(escaped, ">", "&gt;");
+}
+
+std::string XmlUnescaped(std::string_view text) {
+  std::string plain(text);
+  if (plain.find('&') == std::string::npos) return plain;
+  for (const auto& [reference, character] : kReferences) plain = ReplaceAll(plain, reference, character);
+  return plain;
+}
+
+}  // namespace platform
