@@ -48,11 +48,12 @@ void ParagraphChoice::Add(const std::string& description, const std::string& nam
 }
 
 void ParagraphChoice::GetParagraphBookmark() {
-  Trap(services_, "frmLetter.GetParagraphBookmark", [&] { template_.Load(file_name_); });
+  is_unreadable_ = !Trap(services_, "frmLetter.GetParagraphBookmark", [&] { template_.Load(file_name_); });
 }
 
+// One that could not be read was reported; it is tried again once the form has let it go.
 void ParagraphChoice::RequireTemplate() {
-  if (!template_.loaded()) GetParagraphBookmark();
+  if (!template_.loaded() && !is_unreadable_) GetParagraphBookmark();
 }
 
 void ParagraphChoice::sdgGrid_Change() {

@@ -36,7 +36,8 @@ class ParagraphChoice {
   /// The grid shows what was added.
   void Show() { grid_.Bind(rows_); }
 
-  /// Reads the paragraphs' wording from the letter's document, opening it where it is not open.
+  /// Reads the paragraphs' wording from the letter's document, opening it where it is not open. Where that
+  /// fails, no tick tries again before Release.
   void GetParagraphBookmark();
   /// The user leaves the text box: what stands there is the free text, where that is being edited.
   void TxtParagraph_LostFocus();
@@ -52,7 +53,10 @@ class ParagraphChoice {
   void ReplaceParagraph(platform::XmlElement root) const;
 
   /// Closes the letter's document. Throws what the print component throws.
-  void Release() { template_.Release(); }
+  void Release() {
+    is_unreadable_ = false;
+    template_.Release();
+  }
   /// The letter's document was closed by somebody else.
   platform::Event<>& DocEnd() { return template_.DocEnd; }
 
@@ -71,6 +75,7 @@ class ParagraphChoice {
   std::shared_ptr<platform::RecordSet> rows_;
 
   std::string file_name_;
+  bool is_unreadable_ = false;  // the last try to read the template has failed
   std::string free_text_;
   bool editing_free_text_ = false;  // what stands in the text box is the free text
   std::set<std::string> unchosen_;  // user bookmarks in unticked paragraphs

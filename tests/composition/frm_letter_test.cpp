@@ -298,6 +298,23 @@ TEST_F(TheLetterForm, ReportsAnOperationThatFailsAndGoesOn) {
   EXPECT_EQ(form->txtParagraph.text(), "");
 }
 
+// Every tick opened the template anew and reported again that it cannot be opened.
+TEST_F(TheLetterForm, TriesATemplateThatDoesNotOpenOnceUntilItLetsItGo) {
+  print.opens = false;
+  Load(kLetterWithParagraphs);
+  UserTicks(kFirst);
+  UserTicks(kFreeText);
+  UserTicks(kFirst, false);
+  EXPECT_THAT(Reports(), ElementsAre("frmLetter.GetParagraphBookmark"));
+
+  print.opens = true;
+  UserFills(0, "Monday");
+  UserFills(1, "Welsh");
+  UserConfirms();  // lets the document go for its preview
+  UserTicks(kFirst);
+  EXPECT_THAT(form->txtParagraph.text(), HasSubstr("An interpreter"));
+}
+
 TEST(ABookmarkName, IsARepeatWhenANumberFollowsItsLastDoubleUnderscore) {
   for (const auto* name : {"NAME__12", " NAME__1 ", "A__B__2", "NAME___1"})
     EXPECT_TRUE(CheckDoubleUnderScore(name)) << name;
