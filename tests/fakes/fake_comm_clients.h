@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,7 @@ class FakeCommClients : public platform::CommClientProvider {
 
   std::shared_ptr<platform::CommClient> client = std::make_shared<platform::CommClient>();
   int connects = 0;
+  std::function<void()> on_connect;  ///< may throw
 
   /// A file's download has ended.
   void Report(const std::string& status, const std::string& source,
@@ -31,6 +33,7 @@ class FakeCommClients : public platform::CommClientProvider {
   void Connect() override {
     ++connects;
     if (journal_ != nullptr) journal_->Add("connect");
+    if (on_connect) on_connect();
   }
 
  private:

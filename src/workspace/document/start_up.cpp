@@ -26,7 +26,8 @@ void Disable(Options& options) {
 }  // namespace
 
 void ZEMLO_Corresp::Initialize() {
-  Trap(services_, "UserDocument.Initialize", [&] {
+  constexpr std::string_view kProcedure = "UserDocument.Initialize";
+  const bool is_started = Trap(services_, kProcedure, [&] {
     services_.status.ShowStatus("Loading information");
     services_.host.SetMousePointer(MousePointer::kHourglass);
     if (!moClient_) moClient_ = services_.comm_clients.GetClient();
@@ -39,6 +40,14 @@ void ZEMLO_Corresp::Initialize() {
     parts_->templates.GetNetworkPath();
     if (data_.state.dont_print) data_.pages.tracking.OptLetter[TrackingPage::kViewBookmark].SetVisible(true);
   });
+  if (!is_started) Trap(services_, kProcedure, [&] { EndStartThatFailed(); });
+}
+
+// Nothing is under way, and no action looks as if it did something.
+void ZEMLO_Corresp::EndStartThatFailed() {
+  services_.host.SetMousePointer(MousePointer::kNormal);
+  services_.status.ShowStatus("Ready");
+  DisableActions();
 }
 
 void ZEMLO_Corresp::ConnectOutside() {

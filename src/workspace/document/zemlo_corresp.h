@@ -65,6 +65,7 @@ class ZEMLO_Corresp {
 
  private:
   void ConfigureToolbar(bool enabled);
+  void EndStartThatFailed();
   void ConnectOutside();
   void ConnectUser();
   void DisableActions();

@@ -99,6 +99,18 @@ TEST_F(StartUp, TakesTheTemplateFolderAndDownloadsWhatIsMissing) {
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
 }
 
+TEST_F(StartUp, EndsWithoutHourglassOrActionsWhereItFailsOnTheWay) {
+  fakes_.comm_clients.on_connect = [] {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "no connection");
+  };
+  document_.Initialize();
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("UserDocument.Initialize"));
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  for (auto& option : document_.pages().correspondence.OptOnline) EXPECT_FALSE(option.enabled());
+  EXPECT_FALSE(document_.pages().tracking.search.enabled());
+}
+
 TEST_F(StartUp, ReportsWhatFailsAndGoesOnLiving) {
   fakes_.server.on_send = [](const auto&) {
     throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
