@@ -32,9 +32,12 @@ Desktop::Desktop(const host::DataFolder& folder)
                        [this](const std::string& description, const std::string&) { TellError(description); },
                        [this](const std::function<bool()>& done) { shell_.WaitUntil(done); }}) {
   desktop::RegisterFormViews(shell_);
+  shell_.guard().awaits_reply = [this] { return office_.workspace().state().AwaitsReply(); };
 }
 
-Desktop::~Desktop() = default;
+Desktop::~Desktop() {
+  shell_.guard().awaits_reply = nullptr;  // the workspace goes before the window that asks it
+}
 
 void Desktop::Open() {
   auto& workspace = office_.workspace();

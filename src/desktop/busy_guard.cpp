@@ -43,8 +43,8 @@ BusyGuard::BusyGuard(QWidget& document_window) : document_window_(document_windo
 }
 
 void BusyGuard::SetBusy(bool busy) {
-  const bool is_over = std::exchange(busy_, busy) && !busy;
-  if (is_over) Idle();
+  const bool was_busy = std::exchange(busy_, busy);
+  if (was_busy && !this->busy()) Idle();
 }
 
 bool BusyGuard::IsInDocument(const QWidget& widget) const {
@@ -52,7 +52,7 @@ bool BusyGuard::IsInDocument(const QWidget& widget) const {
 }
 
 bool BusyGuard::eventFilter(QObject* receiver, QEvent* event) {
-  if (!busy_ || !IsInput(event->type()) || MovesFocus(*event)) return false;
+  if (!busy() || !IsInput(event->type()) || MovesFocus(*event)) return false;
   const auto* widget = dynamic_cast<QWidget*>(receiver);
   if (widget == nullptr || !IsInDocument(*widget)) return false;
   return SendsRequests(*widget) || IsEnter(*event);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QObject>
 
 #include "platform/event.h"
@@ -15,8 +17,12 @@ class BusyGuard : public QObject {
   /// `document_window` outlives the guard.
   explicit BusyGuard(QWidget& document_window);
 
+  /// Whether a reply is awaited whatever the pointer looks like: a box or a notification may have made it
+  /// normal. Null: the pointer tells all.
+  std::function<bool()> awaits_reply;
+
   void SetBusy(bool busy);
-  bool busy() const { return busy_; }
+  bool busy() const { return busy_ || (awaits_reply && awaits_reply()); }
 
   /// There is nothing to wait for any more.
   platform::Event<> Idle;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <utility>
 
 #include <QApplication>
 #include <QCursor>
@@ -64,30 +65,44 @@ QString WithEnding(const QString& file, const QString& filter) {
   return file + QLatin1String(chosen == kSaveFormats.end() ? kSaveFormats.front().ending : chosen->ending);
 }
 
-void ShowPointer(MousePointer pointer) {
-  if (pointer == MousePointer::kHourglass) {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-  } else {
-    QGuiApplication::restoreOverrideCursor();
-  }
-}
-
 }  // namespace
 
-/// A box is open: replies are held back, and the pointer is one to click with.
-class QtHostShell::BoxScope {
+/// Something keeps the user: replies are held back, and nothing that waits for a quiet moment begins.
+class QtHostShell::WorkScope {
  public:
-  explicit BoxScope(QtHostShell& shell) : shell_(shell), hold_(shell.events_), pointer_(shell.pointer_) {
-    shell_.SetMousePointer(MousePointer::kNormal);
+  explicit WorkScope(QtHostShell& shell) : shell_(shell), hold_(shell.events_) {
+    ++shell_.under_work_;
+    shell_.TellGuard();
   }
-  BoxScope(const BoxScope&) = delete;
-  BoxScope& operator=(const BoxScope&) = delete;
-  ~BoxScope() { shell_.SetMousePointer(pointer_); }
+  WorkScope(const WorkScope&) = delete;
+  WorkScope& operator=(const WorkScope&) = delete;
+  ~WorkScope() {
+    --shell_.under_work_;
+    shell_.TellGuard();
+  }
 
  private:
   QtHostShell& shell_;
   QtEventQueue::Hold hold_;
-  const MousePointer pointer_;
+};
+
+/// A box is open: the pointer is one to click with.
+class QtHostShell::BoxScope {
+ public:
+  explicit BoxScope(QtHostShell& shell) : shell_(shell), work_(shell) {
+    ++shell_.open_boxes_;
+    shell_.ShowPointer();
+  }
+  BoxScope(const BoxScope&) = delete;
+  BoxScope& operator=(const BoxScope&) = delete;
+  ~BoxScope() {
+    --shell_.open_boxes_;
+    shell_.ShowPointer();
+  }
+
+ private:
+  QtHostShell& shell_;
+  const WorkScope work_;
 };
 
 QtHostShell::QtHostShell(QtEventQueue& events) : events_(events), window_(QLatin1String(kCaption)) {}
@@ -107,8 +122,18 @@ std::string QtHostShell::Tag() const {
 void QtHostShell::SetMousePointer(MousePointer pointer) {
   if (pointer == pointer_) return;
   pointer_ = pointer;
-  ShowPointer(pointer);
+  ShowPointer();
   TellGuard();
+}
+
+void QtHostShell::ShowPointer() {
+  const bool wanted = pointer_ == MousePointer::kHourglass && open_boxes_ == 0;
+  if (std::exchange(shows_hourglass_, wanted) == wanted) return;
+  if (wanted) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+  } else {
+    QGuiApplication::restoreOverrideCursor();
+  }
 }
 
 void QtHostShell::SetReady(bool ready) {
@@ -117,7 +142,7 @@ void QtHostShell::SetReady(bool ready) {
 }
 
 void QtHostShell::TellGuard() {
-  guard_.SetBusy(!ready_ || pointer_ == MousePointer::kHourglass);
+  guard_.SetBusy(!ready_ || pointer_ == MousePointer::kHourglass || under_work_ > 0);
 }
 
 QWidget* QtHostShell::Front() {
@@ -189,7 +214,7 @@ void QtHostShell::RunPendingEvents() {
 
 void QtHostShell::WaitUntil(const std::function<bool()>& done) {
   constexpr std::chrono::milliseconds kLook(10);
-  const QtEventQueue::Hold replies(events_);
+  const WorkScope work(*this);
   QTimer look;  // wakes the loop, so that it asks again
   look.start(kLook);
   while (!done()) {

@@ -20,7 +20,8 @@ class FormDialog;
 
 /// The host as a window: what the workspace asks of the screen. User-interface thread only.
 ///
-/// While the hourglass shows, or the workspace is not ready, the document takes no command (see BusyGuard).
+/// While the hourglass shows, a box is open, a letter is laid out, or the workspace is not ready, the
+/// document takes no command (see BusyGuard).
 class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
  public:
   /// `events` outlives the shell.
@@ -65,9 +66,11 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
  private:
   using ViewMaker = std::function<QWidget*(platform::Form& form)>;
   class BoxScope;
+  class WorkScope;
 
   std::unique_ptr<FormDialog> MakeDialog(platform::Form& form);
   QWidget* Front();
+  void ShowPointer();
   void TellGuard();
 
   QtEventQueue& events_;
@@ -75,8 +78,11 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   BusyGuard guard_{window_};
   std::map<std::type_index, ViewMaker> makers_;
   std::vector<std::unique_ptr<FormDialog>> modeless_;
-  platform::MousePointer pointer_ = platform::MousePointer::kNormal;
+  platform::MousePointer pointer_ = platform::MousePointer::kNormal;  // as the workspace wants it
+  bool shows_hourglass_ = false;
   bool ready_ = true;
+  int open_boxes_ = 0;
+  int under_work_ = 0;  // things that keep the user, boxes among them
 };
 
 }  // namespace desktop

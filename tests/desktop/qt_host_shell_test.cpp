@@ -190,6 +190,40 @@ TEST_F(TheHostShell, TakesNoCommandOfTheDocumentWhileItWaits) {
   EXPECT_EQ(clicks, 1);
 }
 
+// A box made the pointer normal, and a print that waited for a quiet moment began under it.
+TEST_F(TheHostShell, IsBusyUnderAnOpenBoxAndWhileAReplyIsAwaitedWhateverThePointer) {
+  int idle = 0;
+  const auto told = shell.guard().Idle.Connect([&idle] { ++idle; });
+  bool awaits = true;
+  shell.guard().awaits_reply = [&awaits] { return awaits; };
+  const auto show_box = [this] {
+    bool busy_under_box = false;
+    tests::OnNextModal([&](QWidget& box) {
+      tests::Settle();
+      busy_under_box = shell.guard().busy();
+      QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    shell.ShowMessage({.text = "File download not successful.", .title = "Correspondence"});
+    return busy_under_box;
+  };
+
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  EXPECT_TRUE(show_box());
+  EXPECT_EQ(idle, 0);
+  shell.SetReady(true);  // as a failed download does while a search is under way
+  shell.SetMousePointer(platform::MousePointer::kNormal);
+  EXPECT_TRUE(shell.guard().busy());
+  EXPECT_EQ(idle, 0);
+
+  awaits = false;  // its reply: the hourglass, its box, the pointer
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  shell.SetMousePointer(platform::MousePointer::kNormal);
+  EXPECT_FALSE(shell.guard().busy());
+  EXPECT_EQ(idle, 1);
+  EXPECT_TRUE(show_box()) << "also where nothing was awaited";
+  EXPECT_EQ(idle, 2);
+}
+
 TEST_F(TheHostShell, AsksForAPrinterWithTheCurrentOneChosen) {
   tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
   EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), "hall");
