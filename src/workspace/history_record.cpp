@@ -25,7 +25,8 @@ Value OrNull(const std::string& text) {
 }  // namespace
 
 void HistoryRecord::SendLetterHistoryADD(RequestDescription& message, LetterData& letter) const {
-  platform::Trap(services_, "ZEMLO_Corresp.SendLetterHistoryADD", [&] {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendLetterHistoryADD";
+  platform::Trap(services_, kProcedure, [&] {
     letter.context = platform::ReplaceAll(letter.context, "'", "`");
     RecordDescription::Row row = {
         {"ACTION", "ADD"},
@@ -43,12 +44,13 @@ void HistoryRecord::SendLetterHistoryADD(RequestDescription& message, LetterData
         {"ADDR_TYP_CD", letter.address_type},
         {"XML_CONTEXT", letter.context},
     };
-    message.records.push_back({std::string(kLayout), {std::move(row)}});
+    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
   });
 }
 
 void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const LetterData& letter) const {
-  platform::Trap(services_, "ZEMLO_Corresp.SendLetterHistoryUPD", [&] {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendLetterHistoryUPD";
+  platform::Trap(services_, kProcedure, [&] {
     RecordDescription::Row row = {
         {"ACTION", "UPD"},
         {"SEQ_NBR", IsBatchBrowserOpen() ? Value(batch_browser_->CurrentText("SEQ_NBR"))
@@ -56,7 +58,7 @@ void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const Lett
         {"PRNT_STTS_CD", kPrintStatus},
         {"LST_PRNT_TS", kServersTime},
     };
-    message.records.push_back({std::string(kLayout), {std::move(row)}});
+    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
   });
 }
 

@@ -30,9 +30,11 @@ void HistorySearch::mCmdTracking_Click() {
     bool ok = false;
     uses_.check.ValidateSeach(ok);
     if (!ok) return;
-    uses_.pages.tracking.panel.EnableSelection(false);
+    auto& panel = uses_.pages.tracking.panel;
+    const bool could_select = panel.select_customer.enabled();
+    panel.EnableSelection(false);
     uses_.letter_request.GetFormAndCheckDigit();
-    SendLetterInq(PageIndex::kTracking);
+    if (!SendLetterInq(PageIndex::kTracking)) panel.EnableSelection(could_select);
   });
 }
 
@@ -50,8 +52,8 @@ void HistorySearch::TakeCriteria() {
   request.check_digit.clear();
 }
 
-void HistorySearch::SendLetterInq(PageIndex page) {
-  Trap(uses_.services, "ZEMLO_Corresp.SendLetterInq", [&] {
+bool HistorySearch::SendLetterInq(PageIndex page) {
+  return Trap(uses_.services, "ZEMLO_Corresp.SendLetterInq", [&] {
     uses_.envelope.Send({
         .type = 79,
         .name = "Letter_History",

@@ -36,7 +36,8 @@ class HistorySearch {
   /// it. The customer can be chosen again once the page has been cleared.
   void mCmdTracking_Click();
   /// Asks for the letters of the page's criteria; its grid is disabled until the reply has been handled.
-  void SendLetterInq(PageIndex page);
+  /// Returns whether the request is under way.
+  bool SendLetterInq(PageIndex page);
   /// The letters have come: lists them on the page. On the batch page, which lists none, they go to the
   /// tracking page.
   void FillHistory(PageIndex page);

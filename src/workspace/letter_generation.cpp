@@ -65,7 +65,8 @@ bool LetterGeneration::RequireTemplate(const std::string& template_path) const {
 }
 
 void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
-  Trap(uses_.services, "ZEMLO_Corresp.SendXMLRequest", [&] {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendXMLRequest";
+  Trap(uses_.services, kProcedure, [&] {
     const auto& request = uses_.request;
     const bool is_receipt = request.form_type == kReceipt;
     RecordDescription::Row row;
@@ -80,7 +81,7 @@ void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
       add("RCPT_CK_DGT_NBR", request.check_digit);
     }
     add("FORM_TYP_CD", request.form_type);
-    message.records.push_back({std::string(kInputLayout), {std::move(row)}});
+    message.records.push_back({std::string(kInputLayout), {std::move(row)}, kProcedure});
   });
 }
 

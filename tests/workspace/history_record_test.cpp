@@ -52,6 +52,25 @@ TEST_F(HistoryRecordTest, HoldsEverythingOfANewLetter) {
   EXPECT_EQ(letter_.context, "<X a=`1`>O`Neil</X>");
 }
 
+// It was reported as a failure to print.
+TEST_F(HistoryRecordTest, ThatCannotBeMadeIsReportedUnderTheNameOfWhoFillsIt) {
+  const std::pair<const char*, std::function<void(RequestDescription&)>> fillers[] = {
+      {"ZEMLO_Corresp.SendLetterHistoryADD",
+       [this](auto& message) { history_.SendLetterHistoryADD(message, letter_); }},
+      {"ZEMLO_Corresp.SendLetterHistoryUPD",
+       [this](auto& message) { history_.SendLetterHistoryUPD(message, letter_); }},
+  };
+  for (const auto& [procedure, fill] : fillers) {
+    fakes_.errors.reports.clear();
+    RequestDescription message{.type = 82, .name = "LetterAU"};
+    fill(message);
+    message.records[0].rows[0].emplace_back("NO_SUCH_COLUMN", "1");
+    EXPECT_THROW(envelope_.Send(message), platform::AbandonStep);
+    EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre(procedure));
+    EXPECT_TRUE(fakes_.server.requests.empty());
+  }
+}
+
 TEST_F(HistoryRecordTest, LeavesFormColumnsNullWhereThereIsNoForm) {
   SentForNewLetter();
   const auto& row = *fakes_.server.LastRequest().FindRecord("CORRHIST").rows;

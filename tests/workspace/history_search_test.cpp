@@ -113,6 +113,29 @@ TEST_F(HistorySearchTest, SendsOneCriterionAlone) {
   }
 }
 
+// The status said "Requesting letter history" for ever, and only "Clear" gave the customer commands back.
+TEST_F(HistorySearchTest, LeavesNothingBehindWhereItCannotBeSent) {
+  fakes_.server.on_send = [](const auto&) {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
+  };
+  UserSearches();
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.SendLetterInq"));
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  EXPECT_TRUE(page_.panel.select_customer.enabled());
+  EXPECT_TRUE(page_.panel.select_account.enabled());
+  EXPECT_TRUE(page_.sdgGrid.enabled());
+
+  fakes_.server.on_send = nullptr;
+  UserSearches();
+  EXPECT_FALSE(page_.panel.select_customer.enabled());
+  fakes_.server.on_send = [](const auto&) {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
+  };
+  UserSearches();
+  EXPECT_FALSE(page_.panel.select_customer.enabled()) << "the list of the first search still stands";
+}
+
 TEST_F(HistorySearchTest, NamesTheLetterStatus) {
   const std::map<std::size_t, std::string> names = {{TrackingPage::kAll, "All"},
                                                     {TrackingPage::kSuccessful, "Succeeded"},

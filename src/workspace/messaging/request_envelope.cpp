@@ -31,6 +31,13 @@ RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceSt
       timed_out_(timed_out) {}
 
 void RequestEnvelope::Send(const RequestDescription& request) {
+  bool is_under_way = false;
+  const AtExit put_back(services_, "RequestEnvelope.Send", [&] {
+    if (is_under_way || state_.AwaitsReply()) return;  // the reply does it
+    services_.status.SetReady(true);
+    services_.host.SetMousePointer(platform::MousePointer::kNormal);
+    if (!is_dialogs_) services_.status.ShowStatus("Ready");
+  });
   const auto message =
       request.message_key.empty() ? listener_.NewMessage() : listener_.NewMessageUnder(request.message_key);
   AddHeader(*message, request);
@@ -38,13 +45,6 @@ void RequestEnvelope::Send(const RequestDescription& request) {
   for (const auto& record : request.records) AddRecord(*message, record);
   if (!request.inquiry_xml.empty()) message->AddInquiryXml(request.inquiry_xml);
   MakePending(*message, request);
-
-  bool is_under_way = false;
-  const AtExit put_back(services_, "RequestEnvelope.Send", [&] {
-    if (is_under_way) return;  // its reply does it
-    services_.status.SetReady(true);
-    services_.host.SetMousePointer(platform::MousePointer::kNormal);
-  });
   SendMessage(*message, request);
   is_under_way = true;
 }
@@ -77,15 +77,19 @@ void RequestEnvelope::AddHeader(platform::RequestMessage& message, const Request
 
 void RequestEnvelope::AddRecord(platform::RequestMessage& message,
                                 const RecordDescription& description) const {
-  auto record = std::make_shared<platform::RequestRecord>(services_.reference);
-  record->Source(description.layout);
-  record->Open();
-  for (const auto& row : description.rows) {
-    record->AddNew();
-    for (const auto& [column, value] : row) record->Fields(column) = value;
-    record->Update();
-  }
-  message.AddRecord(std::move(record), description.layout);
+  const auto add = [&] {
+    auto record = std::make_shared<platform::RequestRecord>(services_.reference);
+    record->Source(description.layout);
+    record->Open();
+    for (const auto& row : description.rows) {
+      record->AddNew();
+      for (const auto& [column, value] : row) record->Fields(column) = value;
+      record->Update();
+    }
+    message.AddRecord(std::move(record), description.layout);
+  };
+  if (description.procedure.empty()) return add();
+  if (!platform::Trap(services_, description.procedure, add)) throw platform::AbandonStep();
 }
 
 void RequestEnvelope::MakePending(const platform::RequestMessage& message,

@@ -21,6 +21,9 @@ struct RecordDescription {
 
   std::string layout;
   std::vector<Row> rows;
+  /// Who fills the record: a failure to make it is reported under that name and the request is not sent. ""
+  /// leaves the failure to whoever sends.
+  std::string procedure = {};
 };
 
 /// A request, described. What is not said is not sent.
@@ -59,8 +62,9 @@ class RequestEnvelope {
                   platform::ReplyListener& listener, std::string application, bool& timed_out)
       : RequestEnvelope(services, state, listener, std::move(application), timed_out, /*is_dialogs=*/true) {}
 
-  /// Sends and returns at once. Throws what the message component throws; the pending key and name may have
-  /// been replaced by then, and no reply is awaited.
+  /// Sends and returns at once. Throws what the message component throws, and AbandonStep where a record
+  /// could not be made; the pending key and name may have been replaced by then. A request that did not go
+  /// out leaves no hourglass and the status "Ready", unless another reply is awaited.
   void Send(const RequestDescription& request);
 
  private:
