@@ -7,6 +7,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "wordprocessor/docx_zip_directory.h"
+
 namespace wordprocessor {
 
 /// What a package may be at most; counted while it is inflated, whatever its directory says.
@@ -31,7 +33,7 @@ struct PackagePart {
 /// Immutable: letters share it across threads.
 class DocxPackage {
  public:
-  /// Checks the whole package: consistency, limits, names, checksums. `file_name` is what messages call it.
+  /// Checks the whole package: directory, limits, names, checksums. `file_name` is what messages call it.
   /// Throws Failure kDamaged (no zip file, damaged, not a document of this kind) or kRefused (protected, over
   /// a limit, unsafe names); the text names the file and says what to do.
   static DocxPackage FromBytes(std::string bytes, const std::string& file_name,
@@ -40,13 +42,15 @@ class DocxPackage {
   const std::string& file_name() const { return file_name_; }
   const std::string& bytes() const { return *bytes_; }
 
-  /// Part names as in the package, without a leading "/"; found without regard to case (part 2, 6.2.2.3).
+  /// Part names stand in the package without a leading "/" and are found without regard to case (part 2,
+  /// 6.2.2.3).
   bool Has(std::string_view name) const;
-  std::vector<std::string> Names() const;
   /// Throws Failure kDamaged where there is no such part.
   std::string Read(std::string_view name) const;
 
-  /// The package with these parts in it. All others are copied as they are, still packed.
+  /// The package with these parts in it; of two of one name the last counts. All others are copied as they
+  /// are, still packed. Headers and directory are written anew, so that whoever reads it next finds what was
+  /// checked here, whatever the file held besides.
   std::string With(const std::vector<PackagePart>& parts) const;
 
   /// A Failure about this file: `"name" text`.
@@ -58,8 +62,8 @@ class DocxPackage {
 
   std::string file_name_;
   std::shared_ptr<const std::string> bytes_;
-  std::unordered_map<std::string, std::uint64_t> entries_;  // index in the zip file by name in lower case
-  std::vector<std::string> names_;                          // by that index
+  std::vector<ZipEntry> entries_;                         // into bytes_
+  std::unordered_map<std::string, std::size_t> by_name_;  // in lower case
 };
 
 }  // namespace wordprocessor

@@ -5,14 +5,12 @@
 #include <cstdint>
 
 #include "platform/failure.h"
-#include "wordprocessor/docx_zip.h"
+#include "wordprocessor/docx_zip_content.h"
 
 namespace wordprocessor {
 namespace {
 
 using platform::Failure;
-
-constexpr std::size_t kChunk = 65'536;
 
 // MS-CFB 2.2: the first bytes of a compound file; inside, names are UTF-16.
 constexpr std::string_view kCompoundFile = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1";
@@ -27,7 +25,6 @@ constexpr auto kOtherFormats = std::to_array<OtherFormat>({
     {kCompoundFile, "is in the old binary .doc format. Open it in the word processor and save it as .docx."},
     {"{\\rtf", "is a rich-text file. Open it in the word processor and save it as .docx."},
     {"%PDF", "is a PDF file. Use the .docx file it was made from."},
-    {"PK", "is damaged or incomplete. Copy it again from where it came from."},
 });
 
 bool LeavesThePackage(std::string_view name) {
@@ -43,71 +40,34 @@ bool LeavesThePackage(std::string_view name) {
 
 class PackageCheck {
  public:
-  PackageCheck(zip_t* archive, const std::string& file_name, const PackageLimits& limits)
-      : archive_(archive), file_name_(file_name), limits_(limits) {}
+  PackageCheck(const std::string& file_name, const PackageLimits& limits)
+      : file_name_(file_name), limits_(limits) {}
 
-  std::vector<std::string> Run() {
-    const auto count = zip_get_num_entries(archive_, 0);
-    if (count > static_cast<zip_int64_t>(limits_.entries)) {
-      Refuse("holds more than " + std::to_string(limits_.entries) + " parts. Save it again without extras.");
+  void CheckEntry(const ZipEntry& entry) {
+    if (LeavesThePackage(entry.name)) {
+      Refuse("holds a part with the unsafe name \"" + ShownZipName(entry.name) +
+             "\". Do not use this file; ask where it came from.");
     }
-    std::vector<std::string> names;
-    for (zip_int64_t i = 0; i < count; ++i) names.push_back(CheckEntry(static_cast<zip_uint64_t>(i)));
-    return names;
+    std::uint64_t size = 0;
+    UnpackZipEntry(entry, file_name_, [&](std::string_view piece) {
+      size += piece.size();
+      total_ += piece.size();
+      CheckSize(entry, size);
+    });
   }
 
  private:
-  [[noreturn]] void Refuse(const std::string& text, Failure::Kind kind = Failure::Kind::kRefused) const {
-    throw Failure(kind, "\"" + file_name_ + "\" " + text);
+  [[noreturn]] void Refuse(const std::string& text) const {
+    throw Failure(Failure::Kind::kRefused, "\"" + file_name_ + "\" " + text);
   }
 
-  [[noreturn]] void RefuseDamaged(const std::string& entry) const {
-    Refuse("is damaged at \"" + entry + "\". Copy it again from where it came from.",
-           Failure::Kind::kDamaged);
-  }
-
-  std::string CheckEntry(zip_uint64_t index) {
-    zip_stat_t entry;
-    zip_stat_init(&entry);
-    constexpr zip_uint64_t needed = ZIP_STAT_NAME | ZIP_STAT_SIZE | ZIP_STAT_COMP_SIZE;
-    if (zip_stat_index(archive_, index, 0, &entry) != 0 || (entry.valid & needed) != needed) {
-      RefuseDamaged("entry " + std::to_string(index));
-    }
-    std::string name = entry.name;
-    if (LeavesThePackage(name)) {
-      Refuse("holds a part with the unsafe name \"" + name +
-             "\". Do not use this file; ask where it came from.");
-    }
-    if ((entry.valid & ZIP_STAT_ENCRYPTION_METHOD) != 0 && entry.encryption_method != ZIP_EM_NONE) {
-      Refuse("is protected with a password. Open it in the word processor and save it without one.");
-    }
-    CountBytes(index, name, entry.comp_size);
-    return name;
-  }
-
-  void CountBytes(zip_uint64_t index, const std::string& name, zip_uint64_t packed) {
-    const ZipFile file(zip_fopen_index(archive_, index, 0));
-    if (file == nullptr) RefuseDamaged(name);
-    std::uint64_t size = 0;
-    std::array<char, kChunk> chunk;
-    while (true) {
-      const auto read = zip_fread(file.get(), chunk.data(), chunk.size());
-      if (read < 0) RefuseDamaged(name);
-      if (read == 0) return;
-      size += static_cast<std::uint64_t>(read);
-      total_ += static_cast<std::uint64_t>(read);
-      CheckSize(name, size, packed);
-    }
-  }
-
-  void CheckSize(const std::string& name, std::uint64_t size, std::uint64_t packed) const {
-    const bool bomb = size > limits_.ratio_from && size / limits_.ratio > packed;
+  void CheckSize(const ZipEntry& entry, std::uint64_t size) const {
+    const bool bomb = size > limits_.ratio_from && size / limits_.ratio > entry.packed.size();
     if (!bomb && total_ <= limits_.total_size) return;
-    Refuse("unpacks to far more than a letter (at \"" + name +
+    Refuse("unpacks to far more than a letter (at \"" + ShownZipName(entry.name) +
            "\"). Do not use this file; ask where it came from.");
   }
 
-  zip_t* archive_;
   const std::string& file_name_;
   const PackageLimits& limits_;
   std::uint64_t total_ = 0;
@@ -129,9 +89,10 @@ void RefuseFormat(std::string_view bytes, const std::string& file_name) {
   throw Failure(kind, "\"" + file_name + "\" " + std::string(message));
 }
 
-std::vector<std::string> CheckPackage(zip_t* archive, const std::string& file_name,
-                                      const PackageLimits& limits) {
-  return PackageCheck(archive, file_name, limits).Run();
+void CheckPackage(const std::vector<ZipEntry>& entries, const std::string& file_name,
+                  const PackageLimits& limits) {
+  PackageCheck check(file_name, limits);
+  for (const auto& entry : entries) check.CheckEntry(entry);
 }
 
 }  // namespace wordprocessor

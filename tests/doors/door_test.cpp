@@ -24,7 +24,7 @@ struct Room {
   bool libraries_in_headers = true;
 };
 
-constexpr std::string_view kOffice = "libzip zlib pugixml cups office posix linux";
+constexpr std::string_view kOffice = "zlib pugixml cups office posix linux";
 constexpr std::string_view kInner =
     "platform workspace/messaging composition customers workspace tracking workspace/document";
 constexpr auto kRooms = std::to_array<Room>({

@@ -2,12 +2,8 @@
 
 #include <zip.h>
 
+#include <memory>
 #include <stdexcept>
-
-#include "wordprocessor/docx_zip.h"
-
-using wordprocessor::OpenZipBytes;
-using wordprocessor::ZipFile;
 
 namespace {
 
@@ -33,14 +29,25 @@ void InsertBefore(std::string& text, const std::string& end, const std::string& 
   text.insert(text.rfind(end), addition);
 }
 
+using OpenZip = std::unique_ptr<zip_t, decltype(&zip_discard)>;
+
+/// Empty where libzip, or with ZIP_CHECKCONS its strict side, does not take it.
+OpenZip OpenZipBytes(std::string_view bytes, int flags) {
+  zip_source_t* const source = zip_source_buffer_create(bytes.data(), bytes.size(), 0, nullptr);
+  zip_t* const archive = zip_open_from_source(source, flags, nullptr);
+  if (archive == nullptr) zip_source_free(source);
+  return {archive, &zip_discard};
+}
+
 std::string ReadEntry(std::string_view package, const std::string& name, zip_flags_t flags) {
   const auto zip = OpenZipBytes(package, ZIP_RDONLY);
   zip_stat_t entry;
-  if (zip.archive == nullptr || zip_stat(zip.archive.get(), name.c_str(), 0, &entry) != 0) {
+  if (zip == nullptr || zip_stat(zip.get(), name.c_str(), 0, &entry) != 0) {
     throw std::runtime_error("no part " + name);
   }
   std::string content((flags & ZIP_FL_COMPRESSED) != 0 ? entry.comp_size : entry.size, '\0');
-  const ZipFile file(zip_fopen(zip.archive.get(), name.c_str(), flags));
+  const std::unique_ptr<zip_file_t, decltype(&zip_fclose)> file(zip_fopen(zip.get(), name.c_str(), flags),
+                                                                &zip_fclose);
   const auto read = zip_fread(file.get(), content.data(), content.size());
   if (read != static_cast<zip_int64_t>(content.size())) throw std::runtime_error("cannot read " + name);
   return content;
@@ -109,10 +116,14 @@ std::string PackedPartOf(std::string_view package, const std::string& name) {
 std::vector<std::string> PartNamesOf(std::string_view package) {
   const auto zip = OpenZipBytes(package, ZIP_RDONLY);
   std::vector<std::string> names;
-  for (zip_int64_t i = 0; i < zip_get_num_entries(zip.archive.get(), 0); ++i) {
-    names.emplace_back(zip_get_name(zip.archive.get(), static_cast<zip_uint64_t>(i), 0));
+  for (zip_int64_t i = 0; i < zip_get_num_entries(zip.get(), 0); ++i) {
+    names.emplace_back(zip_get_name(zip.get(), static_cast<zip_uint64_t>(i), 0));
   }
   return names;
+}
+
+bool IsConsistentZip(std::string_view package) {
+  return OpenZipBytes(package, ZIP_RDONLY | ZIP_CHECKCONS) != nullptr;
 }
 
 std::string Marked(const std::string& name, const std::string& text, int id) {

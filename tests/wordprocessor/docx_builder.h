@@ -31,6 +31,8 @@ std::string PartOf(std::string_view package, const std::string& name);
 /// Its bytes as they stand in the zip file, still packed.
 std::string PackedPartOf(std::string_view package, const std::string& name);
 std::vector<std::string> PartNamesOf(std::string_view package);
+/// Whether a strict reader finds nothing to say against it.
+bool IsConsistentZip(std::string_view package);
 
 /// A bookmark around some text, in a paragraph of its own.
 std::string Marked(const std::string& name, const std::string& text, int id);
