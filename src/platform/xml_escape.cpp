@@ -8,10 +8,10 @@
 namespace platform {
 namespace {
 
-using Reference = std::pair<std::string_view, std::string_view>;
+using XmlReference = std::pair<std::string_view, std::string_view>;
 
 // In this order: with "&amp;" first, "&amp;lt;" would lose two levels.
-constexpr auto kReferences = std::to_array<Reference>({
+constexpr auto kXmlReferences = std::to_array<XmlReference>({
     {"&lt;", "<"},
     {"&gt;", ">"},
     {"&apos;", "'"},
@@ -30,7 +30,7 @@ std::string XmlEscaped(std::string_view text) {
 std::string XmlUnescaped(std::string_view text) {
   std::string plain(text);
   if (plain.find('&') == std::string::npos) return plain;
-  for (const auto& [reference, character] : kReferences) plain = ReplaceAll(plain, reference, character);
+  for (const auto& [reference, character] : kXmlReferences) plain = ReplaceAll(plain, reference, character);
   return plain;
 }
 
