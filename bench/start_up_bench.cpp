@@ -100,8 +100,8 @@ std::chrono::duration<double> TimeToPicture(const fs::path& data) {
 const fs::path& PreparedData() {
   static const tests::TemporaryFolder folder;
   static const bool prepared = [] {
-    const auto command =
-        (ThisFolder() / "zemlo-letters").string() + " init --data " + folder.path().string() + " > /dev/null";
+    const auto command = (ThisFolder() / "zemlo-letters").string() + " init --demo --data " +
+                         folder.path().string() + " > /dev/null";
     return std::system(command.c_str()) == 0 && TimeToPicture(folder.path()).count() > 0;
   }();
   if (!prepared) throw std::runtime_error("The data folder could not be prepared.");

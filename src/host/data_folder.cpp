@@ -37,6 +37,16 @@ DataFolder DataFolder::OfUser() {
   return DataFolder(home / ".local" / "share" / kName);
 }
 
+bool DataFolder::IsNew() const {
+  std::error_code error;
+  if (std::filesystem::status(root_, error).type() == std::filesystem::file_type::not_found) return true;
+  for (const auto& entry : std::filesystem::directory_iterator(root_, error)) {
+    const auto name = entry.path().filename();
+    if (name != "lost+found" && name != "office.txt.part") return false;
+  }
+  return !error;  // a folder that cannot be looked into may hold anything
+}
+
 void DataFolder::Create() const {
   for (const auto& folder : {root_, Templates(), Printed(), Config(), Work()}) {
     std::error_code error;

@@ -7,6 +7,7 @@ namespace host {
 
 /// Where everything of one user lies: settings, reference database, templates, the server's data, prints.
 ///
+///     office.txt            what the folder is: the mark that `init` leaves
 ///     settings.ini          what the office has set for this user
 ///     reference.db          code tables, letter definitions, template versions
 ///     templates/            the local copies of the letter templates
@@ -25,6 +26,7 @@ class DataFolder {
   static DataFolder OfUser();
 
   const std::filesystem::path& root() const { return root_; }
+  std::filesystem::path Mark() const { return root_ / "office.txt"; }
   std::filesystem::path Settings() const { return root_ / "settings.ini"; }
   std::filesystem::path ReferenceDatabase() const { return root_ / "reference.db"; }
   std::filesystem::path Templates() const { return root_ / "templates"; }
@@ -36,6 +38,9 @@ class DataFolder {
 
   /// Makes the folders that are missing. Throws Failure kPermissionDenied or kUnavailable naming the folder.
   void Create() const;
+  /// Whether there is nothing yet, neither an office nor anything else: no folder, or an empty one. What a
+  /// new disk brings along does not count.
+  bool IsNew() const;
   /// Whether `init` has been here.
   bool IsPrepared() const { return std::filesystem::exists(Settings()); }
 

@@ -7,18 +7,20 @@
 #include <QString>
 
 #include "platform/failure.h"
+#include "platform/text.h"
 
 namespace host {
 namespace {
 
 using platform::Failure;
 
-constexpr std::string_view kDemoSettings = R"(; Settings of one user. Lines that start with ; are comments.
+// {user} is the demo user, or nobody yet.
+constexpr std::string_view kFirstSettings = R"(; Settings of one user. Lines that start with ; are comments.
 ; Both programs read this file when they start. A folder that is set to nothing lies in the data folder.
 
 [User]
 ; The officer's user id, sent with requests and stored as the last officer of a letter.
-Id=DEMO01
+Id={user}
 ; The region whose letters and templates are offered.
 Region=K1
 
@@ -58,30 +60,44 @@ std::string WithSeparator(const std::filesystem::path& folder) {
   return (folder / "").string();
 }
 
+std::string WhyNoSettings(const DataFolder& folder) {
+  const auto name = "\"" + folder.root().string() + "\"";
+  const auto mark = ReadOfficeMark(folder);
+  if (mark && !mark->is_whole) {
+    return "The data folder " + name + " is not ready yet. Let \"zemlo-letters init\" come to its end.";
+  }
+  if (folder.IsNew()) {
+    const auto init = [&](const std::string& kind) {
+      return "\"zemlo-letters init --" + kind + " --data " + folder.root().string() + "\"";
+    };
+    return "There is no office in the data folder " + name + ". " + init("demo") +
+           " makes one with invented customers, " + init("empty") + " one for your own.";
+  }
+  return "The settings file \"" + folder.Settings().string() +
+         "\" is missing from a folder that is in use. Make the disk it lies on available again, or restore "
+         "it from "
+         "a backup.";
+}
+
 }  // namespace
 
 SettingsFile::SettingsFile(const DataFolder& folder) : folder_(folder) {
   const auto file = folder_.Settings();
-  if (!std::filesystem::exists(file)) {
-    throw Failure(Failure::Kind::kNotFound,
-                  "The data folder \"" + folder_.root().string() +
-                      "\" has no settings. Run \"zemlo-letters init\" for it first.");
-  }
+  if (!std::filesystem::exists(file)) throw Failure(Failure::Kind::kNotFound, WhyNoSettings(folder_));
   file_ = std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat);
   if (file_->status() != QSettings::NoError) {
     throw Failure(Failure::Kind::kDamaged, "The settings file \"" + file.string() +
-                                               "\" cannot be read. Mend it, or move it away and run "
-                                               "\"zemlo-letters init\" again.");
+                                               "\" cannot be read. Correct it, or restore it from a backup.");
   }
 }
 
 SettingsFile::~SettingsFile() = default;
 
-void SettingsFile::CreateFor(const DataFolder& folder) {
+void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   if (folder.IsPrepared()) return;
   const auto part = folder.Settings().string() + ".part";
   std::ofstream file(part, std::ios::binary | std::ios::trunc);
-  file << kDemoSettings;
+  file << platform::ReplaceAll(kFirstSettings, "{user}", kind == OfficeKind::kDemo ? "DEMO01" : "");
   file.close();
   std::error_code error;
   if (file) std::filesystem::rename(part, folder.Settings(), error);

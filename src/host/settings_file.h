@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "host/data_folder.h"
+#include "host/office_mark.h"
 #include "platform/settings.h"
 
 class QSettings;
@@ -15,13 +15,14 @@ namespace host {
 /// Folders that are set to nothing lie in the data folder; relative ones start there.
 class SettingsFile : public platform::Settings, public platform::SettingsStore {
  public:
-  /// Throws Failure kNotFound where the folder has no settings (the message says to run `init`), kDamaged
-  /// where the file is no settings file.
+  /// Throws Failure kNotFound where the folder has no settings (the message tells a new folder, which `init`
+  /// prepares, from one that has lost them), kDamaged where the file is no settings file.
   explicit SettingsFile(const DataFolder& folder);
   ~SettingsFile() override;
 
-  /// Writes the demo user's settings with an explanation of each, unless there are settings already.
-  static void CreateFor(const DataFolder& folder);
+  /// Writes the first settings with an explanation of each, unless there are settings already: the demo
+  /// user's, or those of an office whose user is still to be entered.
+  static void CreateFor(const DataFolder& folder, OfficeKind kind);
 
   std::string UserId() const override;
   std::string Region() const override;

@@ -60,8 +60,9 @@ void RequireOurSchema(SqliteConnection& connection) {
 std::unique_ptr<SqliteConnection> Open(const std::filesystem::path& file) {
   std::error_code unreachable;
   if (!std::filesystem::exists(file, unreachable)) {
-    throw Failure(Failure::Kind::kNotFound, "The reference database \"" + file.string() + "\" is missing. " +
-                                                std::string(kHowToMakeIt));
+    throw Failure(Failure::Kind::kNotFound, "The reference database \"" + file.string() +
+                                                "\" is missing. Make the disk it lies on available again, or "
+                                                "restore it from a backup.");
   }
   try {
     auto connection = std::make_unique<SqliteConnection>(file, SqliteConnection::Mode::kReadOnly);

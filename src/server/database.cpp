@@ -76,8 +76,9 @@ QSqlDatabase Connection(const std::string& name) {
 Database::Database(const std::filesystem::path& file, Opening opening, const Dialect& dialect)
     : dialect_(dialect), name_(NewConnectionName()) {
   if (opening == Opening::kExisting && !std::filesystem::exists(file)) {
-    throw Failure(Failure::Kind::kNotFound, "There is no server data at \"" + file.string() +
-                                                "\". Make it with \"zemlo-letters init\".");
+    throw Failure(Failure::Kind::kNotFound, "The server's database \"" + file.string() +
+                                                "\" is missing. Make the disk it lies on available again, or "
+                                                "restore it from a backup.");
   }
   try {
     auto connection =

@@ -112,7 +112,7 @@ void RequireAtLeast(int least, int number, const std::string& things) {
 }  // namespace
 
 void CreateServerData(const InitOptions& options) {
-  RequireAtLeast(1, options.customers, "customers");
+  RequireAtLeast(options.letters > 0 ? 1 : 0, options.customers, "customers");
   RequireAtLeast(0, options.letters, "letters");
   try {
     platform::While("making the server's data", [&] { CreateOrUpdate(options); });

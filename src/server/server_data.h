@@ -10,21 +10,21 @@ struct InitOptions {
   std::filesystem::path data_folder;
   std::filesystem::path
       product_data_folder;  ///< what the product comes with: reference/, server/, templates/
-  int customers = 300;
-  int letters = 0;  ///< in the history
+  int customers = 300;      ///< invented; 0 for an office that brings its own
+  int letters = 0;          ///< in their history
   platform::Date today;
 };
 
-/// Makes the server's data in a data folder: its database with demo customers, letter definitions and a
-/// letter history, and its template folder.
+/// Makes the server's data in a data folder: its database with letter definitions, counties, the office's
+/// address, demo customers and a letter history, and its template folder.
 ///
 /// May be called again and again: data that are there stay, template files that are missing are copied, and
 /// letter definitions are read again when the product's have changed. Interrupted, it leaves nothing that a
 /// program would take for data. Two programs may call it at once; one of them makes the data.
 ///
 /// Throws Failure kDamaged or kNotFound naming what is wrong with the product's files, kRefused for a number
-/// of customers below 1 or of letters below 0, kUnavailable or kPermissionDenied for a folder that cannot be
-/// written to.
+/// of customers or letters below 0, and for letters without customers, kUnavailable or kPermissionDenied for
+/// a folder that cannot be written to.
 void CreateServerData(const InitOptions& options);
 
 }  // namespace server

@@ -23,7 +23,7 @@ TEST(WrongUsage, EveryCommandSaysWhatIsWrongAndHasAHelp) {
                                              {"letter", "--type", "101"},
                                              {"bookmarks"},
                                              {"merge", "a"},
-                                             {"init", "--customers", "none"}}) {
+                                             {"init", "--demo", "--customers", "none"}}) {
     EXPECT_EQ(RunLetters(words).status, 2) << testing::PrintToString(words);
   }
 }
@@ -44,15 +44,6 @@ TEST(TemplateCheck, ATemplateCheckedAgainstAnotherLetterEndsWithStatusOne) {
   EXPECT_THAT(run.out, HasSubstr("\"bookmark\": \"PARA_FREE_TEXT\""));
   EXPECT_THAT(RunLetters({"bookmarks", "--type", "999", file}).err,
               HasSubstr("There is no letter type \"999\""));
-}
-
-TEST(UnpreparedFolder, TheMessageSaysToRunInit) {
-  const TemporaryFolder folder;
-  for (const std::string command : {"types", "customers"}) {
-    const auto run = RunLetters({command, "--data", folder.path().string()});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.err, HasSubstr("init")) << command;
-  }
 }
 
 TEST_F(PreparedOffice, RefusesWithTheSystemsOwnMessages) {

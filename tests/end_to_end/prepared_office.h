@@ -13,7 +13,7 @@ namespace tests {
 class PreparedOffice : public testing::Test {
  protected:
   PreparedOffice() {
-    const auto init = RunLetters({"init", "--data", data_.path().string(), "--letters", "0"});
+    const auto init = RunLetters({"init", "--demo", "--data", data_.path().string(), "--letters", "0"});
     EXPECT_EQ(init.status, 0) << init.err;
   }
 

@@ -52,5 +52,15 @@ TEST(DataFolder, NamesTheFolderItCannotMake) {
   }
 }
 
+TEST(DataFolder, IsNewUntilSomethingLiesInIt) {
+  const tests::TemporaryFolder folder;
+  EXPECT_TRUE(DataFolder(folder / "absent").IsNew());
+  std::filesystem::create_directory(folder / "lost+found");
+  EXPECT_TRUE(DataFolder(folder.path()).IsNew()) << "a disk just made";
+  tests::WriteFile(folder / "letter.pdf", "");
+  EXPECT_FALSE(DataFolder(folder.path()).IsNew());
+  EXPECT_FALSE(DataFolder(folder / "letter.pdf").IsNew());
+}
+
 }  // namespace
 }  // namespace host

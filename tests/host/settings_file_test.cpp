@@ -14,7 +14,7 @@ using tests::WriteFile;
 TEST(SettingsFile, TheDemoUsersSettingsStandInTheDataFolder) {
   const TemporaryFolder folder;
   const DataFolder data(folder.path());
-  SettingsFile::CreateFor(data);
+  SettingsFile::CreateFor(data, OfficeKind::kDemo);
   const SettingsFile settings(data);
   EXPECT_EQ(settings.UserId(), "DEMO01");
   EXPECT_EQ(settings.Region(), "K1");
@@ -33,7 +33,7 @@ TEST(SettingsFile, WhatTheOfficeHasSetIsKeptAndRead) {
             "[User]\nId=OFFICER É\nRegion=\" k2 \"\n[Folders]\nTemplates=/srv/letters\nPrinted=out\n"
             "[Printing]\nPrinter=Room 12\n[DMVKorvadsk]\nSystem\\DontPrint=Y\n");
   const DataFolder data(folder.path());
-  SettingsFile::CreateFor(data);
+  SettingsFile::CreateFor(data, OfficeKind::kDemo);
   const SettingsFile settings(data);
   EXPECT_EQ(settings.UserId(), "OFFICER É");
   EXPECT_EQ(settings.Region(), " k2 ");
@@ -52,6 +52,13 @@ TEST(SettingsFile, AFolderWithoutSettingsSaysWhatToDo) {
     EXPECT_THAT(failure.description(), testing::HasSubstr("zemlo-letters init"));
     EXPECT_THAT(failure.description(), testing::HasSubstr(folder.path().string()));
   }
+}
+
+TEST(SettingsFile, AnOfficeStartsWithoutAUser) {
+  const TemporaryFolder folder;
+  const DataFolder data(folder.path());
+  SettingsFile::CreateFor(data, OfficeKind::kOwn);
+  EXPECT_EQ(SettingsFile(data).UserId(), "");
 }
 
 }  // namespace

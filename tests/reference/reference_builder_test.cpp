@@ -100,7 +100,7 @@ TEST_F(ReferenceBuilder, ReplacesTheFileUnderAReaderWithoutDisturbingIt) {
 TEST_F(ReferenceBuilder, AMissingOrDamagedDatabaseIsNamedWithTheWayOut) {
   const auto read = [this] { reference::ReferenceDatabase(database_file_, clock).Select("select 1"); };
   ExpectFailure(Failure::Kind::kNotFound, database_file_.string() + "\" is missing", read);
-  ExpectFailure(Failure::Kind::kNotFound, "Run \"zemlo-letters init\"", read);
+  ExpectFailure(Failure::Kind::kNotFound, "restore it from a backup", read);
   fs::create_directories(database_file_.parent_path());
   for (const auto* const content : {"", "this is no database at all, whatever its name may say of it"}) {
     std::ofstream(database_file_) << content;

@@ -113,11 +113,11 @@ TEST_F(Requests, AMessageThatCannotBeReadIsAnsweredToo) {
   EXPECT_EQ(LettersRecorded(), 0);
 }
 
-TEST_F(Requests, WithoutDataTheAnswerSaysHowToMakeThem) {
+TEST_F(Requests, WithoutDataTheAnswerNamesTheFileUntilItIsThere) {
   const tests::TemporaryFolder empty;
   server::RequestProcessor processor(empty.path(), clock_);
   EXPECT_THAT(server::ReadReply(processor.Answer(WireText(Fetch("1")))).error,
-              HasSubstr("zemlo-letters init"));
+              HasSubstr(server::DatabaseFile(empty.path()).string() + "\" is missing"));
   tests::PrepareData(empty.path());
   EXPECT_THAT(server::ReadReply(processor.Answer(WireText(Fetch("1")))).error,
               HasSubstr("There is no letter"));

@@ -158,7 +158,7 @@ TEST(CustomerDirectory, ListsWhatAPanelShows) {
   EXPECT_EQ(listing.FuelTax, "6200010000701");
 }
 
-TEST(CustomerDirectory, WithoutDataSaysHowToMakeThem) {
+TEST(CustomerDirectory, WithoutDataRefuses) {
   const tests::TemporaryFolder folder;
   EXPECT_THROW(server::CustomerDirectory(folder.path()), platform::Failure);
 }

@@ -3,10 +3,12 @@
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
+#include "apps/letters/init_plan.h"
 #include "apps/product_files.h"
 #include "host/disk_files.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
+#include "platform/file_access.h"
 #include "reference/reference_builder.h"
 #include "server/server_data.h"
 
@@ -24,14 +26,37 @@ void CopyLetterhead(const std::filesystem::path& product, const host::DataFolder
   host::DiskFiles().CopyFile((product / "templates" / "kvcorr.dot").string(), target.string());
 }
 
+std::string InitOptionFault(const CommandLine& line) {
+  const bool demo = line.IsSet("demo");
+  const bool empty = line.IsSet("empty");
+  if (demo && empty) return "--demo and --empty do not go together.";
+  if (empty && (line.IsSet("customers") || line.IsSet("letters")))
+    return "--customers and --letters go with --demo, not with --empty.";
+  if (demo || empty || !line.Data().IsNew()) return "";
+  return "\"" + line.Data().root().string() +
+         "\" is a new data folder. Say --demo for invented customers and letters to try things on, or "
+         "--empty for "
+         "an office's own data.";
+}
+
+std::optional<host::OfficeKind> AskedKind(const CommandLine& line) {
+  if (line.IsSet("demo")) return host::OfficeKind::kDemo;
+  return line.IsSet("empty") ? std::optional(host::OfficeKind::kOwn) : std::nullopt;
+}
+
 }  // namespace
 
 int RunInit(const QStringList& words) {
-  CommandLine line("init", "Prepares a data folder with demo data; one that is ready is left as it is");
+  CommandLine line(
+      "init",
+      "Prepares a new data folder; brings one that is ready up to date and leaves its data as they are");
   line.DataOption()
-      .Option("customers", "N", "How many demo customers (default: 300, or one for 20 letters).")
-      .Option("letters", "N", "How many letters their history has (default: 5000).");
+      .Option("demo", "", "Makes a new folder with invented customers and letters, to try things on.")
+      .Option("empty", "", "Makes a new folder without customers, for an office's own data.")
+      .Option("customers", "N", "With --demo: how many customers (default: 300, or one for 20 letters).")
+      .Option("letters", "N", "With --demo: how many letters their history has (default: 5000).");
   if (const auto status = line.Parse(words)) return *status;
+  if (const auto fault = InitOptionFault(line); !fault.empty()) return line.WrongUsage(fault);
   const auto letters = line.IsSet("letters") ? line.Number("letters", 0) : kDemoLetters;
   if (!letters)
     return line.WrongUsage("--letters takes a number from 0 up, not \"" + line.Value("letters") + "\".");
@@ -41,12 +66,18 @@ int RunInit(const QStringList& words) {
     return line.WrongUsage("--customers takes a number from 1 up, not \"" + line.Value("customers") + "\".");
 
   const auto folder = line.Data();
+  const auto plan = PlanInit(folder, AskedKind(line));
   const auto product = ProductDataFolder();
+  platform::MakeFolder(folder.root());
+  if (plan.is_new) host::LeaveOfficeMark(folder, {.kind = plan.kind, .is_whole = false});
   folder.Create();
   reference::CreateReferenceDatabase(product, folder.ReferenceDatabase());
-  server::CreateServerData({folder.root(), product, *customers, *letters, host::SystemClock().Today()});
+  const bool is_demo = plan.kind == host::OfficeKind::kDemo;
+  server::CreateServerData({folder.root(), product, is_demo ? *customers : 0, is_demo ? *letters : 0,
+                            host::SystemClock().Today()});
   CopyLetterhead(product, folder);
-  host::SettingsFile::CreateFor(folder);  // last: with it the folder counts as prepared
+  host::SettingsFile::CreateFor(folder, plan.kind);
+  host::LeaveOfficeMark(folder, {.kind = plan.kind});  // last: from here on what is missing is a loss
   std::cout << "The data folder is ready: " << folder.root().string() << '\n';
   return kDone;
 }

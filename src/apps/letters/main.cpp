@@ -19,7 +19,7 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"init", "Prepares a data folder with demo data", apps::RunInit},
+    {"init", "Prepares a data folder", apps::RunInit},
     {"customers", "Lists customers", apps::RunCustomers},
     {"types", "Lists the letter types", apps::RunTypes},
     {"letter", "Produces a letter", apps::RunLetter},

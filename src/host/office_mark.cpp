@@ -1,0 +1,46 @@
+#include "host/office_mark.h"
+
+#include <cerrno>
+#include <fstream>
+#include <string>
+
+#include "platform/file_access.h"
+#include "platform/file_failure.h"
+
+namespace host {
+namespace {
+
+constexpr auto kExplanation =
+    "# Left by \"zemlo-letters init\", to say what this folder is. Leave it here.\n";
+constexpr auto kDemoWord = "demo";
+constexpr auto kOwnWord = "office";
+constexpr auto kUnfinished = ", unfinished";
+
+}  // namespace
+
+std::optional<OfficeMark> ReadOfficeMark(const DataFolder& folder) {
+  if (!std::filesystem::exists(folder.Mark())) return std::nullopt;
+  std::ifstream file(folder.Mark());
+  std::string line;
+  while (std::getline(file, line) && line.starts_with('#')) {
+  }
+  return OfficeMark{.kind = line.starts_with(kDemoWord) ? OfficeKind::kDemo : OfficeKind::kOwn,
+                    .is_whole = !line.ends_with(kUnfinished)};
+}
+
+void LeaveOfficeMark(const DataFolder& folder, const OfficeMark& mark) {
+  auto part = folder.Mark();
+  part += ".part";
+  errno = 0;
+  std::ofstream file(part, std::ios::binary | std::ios::trunc);
+  file << kExplanation << (mark.kind == OfficeKind::kDemo ? kDemoWord : kOwnWord)
+       << (mark.is_whole ? "" : kUnfinished) << '\n';
+  file.close();
+  if (!file) throw platform::FileFailure("could not be written", part, errno);
+  platform::Protect(part);
+  std::error_code error;
+  std::filesystem::rename(part, folder.Mark(), error);
+  if (error) throw platform::FileFailure("could not be written", folder.Mark(), error.value());
+}
+
+}  // namespace host

@@ -1,0 +1,107 @@
+#include <gmock/gmock.h>
+
+#include "tests/end_to_end/prepared_office.h"
+
+namespace tests {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+Outcome Init(const std::filesystem::path& folder, const std::vector<std::string>& words) {
+  auto all = words;
+  all.insert(all.begin(), {"init", "--data", folder.string()});
+  return RunLetters(all);
+}
+
+TEST(Init, ANewFolderIsMadeOnlyInSoManyWords) {
+  const TemporaryFolder folder;
+  const auto fresh = folder / "new";
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{}, {"--demo", "--empty"}, {"--empty", "--customers", "3"}}) {
+    const auto run = Init(fresh, words);
+    EXPECT_EQ(run.status, 2) << testing::PrintToString(words);
+    EXPECT_THAT(run.err, AllOf(HasSubstr("--demo"), HasSubstr("--empty")));
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+  }
+  const auto types = RunLetters({"types", "--data", fresh.string()});
+  EXPECT_EQ(types.status, 1);
+  EXPECT_THAT(types.err,
+              AllOf(HasSubstr(fresh.string()), HasSubstr("init --demo"), HasSubstr("init --empty")));
+  EXPECT_FALSE(std::filesystem::exists(fresh));
+}
+
+TEST(Init, AnEmptyOfficeHasLettersToMakeAndNobodyToWriteTo) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(Init(folder / "office", {"--empty"}).status, 0);
+  const auto data = (folder / "office").string();
+  EXPECT_THAT(RunLetters({"customers", "--data", data, "--json"}).out, Not(HasSubstr("100001")));
+  EXPECT_THAT(RunLetters({"types", "--data", data}).out, HasSubstr("Certificate of Tax Liability"));
+  EXPECT_THAT(ReadFile(folder / "office/settings.ini"), Not(HasSubstr("DEMO01")));
+  EXPECT_EQ(Init(folder / "office", {}).status, 0);
+
+  const auto demo = Init(folder / "office", {"--demo"});
+  EXPECT_EQ(demo.status, 1);
+  EXPECT_THAT(demo.err, HasSubstr("an office's own data"));
+  EXPECT_THAT(RunLetters({"customers", "--data", data, "--json"}).out, Not(HasSubstr("100001")));
+}
+
+TEST(Init, GoesOnWhereItWasInterrupted) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "office.txt", "# an explanation\ndemo, unfinished\n");
+  std::filesystem::create_directories(folder / "server");
+  WriteFile(folder / "server/server.db.new", "half a database");
+  EXPECT_THAT(RunLetters({"types", "--data", folder.path().string()}).err, HasSubstr("not ready yet"));
+  EXPECT_EQ(Init(folder.path(), {"--letters", "0"}).status, 0);
+  EXPECT_THAT(RunLetters({"customers", "--data", folder.path().string()}).out, HasSubstr("100001"));
+  EXPECT_THAT(ReadFile(folder / "office.txt"), testing::EndsWith("\ndemo\n"));
+}
+
+TEST(Init, AFolderFullOfSomethingElseIsLeftAlone) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "thesis.odt", "");
+  const auto run = Init(folder.path(), {"--demo"});
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.err, HasSubstr("is no office's"));
+  EXPECT_EQ(FilesIn(folder.path()).size(), 1u);
+}
+
+// A disk that was not mounted led to 300 invented customers in an office's folder.
+TEST_F(PreparedOffice, ALostDatabaseIsNamedAndNeverMadeAnew) {
+  const auto database = data_ / "server/server.db";
+  std::filesystem::rename(data_ / "server", data_ / "elsewhere");
+  std::filesystem::create_directories(data_ / "server");
+  for (const std::vector<std::string>& words :
+       std::vector<std::vector<std::string>>{{}, {"--demo"}, {"--empty"}}) {
+    const auto run = Init(data_.path(), words);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, AllOf(HasSubstr(database.string()), HasSubstr("has held an office's data")));
+    EXPECT_FALSE(std::filesystem::exists(database));
+  }
+  for (const auto& run : {Letters("types", {}), Letters("customers", {}), PrintLetterFor("100001")}) {
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, AllOf(HasSubstr(database.string()), Not(HasSubstr("init"))));
+  }
+  // The mark alone tells as much.
+  for (const auto& file : FilesIn(data_.path()))
+    if (file.filename() != "office.txt") std::filesystem::remove_all(file);
+  EXPECT_THAT(Init(data_.path(), {"--demo"}).err, HasSubstr(database.string()));
+  EXPECT_THAT(Letters("types", {}).err, AllOf(HasSubstr("settings.ini"), Not(HasSubstr("init"))));
+}
+
+TEST_F(PreparedOffice, AFolderOfAnEarlierProgramIsADemoWhileItsUserIs) {
+  std::filesystem::remove(data_ / "office.txt");
+  EXPECT_EQ(Letters("init", {"--demo"}).status, 0);
+  EXPECT_TRUE(std::filesystem::exists(data_ / "office.txt"));
+
+  std::filesystem::remove(data_ / "office.txt");
+  WriteFile(data_ / "settings.ini", "[User]\nId=OFFICER7\nRegion=K1\n");
+  EXPECT_EQ(Letters("init", {"--demo"}).status, 1);
+  EXPECT_EQ(Letters("init", {}).status, 0);
+  EXPECT_THAT(ReadFile(data_ / "office.txt"), testing::EndsWith("\noffice\n"));
+}
+
+}  // namespace
+}  // namespace tests
