@@ -10,6 +10,7 @@
 #include "platform/record_layouts.h"
 #include "platform/text.h"
 #include "platform/xml.h"
+#include "server/letter_subject.h"
 #include "server/stored_context.h"
 #include "server/stored_explanations.h"
 
@@ -84,18 +85,26 @@ bool IsFailure(std::string_view status) {
   return std::ranges::find(kFailures, status) != kFailures.end();
 }
 
-void RequireRow(Exchange& exchange, const std::string& statement, const std::vector<Value>& values,
-                const std::string& missing) {
-  if (!exchange.database.Select(statement, values)->IsEmpty()) return;
+/// The row that the statement finds; `missing` is the refusal where it finds none.
+std::shared_ptr<RecordSet> RequireRow(Exchange& exchange, const std::string& statement,
+                                      const std::vector<Value>& values, const std::string& missing) {
+  auto rows = exchange.database.Select(statement, values);
+  if (!rows->IsEmpty()) return rows;
   throw Failure(Failure::Kind::kNotFound, missing);
 }
 
-void CheckContext(const std::string& context) {
+/// A letter is recorded with its own data and its own customer, or not at all.
+void CheckContext(const std::string& context, const std::string& customer) {
   const auto document = platform::While("reading the letter's context",
                                         [&] { return platform::XmlDocument::Parse(context).OrFail(); });
-  if (document.Root().Name() == "XML_CONTEXT") return;
-  throw Failure(Failure::Kind::kRefused, "The letter's context begins with the element \"" +
-                                             document.Root().Name() + "\"; it has to be XML_CONTEXT.");
+  if (document.Root().Name() != "XML_CONTEXT") {
+    throw Failure(Failure::Kind::kRefused, "The letter's context begins with the element \"" +
+                                               document.Root().Name() + "\"; it has to be XML_CONTEXT.");
+  }
+  const auto named = std::string(platform::Trim(document.FirstByTagName("CUST_ID").Text()));
+  if (named.empty() || customer.empty() || named == customer) return;
+  throw Failure(Failure::Kind::kRefused, "The letter's context is that of the customer \"" + named +
+                                             "\", the letter is recorded for \"" + customer + "\".");
 }
 
 void CheckNewLetter(Exchange& exchange, const GivenLetter& letter) {
@@ -112,13 +121,15 @@ void CheckNewLetter(Exchange& exchange, const GivenLetter& letter) {
                "There is no customer \"" + customer + "\".");
   }
   if (!form.empty()) {
-    RequireRow(exchange, "SELECT 1 FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
-               {letter.Text("FORM_TYP_CD"), form},
-               "There is no form \"" + form + "\" of type \"" + letter.Text("FORM_TYP_CD") + "\".");
+    const auto owner =
+        RequireRow(exchange, "SELECT CUST_ID FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
+                   {letter.Text("FORM_TYP_CD"), form},
+                   "There is no form \"" + form + "\" of type \"" + letter.Text("FORM_TYP_CD") + "\".");
+    RequireOwner(exchange.database, form, owner->FirstText(), customer);
   }
   if (letter.Status().empty())
     throw Failure(Failure::Kind::kRefused, "The letter came without a PRNT_STTS_CD.");
-  CheckContext(letter.Context());
+  CheckContext(letter.Context(), customer);
 }
 
 /// The columns of the county that the letter belongs to; nulls where it has none or an unknown one.

@@ -50,6 +50,13 @@ struct Input {
   std::string check_digit;
 };
 
+std::string KnownCustomer(Database& database, const std::string& id) {
+  const auto customer = FindCustomer(database, id);
+  const auto name = customer.business_name.empty() ? customer.first_name + " " + customer.last_name
+                                                   : customer.business_name;
+  return platform::Quoted(id) + ", " + std::string(platform::Trim(name));
+}
+
 /// The form, and the customer it belongs to.
 std::pair<Form, std::string> FindForm(Database& database, const Input& input) {
   if (input.type.empty()) {
@@ -140,6 +147,14 @@ bool Address::IsPostOfficeBox() const {
   return letters.starts_with("POBOX");
 }
 
+void RequireOwner(Database& database, const std::string& form, const std::string& owner,
+                  const std::string& customer) {
+  if (customer.empty() || customer == owner) return;
+  throw Failure(Failure::Kind::kRefused, "The form " + platform::Quoted(form) + " belongs to the customer " +
+                                             KnownCustomer(database, owner) + ", not to " +
+                                             KnownCustomer(database, customer) + ".");
+}
+
 LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type) {
   const Input input(*exchange.request.Rows("XML_CONTEXT_INPUT"));
   if (input.customer.empty() && input.number.empty()) {
@@ -155,10 +170,7 @@ LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_ty
   auto customer = input.customer;
   if (!input.number.empty()) {
     auto [form, owner] = FindForm(exchange.database, input);
-    if (!customer.empty() && customer != owner) {
-      throw Failure(Failure::Kind::kRefused,
-                    "The form \"" + form.number + "\" does not belong to the customer \"" + customer + "\".");
-    }
+    RequireOwner(exchange.database, form.number, owner, customer);
     customer = owner;
     subject.form = std::move(form);
   }

@@ -78,6 +78,10 @@ struct LetterSubject {
 
 /// Throws Failure kNotFound where there is none.
 Customer FindCustomer(Database& database, const std::string& id);
+/// That a form of `owner` is not sent to another customer; "" is nobody. Throws Failure kRefused with both
+/// names, kNotFound where there is no such customer.
+void RequireOwner(Database& database, const std::string& form, const std::string& owner,
+                  const std::string& customer);
 /// Those of the form; without one, of all the customer's forms. The oldest first.
 std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& customer,
                                    const std::optional<Form>& form);

@@ -81,7 +81,7 @@ TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {
       PrintedLetter("m-1", {{"XML_CONTEXT",
                              "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\" RawValue=\"2026-11-22\""
                              " V_EnglishDesc=\"Its day\" V_ExplainState=\"As it was.\">x</LTR_DT>"
-                             "<CUST_ID State=\"40804\" Err=\"80\">1</CUST_ID></XML_CONTEXT>"}}));
+                             "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID></XML_CONTEXT>"}}));
   const auto stored = [&](const char* descriptors, const char* states) {
     auto question = Fetch("1");
     question.keys.insert(question.keys.end(),
@@ -90,13 +90,29 @@ TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {
   };
   EXPECT_EQ(stored("N", "N"),
             "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\">x</LTR_DT>"
-            "<CUST_ID State=\"40804\" Err=\"80\">1</CUST_ID></XML_CONTEXT>");
+            "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID></XML_CONTEXT>");
   EXPECT_THAT(stored("Y", "N"),
               testing::AllOf(HasSubstr("\"Its day\""), HasSubstr("\"Customer number\""),
                              HasSubstr("RawValue"), testing::Not(HasSubstr("V_ExplainState"))));
   EXPECT_THAT(stored("N", "Y"),
               testing::AllOf(HasSubstr("Changes from day to day."), HasSubstr("left out by the user"),
                              HasSubstr("The input is not one"), testing::Not(HasSubstr("V_EnglishDesc"))));
+}
+
+// A warrant against one customer could be recorded for another one.
+TEST_F(LetterHistory, ALetterIsRecordedForItsOwnCustomerOnly) {
+  const fakes::Row about_a_form = {{"FORM_NBR", "3100004"}, {"FORM_TYP_CD", "C"}};  // of 100001
+  auto of_another = about_a_form;
+  of_another.emplace_back("CUST_ID", "100002");
+  of_another.emplace_back("XML_CONTEXT", "<XML_CONTEXT><CUST_ID>100002</CUST_ID></XML_CONTEXT>");
+  EXPECT_THAT(
+      Ask(PrintedLetter("m-1", of_another)).error,
+      HasSubstr("\"3100004\" belongs to the customer \"100001\", Prairie Lantern Fuel Supply LLC, not "
+                "to \"100002\", Hattie Merriweather."));
+  EXPECT_THAT(Ask(PrintedLetter("m-2", {{"CUST_ID", "100002"}})).error,
+              HasSubstr("is that of the customer \"100001\", the letter is recorded for \"100002\""));
+  EXPECT_EQ(LettersRecorded(), 0);
+  EXPECT_EQ(Recorded(PrintedLetter("m-3", about_a_form))->Text("FORM_NBR"), "3100004");
 }
 
 TEST_F(LetterHistory, AnUpdateBringsTheNextLettersContext) {

@@ -78,7 +78,7 @@ std::vector<WrongInput> WrongInputs() {
        "check digit \"1\""},
       {"another customer's form",
        context("110", {{"CUST_ID", "100002"}, {"FORM_NBR", "3100004"}, {"FORM_TYP_CD", "C"}}),
-       "does not belong to the customer \"100002\""},
+       "belongs to the customer \"100001\", Prairie Lantern Fuel Supply LLC, not to \"100002\""},
       {"neither customer nor form", context("101", {{"FORM_TYP_CD", "C"}}), "neither a customer nor a form"},
       {"an action nobody knows", letter_with("ACTION", "DEL"), "action \"DEL\""},
       {"a bad time", letter_with("LST_PRNT_TS", "2026-02-30 10.00.00"), "2026-02-30 10.00.00"},
