@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 
+#include "customers/context_customer.h"
 #include "customers/customer_record.h"
 #include "customers/display_encoders.h"
 #include "platform/identity.h"
@@ -109,30 +110,21 @@ void CustomerInquiry::FillCustFromLetter() {
 void CustomerInquiry::ShowContext(const std::string& context) {
   const auto document = platform::While("reading the customer of a letter",
                                         [&] { return platform::XmlDocument::Parse(context).OrFail(); });
+  const auto named = ReadContextCustomer(document);
   auto& customer = uses_.customer;
-  if (const auto name = document.FirstByTagName("CUSTOMER_NAME")) {
-    customer.CustomerName = name.Text();
+  if (named.name) {
+    customer.CustomerName = *named.name;
     uses_.panel.name.SetCaption(customer.CustomerName);
   }
-  if (const auto id = document.FirstByTagName("CUST_ID")) {
-    customer.CustomerId = id.Text();
+  if (named.id) {
+    customer.CustomerId = *named.id;
     uses_.panel.customer_id.SetCaption(customer.CustomerId);
   }
-  if (const auto address = document.FirstByTagName("CUSTOMER_ADDR")) {
-    ShowAddress(address.Text());
+  if (named.address) {
+    ShowContextAddress(*named.address, customer, uses_.panel);
   } else {
     AskServer();
   }
-}
-
-// The last line is the city line.
-void CustomerInquiry::ShowAddress(const std::string& address) {
-  auto& customer = uses_.customer;
-  const auto line_feed = address.rfind('\n');
-  customer.CustomerAddr1 = address.substr(0, line_feed);
-  if (line_feed != std::string::npos) customer.CustomerCityLine = address.substr(line_feed + 1);
-  uses_.panel.address.SetCaption(customer.CustomerAddr1);
-  uses_.panel.city_line.SetCaption(customer.CustomerCityLine);
 }
 
 void CustomerInquiry::AskServer() {

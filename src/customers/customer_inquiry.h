@@ -36,7 +36,6 @@ class CustomerInquiry {
   void TakeOver(const platform::RecordSet& rows);
   void Show();
   void ShowContext(const std::string& context);
-  void ShowAddress(const std::string& address);
   void AskServer();
 
   const Uses uses_;

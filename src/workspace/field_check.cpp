@@ -42,6 +42,13 @@ void FieldCheck::CheckEdit(PageIndex page) {
   });
 }
 
+void FieldCheck::EnableCreateLetter() {
+  platform::Trap(services_, "ZEMLO_Corresp.CheckEdit", [&] {
+    pages_.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(
+        std::ranges::none_of(CorrespondenceRules(), &Rule::broken));
+  });
+}
+
 std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
   auto& page = pages_.correspondence;
   const bool has_letter = !page.ZEMLO_LetterType.Code().empty();

@@ -18,6 +18,9 @@ class FieldCheck {
 
   /// Marks the fields that are wrong and enables "Create Letter", or the page's "Search", when none is.
   void CheckEdit(PageIndex page);
+  /// Enables "Create Letter" as CheckEdit does and leaves all marks: for a reply, which gives the command
+  /// back only where the page has what a letter needs.
+  void EnableCreateLetter();
   /// What the last check of that page found wrong, in the order of its rules. The user is not shown it: it
   /// says why a command is disabled.
   const std::vector<std::string>& messages(PageIndex page) { return messages_[page]; }

@@ -14,6 +14,9 @@ struct LetterData {
   std::string form_type = {};
   std::string form_number = {};
   std::string check_digit = {};
+  // Of the customer that the page showed when the letter was asked for.
+  std::string page_customer_id = {};
+  std::string page_customer_name = {};
 
   std::string context = {};  ///< the data context as XML; after bookmark entry as the user completed it
   std::string customer_id = {};

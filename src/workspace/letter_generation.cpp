@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/identity.h"
+#include "platform/text.h"
 #include "platform/xml.h"
 #include "workspace/address_status.h"
 #include "workspace/messaging/at_exit.h"
@@ -30,12 +31,15 @@ void LetterGeneration::SelectNewType() {
     const auto letter_type = WholeNumber<std::int32_t>("letter type", letter_code);
     const auto template_path = uses_.templates.GetTemplateFileName(letter_type);
     if (!RequireTemplate(template_path)) return;
+    const auto& shown = uses_.pages.correspondence.panel;
     uses_.letter = {.letter_type = letter_code,
                     .template_name = uses_.state.template_name,
                     .template_path = template_path,
                     .form_type = uses_.request.form_type,
                     .form_number = uses_.request.form_number,
-                    .check_digit = uses_.request.check_digit};
+                    .check_digit = uses_.request.check_digit,
+                    .page_customer_id = std::string(platform::Trim(shown.customer_id.caption())),
+                    .page_customer_name = shown.name.caption()};
 
     RequestDescription message{.type = 83,
                                .name = "XMLRequest",
@@ -87,9 +91,7 @@ void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
 
 void LetterGeneration::CreateNewCorrespondence() {
   constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
-  const AtExit enable(uses_.services, kProcedure, [this] {
-    uses_.pages.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(true);
-  });
+  const AtExit enable(uses_.services, kProcedure, [this] { uses_.field_check.EnableCreateLetter(); });
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
     uses_.letter.printed_from_entry_form = false;
     const auto context = Reply("XML_Context");
@@ -102,6 +104,7 @@ void LetterGeneration::CreateNewCorrespondence() {
     root.InitFromNode(document.Root());
     const auto history = Reply("CORRHIST");
     if (history != nullptr) TakeHistoryRow(*history);
+    if (!uses_.customer.Settle(uses_.letter, document)) return;
 
     if (!root.IsErroneous()) {
       FinishLetter(root, uses_.letter);

@@ -6,6 +6,8 @@
 #include "composition/node_state.h"
 #include "platform/record_set.h"
 #include "platform/services.h"
+#include "workspace/field_check.h"
+#include "workspace/letter_customer.h"
 #include "workspace/letter_data.h"
 #include "workspace/letter_forms.h"
 #include "workspace/letter_printing.h"
@@ -30,12 +32,14 @@ class LetterGeneration {
     LetterTemplates& templates;
     LetterForms& forms;
     LetterPrinting& printing;
+    LetterCustomer& customer;
+    FieldCheck& field_check;
   };
   explicit LetterGeneration(Uses uses) : uses_(uses) {}
 
   /// Asks for the data context of the chosen letter type; says so and stops where it has no template.
   void SelectNewType();
-  /// Takes the reply to that.
+  /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
   void CreateNewCorrespondence();
 
  private:

@@ -41,7 +41,7 @@ void LetterRequest::CreateLetter(const std::function<void()>& start) {
   bool ok = false;
   ValidateLetter("Create Letter", ok);
   if (!ok) return;
-  uses_.pages.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(true);
+  uses_.field_check.EnableCreateLetter();
   GetFormAndCheckDigit();
   start();
 }

@@ -167,6 +167,7 @@ TEST_F(LetterGenerationTest, LetsTheUserCompleteALetter) {
 
 TEST_F(LetterGenerationTest, RecordsNothingThatWasNotPrinted) {
   GivenTemplate("TAX110.docx");
+  PanelShowsCustomer("4711");
   UserAsksFor("110");
   auto& create = pages_.correspondence.OptOnline[CorrespondencePage::kCreateLetter];
   create.SetEnabled(false);

@@ -12,6 +12,7 @@
 #include "workspace/field_check.h"
 #include "workspace/form_type_filter.h"
 #include "workspace/history_record.h"
+#include "workspace/letter_customer.h"
 #include "workspace/letter_generation.h"
 #include "workspace/letter_printing.h"
 #include "workspace/letter_request.h"
@@ -106,8 +107,9 @@ class WorkspaceRoomTest : public testing::Test {
       {fakes_.services(), envelope_, *listener_, history_,
        [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
   PrintRun* run_ = nullptr;
-  LetterGeneration generation_{
-      {fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_, forms_, printing_}};
+  LetterCustomer letter_customer_{fakes_.services(), state_, customer_, pages_.correspondence};
+  LetterGeneration generation_{{fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_,
+                                forms_, printing_, letter_customer_, field_check_}};
 };
 
 }  // namespace workspace

@@ -20,8 +20,9 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       forms(services, data.state),
       printing(
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
+      letter_customer(services, data.state, data.customer, data.pages.correspondence),
       generation({services, data.state, data.request, data.letter, data.pages, envelope, templates, forms,
-                  printing}),
+                  printing, letter_customer, field_check}),
       bookmark_view(
           {services, data.state, data.letter, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
       stored_letters({services, data.state, data.letter, templates, printing}),
@@ -47,6 +48,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
 ReplyHandlers Parts::Handlers() {
   ReplyHandlers known;
   known.CreateNewCorrespondence = [this] { generation.CreateNewCorrespondence(); };
+  known.EnableCreateLetter = [this] { field_check.EnableCreateLetter(); };
   known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
   known.ViewBookMark = [this] { bookmark_view.ViewBookMark(); };

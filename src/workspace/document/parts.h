@@ -19,6 +19,7 @@
 #include "workspace/form_type_filter.h"
 #include "workspace/history_record.h"
 #include "workspace/history_search.h"
+#include "workspace/letter_customer.h"
 #include "workspace/letter_generation.h"
 #include "workspace/letter_printing.h"
 #include "workspace/letter_request.h"
@@ -52,6 +53,7 @@ struct Parts {
   HistoryRecord history;
   LetterDialogs forms;
   LetterPrinting printing;
+  LetterCustomer letter_customer;
   LetterGeneration generation;
   BookmarkView bookmark_view;
   StoredLetters stored_letters;

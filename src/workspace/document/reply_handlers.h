@@ -11,6 +11,8 @@ namespace workspace {
 /// Who handles what a reply brings. The document fills in what it has; an empty handler does nothing.
 struct ReplyHandlers {
   std::function<void()> CreateNewCorrespondence;
+  /// The reply to a request for a letter was an error: the page may ask again.
+  std::function<void()> EnableCreateLetter;
   std::function<void()> DecodeNetworkPath;
   std::function<void()> CopyTemplate;
   std::function<void(PageIndex page)> FillHistory;

@@ -57,11 +57,6 @@ class Steps {
   Step ReportCount() const {
     return [this_ = *this] { this_.SendCount(""); };
   }
-  Step EnableCreateLetter() const {
-    return [&pages = pages_] {
-      pages.correspondence.OptOnline[CorrespondencePage::kCreateLetter].SetEnabled(true);
-    };
-  }
   Step EnableLetterActions() const {
     return [&pages = pages_] { pages.tracking.letter_action.SetEnabled(true); };
   }
@@ -100,7 +95,7 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
       {"Batch_History", steps.Do(&Handlers::FillBatchHistory), Status::kSetByAction, none,
        steps.EnableBatchGrid()},
       {"XMLRequest", steps.Do(&Handlers::CreateNewCorrespondence), Status::kSetByAction,
-       steps.EnableCreateLetter(), none},
+       steps.Do(&Handlers::EnableCreateLetter), none},
       {"GetNetworkPath", steps.TakeTemplateFolder(), Status::kSetByAction, none, none},
       {"LetterAU", none, Status::kReadyWhenReprintIsOver, none, none},
       {"BatchAU", none, Status::kReady, none, none},

@@ -59,6 +59,119 @@ TEST_F(LetterRoad, TakesTheDocumentOfADocumentLetter) {
                           "FORM_TYP_CD=R"));
 }
 
+/// A letter about a form of customer 9000.
+class LetterAboutAForm : public LetterRoad {
+ protected:
+  static constexpr const char* kOfMilo =
+      "<XML_CONTEXT><CUST_ID>9000</CUST_ID><CUSTOMER_NAME>Milo Fenwright</CUSTOMER_NAME>"
+      "<CUSTOMER_ADDR>12 Main St\nLarkspur, KV 88312</CUSTOMER_ADDR></XML_CONTEXT>";
+
+  void UserAsksForTheFormsLetter() {
+    UserPicksLetterType("120");
+    UserPicksFormType("C");
+    UserTypesFormNumber("1234567-8");
+    UserClicksCreateLetter();
+  }
+  void ServerRepliesWithOwner(const std::string& context = kOfMilo) {
+    ServerRepliesWithContext(
+        context,
+        {{"CUST_ID", "9000"}, {"FORM_NBR", "1234567"}, {"FORM_CK_DGT_NBR", "8"}, {"FORM_TYP_CD", "C"}});
+  }
+  std::vector<std::string> Panel() const {
+    return {panel_.customer_id.caption(), panel_.name.caption(),  panel_.address.caption(),
+            panel_.city_line.caption(),   panel_.phone.caption(), panel_.fuel_tax_account.caption()};
+  }
+
+  CorrespondencePage& page_ = document_.pages().correspondence;
+  customers::CustomerPanel& panel_ = page_.panel;
+};
+
+// One wrong digit made a tax warrant against somebody else, while the page went on showing the first
+// customer.
+TEST_F(LetterAboutAForm, OfAnotherCustomerThanThePageShowsIsNotMadeWithoutAsking) {
+  document_.FillCustomerField({.CustID = "4711", .CUSTNAME = "ACME", .Phone = "555-0100"}, kPage);
+  UserAsksForTheFormsLetter();
+  const auto sent = fakes_.server.requests.size();
+  fakes_.host.user_at_message = [&](const auto&) { EXPECT_THAT(print_.calls, IsEmpty()); };
+  ServerRepliesWithOwner();
+  ASSERT_THAT(fakes_.host.messages, SizeIs(1));
+  const auto& question = fakes_.host.messages.front();
+  EXPECT_THAT(question.text, HasSubstr("Form \"1234567-8\" belongs to 9000 Milo Fenwright.\r\n"
+                                       "The page shows 4711 ACME.\r\n"));
+  EXPECT_EQ(question.icon, platform::MessageIcon::kQuestion);
+  EXPECT_EQ(question.buttons, platform::MessageButtons::kYesNo);
+  EXPECT_EQ(question.default_answer, platform::MessageAnswer::kNo);
+
+  EXPECT_THAT(print_.calls, IsEmpty());
+  EXPECT_EQ(fakes_.server.requests.size(), sent);
+  EXPECT_THAT(Panel(), ElementsAre("4711", "ACME", "", ",  ", "555-0100", ""));
+  EXPECT_TRUE(page_.txtFormNum.marked_invalid());
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_THAT(fakes_.status.reason, HasSubstr("No letter was made."));
+  EXPECT_TRUE(CanCreateLetter()) << "once the number is right";
+}
+
+TEST_F(LetterAboutAForm, IsMadeForItsOwnCustomerWhereTheUserSaysSo) {
+  document_.FillCustomerField({.CustID = "4711", .CUSTNAME = "ACME", .Phone = "555-0100"}, kPage);
+  UserAsksForTheFormsLetter();
+  fakes_.host.answers = {platform::MessageAnswer::kYes};
+  fakes_.host.user_at_message = [&](const auto&) { EXPECT_EQ(panel_.customer_id.caption(), "4711"); };
+  ServerRepliesWithOwner();
+  EXPECT_TRUE(print_.HasCalled("ShowPreview"));
+  EXPECT_THAT(Panel(), ElementsAre("9000", "Milo Fenwright", "12 Main St", "Larkspur, KV 88312", "", ""));
+  print_.UserPrints();
+  EXPECT_THAT(LastRequest().FindRecord("CORRHIST").Assigned(), Contains("CUST_ID=9000"));
+}
+
+TEST_F(LetterAboutAForm, AsksBeforeItShowsWhatIsWrongWithTheData) {
+  UserChoosesCustomer("4711");
+  UserAsksForTheFormsLetter();
+  ServerRepliesWithOwner("<XML_CONTEXT State=\"800000\"/>");
+  EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre(HasSubstr("belongs to 9000.")));
+  EXPECT_THAT(fakes_.host.shown_forms, IsEmpty());
+}
+
+TEST_F(LetterAboutAForm, ShowsTheFormsCustomerOnAPageThatShowsNone) {
+  UserAsksForTheFormsLetter();
+  const auto first = panel_.customer_id.LookChanged.Connect([&] { EXPECT_THAT(print_.calls, IsEmpty()); });
+  ServerRepliesWithOwner();
+  EXPECT_THAT(fakes_.host.messages, IsEmpty());
+  EXPECT_TRUE(print_.HasCalled("ShowPreview"));
+  EXPECT_THAT(Panel(), ElementsAre("9000", "Milo Fenwright", "12 Main St", "Larkspur, KV 88312", "", ""));
+}
+
+TEST_F(LetterAboutAForm, OfThePagesCustomerAsksNothing) {
+  document_.FillCustomerField({.CustID = "9000", .CUSTNAME = "MILO", .Phone = "555-0100"}, kPage);
+  UserAsksForTheFormsLetter();
+  ServerRepliesWithOwner();
+  EXPECT_THAT(fakes_.host.messages, IsEmpty());
+  EXPECT_THAT(Panel(), ElementsAre("9000", "MILO", "", ",  ", "555-0100", ""));
+}
+
+TEST_F(LetterAboutAForm, OfNobodyKnownIsNotMadeForThePagesCustomer) {
+  UserChoosesCustomer("4711");
+  UserAsksForTheFormsLetter();
+  ServerRepliesWithContext("<XML_CONTEXT/>", {{"FORM_NBR", "1234567"}});
+  EXPECT_THAT(print_.calls, IsEmpty());
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CreateNewCorrespondence"));
+}
+
+// A letter for the nightly batch could be made on line: the reply enabled the command whatever had been
+// chosen meanwhile.
+TEST_F(LetterRoad, GivesTheCommandBackOnlyWhereThePageHasWhatALetterNeeds) {
+  const std::function<void()> replies[] = {[this] { ServerRepliesWithContext("<XML_CONTEXT/>"); },
+                                           [this] {
+                                             fakes_.server.ReplyWithError("Customer 4711 has moved.");
+                                             fakes_.RunEvents();
+                                           }};
+  for (const auto& reply : replies) {
+    GivenLetterIsAskedFor();
+    UserPicksLetterType("130");
+    reply();
+    EXPECT_FALSE(CanCreateLetter());
+  }
+}
+
 TEST_F(LetterRoad, LetsTheUserTryAgainAfterAnErrorReply) {
   GivenLetterIsAskedFor();
   GivenCreateLetterIsDisabled();

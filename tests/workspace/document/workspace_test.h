@@ -23,7 +23,9 @@ class WorkspaceTest : public testing::Test {
                                          fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}}}));
     fakes_.reference.AnswersWhatContains("FLS_Ltr_template", NoRows("DCMT_NM"));
     fakes_.utilities.descriptions = {{{"REFDOCTYP", "C"}, "Citation"}, {{"REFDOCTYP", "R"}, "Receipt"}};
-    GivenTypes({{"110", "Tax liability", "O", ""}, {"120", "Citation notice", "O", "CR"}});
+    GivenTypes({{"110", "Tax liability", "O", ""},
+                {"120", "Citation notice", "O", "CR"},
+                {"130", "Nightly notice", "B", ""}});
   }
 
   struct LetterType {
