@@ -13,7 +13,7 @@ class TheCustomerSearch : public testing::Test {
   TheCustomerSearch() {
     dialog.Present();
     dialog.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    tests::WaitForKeyboard(dialog);
   }
   void UserTypes(const char* text) { QTest::keyClicks(QApplication::focusWidget(), QLatin1String(text)); }
   void UserPresses(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }

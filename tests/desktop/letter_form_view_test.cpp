@@ -28,7 +28,7 @@ class TheLetterForm : public testing::Test {
     dialog = std::make_unique<desktop::FormDialog>(form, new desktop::LetterFormView(form), nullptr);
     dialog->Present();
     dialog->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    tests::WaitForKeyboard(*dialog);
   }
   /// Each key goes to who has the keyboard by then: the first one opens an editor.
   void UserTypes(const char* text) {

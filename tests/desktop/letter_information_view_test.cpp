@@ -28,7 +28,7 @@ class TheLetterInformation : public testing::Test {
     dialog = std::make_unique<desktop::FormDialog>(form, view, nullptr);
     dialog->Present();
     dialog->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(dialog.get()));
+    tests::WaitForKeyboard(*dialog);
     tests::Settle();
     tree = view->findChild<desktop::TreeView*>();
   }

@@ -51,7 +51,7 @@ class TheLook : public testing::TestWithParam<const char*> {
     Window().resize(1280, 800);
     Window().show();
     Window().activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowExposed(&Window()));
+    tests::WaitForSight(Window());
   }
   ~TheLook() override {
     delete view;
@@ -71,7 +71,7 @@ class TheLook : public testing::TestWithParam<const char*> {
   }
   void LookAtNextModal(const std::string& name) {
     tests::OnNextModal([this, name](QWidget& window) {
-      EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+      tests::WaitForSight(window);
       Look(window, name);
       window.close();
     });
@@ -108,6 +108,7 @@ TEST_P(TheLook, OfLettersFoundSortedAndSearched) {
 
   auto& page = *view->currentWidget();
   page.findChild<QTableView*>()->setFocus();
+  ASSERT_TRUE(tests::WaitFor([] { return QApplication::focusWidget() != nullptr; }));
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
   QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("ctl"));
   EXPECT_EQ(QApplication::focusWidget()->accessibleDescription(), QStringLiteral("1 of 20"));

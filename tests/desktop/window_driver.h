@@ -7,11 +7,12 @@
 #include <vector>
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
+
+#include "tests/support/patience.h"
 
 namespace tests {
 
@@ -20,12 +21,19 @@ inline void Settle() {
   for (int turn = 0; turn < 5; ++turn) QApplication::processEvents();
 }
 
-/// Waits until `done` holds; false when it does not within five seconds.
+/// Waits until `done` holds; false when it never does.
 inline bool WaitFor(const std::function<bool()>& done) {
-  QElapsedTimer waited;
-  waited.start();
-  while (!done() && waited.elapsed() < 5000) QApplication::processEvents(QEventLoop::AllEvents, 10);
-  return done();
+  return ComesTrue(done, [] { QApplication::processEvents(QEventLoop::AllEvents, 10); });
+}
+
+/// Waits until the window has the keyboard, or can be seen.
+inline void WaitForKeyboard(QWidget& window) {
+  EXPECT_TRUE(
+      QTest::qWaitForWindowActive(&window, static_cast<int>(std::chrono::milliseconds(kPatience).count())));
+}
+inline void WaitForSight(QWidget& window) {
+  EXPECT_TRUE(
+      QTest::qWaitForWindowExposed(&window, static_cast<int>(std::chrono::milliseconds(kPatience).count())));
 }
 
 /// Runs `work` on the modal window that comes up next: a box whose event loop the test is inside.
@@ -48,7 +56,7 @@ class ShownWindow {
   explicit ShownWindow(QWidget& window) {
     window.show();
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    WaitForKeyboard(window);
   }
 };
 

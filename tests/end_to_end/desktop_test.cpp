@@ -18,8 +18,9 @@ class DesktopByKeyboard : public PreparedOffice {
   DesktopByKeyboard() {
     desktop_.Open();
     desktop_.window().activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&desktop_.window()));
-    EXPECT_TRUE(WaitFor([this] { return Status() == "Ready"; }));
+    WaitForKeyboard(desktop_.window());
+    // "Ready" comes with the window; commands are taken once the first reply has been handled.
+    EXPECT_TRUE(WaitFor([this] { return Status() == "Ready" && !desktop_.office().HasWorkUnderWay(); }));
   }
 
   static QWidget& Focus() {
@@ -48,18 +49,20 @@ class DesktopByKeyboard : public PreparedOffice {
       Type(id);
       Press(Qt::Key_Return);
       EXPECT_TRUE(WaitFor([&] { return Says(search, "1 customer found."); }));
-      EXPECT_EQ(FocusName(), "Customers found");
+      EXPECT_TRUE(WaitFor([] { return FocusName() == "Customers found"; }));
       Press(Qt::Key_Return);
-      EXPECT_FALSE(search.isVisible());
+      EXPECT_TRUE(WaitFor([&] { return !search.isVisible(); }));
     });
     Press(Qt::Key_Space);
   }
+  /// The preview, once it has the keyboard; null where none comes.
   static QWidget* Preview() {
-    constexpr int kMostSeconds = 60;  // the layout process starts with the first letter
-    for (int waited = 0; waited < kMostSeconds && QApplication::activeModalWidget() == nullptr; waited += 5) {
-      WaitFor([] { return QApplication::activeModalWidget() != nullptr; });
-    }
-    return QApplication::activeModalWidget();
+    const auto has_keyboard = [] {
+      const auto* modal = QApplication::activeModalWidget();
+      const auto* focus = QApplication::focusWidget();
+      return modal != nullptr && focus != nullptr && focus->window() == modal;
+    };
+    return WaitFor(has_keyboard) ? QApplication::activeModalWidget() : nullptr;
   }
   std::string Status() { return desktop_.window().status().toStdString(); }
   bool Says(const std::string& text) { return Says(desktop_.window(), text); }

@@ -6,8 +6,8 @@
 #include <gmock/gmock.h>
 
 #include "server/server_folders.h"
-#include "tests/server/waiting_event_queue.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/waiting_event_queue.h"
 
 namespace {
 
@@ -54,6 +54,7 @@ TEST_F(Downloads, AFileArrivesWholeUnderTheNameAskedFor) {
 TEST_F(Downloads, WaitForTheConnectionAndComeInTheirOrder) {
   Download(ServerPath("Letter.docx"));
   Download(ServerPath("B&B.docx"));
+  // Long enough for one that does not wait to be seen; nothing has to come in that time.
   std::this_thread::sleep_for(std::chrono::milliseconds(20));
   events_.RunPending();
   EXPECT_EQ(LocalFile("Letter.docx"), "");

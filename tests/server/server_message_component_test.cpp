@@ -3,7 +3,7 @@
 #include "server/database.h"
 #include "server/reply_store.h"
 #include "tests/server/server_world.h"
-#include "tests/server/waiting_event_queue.h"
+#include "tests/support/waiting_event_queue.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/host_shell.h"
+#include "tests/support/patience.h"
 
 namespace tests {
 
@@ -25,16 +26,18 @@ class WaitingEventQueue : public platform::EventQueue {
   void RunPending() {
     while (auto work = Take(std::chrono::milliseconds(0))) work();
   }
-  /// Runs work as it comes until `done` holds; a test that waits ten seconds for it has failed.
+  /// Runs one piece of work, waiting for it.
+  void RunOne() {
+    auto work = Take(kPatience);
+    ASSERT_TRUE(work) << "nothing was posted";
+    work();
+  }
+  /// Runs work as it comes until `done` holds; a test that waits in vain has failed.
   void RunUntil(const std::function<bool()>& done) {
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (!done()) {
+    const bool came = ComesTrue(done, [this] {
       if (auto work = Take(std::chrono::milliseconds(5))) work();
-      if (std::chrono::steady_clock::now() > end) {
-        ADD_FAILURE() << "what was waited for did not come";
-        return;
-      }
-    }
+    });
+    EXPECT_TRUE(came) << "what was waited for did not come";
   }
 
  private:

@@ -31,6 +31,12 @@ void Report(LayoutReport::Kind kind, std::uint64_t id, std::uint64_t resident_ki
   for (;;) pause();
 }
 
+/// "hang FILE" makes the file first, so that the test knows of it.
+[[noreturn]] void HangVisibly(const std::string& command) {
+  std::ofstream(command.substr(command.find(' ') + 1)) << "hangs";
+  Hang();
+}
+
 std::string Content(const std::string& file) {
   std::ifstream stream(file, std::ios::binary);
   return {std::istreambuf_iterator<char>(stream), {}};
@@ -41,6 +47,7 @@ void Obey(const LayoutOrder& order) {
   if (command == "break") abort();
   if (command == "end") _exit(3);
   if (command == "hang") Hang();
+  if (command.starts_with("hang ")) HangVisibly(command);
   if (command == "grow") Grow();
   if (command == "nonsense") WriteAll(STDOUT_FILENO, "It was a dark and stormy night.\n");
   if (command == "chatter") WriteAll(STDOUT_FILENO, std::string(200'000, 'x'));

@@ -5,12 +5,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
 #include <fstream>
 #include <sstream>
 #include <string>
 
+#include "tests/support/patience.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
 #include "wordprocessor/layout_descriptor.h"
@@ -153,12 +153,7 @@ pid_t ChildOf(pid_t parent) {
 
 template <typename Condition>
 bool ComesTrue(Condition condition) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    usleep(20'000);
-  }
-  return true;
+  return tests::ComesTrue(condition, [] { usleep(20'000); });
 }
 
 bool Runs(pid_t process) {

@@ -1,4 +1,5 @@
 #include "wordprocessor/layout_pool.h"
+#include "tests/support/patience.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -29,8 +30,6 @@ class LayoutPoolTest : public testing::Test {
     LayoutSettings settings;
     settings.worker_program = program;
     settings.work_folder = folder_ / "work";
-    settings.start_time = milliseconds(5000);
-    settings.document_time = milliseconds(5000);
     return settings;
   }
 
@@ -84,7 +83,7 @@ class BadDocuments : public LayoutPoolTest, public testing::WithParamInterface<B
 
 TEST_P(BadDocuments, CostThemselvesAFailureAndNobodyElseAnything) {
   auto settings = Settings();
-  settings.document_time = milliseconds(700);
+  if (GetParam().kind == Failure::Kind::kTimedOut) settings.document_time = milliseconds(700);
   settings.stop_above_bytes = 100 * 1024 * 1024;
   LayoutPool pool(settings);
   auto before = Start(pool, "letter");
@@ -131,7 +130,7 @@ TEST_F(LayoutPoolTest, DoesNotBlameADocumentForAProcessThatDiedWhileIdle) {
   const auto pages = LaidOut(pool, "letter");
   const pid_t process = std::stoi(pages.substr(std::string("pages by ").size()));
   kill(process, SIGKILL);
-  while (kill(process, 0) == 0) usleep(1000);
+  ASSERT_TRUE(tests::ComesTrue([&] { return kill(process, 0) != 0; }, [] { usleep(1000); }));
   const auto next = LaidOut(pool, "letter");
   EXPECT_THAT(next, AllOf(StartsWith("pages by "), Not(pages)));
 }
@@ -140,15 +139,16 @@ TEST_F(LayoutPoolTest, SaysWhyNoProcessComesUpAndTriesAgainForTheNextLetter) {
   const struct {
     std::filesystem::path program;
     const char* message;
+    milliseconds start_time = tests::kPatience;
   } cases[] = {
       {folder_ / "absent", "does not start: No such file or directory."},
       {ProgramThatIs("broken"), "No office is installed. Install one."},
       {ProgramThatIs("dead_on_arrival"), "broke off (exit status 9) before it was ready."},
-      {ProgramThatIs("never_ready"), "did not come up in time."},
+      {ProgramThatIs("never_ready"), "did not come up in time.", milliseconds(300)},
   };
-  for (const auto& [program, message] : cases) {
+  for (const auto& [program, message, start_time] : cases) {
     auto settings = Settings(program);
-    settings.start_time = milliseconds(300);
+    settings.start_time = start_time;
     LayoutPool pool(settings);
     EXPECT_THAT(LaidOut(pool, "letter", "A.docx"), AllOf(HasSubstr("\"A.docx\""), HasSubstr(message)))
         << program;
@@ -175,11 +175,12 @@ TEST_F(LayoutPoolTest, SharesALongRunAmongItsProcesses) {
 }
 
 TEST_F(LayoutPoolTest, FailsWhatIsNotDoneWhenItCloses) {
+  const auto hanging = folder_ / "hanging";
   std::vector<std::future<void>> unfinished;
   {
     LayoutPool pool(Settings());
-    for (int i = 0; i < 5; ++i) unfinished.push_back(Start(pool, "hang"));
-    usleep(200'000);
+    for (int i = 0; i < 5; ++i) unfinished.push_back(Start(pool, "hang " + hanging.string()));
+    ASSERT_TRUE(tests::ComesTrue([&] { return exists(hanging); }, [] { usleep(1000); }));
   }
   for (auto& letter : unfinished) EXPECT_THROW(letter.get(), Failure);
 }

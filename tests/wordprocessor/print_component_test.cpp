@@ -3,17 +3,15 @@
 
 #include <gmock/gmock.h>
 
-#include <condition_variable>
-#include <deque>
 #include <functional>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "tests/fakes/manual_clock.h"
 #include "tests/fakes/recording_errors.h"
 #include "tests/fakes/recording_host.h"
+#include "tests/support/waiting_event_queue.h"
 #include "tests/wordprocessor/fake_queues.h"
 #include "tests/wordprocessor/layout_letter.h"
 #include "wordprocessor/print_file.h"
@@ -29,32 +27,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::StartsWith;
-
-/// An event loop that other threads may post to.
-class EventLoop : public platform::EventQueue {
- public:
-  void Post(std::function<void()> work) override {
-    const std::lock_guard lock(mutex_);
-    waiting_.push_back(std::move(work));
-    posted_.notify_one();
-  }
-  /// Runs one piece of work, waiting for it.
-  void RunOne() {
-    std::function<void()> work;
-    {
-      std::unique_lock lock(mutex_);
-      ASSERT_TRUE(posted_.wait_for(lock, std::chrono::seconds(20), [this] { return !waiting_.empty(); }));
-      work = std::move(waiting_.front());
-      waiting_.pop_front();
-    }
-    work();
-  }
-
- private:
-  std::mutex mutex_;
-  std::condition_variable posted_;
-  std::deque<std::function<void()>> waiting_;
-};
 
 /// A viewer whose reader is the test.
 class Viewer : public platform::PreviewViewer {
@@ -164,7 +136,7 @@ class PrintComponentTest : public testing::Test {
   fakes::RecordingHost host_;
   fakes::RecordingErrors errors_;
   fakes::ManualClock clock_;
-  EventLoop events_;
+  tests::WaitingEventQueue events_;
   Viewer viewer_;
   Observer observer_;
   FakeQueues queues_;
