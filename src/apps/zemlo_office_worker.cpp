@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -98,6 +99,7 @@ int main(int argc, char** argv) {
     return wordprocessor::kWrongUsage;
   }
   close_range(STDERR_FILENO + 1, ~0U, 0);
+  umask(0077);  // pages and profile are for this user
   const auto memory_limit = argc == 3 ? std::strtoull(argv[2], nullptr, 10) : 0;
   // Past every handler of the office's libraries: there is nothing of theirs to keep.
   _exit(wordprocessor::Run(argv[1], memory_limit, wordprocessor::KeepReportsApart()));

@@ -6,6 +6,7 @@
 #include "wordprocessor/bookmark_merge.h"
 #include "wordprocessor/docx_common_template.h"
 #include "wordprocessor/docx_file.h"
+#include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
 

@@ -62,8 +62,7 @@ class DocxDocument {
   /// packed.
   std::string Bytes() const;
 
-  /// Writes the file in one step: whatever fails leaves what was there. Throws Failure kPermissionDenied or
-  /// kUnavailable (no room) naming the file.
+  /// Writes the file in one step: whatever fails leaves what was there. Throws as print_file.h says.
   void Save(const std::filesystem::path& file) const;
 
  private:

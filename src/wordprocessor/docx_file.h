@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 namespace wordprocessor {
 
@@ -29,9 +28,5 @@ struct FileContent {
 /// Throws Failure kNotFound, kPermissionDenied, kRefused (no ordinary file, larger than a package may be) or
 /// kUnavailable; the text names the file and says what to do.
 FileContent ReadFile(const std::filesystem::path& file);
-
-/// Writes beside the target and puts the new file in its place in one step: whatever fails leaves what was
-/// there. Throws Failure kPermissionDenied or kUnavailable (no room, gone) naming the file.
-void ReplaceFile(const std::filesystem::path& file, std::string_view bytes);
 
 }  // namespace wordprocessor

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <system_error>
 
+#include "platform/file_access.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -37,9 +38,7 @@ void RemoveIfAbandoned(const std::filesystem::path& folder) {
 }  // namespace
 
 LayoutFolder::LayoutFolder(const std::filesystem::path& work_folder) {
-  std::error_code error;
-  std::filesystem::create_directories(work_folder, error);
-  if (error) throw FileFailure("could not be made", work_folder, error.value());
+  platform::MakeFolder(work_folder);
   while (!Take(work_folder)) {
   }
 }

@@ -1,13 +1,16 @@
 #include "wordprocessor/print_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <system_error>
 
+#include "platform/file_access.h"
 #include "wordprocessor/layout_descriptor.h"
 
 namespace wordprocessor {
@@ -18,7 +21,7 @@ std::filesystem::path FolderOf(const std::filesystem::path& file) {
 }
 
 Descriptor CreateFile(const std::filesystem::path& file) {
-  return Descriptor(open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+  return Descriptor(platform::OpenNewFile(file));
 }
 
 /// False with errno set.
@@ -32,16 +35,40 @@ bool WriteContent(const Descriptor& open_file, std::string_view content) {
   return true;
 }
 
+constexpr std::string_view kHiddenPrefix = ".zemlo-";
+constexpr std::string_view kHiddenEnding = ".part";
+
+std::filesystem::path NextHiddenName(const std::filesystem::path& folder) {
+  static std::atomic<unsigned> count = 0;
+  return folder / (std::string(kHiddenPrefix) + std::to_string(getpid()) + "-" + std::to_string(++count) +
+                   std::string(kHiddenEnding));
+}
+
+/// False where another program has taken the file for abandoned; it is gone then, or about to go.
+bool LockNewFile(const Descriptor& file) {
+  // A file system without locks has nobody who removes what he cannot lock.
+  if (flock(file.number(), LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+  struct stat known = {};
+  return fstat(file.number(), &known) != 0 || known.st_nlink != 0;
+}
+
+void RemoveIfUnfinished(const std::filesystem::path& file) {
+  // Some network file systems lock only what may be written.
+  const Descriptor left(open(file.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+  if (left && flock(left.number(), LOCK_EX | LOCK_NB) == 0) unlink(file.c_str());
+}
+
 /// A file being written under a hidden name beside the one it is to have; gone with the object unless it got
-/// it.
+/// it. It is locked from its making to its end, so that nobody takes it for one left behind.
 class FileInTheMaking {
  public:
   explicit FileInTheMaking(const std::filesystem::path& file) : file_(file) {
-    static std::atomic<unsigned> count = 0;
-    hidden_ =
-        FolderOf(file) / (".zemlo-" + std::to_string(getpid()) + "-" + std::to_string(++count) + ".part");
-    open_ = CreateFile(hidden_);
-    if (!open_) Fail();
+    do {
+      hidden_ = NextHiddenName(FolderOf(file));
+      open_ = CreateFile(hidden_);
+      // A number that was another program's before it was this one's.
+      if (!open_ && errno != EEXIST) Fail();
+    } while (!open_ || !LockNewFile(open_));
   }
   FileInTheMaking(const FileInTheMaking&) = delete;
   FileInTheMaking& operator=(const FileInTheMaking&) = delete;
@@ -49,23 +76,31 @@ class FileInTheMaking {
     if (!hidden_.empty()) unlink(hidden_.c_str());
   }
 
+  void WriteForGood(std::string_view content) {
+    if (!WriteContent(open_, content) || fsync(open_.number()) != 0) Fail();
+  }
+
   void Write(std::string_view content) {
-    if (!WriteContent(open_, content) || fsync(open_.number()) != 0 || !open_.Close()) Fail();
+    if (!WriteContent(open_, content)) Fail();
+    // Some file systems tell only at a closing that there was no room; the lock stays with the other one.
+    if (!Descriptor(dup(open_.number())).Close()) Fail();
   }
 
   void TakeNameReplacing() {
     if (rename(hidden_.c_str(), file_.c_str()) != 0) Fail();
     hidden_.clear();
-    MakeNameLast();
   }
 
   bool TakeFreeName() {
-    if (link(hidden_.c_str(), file_.c_str()) == 0) {
-      MakeNameLast();
-      return true;
-    }
+    if (link(hidden_.c_str(), file_.c_str()) == 0) return true;
     if (errno == EEXIST) return false;
     return ReserveAndReplace();
+  }
+
+  void MakeNameLast() const {
+    const Descriptor folder(open(FolderOf(file_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // A folder that cannot be synced (some network file systems) is no reason to say the file is not there.
+    if (folder) fsync(folder.number());
   }
 
  private:
@@ -80,14 +115,7 @@ class FileInTheMaking {
       throw FileFailure("could not be written", file_, number);
     }
     hidden_.clear();
-    MakeNameLast();
     return true;
-  }
-
-  void MakeNameLast() {
-    const Descriptor folder(open(FolderOf(file_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    // A folder that cannot be synced (some network file systems) is no reason to say the file is not there.
-    if (folder) fsync(folder.number());
   }
 
   [[noreturn]] void Fail() const { throw FileFailure("could not be written", file_, errno); }
@@ -118,6 +146,13 @@ std::string ReadWholeFile(const std::filesystem::path& file) {
 
 void WriteWholeFile(const std::filesystem::path& file, std::string_view content) {
   FileInTheMaking making(file);
+  making.WriteForGood(content);
+  making.TakeNameReplacing();
+  making.MakeNameLast();
+}
+
+void ReplaceFile(const std::filesystem::path& file, std::string_view content) {
+  FileInTheMaking making(file);
   making.Write(content);
   making.TakeNameReplacing();
 }
@@ -130,15 +165,30 @@ void WriteScratchFile(const std::filesystem::path& file, std::string_view conten
 
 bool WriteNewFile(const std::filesystem::path& file, std::string_view content) {
   FileInTheMaking making(file);
-  making.Write(content);
-  return making.TakeFreeName();
+  making.WriteForGood(content);
+  if (!making.TakeFreeName()) return false;
+  making.MakeNameLast();
+  return true;
 }
 
 void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to) {
-  if (rename(from.c_str(), to.c_str()) == 0) return;
-  if (errno != EXDEV) throw FileFailure("could not be written", to, errno);
-  WriteWholeFile(to, ReadWholeFile(from));
+  // A file that is moved keeps its group; in a shared folder it has to be the folder's.
+  if (!platform::IsShared(FolderOf(to))) {
+    platform::Protect(from);
+    if (rename(from.c_str(), to.c_str()) == 0) return platform::Protect(to);
+    if (errno != EXDEV) throw FileFailure("could not be written", to, errno);
+  }
+  ReplaceFile(to, ReadWholeFile(from));
   unlink(from.c_str());
+}
+
+void RemoveUnfinishedFiles(const std::filesystem::path& folder) noexcept {
+  std::error_code error;
+  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    const auto name = entry->path().filename().string();
+    if (name.starts_with(kHiddenPrefix) && name.ends_with(kHiddenEnding)) RemoveIfUnfinished(entry->path());
+  }
 }
 
 }  // namespace wordprocessor

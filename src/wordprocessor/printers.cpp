@@ -1,7 +1,6 @@
 #include "wordprocessor/printers.h"
 
-#include <system_error>
-
+#include "platform/file_access.h"
 #include "platform/text.h"
 #include "platform/value.h"
 #include "wordprocessor/print_file.h"
@@ -18,6 +17,11 @@ std::string NameInFolder(const std::string& letter) {
 }
 
 }  // namespace
+
+Printers::Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock)
+    : queues_(queues), pdf_folder_(std::move(pdf_folder)), clock_(clock) {
+  RemoveUnfinishedFiles(pdf_folder_);
+}
 
 std::vector<std::string> Printers::Names() const {
   auto names = queues_.Names();
@@ -37,9 +41,7 @@ std::string Printers::Print(const std::string& printer, const std::filesystem::p
 }
 
 std::string Printers::File(const std::filesystem::path& pdf, const std::string& letter) const {
-  std::error_code error;
-  std::filesystem::create_directories(pdf_folder_, error);
-  if (error) throw FileFailure("could not be made", pdf_folder_, error.value());
+  platform::MakeFolder(pdf_folder_);
   const auto content = ReadWholeFile(pdf);
   const auto name = platform::TimestampText(clock_.Now()) + " " + NameInFolder(letter) + " ";
   for (int number = 1;; ++number) {

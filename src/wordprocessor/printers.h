@@ -17,9 +17,9 @@ class Printers {
  public:
   static constexpr std::string_view kPdfFolder = "PDF folder";
 
-  /// `pdf_folder` is made when the first letter goes there.
-  Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock)
-      : queues_(queues), pdf_folder_(std::move(pdf_folder)), clock_(clock) {}
+  /// `pdf_folder` is made when the first letter goes there; what a program that was killed left half written
+  /// in it is removed.
+  Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock);
 
   /// The queues, then the PDF folder.
   std::vector<std::string> Names() const;

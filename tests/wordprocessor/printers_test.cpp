@@ -1,8 +1,11 @@
 #include "wordprocessor/printers.h"
 #include "tests/support/temporary_folder.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -23,6 +26,7 @@ namespace {
 using platform::Failure;
 using testing::AllOf;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -84,7 +88,10 @@ TEST_F(PrintersTest, LosesNoLetterWhereSeveralProgramsPrintAtTheSameMoment) {
   constexpr int kLetters = 20;
   for (int program = 0; program < kPrograms; ++program) {
     if (fork() != 0) continue;
-    for (int letter = 0; letter < kLetters; ++letter) Print("PDF folder");
+    for (int letter = 0; letter < kLetters; ++letter) {
+      const Printers starting(queues_, printed_, clock_);  // clears up what others seem to have left
+      Print("PDF folder");
+    }
     _exit(0);
   }
   for (int program = 0; program < kPrograms; ++program) {
@@ -93,6 +100,30 @@ TEST_F(PrintersTest, LosesNoLetterWhereSeveralProgramsPrintAtTheSameMoment) {
     EXPECT_EQ(status, 0);
   }
   EXPECT_EQ(Printed().size(), static_cast<std::size_t>(kPrograms * kLetters));
+}
+
+TEST_F(PrintersTest, RemovesWhatAProgramThatWasKilledLeftAndNothingElse) {
+  std::filesystem::create_directory(printed_);
+  const std::vector<std::string> others = {".zemlo-2-7.part", "2004-03-15 letter.pdf", "notes.part"};
+  tests::WriteFile(printed_ / ".zemlo-1-1.part", "half a let");
+  for (const auto& name : others) tests::WriteFile(printed_ / name, "theirs");
+  const int in_use = open((printed_ / others[0]).c_str(), O_RDWR);
+  ASSERT_EQ(flock(in_use, LOCK_EX), 0);
+  const Printers next(queues_, printed_, clock_);
+  EXPECT_THAT(Printed(), ElementsAreArray(others));
+  close(in_use);
+}
+
+TEST_F(PrintersTest, LettersAreForTheirOwnerAlone) {
+  const auto before = umask(0);
+  const auto letter = Print("PDF folder");
+  WriteWholeFile(folder_ / "saved.pdf", "letter");
+  ReplaceFile(folder_ / "merged.docx", "letter");
+  umask(before);
+  for (const auto& file : {std::filesystem::path(letter), folder_ / "saved.pdf", folder_ / "merged.docx"}) {
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600)) << file;
+  }
+  EXPECT_EQ(std::filesystem::status(printed_).permissions(), std::filesystem::perms(0700));
 }
 
 /// Files of this program stop growing where a full disk would stop them.
@@ -122,6 +153,7 @@ TEST_F(PrintersTest, NamesAFolderThatMayNotBeWritten) {
   std::filesystem::create_directory(printed_);
   std::filesystem::permissions(printed_, std::filesystem::perms(0555));
   std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
+  std::filesystem::permissions(pdf_, std::filesystem::perms(0644));
   const auto user = geteuid();
   constexpr uid_t kNobody = 65534;
   if (user == 0 && seteuid(kNobody) != 0) GTEST_SKIP() << "permissions do not stop this user";
