@@ -1,5 +1,6 @@
 #include "wordprocessor/layout_worker.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
 #include <sys/eventfd.h>
@@ -7,10 +8,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <system_error>
 #include <utility>
 
+#include "platform/file_access.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -36,6 +39,19 @@ void BlockPipeSignal() {
 
 Failure CouldNotLayOut(const std::string& name, const std::string& why, Failure::Kind kind) {
   return {kind, "The letter \"" + name + "\" could not be laid out. " + why};
+}
+
+// The office says of a full disk that it cannot write, cannot read, or nothing, and gives back what it had
+// used. Where there is no room for this much besides, that was it.
+constexpr off_t kRoomForPages = 4 * 1024 * 1024;
+
+bool IsFull(const std::filesystem::path& folder) {
+  const auto file = folder / "room";
+  const Descriptor probe(platform::OpenNewFile(file));
+  if (!probe) return errno == ENOSPC || errno == EDQUOT;
+  const int error = posix_fallocate(probe.number(), 0, kRoomForPages);
+  unlink(file.c_str());
+  return error == ENOSPC || error == EDQUOT || error == EFBIG;
 }
 
 void Remove(const std::filesystem::path& file) {
@@ -75,10 +91,12 @@ void LayoutWorker::Run() {
   }
   process_.reset();
   for (auto& order : orders_) order.job.done(Failure(Failure::Kind::kUnavailable, kClosing));
+  if (second_try_) second_try_->done(Failure(Failure::Kind::kUnavailable, kClosing));
 }
 
 void LayoutWorker::GiveOrders() {
-  if (process_ == nullptr && (warm_up_.exchange(false) || !queue_.IsEmpty())) StartProcess();
+  const bool has_job = second_try_ || !queue_.IsEmpty();
+  if (process_ == nullptr && (warm_up_.exchange(false) || has_job)) StartProcess();
   while (ready_ && !replace_ && orders_.size() < kOrdersAhead && GiveOrder()) {
   }
 }
@@ -95,10 +113,12 @@ void LayoutWorker::StartProcess() {
 
 /// False when there is no job to give. One is taken ahead only while every other worker can have one too.
 bool LayoutWorker::GiveOrder() {
-  auto job = queue_.Take(orders_.empty() ? 1 : static_cast<std::size_t>(settings_.workers));
+  const bool second_try = second_try_.has_value();
+  auto job = second_try ? std::exchange(second_try_, std::nullopt)
+                        : queue_.Take(orders_.empty() ? 1 : static_cast<std::size_t>(settings_.workers));
   if (!job) return false;
   const auto file = process_->folder() / ("letter-" + std::to_string(++last_id_));
-  Order order{last_id_, std::move(*job), file.string() + ".docx", file.string() + ".pdf"};
+  Order order{last_id_, std::move(*job), file.string() + ".docx", file.string() + ".pdf", second_try};
   try {
     WriteScratchFile(order.document, order.job.document);
   } catch (const Failure& failure) {
@@ -146,9 +166,7 @@ void LayoutWorker::TakeReports() {
     if (!report) return Lose(Failure::Kind::kInternal, "The layout process answered nonsense");
     Take(*report);
   }
-  if (process_ == nullptr || more) return;
-  const auto ending = process_->End();
-  Lose(Failure::Kind::kDamaged, "The layout process broke off (" + ending + ")");
+  if (process_ != nullptr && !more) BreakOff();
 }
 
 void LayoutWorker::Take(const LayoutReport& report) {
@@ -170,9 +188,8 @@ void LayoutWorker::Finish(const LayoutReport& report) {
   replace_ = replace_ || report.resident_kib * 1024 > settings_.replace_above_bytes;
   std::optional<Failure> failure;
   if (report.kind == LayoutReport::Kind::kFailed) {
-    failure =
-        CouldNotLayOut(order.job.name, "The office says: " + report.why + "." + std::string(kCheckTemplate),
-                       Failure::Kind::kDamaged);
+    failure = WhyNot(order.job, "The office says: " + report.why + "." + std::string(kCheckTemplate),
+                     Failure::Kind::kDamaged);
   } else {
     try {
       MoveWholeFile(order.pdf, order.job.pdf);
@@ -184,6 +201,15 @@ void LayoutWorker::Finish(const LayoutReport& report) {
   Remove(order.pdf);
   order.job.done(std::move(failure));
   if (replace_ && orders_.empty()) Replace();
+}
+
+/// Says of a full disk that it is one, whatever it looked like.
+Failure LayoutWorker::WhyNot(const LayoutJob& job, const std::string& why, Failure::Kind kind) const {
+  if (process_ == nullptr || !IsFull(process_->folder())) return CouldNotLayOut(job.name, why, kind);
+  return CouldNotLayOut(job.name,
+                        "The disk of the folder \"" + settings_.work_folder.string() +
+                            "\" is full or nearly so. Free some space there and try again.",
+                        Failure::Kind::kUnavailable);
 }
 
 void LayoutWorker::CheckTime() {
@@ -201,28 +227,54 @@ void LayoutWorker::CheckMemory() {
                                     std::to_string(settings_.stop_above_bytes / kMegabyte) + " MB of memory");
 }
 
+void LayoutWorker::BreakOff() {
+  const auto ending = " (" + process_->End() + ")";
+  const bool in_hand = ready_ && !orders_.empty();
+  if (in_hand && orders_.front().second_try) {
+    return Lose(Failure::Kind::kDamaged, "The layout process broke off twice" + ending);
+  }
+  if (!in_hand || IsFull(process_->folder())) {
+    return Lose(Failure::Kind::kDamaged, "The layout process broke off" + ending);
+  }
+  second_try_ = std::move(orders_.front().job);
+  orders_.pop_front();
+  LoseProcess();
+}
+
 /// The process is of no use any more. What it had in hand is to blame; what lay behind that is not.
-void LayoutWorker::Lose(Failure::Kind kind, std::string_view what_happened) {
-  if (!ready_) return StartFailed(std::string(what_happened) + " before it was ready. Try again.");
-  auto orders = std::exchange(orders_, {});
-  const bool was_working = !orders.empty();
-  Replace();
+void LayoutWorker::Lose(Failure::Kind kind, const std::string& what_happened) {
+  if (!ready_) return StartFailed(what_happened + " before it was ready. Try again.");
   // A process that dies with nothing in hand is started again by the next job, not in a circle.
-  warm_up_ = was_working;
-  while (orders.size() > 1) {
+  if (orders_.empty()) {
+    Replace();
+    warm_up_ = false;
+    return;
+  }
+  const auto job = std::move(orders_.front().job);
+  orders_.pop_front();
+  const auto failure = WhyNot(job, what_happened + "." + std::string(kCheckTemplate), kind);
+  LoseProcess();
+  job.done(failure);
+}
+
+/// Orders that were not in hand yet go back into the queue.
+void LayoutWorker::LoseProcess() {
+  auto orders = std::exchange(orders_, {});
+  Replace();
+  while (!orders.empty()) {
     queue_.PutBack(std::move(orders.back().job));
     orders.pop_back();
     put_back_();
   }
-  if (!was_working) return;
-  auto& job = orders.front().job;
-  job.done(CouldNotLayOut(job.name, std::string(what_happened) + "." + std::string(kCheckTemplate), kind));
 }
 
 /// Costs the next job, which would have to wait for ever otherwise; the one after it tries again.
 void LayoutWorker::StartFailed(const std::string& why) {
+  auto job = second_try_ ? std::exchange(second_try_, std::nullopt) : queue_.Take();
+  std::optional<Failure> failure;
+  if (job) failure = WhyNot(*job, why, Failure::Kind::kUnavailable);
   process_.reset();
-  if (auto job = queue_.Take()) job->done(CouldNotLayOut(job->name, why, Failure::Kind::kUnavailable));
+  if (job) job->done(failure);
   if (!queue_.IsEmpty()) Wake();
 }
 

@@ -7,6 +7,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -22,7 +23,8 @@ inline constexpr const char* kClosing = "The program is closing. Start it again 
 
 /// A layout process and the thread that watches it: gives it jobs, always one ahead, and starts another one
 /// when it breaks, hangs, grows or answers nonsense. The document it had in hand fails then; those behind it
-/// go back into the queue.
+/// go back into the queue. One whose process broke off is tried once more, in the new one: a process dies by
+/// itself now and then.
 class LayoutWorker {
  public:
   /// `put_back` is called from the worker's thread when jobs went back into the queue.
@@ -47,6 +49,7 @@ class LayoutWorker {
     LayoutJob job;
     std::filesystem::path document;
     std::filesystem::path pdf;  ///< in the process's folder
+    bool second_try = false;
   };
 
   void Run();
@@ -60,7 +63,10 @@ class LayoutWorker {
   void Finish(const LayoutReport& report);
   void CheckTime();
   void CheckMemory();
-  void Lose(platform::Failure::Kind kind, std::string_view what_happened);
+  void BreakOff();
+  void Lose(platform::Failure::Kind kind, const std::string& what_happened);
+  void LoseProcess();
+  platform::Failure WhyNot(const LayoutJob& job, const std::string& why, platform::Failure::Kind kind) const;
   void StartFailed(const std::string& why);
   void Replace();
   Clock::time_point Deadline() const;
@@ -76,9 +82,10 @@ class LayoutWorker {
 
   // The worker's thread alone.
   std::unique_ptr<LayoutProcess> process_;
-  bool ready_ = false;            ///< the office in the process is up
-  bool replace_ = false;          ///< the process has grown too large: no more orders
-  std::deque<Order> orders_;      ///< given and not answered, the one in hand first
+  bool ready_ = false;        ///< the office in the process is up
+  bool replace_ = false;      ///< the process has grown too large: no more orders
+  std::deque<Order> orders_;  ///< given and not answered, the one in hand first
+  std::optional<LayoutJob> second_try_;
   Clock::time_point since_ = {};  ///< when the process was started, or took up the order in hand
   std::uint64_t last_id_ = 0;
 

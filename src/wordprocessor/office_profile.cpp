@@ -2,6 +2,8 @@
 
 #include <array>
 #include <fstream>
+#include <stdexcept>
+#include <string>
 #include <string_view>
 
 namespace wordprocessor {
@@ -60,9 +62,7 @@ constexpr std::string_view kHead =
 void SeedProfile(const std::filesystem::path& profile) {
   const auto folder = profile / "user";
   std::filesystem::create_directories(folder);
-  std::ofstream file;
-  file.exceptions(std::ios::failbit | std::ios::badbit);
-  file.open(folder / "registrymodifications.xcu", std::ios::binary);
+  std::ofstream file(folder / "registrymodifications.xcu", std::ios::binary);
   file << kHead;
   for (const auto& setting : kSettings) {
     file << "<item oor:path=\"" << setting.path << "\"><prop oor:name=\"" << setting.name
@@ -70,6 +70,10 @@ void SeedProfile(const std::filesystem::path& profile) {
   }
   file << "</oor:items>\n";
   file.close();
+  if (!file) {
+    throw std::runtime_error("The layout process could not write into the folder \"" + folder.string() +
+                             "\". Free some space there, or see to its permissions.");
+  }
 }
 
 }  // namespace wordprocessor

@@ -17,6 +17,7 @@ using namespace wordprocessor;
 namespace {
 
 constexpr std::uint64_t kSmall = 1000;
+constexpr std::string_view kBreakOnce = "break once ";
 constexpr std::uint64_t kFat = 100'000'000;
 
 void Report(LayoutReport::Kind kind, std::uint64_t id, std::uint64_t resident_kib, const char* why = "") {
@@ -42,9 +43,17 @@ std::string Content(const std::string& file) {
   return {std::istreambuf_iterator<char>(stream), {}};
 }
 
+/// The file says that it has happened.
+void BreakOnce(const std::string& file) {
+  if (std::ifstream(file)) return;
+  std::ofstream(file) << "once";
+  abort();
+}
+
 void Obey(const LayoutOrder& order) {
   const auto command = Content(order.document);
   if (command == "break") abort();
+  if (command.starts_with(kBreakOnce)) BreakOnce(command.substr(kBreakOnce.size()));
   if (command == "end") _exit(3);
   if (command == "hang") Hang();
   if (command.starts_with("hang ")) HangVisibly(command);
@@ -57,7 +66,18 @@ void Obey(const LayoutOrder& order) {
   Report(LayoutReport::Kind::kDone, order.id, command == "fat" ? kFat : kSmall);
 }
 
-void ComeUp(std::string_view name) {
+/// Ready the first time, never again; the file NAME.again says that it was tried.
+void BeReadyOnce(const std::string& name) {
+  if (!std::ifstream(name + ".once")) {
+    std::ofstream(name + ".once") << "ready";
+    return;
+  }
+  std::ofstream(name + ".again") << "not ready";
+  Hang();
+}
+
+void ComeUp(const std::string& name) {
+  if (name.ends_with("ready_once")) BeReadyOnce(name);
   if (name.ends_with("never_ready")) Hang();
   if (name.ends_with("dead_on_arrival")) _exit(9);
   if (name.ends_with("broken")) {

@@ -3,8 +3,11 @@
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <string>
 #include <vector>
@@ -70,6 +73,7 @@ TEST_F(LayoutPoolTest, KeepsOneProcessWarmAndLeavesNothingBehind) {
     EXPECT_EQ(LaidOut(pool, "letter"), first);
   }
   EXPECT_TRUE(std::filesystem::is_empty(folder_ / "work"));
+  EXPECT_EQ(std::filesystem::status(pdf_).permissions(), std::filesystem::perms(0600));
   EXPECT_EQ(folder_.Names(), (std::vector<std::string>{"1.pdf", "2.pdf", "work"}));
 }
 
@@ -104,8 +108,8 @@ TEST_P(BadDocuments, CostThemselvesAFailureAndNobodyElseAnything) {
 
 INSTANTIATE_TEST_SUITE_P(
     LayoutPool, BadDocuments,
-    testing::Values(BadDocument{"break", Failure::Kind::kDamaged, "broke off (signal 6)."},
-                    BadDocument{"end", Failure::Kind::kDamaged, "broke off (exit status 3)."},
+    testing::Values(BadDocument{"break", Failure::Kind::kDamaged, "broke off twice (signal 6)."},
+                    BadDocument{"end", Failure::Kind::kDamaged, "broke off twice (exit status 3)."},
                     BadDocument{"hang", Failure::Kind::kTimedOut, "took longer than 1 seconds."},
                     BadDocument{"grow", Failure::Kind::kDamaged, "took more than 100 MB of memory."},
                     BadDocument{"nonsense", Failure::Kind::kInternal, "answered nonsense."},
@@ -117,6 +121,43 @@ INSTANTIATE_TEST_SUITE_P(
       std::erase(name, ' ');
       return name;
     });
+
+// A process ended by itself twice among 700 letters, and never again for the same ones.
+TEST_F(LayoutPoolTest, TriesALetterWhoseProcessBrokeOffOnceMoreInAFreshOne) {
+  LayoutPool pool(Settings());
+  const auto before = LaidOut(pool, "letter");
+  auto behind = pool.Layout("NEXT.docx", "letter", folder_ / "next.pdf");
+  const auto after = LaidOut(pool, "break once " + (folder_ / "broken").string());
+  EXPECT_THAT(after, AllOf(StartsWith("pages by "), Not(before)));
+  EXPECT_NO_THROW(behind.get());
+}
+
+TEST_F(LayoutPoolTest, GivesASecondTryUpWhenItCloses) {
+  auto settings = Settings(ProgramThatIs("ready_once"));
+  std::future<void> unfinished;
+  {
+    LayoutPool pool(settings);
+    unfinished = Start(pool, "break once " + (folder_ / "broken").string());
+    ASSERT_TRUE(tests::ComesTrue([this] { return std::filesystem::exists(folder_ / "ready_once.again"); },
+                                 [] { usleep(1000); }));
+  }
+  EXPECT_THROW(unfinished.get(), Failure);
+}
+
+// Files of the program stop growing where a full disk would stop them; the office says something else.
+TEST_F(LayoutPoolTest, NamesAFullDiskWhateverTheOfficeSays) {
+  for (const auto* document : {"refuse", "break", "end"}) {
+    LayoutPool pool(Settings());
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit before = {};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit small = {64 * 1024, before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &small);
+    const auto refusal = LaidOut(pool, document);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_THAT(refusal, HasSubstr("The disk of the folder \"" + (folder_ / "work").string() + "\" is full"));
+  }
+}
 
 TEST_F(LayoutPoolTest, ReplacesAProcessThatHasGrownFatAfterItsDocument) {
   LayoutPool pool(Settings());
