@@ -40,8 +40,8 @@ class CustomerDirectory {
   explicit CustomerDirectory(const std::filesystem::path& data_folder);
   ~CustomerDirectory();
 
-  /// The customers whose id, name, city or account holds `text`, without regard to case, by their ids; all of
-  /// them for "". At most `limit`. Throws Failure kUnavailable.
+  /// The customers whose id, names, cities and account hold the words of `text`, by their ids, as
+  /// FindCustomers does; all of them for "". At most `limit`. Throws Failure kUnavailable.
   std::vector<CustomerListing> Find(std::string_view text, std::size_t limit);
 
  private:

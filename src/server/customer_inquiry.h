@@ -9,8 +9,9 @@ namespace server {
 /// Failure kRefused for a column that cannot be left out.
 void AnswerCustomer(Exchange& exchange);
 
-/// Answers the key CUST_FIND with the customers whose id, name, city or account holds its value, at most 200:
-/// record "CUSTOMER" without OT_BAL. The record "CUSTOMER_SEARCH" says whether there are more.
+/// Answers the key CUST_FIND with the customers whose id, name, city or account holds the words of its value
+/// (FindCustomers), at most 200: record "CUSTOMER" without OT_BAL. The record "CUSTOMER_SEARCH" says whether
+/// there are more.
 void AnswerCustomerSearch(Exchange& exchange);
 
 }  // namespace server

@@ -150,11 +150,9 @@ class Administration {
   }
 
   void StoreCustomer(const std::string& id, CustomerRow& row) {
-    std::string names = "CUST_ID, OT_BAL, SRCH_TXT";
-    std::string places = "?, 0, ?";
-    const auto name = row["CUST_BSNS_NM"] + " " + row["FIRST_NM"] + " " + row["LAST_NM"];
-    std::vector<Value> values = {id, platform::LowerCase(id + " " + name + " " + row["MAIL_CITY"] + " " +
-                                                         row["RES_CITY"] + " " + row["ACCNT_NBR"])};
+    std::string names = "CUST_ID, OT_BAL";
+    std::string places = "?, 0";
+    std::vector<Value> values = {id};
     for (const auto column : kCustomerColumns) {
       names += ", " + std::string(column);
       places += ", ?";

@@ -54,6 +54,8 @@ class Dialect {
 
   /// The type of a key column whose numbers the engine gives out and never gives out again.
   virtual std::string NeverReusedKey() const = 0;
+  /// What stands behind a table whose rows are to lie in the order of their key, and nowhere else.
+  virtual std::string StoredByKey() const = 0;
   /// The type of a column that holds bytes which are no text.
   virtual std::string BytesType() const = 0;
   /// An expression for the bytes of a text column, in UTF-8. The driver hands texts out in UTF-16; where rows

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/failure.h"
+#include "server/customer_words.h"
 #include "server/schema_upgrades.h"
 
 namespace server {
@@ -28,7 +29,14 @@ constexpr auto kTables = std::to_array<std::string_view>({
          RES_ADDR_1 TEXT, RES_ADDR_2 TEXT, RES_CITY TEXT, RES_ST VARCHAR(2), RES_ZIP_CD VARCHAR(10),
          RES_BAD_FLG CHAR(1) NOT NULL, RES_VRFY_CD CHAR(1) NOT NULL,
          PHN_NBR TEXT, ACCNT_NBR TEXT, OT_BAL BIGINT NOT NULL,
-         QZ_CNTY_NBR VARCHAR(3) NOT NULL REFERENCES county (QZ_CNTY_NBR), SRCH_TXT TEXT NOT NULL))",
+         QZ_CNTY_NBR VARCHAR(3) NOT NULL REFERENCES county (QZ_CNTY_NBR)))",
+    // What customers are found by. A word has no reference to its customer: one of a customer that has gone
+    // is found and met by no text.
+    R"(CREATE TABLE customer_search (
+         CUST_ID VARCHAR(12) PRIMARY KEY REFERENCES customer (CUST_ID) ON DELETE CASCADE,
+         SRCH_TXT TEXT NOT NULL))",
+    R"(CREATE TABLE customer_word (
+         WORD TEXT NOT NULL, CUST_ID VARCHAR(12) NOT NULL, PRIMARY KEY (WORD, CUST_ID)) {by key})",
     R"(CREATE TABLE form (
          FORM_TYP_CD VARCHAR(2) NOT NULL, FORM_NBR VARCHAR(12) NOT NULL, FORM_CK_DGT_NBR VARCHAR(1) NOT NULL,
          CUST_ID VARCHAR(12) NOT NULL REFERENCES customer (CUST_ID), FORM_STTS_CD VARCHAR(1) NOT NULL,
@@ -101,16 +109,16 @@ void CreateHistoryIndexes(Database& database) {
 
 void PrepareSchema(Database& database) {
   const auto current = std::to_string(kSchemaVersion);
-  if (StoredVersion(database) == current) return;
+  if (StoredVersion(database) == current && !LacksCustomerWords(database)) return;
   Transaction transaction(database, Transaction::Purpose::kChanging);
   // Asked again: another program may have carried them over meanwhile.
   const auto version = StoredVersion(database);
-  if (version == current) return;
-  if (!CarryOver(database, version)) {
+  if (version != current && !CarryOver(database, version)) {
     throw Failure(Failure::Kind::kRefused, "The server's data are of version \"" + version +
                                                "\", this program needs \"" + current +
                                                "\". Use the program they were made with.");
   }
+  BringCustomerWordsUpToDate(database);
   database.Change("UPDATE server_info SET CONTENT = ? WHERE NAME = ?", {current, kVersionName});
   transaction.Commit();
 }

@@ -8,7 +8,7 @@
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 4;
+inline constexpr std::int64_t kSchemaVersion = 5;
 
 /// The entry of server_info with the text of the letter definitions as they were read last.
 inline constexpr const char* kDefinitions = "letter definitions";
@@ -23,7 +23,8 @@ void CreateTables(Database& database);
 void CreateHistoryIndexes(Database& database);
 
 /// Throws Failure kRefused where the data were made by a program with other tables, kDamaged where there is
-/// no version at all. Data of an older program that can be carried over are; everything or nothing.
+/// no version at all. Data of an older program that can be carried over are; everything or nothing. Customers
+/// that were put in by other means become findable.
 void PrepareSchema(Database& database);
 
 }  // namespace server

@@ -51,6 +51,17 @@ void LetterFieldsGetTheirLines(Database& database) {
   database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
 }
 
+void CustomersAreFoundByWords(Database& database) {
+  for (const auto* statement : {"ALTER TABLE customer DROP COLUMN SRCH_TXT",
+                                R"(CREATE TABLE customer_search (
+             CUST_ID VARCHAR(12) PRIMARY KEY REFERENCES customer (CUST_ID) ON DELETE CASCADE,
+             SRCH_TXT TEXT NOT NULL))",
+                                R"(CREATE TABLE customer_word (
+             WORD TEXT NOT NULL, CUST_ID VARCHAR(12) NOT NULL, PRIMARY KEY (WORD, CUST_ID)) {by key})"}) {
+    ChangeTables(database, statement);
+  }
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -60,6 +71,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"1", LetterFieldsGetDefaultsAndRules},
     {"2", ContextsGetATableOfTheirOwn},
     {"3", LetterFieldsGetTheirLines},
+    {"4", CustomersAreFoundByWords},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 
@@ -69,6 +81,7 @@ void ChangeTables(Database& database, std::string_view statement) {
   const auto& dialect = database.dialect();
   auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
   text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
+  text = platform::ReplaceAll(text, "{by key}", dialect.StoredByKey());
   database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
   database.ForgetStatements();
 }

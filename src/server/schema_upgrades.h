@@ -7,7 +7,8 @@
 
 namespace server {
 
-/// Runs a statement about tables with {key} and {bytes} in the dialect's words and {time} as kLetterTime.
+/// Runs a statement about tables with {key}, {bytes} and {by key} in the dialect's words and {time} as
+/// kLetterTime.
 void ChangeTables(Database& database, std::string_view statement);
 
 /// Brings tables of an older version, with all that is in them, to the form of kSchemaVersion, within the

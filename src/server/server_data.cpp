@@ -8,6 +8,7 @@
 #include <QLockFile>
 
 #include "platform/failure.h"
+#include "server/customer_words.h"
 #include "server/demo_customers.h"
 #include "server/demo_history.h"
 #include "server/letter_fields.h"
@@ -48,9 +49,9 @@ void StoreDefinitions(Database& database, const InitOptions& options) {
 void BringUpToDate(const fs::path& file, const InitOptions& options) {
   Database database(file, Database::Opening::kExisting);
   PrepareSchema(database);
-  if (HasCurrentDefinitions(database, options)) return;
   Transaction transaction(database, Transaction::Purpose::kChanging);
-  StoreDefinitions(database, options);
+  BringCustomerWordsUpToDate(database);
+  if (!HasCurrentDefinitions(database, options)) StoreDefinitions(database, options);
   transaction.Commit();
 }
 
@@ -60,6 +61,7 @@ void Fill(const fs::path& file, const InitOptions& options) {
   CreateTables(database);
   StoreDefinitions(database, options);
   CreateDemoAdministration(database, options.product_data_folder, options.customers, options.today);
+  BringCustomerWordsUpToDate(database);
   CreateDemoHistory(database, options.product_data_folder, options.letters, options.today);
   CreateHistoryIndexes(database);
   database.Change("ANALYZE");  // tells the engine which index narrows a search most

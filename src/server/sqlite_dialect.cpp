@@ -115,6 +115,7 @@ class Sqlite : public Dialect {
 
   std::string NeverReusedKey() const override { return "INTEGER PRIMARY KEY AUTOINCREMENT"; }
   std::string BytesType() const override { return "BLOB"; }
+  std::string StoredByKey() const override { return "WITHOUT ROWID"; }
   std::string Utf8Of(const std::string& column) const override { return "CAST(" + column + " AS BLOB)"; }
 
   void Settle(QSqlDatabase& connection) const override { Run(connection, "PRAGMA journal_mode = DELETE"); }

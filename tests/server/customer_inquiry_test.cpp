@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "server/schema.h"
+
 #include "tests/server/server_world.h"
 
 namespace {
@@ -47,8 +49,8 @@ class CustomerInquiry : public tests::ServerTest {
       database.Change(
           "INSERT INTO customer SELECT ?, CUST_BSNS_NM, FIRST_NM, LAST_NM, MAIL_ADDR_1, MAIL_ADDR_2,"
           " MAIL_CITY, MAIL_ST, MAIL_ZIP_CD, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_ADDR_1, RES_ADDR_2, RES_CITY,"
-          " RES_ST, RES_ZIP_CD, RES_BAD_FLG, RES_VRFY_CD, PHN_NBR, ACCNT_NBR, OT_BAL, QZ_CNTY_NBR,"
-          " 'a copy' FROM customer WHERE CUST_ID = '100001'",
+          " RES_ST, RES_ZIP_CD, RES_BAD_FLG, RES_VRFY_CD, PHN_NBR, ACCNT_NBR, OT_BAL, QZ_CNTY_NBR"
+          " FROM customer WHERE CUST_ID = '100001'",
           {first_letter + std::to_string(copy)});
     }
   }
@@ -134,6 +136,42 @@ TEST_F(CustomerInquiry, FindsByIdNameCityAndAccountWithoutRegardToCase) {
   EXPECT_THAT(Found("62000100012010"), ElementsAre("100012"));
   EXPECT_THAT(Found("%"), ElementsAre());
   EXPECT_THAT(Found("nobody"), ElementsAre());
+}
+
+// "cafe elan" did not find Café Élan, nor did the account as every letter shows it, nor the last name first.
+TEST_F(CustomerInquiry, FindsAsPeopleWrite) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"cafe elan", "100004"},       {"Cafe\xCC\x81  E\xCC\x81lan", "100004"},
+      {"62-000100004-01", "100004"}, {" 62 000100004 01 ", "100004"},
+      {"6200010000401", "100004"},   {"62000100004-01", "100004"},
+      {"000100004-01", "100004"},    {"62-00010000401", "100004"},
+      {"62.000100004.01", "100004"}, {"Merriweather, Hattie", "100002"},
+      {"hattie MERRI", "100002"},    {"O\u2019Marchbanks", "100005"},
+      {"omarchbanks", "100005"},     {"barlow and", ""},
+      {"barlow & sons", "100003"},   {"marchb", "100005"},
+      {"10000401", "100004"},        {"Elan, Wickton", "100004"},
+  };
+  for (const auto& [text, customer] : cases) {
+    const auto expected = *customer == '\0' ? std::vector<std::string>() : std::vector<std::string>{customer};
+    EXPECT_EQ(Found(text), expected) << text;
+  }
+}
+
+TEST_F(CustomerInquiry, FindsWhomAnotherProgramPutIntoTheTablesOrChanged) {
+  GivenCopies('A', 2);
+  {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change("UPDATE customer SET LAST_NM = 'Zeno' WHERE CUST_ID = 'A1'");
+    server::PrepareSchema(database);  // what every program does when it opens the data
+    EXPECT_THAT(Found("zeno"), ElementsAre("A1"));
+    EXPECT_THAT(Found("prairie"), ElementsAre("100001", "A0", "A1"));
+    database.Change("UPDATE customer SET LAST_NM = 'Zorn' WHERE CUST_ID = 'A1'");
+    database.Change("DELETE FROM customer WHERE CUST_ID = 'A0'");
+  }
+  server::CreateServerData(tests::DemoOptions(folder_.path()));
+  EXPECT_THAT(Found("zeno"), ElementsAre());
+  EXPECT_THAT(Found("zorn"), ElementsAre("A1"));
+  EXPECT_THAT(Found("prairie"), ElementsAre("100001", "A1"));
 }
 
 TEST_F(CustomerInquiry, SaysWhenThereAreMoreThanItBrings) {

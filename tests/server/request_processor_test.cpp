@@ -139,7 +139,9 @@ TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
          {"DROP TABLE letter_context", "DROP TABLE context_dictionary", "DROP INDEX requests_by_time",
           "DROP INDEX letters_of_type", "DROP INDEX letters_of_troop",
           "ALTER TABLE letter_field DROP COLUMN FLD_DFLT", "ALTER TABLE letter_field DROP COLUMN FLD_RULE",
-          "ALTER TABLE letter_field DROP COLUMN FLD_LINE",
+          "ALTER TABLE letter_field DROP COLUMN FLD_LINE", "DROP TABLE customer_word",
+          "DROP TABLE customer_search",
+          "ALTER TABLE customer ADD COLUMN SRCH_TXT TEXT NOT NULL DEFAULT 'old'",
           "ALTER TABLE letter_history ADD COLUMN XML_CONTEXT TEXT NOT NULL DEFAULT "
           "'<XML_CONTEXT>é</XML_CONTEXT>'",
           "UPDATE server_info SET CONTENT = '1' WHERE NAME = 'schema version'"}) {
@@ -155,6 +157,9 @@ TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
   EXPECT_EQ(Record(fetched, "XML_CONTEXT")->FirstText(), "<XML_CONTEXT>é</XML_CONTEXT>");
   EXPECT_EQ(Record(ask(PrintedLetter("m-2")), "CORRHIST")->Text("SEQ_NBR"), "2");
   EXPECT_EQ(Record(ask({.type = 79, .keys = {{"key:CUST_ID", "100001"}}}), "CORRHIST")->RecordCount(), 2U);
+  const auto found =
+      ask({.type = 7, .key_items = {platform::Criterion("key:CUST_FIND", "cafe elan", "like")}});
+  EXPECT_EQ(Record(found, "CUSTOMER")->Text("Cust_Id"), "100004");
 }
 
 TEST_F(Requests, TheLogOfAnsweredRequestsForgetsOldOnesAtStart) {

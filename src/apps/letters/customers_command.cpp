@@ -12,7 +12,7 @@ namespace apps {
 int RunCustomers(const QStringList& words) {
   CommandLine line("customers", "Lists customers");
   line.DataOption()
-      .Option("find", "TEXT", "Only those whose id, name, city or account holds the text.")
+      .Option("find", "TEXT", "Only those whose id, name, city or account holds all words of the text.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
 
