@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 
+#include "desktop/binders/grid_find_bar.h"
 #include "desktop/binders/grid_view.h"
 #include "desktop/binders/option_binding.h"
 
@@ -24,8 +25,14 @@ bool SendsRequests(const QWidget& widget) {
          dynamic_cast<const GridView*>(widget.parentWidget()) != nullptr;  // its viewport
 }
 
-bool IsEnter(const QEvent& event) {
-  if (event.type() != QEvent::KeyPress) return false;
+bool IsInFindBar(const QWidget& widget) {
+  return dynamic_cast<const GridFindBar*>(&widget) != nullptr ||
+         dynamic_cast<const GridFindBar*>(widget.parentWidget()) != nullptr;
+}
+
+/// Enter in a field may press the page's button.
+bool MayPressButton(const QWidget& widget, const QEvent& event) {
+  if (event.type() != QEvent::KeyPress || IsInFindBar(widget)) return false;
   const int key = static_cast<const QKeyEvent&>(event).key();
   return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
@@ -55,7 +62,7 @@ bool BusyGuard::eventFilter(QObject* receiver, QEvent* event) {
   if (!busy() || !IsInput(event->type()) || MovesFocus(*event)) return false;
   const auto* widget = dynamic_cast<QWidget*>(receiver);
   if (widget == nullptr || !IsInDocument(*widget)) return false;
-  return SendsRequests(*widget) || IsEnter(*event);
+  return SendsRequests(*widget) || MayPressButton(*widget, *event);
 }
 
 }  // namespace desktop

@@ -26,7 +26,9 @@ bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex 
 
 workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace::PageIndex grid) {
   if (grid == workspace::PageIndex::kBatchReprint) return {.sequence_number = next_of_run_(action)};
-  return workspace::CurrentLetter(workspace::ListedLetters(pages_.sdgGrid(grid)));
+  auto& list = pages_.sdgGrid(grid);
+  list.ShowCurrent();  // nothing is done to a letter that the user does not see
+  return workspace::CurrentLetter(workspace::ListedLetters(list));
 }
 
 }  // namespace tracking

@@ -41,6 +41,7 @@ void Withdraw(platform::OptionButton& option) {
 void LetterGrid::sdgGrid_Click() {
   platform::Trap(uses_.services, "ZEMLO_Correspondence.sdgGrid_Click", [&] {
     const auto& selected = uses_.page.sdgGrid.selected_rows();
+    customer_is_owed_ = false;
     switch (selected.size()) {
       case 0:
         return NoneSelected();
@@ -66,7 +67,21 @@ void LetterGrid::OneSelected(std::size_t row) {
 void LetterGrid::ShowCustomerOfLetter() {
   const auto customer = uses_.page.sdgGrid.rows()->Text("CUST_ID");
   if (customer.empty()) return ShowNoCustomer();
-  uses_.gate.Run([&] { AskForCustomer(customer); });
+  customer_is_owed_ = true;
+  uses_.gate.Run([&] {
+    customer_is_owed_ = false;
+    AskForCustomer(customer);
+  });
+}
+
+void LetterGrid::ReplyHandled() {
+  if (!customer_is_owed_) return;
+  platform::Trap(uses_.services, "ZEMLO_Correspondence.sdgGrid_Click", [&] {
+    customer_is_owed_ = false;
+    const bool is_wanted =
+        uses_.page.sdgGrid.selected_rows().size() == 1 && !uses_.customer.TrackingCustomerFixed;
+    if (is_wanted) ShowCustomerOfLetter();
+  });
 }
 
 void LetterGrid::AskForCustomer(const std::string& customer) {

@@ -28,9 +28,11 @@ class LetterGrid {
   explicit LetterGrid(Uses uses) : uses_(uses) {}
 
   /// The selection has changed. One letter becomes the current row; its customer is asked for, and the letter
-  /// actions are held back until the reply. While another reply is awaited nobody asks for the customer. A
-  /// failure is reported.
+  /// actions are held back until the reply. While another reply is awaited nobody asks for the customer yet.
+  /// A failure is reported.
   void sdgGrid_Click();
+  /// A reply has been handled: asks for the customer of the letter that was chosen meanwhile, if one was.
+  void ReplyHandled();
 
  private:
   void OneSelected(std::size_t row);
@@ -42,6 +44,7 @@ class LetterGrid {
   bool AllowsSelected(const std::string& list) const;
 
   const Uses uses_;
+  bool customer_is_owed_ = false;  // of the selected letter, since a reply was awaited
 };
 
 }  // namespace tracking

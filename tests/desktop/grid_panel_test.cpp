@@ -54,6 +54,11 @@ class APageWithAList : public testing::Test {
   std::pair<int, int> CurrentCell() {
     return {panel->view().currentIndex().row(), panel->view().currentIndex().column()};
   }
+  void UserFinds(const char* text) {
+    UserPresses(Qt::Key_F, Qt::ControlModifier);
+    FindText().clear();
+    QTest::keyClicks(&FindText(), QString::fromUtf8(text));
+  }
   void UserPresses(int key, Qt::KeyboardModifiers modifiers = {}) {
     QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
     tests::Settle();
@@ -64,6 +69,8 @@ class APageWithAList : public testing::Test {
   std::unique_ptr<QWidget> page;
   QLineEdit* field = nullptr;
   desktop::GridPanel* panel = nullptr;
+  int clicks = 0;
+  platform::Connection click = grid.Click.Connect([this] { ++clicks; });
   std::optional<tests::ShownWindow> shown;
 };
 
@@ -118,9 +125,9 @@ TEST_F(APageWithAList, OffersItsColumnsInAMenuButNotWhatTheListHides) {
   EXPECT_THAT(Columns().Shown(), ElementsAre(kStatus)) << "one column stays";
 }
 
-TEST_F(APageWithAList, FindsATextFromAnywhereOnThePageWithoutSelectingARow) {
-  int clicks = 0;
-  const auto click = grid.Click.Connect([&] { ++clicks; });
+// The found row had the focus frame only: "Reprint (Local)" printed the one that was selected before.
+TEST_F(APageWithAList, SelectsTheRowThatIsFoundFromAnywhereOnThePage) {
+  grid.UserSelects({9});
   field->setFocus();
   UserPresses(Qt::Key_F, Qt::ControlModifier);
   EXPECT_TRUE(FindText().hasFocus());
@@ -133,15 +140,66 @@ TEST_F(APageWithAList, FindsATextFromAnywhereOnThePageWithoutSelectingARow) {
   EXPECT_EQ(CurrentCell(), std::pair(0, kStatus)) << "after the last comes the first";
   UserPresses(Qt::Key_Return, Qt::ShiftModifier);
   EXPECT_EQ(Count(), "2 of 2");
+  EXPECT_TRUE(panel->view().selectionModel()->isRowSelected(5)) << "on the screen at once";
   const auto colour = [this] { return panel->view().model()->index(0, kStatus).data(Qt::BackgroundRole); };
   EXPECT_TRUE(colour().isValid());
 
+  clicks = 0;
   UserPresses(Qt::Key_Escape);
   EXPECT_FALSE(FindText().isVisible());
   EXPECT_TRUE(panel->view().hasFocus());
   EXPECT_FALSE(colour().isValid());
+  EXPECT_EQ(clicks, 1);
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(5));
+}
+
+TEST_F(APageWithAList, TellsOfTheFoundRowOnceWhenTheSearchRests) {
+  UserFinds("fail");
+  UserPresses(Qt::Key_Return);
   EXPECT_EQ(clicks, 0);
-  EXPECT_THAT(grid.selected_rows(), IsEmpty());
+  EXPECT_TRUE(tests::WaitFor([this] { return clicks > 0; }));
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(5));
+  UserPresses(Qt::Key_Escape);
+  EXPECT_EQ(clicks, 1);
+}
+
+TEST_F(APageWithAList, HasTheFoundRowSelectedBeforeAnythingElseIsDone) {
+  UserFinds("fail");
+  field->setFocus();
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(0)) << "what takes the keyboard may act on it";
+
+  UserFinds("fail");
+  UserPresses(Qt::Key_Return);
+  panel->view().SortBy(kCode, /*descending=*/true);
+  ASSERT_EQ(grid.selected_rows().size(), 1u);
+  EXPECT_EQ(grid.rows()->Text(grid.selected_rows().front(), "SEQ_NBR"), "5") << "the row, not its place";
+}
+
+TEST_F(APageWithAList, EndsTheSearchWithEnterWhereThereIsOneHitAndGoesOnInTheListWithArrows) {
+  UserFinds("failed");
+  UserPresses(Qt::Key_Return);
+  QTest::keyPress(&FindText(), Qt::Key_Down);
+  QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_TRUE(panel->view().hasFocus());
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(6)) << "on from the hit";
+
+  grid.rows()->Set(3, "FILE", "WARRANT.DOCX");
+  UserFinds("warrant");
+  UserPresses(Qt::Key_Return);
+  EXPECT_FALSE(FindText().isVisible());
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(3));
+}
+
+TEST_F(APageWithAList, BringsTheRowThatACommandTakesIntoSight) {
+  auto rows = std::make_shared<platform::RecordSet>(grid.rows()->columns());
+  for (int row = 0; row < 300; ++row) rows->Append({"CTL_0304.DOCX", row, "P", "Printed"});
+  grid.Bind(rows);
+  tests::Settle();
+  grid.MakeCurrent(250);
+  panel->view().scrollToTop();
+  grid.ShowCurrent();
+  const auto place = panel->view().visualRect(panel->view().model()->index(250, kFile));
+  EXPECT_TRUE(panel->view().viewport()->rect().contains(place.center()));
 }
 
 TEST_F(APageWithAList, GoesOnFindingInOtherRowsAndColumns) {

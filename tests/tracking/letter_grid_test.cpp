@@ -91,6 +91,19 @@ TEST_F(LetterGridTest, ChoosesAnotherLetterWhileAReplyIsAwaitedButAsksForNoCusto
   EXPECT_EQ(customer_.CustomerId, "4712");
 }
 
+// The panel went on showing the customer of the letter chosen before.
+TEST_F(LetterGridTest, AsksForTheCustomerOfTheLetterChosenMeanwhileWhenTheReplyIsThere) {
+  UserSelects({1});
+  UserSelects({0});
+  state_.awaited_message_key.clear();
+  letter_grid_.ReplyHandled();
+  EXPECT_THAT(fakes_.server.LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|1"));
+  EXPECT_EQ(customer_.CustomerId, "4711");
+  state_.awaited_message_key.clear();
+  letter_grid_.ReplyHandled();
+  EXPECT_THAT(fakes_.server.requests, testing::SizeIs(2)) << "once";
+}
+
 TEST_F(LetterGridTest, EmptiesThePanelForALetterWithoutCustomer) {
   GivenPanelShows("4711");
   UserSelects({2});

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QToolButton>
@@ -27,7 +28,7 @@ GridFindBar::GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent)
   again_.setSingleShot(true);
   connect(text_, &QLineEdit::textChanged, this, [this] { Search(); });
   connect(&again_, &QTimer::timeout, this, [this] {
-    if (isVisible() && search_.FindAgain()) ShowHits();
+    if (isVisible() && search_.FindAgain()) ShowCount();
   });
   content_changed_ = grid_.ContentChanged.Connect([this] {
     if (isVisible()) again_.start();
@@ -37,6 +38,7 @@ GridFindBar::GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent)
 void GridFindBar::LayOut() {
   text_->setAccessibleName(QStringLiteral("Find in the list"));
   text_->setClearButtonEnabled(true);
+  text_->installEventFilter(this);
   text_->findChild<QToolButton*>()->setAccessibleName(QStringLiteral("Clear the text"));
   count_->setMinimumWidth(fontMetrics().averageCharWidth() * kWidestCountInCharacters);
   auto* layout = new QHBoxLayout(this);
@@ -67,8 +69,10 @@ void GridFindBar::Open() {
 }
 
 void GridFindBar::Close() {
+  StartsAnew();
   hide();
   view_.ShowHits(nullptr);
+  view_.TellFound();
   view_.setFocus();
 }
 
@@ -93,18 +97,30 @@ bool GridFindBar::SearchInOtherColumns() {
 }
 
 void GridFindBar::GoToNext() {
-  if (SearchInOtherColumns()) return;
+  if (SearchInOtherColumns() || StartsAnew()) return;
   search_.GoToNext();
   ShowHits();
 }
 
 void GridFindBar::GoToPrevious() {
-  if (SearchInOtherColumns()) return;
+  if (SearchInOtherColumns() || StartsAnew()) return;
   search_.GoToPrevious();
   ShowHits();
 }
 
+bool GridFindBar::StartsAnew() {
+  search_.FindAgain();
+  if (view_.currentIndex().isValid()) return false;
+  ShowHits();
+  return true;
+}
+
 void GridFindBar::ShowHits() {
+  ShowCount();
+  view_.GoToHit(search_);
+}
+
+void GridFindBar::ShowCount() {
   const auto current = search_.current();
   QString count;
   if (current) {
@@ -118,17 +134,30 @@ void GridFindBar::ShowHits() {
   view_.ShowHits(&search_);
 }
 
+// Who turns to something else acts on what was found; in the list itself another row may be chosen yet.
+bool GridFindBar::eventFilter(QObject* text, QEvent* event) {
+  if (event->type() == QEvent::FocusOut && QApplication::focusWidget() != &view_) view_.TellFound();
+  return QWidget::eventFilter(text, event);
+}
+
 // A key that the text field does not take comes here.
 void GridFindBar::keyPressEvent(QKeyEvent* event) {
-  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (enter && event->modifiers().testFlag(Qt::ShiftModifier)) {
-    GoToPrevious();
-  } else if (enter) {
-    GoToNext();
-  } else if (event->key() == Qt::Key_Escape) {
-    Close();
-  } else {
-    QWidget::keyPressEvent(event);
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      if (event->modifiers().testFlag(Qt::ShiftModifier)) return GoToPrevious();
+      return search_.hits().size() == 1 ? Close() : GoToNext();
+    case Qt::Key_Escape:
+      return Close();
+    case Qt::Key_Down:
+    case Qt::Key_Up:
+    case Qt::Key_PageDown:
+    case Qt::Key_PageUp:
+      view_.setFocus();
+      QApplication::sendEvent(&view_, event);
+      return;
+    default:
+      QWidget::keyPressEvent(event);
   }
 }
 

@@ -13,7 +13,8 @@
 namespace desktop {
 
 /// A line over a list that finds a text in what the list shows, as it is typed: Enter and Shift+Enter go from
-/// hit to hit, Esc closes it. It selects nothing. Grid and view outlive it.
+/// hit to hit, Esc closes it, and so does Enter where there is one hit only. The keys that move in a list go
+/// on in it from the hit. The row of the hit is the selected one. Grid and view outlive it.
 class GridFindBar : public QWidget {
  public:
   GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent = nullptr);
@@ -25,6 +26,7 @@ class GridFindBar : public QWidget {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* text, QEvent* event) override;
 
  private:
   void LayOut();
@@ -32,7 +34,10 @@ class GridFindBar : public QWidget {
   void Search();
   /// Where columns were hidden or moved meanwhile.
   bool SearchInOtherColumns();
+  /// True where the list has no place to go on from: its rows are others since the hits were shown.
+  bool StartsAnew();
   void ShowHits();
+  void ShowCount();
   void Close();
 
   platform::Grid& grid_;

@@ -1,13 +1,16 @@
 #include "desktop/binders/grid_view.h"
 
 #include <algorithm>
+#include <chrono>
 #include <set>
+#include <utility>
 
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 #include "desktop/binders/binding.h"
@@ -18,6 +21,9 @@
 
 namespace desktop {
 namespace {
+
+// Each row that the grid is told of may ask the server for its customer: going through hits must not.
+constexpr std::chrono::milliseconds kUntilSearchRests(400);
 
 /// A cell with a colour of its own keeps it in a selected row.
 class GridCell : public QStyledItemDelegate {
@@ -68,6 +74,9 @@ GridView::GridView(QWidget* parent) : QTableView(parent) {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+  tell_found_soon_.setSingleShot(true);
+  tell_found_soon_.setInterval(kUntilSearchRests);
+  connect(&tell_found_soon_, &QTimer::timeout, this, &GridView::TellFound);
 }
 
 void GridView::SetGrid(platform::Grid& grid, const QString& name) {
@@ -78,6 +87,7 @@ void GridView::SetGrid(platform::Grid& grid, const QString& name) {
   columns_ = std::make_unique<GridColumns>(*this, *model_);
   grid_ = &grid;  // from here on a selection is the user's
   content_changed_ = grid.ContentChanged.Connect([this] { ContentChanged(); });
+  row_wanted_ = grid.RowWanted.Connect([this](std::size_t row) { BringIntoSight(row); });
   ShowOrder();
   ShowSelection();
 }
@@ -86,6 +96,7 @@ void GridView::SetHeading() {
   auto* heading = new GridHeader(*model_, this);
   setHorizontalHeader(heading);
   heading->chosen = [this](int section) {
+    TellFound();
     grid_->UserSortsBy(model_->column(section).key);
     ShowOrder();
   };
@@ -101,6 +112,7 @@ void GridView::ContentChanged() {
   if (model_->loading()) return;
   if (model_->Refresh()) {
     current_id_.reset();
+    found_id_.reset();
     columns_->Refresh();
     if (isVisible()) columns_->Fit();
   }
@@ -121,6 +133,7 @@ void GridView::ShowOrder() {
 }
 
 void GridView::SortBy(int section, bool descending) {
+  TellFound();
   if (grid_->enabled()) grid_->SortBy(model_->column(section).key, descending);
 }
 
@@ -133,11 +146,30 @@ void GridView::CopyRows() {
       ToQt(platform::TextOfRows(*grid_, rows, std::vector<std::size_t>(shown.begin(), shown.end()))));
 }
 
-void GridView::ShowHits(const platform::GridSearch* search) {
-  model_->ShowHits(search);
-  if (search == nullptr || !search->current()) return;
-  const auto& hit = search->hits()[*search->current()];
-  MakeCurrent(model_->index(static_cast<int>(hit.row), static_cast<int>(search->ColumnOf(hit))));
+void GridView::GoToHit(const platform::GridSearch& search) {
+  if (!search.current()) return;
+  const auto& hit = search.hits()[*search.current()];
+  MakeCurrent(model_->index(static_cast<int>(hit.row), static_cast<int>(search.ColumnOf(hit))));
+  if (!grid_->enabled()) return;
+  found_id_ = current_id_;
+  SelectOnScreen({hit.row});
+  tell_found_soon_.start();
+}
+
+void GridView::TellFound() {
+  tell_found_soon_.stop();
+  if (grid_ == nullptr) return;
+  const auto found = std::exchange(found_id_, std::nullopt);
+  const auto row = found ? grid_->RowOf(*found) : std::nullopt;
+  if (row && grid_->selected_rows() != std::vector{*row}) grid_->UserSelects({*row});
+  ShowSelection();
+}
+
+// Sideways the list stays where the user has it.
+void GridView::BringIntoSight(std::size_t row) {
+  const int across = horizontalScrollBar()->value();
+  scrollTo(model_->index(static_cast<int>(row), std::max(0, currentIndex().column())));
+  horizontalScrollBar()->setValue(across);
 }
 
 void GridView::MakeCurrent(const QModelIndex& cell) {
@@ -173,6 +205,7 @@ void GridView::resizeEvent(QResizeEvent* event) {
 void GridView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
   QTableView::selectionChanged(selected, deselected);
   if (grid_ == nullptr || showing_) return;
+  found_id_.reset();  // the user has chosen otherwise
   click_waits_ = true;
   if (!held_) TellSelection();
 }
@@ -220,6 +253,7 @@ void GridView::keyReleaseEvent(QKeyEvent* event) {
 void GridView::focusOutEvent(QFocusEvent* event) {
   QTableView::focusOutEvent(event);
   Released();  // the release will be told to somebody else
+  TellFound();
 }
 
 void GridView::Released() {
@@ -229,6 +263,7 @@ void GridView::Released() {
 
 void GridView::TellSelection() {
   click_waits_ = false;
+  found_id_.reset();
   if (grid_ != nullptr) grid_->UserSelects(SelectedRows());
 }
 
@@ -253,9 +288,14 @@ std::vector<std::size_t> GridView::SelectedRows() const {
 }
 
 void GridView::ShowSelection() {
-  if (held_ || SelectedRows() == grid_->selected_rows()) return;
+  if (held_ || found_id_ || SelectedRows() == grid_->selected_rows()) return;
+  SelectOnScreen(grid_->selected_rows());
+}
+
+// The grid knows of it, or will.
+void GridView::SelectOnScreen(const std::vector<std::size_t>& rows) {
   showing_ = true;
-  selectionModel()->select(RangesOf(grid_->selected_rows(), *model_),
+  selectionModel()->select(RangesOf(rows, *model_),
                            QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   showing_ = false;
 }

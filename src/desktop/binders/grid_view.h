@@ -5,6 +5,7 @@
 #include <optional>
 
 #include <QTableView>
+#include <QTimer>
 
 #include "desktop/binders/grid_columns.h"
 #include "desktop/binders/grid_model.h"
@@ -16,7 +17,8 @@ namespace desktop {
 /// heading sorts. Both have a menu.
 ///
 /// The grid is told of a selection when the mouse button or the key that made it is released, so that
-/// dragging over rows, or holding an arrow key, is one click on what is selected in the end.
+/// dragging over rows, or holding an arrow key, is one click on what is selected in the end. A row that a
+/// search goes to is selected on the screen at once; the grid is told when the search rests or ends.
 class GridView : public QTableView {
  public:
   /// They sort by the column of the current cell.
@@ -35,9 +37,13 @@ class GridView : public QTableView {
   void CopyRows();
   /// Offered in the menu where it is set.
   std::function<void()> find_wanted;
-  /// Marks what a search finds and brings its current hit into sight, as the current cell; the selection
-  /// stays as it is. Null marks nothing.
-  void ShowHits(const platform::GridSearch* search);
+  /// Marks what a search finds; null marks nothing.
+  void ShowHits(const platform::GridSearch* search) { model_->ShowHits(search); }
+  /// The current hit becomes the current cell, in sight, and its row alone is selected. While the grid is
+  /// disabled the selection stays as it is.
+  void GoToHit(const platform::GridSearch& search);
+  /// The search has ended: the grid is told of the row it went to, if it has not been yet.
+  void TellFound();
 
  protected:
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -58,6 +64,8 @@ class GridView : public QTableView {
   void FollowCurrentRow();
   void MakeCurrent(const QModelIndex& cell);
   void ShowSelection();
+  void SelectOnScreen(const std::vector<std::size_t>& rows);
+  void BringIntoSight(std::size_t row);
   bool TakesKey(const QKeyEvent& event);
   void Released();
   void TellSelection();
@@ -67,6 +75,9 @@ class GridView : public QTableView {
   GridModel* model_ = nullptr;
   std::unique_ptr<GridColumns> columns_;
   platform::Connection content_changed_;
+  platform::Connection row_wanted_;
+  QTimer tell_found_soon_;
+  std::optional<std::uint64_t> found_id_;    // of the row a search went to, until the grid is told
   std::optional<std::uint64_t> current_id_;  // of the current cell's row
   bool held_ = false;                        // a button or key is down
   bool click_waits_ = false;                 // the grid has not been told yet

@@ -29,7 +29,13 @@ void Grid::UserSelects(std::vector<std::size_t> rows) {
 }
 
 void Grid::MakeCurrent(std::size_t row) {
-  if (rows_) rows_->MoveTo(row);
+  if (!rows_) return;
+  rows_->MoveTo(row);
+  ShowCurrent();
+}
+
+void Grid::ShowCurrent() {
+  if (const auto row = rows_ ? rows_->CurrentRow() : std::nullopt) RowWanted(*row);
 }
 
 void Grid::EnsureRowLoaded(std::size_t row) {

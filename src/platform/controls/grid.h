@@ -18,14 +18,17 @@ namespace platform {
 /// A table of rows bound to a record set, with several rows selectable.
 class Grid : public Control {
  public:
+  /// Whether the user sees a column that he said nothing about.
+  enum class AtFirst { kShown, kShownWhereWide, kNotShown };
   struct Column {
-    std::string key;      ///< column of the bound rows
-    std::string caption;  ///< heading; the key where it is empty
-    std::string group;    ///< heading over several columns
-    bool hidden = false;
+    std::string key;         ///< column of the bound rows
+    std::string caption;     ///< heading; the key where it is empty
+    std::string group;       ///< heading over several columns
+    bool hidden = false;     ///< never offered to the user
     std::string cell_style;  ///< name of a style set; "" for the grid's own
     std::string heading_style;
     bool derived = false;  ///< filled by the row-loaded step: empty in a row that was never shown
+    AtFirst at_first = AtFirst::kShown;
 
     const std::string& Heading() const { return caption.empty() ? key : caption; }
   };
@@ -50,8 +53,10 @@ class Grid : public Control {
   const std::vector<std::size_t>& selected_rows() const { return selected_rows_; }
   /// The user selects exactly these rows: one Click. Nothing happens while the grid is disabled or hidden.
   void UserSelects(std::vector<std::size_t> rows);
-  /// Makes a row of the bound rows the current one.
+  /// Makes a row of the bound rows the current one, which the view brings into sight.
   void MakeCurrent(std::size_t row);
+  /// A command is about to take the current row: the view brings it into sight.
+  void ShowCurrent();
 
   /// The view is about to show the row: RowLoaded comes once for each row and binding, wherever the row moves
   /// to. A step of it that changes the row is not told of the row again; its changes are told as one.
@@ -77,6 +82,8 @@ class Grid : public Control {
   Event<> Click;
   /// Rows, columns or selection have changed, for the view.
   Event<> ContentChanged;
+  /// The row is to be in sight, for the view.
+  Event<std::size_t> RowWanted;
 
  private:
   void RowsChanged();

@@ -42,7 +42,10 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       row_format(services, data.state, data.pages),
       handlers(Handlers()),
       replies(services, data.state, ReplyRoutes(handlers, data.pages),
-              [&data] { data.pages.tracking.letter_action.SetEnabled(true); }),
+              [this, &data] {
+                data.pages.tracking.letter_action.SetEnabled(true);
+                letter_grid.ReplyHandled();
+              }),
       downloads(services, data.state) {}
 
 ReplyHandlers Parts::Handlers() {
