@@ -296,6 +296,70 @@ TEST_F(ADateField, TakesADayThatIsTypedOverTheOneThatWasThere) {
   EXPECT_EQ(field.value(), ParseDate("2023-12-31"));
 }
 
+// After Ctrl+A, "01/01/2020" gave 11/01/2020; after Ctrl+A and Backspace no digit was taken at all.
+TEST_F(ADateField, TakesADayThatIsTypedWhateverWasSelected) {
+  const auto press = [](int key, Qt::KeyboardModifiers modifiers = {}) {
+    return [key, modifiers](QDateEdit& day, QLineEdit&) {
+      if (key != Qt::Key_A) QTest::keyClick(&day, Qt::Key_A, Qt::ControlModifier);
+      QTest::keyClick(&day, static_cast<Qt::Key>(key), modifiers);
+    };
+  };
+  const auto all = press(Qt::Key_A, Qt::ControlModifier);
+  struct Case {
+    const char* name;
+    std::function<void(QDateEdit& day, QLineEdit& text)> selects;
+    const char* typed;
+    const char* day = "2020-01-01";
+  };
+  for (const auto& [name, selects, typed, wanted] : std::initializer_list<Case>{
+           {"all", all, "01/01/2020"},
+           {"all, without slashes", all, "01012020"},
+           {"all, short", all, "1/1/2020"},
+           {"all, erased", press(Qt::Key_Backspace), "01/01/2020"},
+           {"all, deleted", press(Qt::Key_Delete), "01012020"},
+           {"all, cut", press(Qt::Key_X, Qt::ControlModifier), "01/01/2020"},
+           {"by a double click",
+            [](auto&, QLineEdit& text) {
+              QTest::mouseDClick(&text, Qt::LeftButton, {}, QPoint(3, text.height() / 2));
+            },
+            "01/01/2020"},
+           {"half of the month", [](auto&, QLineEdit& text) { text.setSelection(0, 1); }, "01/01/2020"},
+           {"day and year", [](auto&, QLineEdit& text) { text.setSelection(3, 7); }, "01/2020", "2020-11-01"},
+           {"nothing, the cursor in the day", [](auto&, QLineEdit& text) { text.setCursorPosition(4); },
+            "012020", "2020-11-01"},
+           {"all, for a day only a leap year has", all, "02/29/2024", "2024-02-29"},
+           {"all, with a key too many", all, "01/01/20201"},
+       }) {
+    SCOPED_TRACE(name);
+    desktop::DateFieldEdit fresh;
+    desktop::Bind(field, fresh);
+    fresh.show();
+    field.SetValue(ParseDate("2023-11-30"));
+    auto& text = *fresh.edit().findChild<QLineEdit*>();
+    for (const auto* time : {"at first", "over a typed one"}) {
+      selects(fresh.edit(), text);
+      QTest::keyClicks(&fresh.edit(), QString::fromUtf8(typed));
+      EXPECT_EQ(field.value(), ParseDate(wanted)) << time << ": " << text.text().toStdString();
+      QTest::keyClick(&fresh.edit(), Qt::Key_Home);
+      QTest::keyClicks(&fresh.edit(), QStringLiteral("11302023"));
+      QTest::keyClick(&fresh.edit(), Qt::Key_Left);
+    }
+  }
+}
+
+TEST_F(ADateField, IsEmptyWhenItsDayIsErased) {
+  auto& day = edit.edit();
+  edit.show();
+  field.SetValue(ParseDate("2023-11-30"));
+  QTest::keyClick(&day, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&day, Qt::Key_Backspace);
+  EXPECT_TRUE(field.IsEmpty());
+  QTest::keyClick(&day, Qt::Key_Return);
+  EXPECT_FALSE(edit.box().isChecked());
+  edit.box().click();
+  EXPECT_EQ(field.value(), ParseDate("2023-11-30")) << "the day is offered again";
+}
+
 TEST_F(ADateField, ShowsWhatCodeSetsAndTellsItOnce) {
   int told = 0;
   const auto changed = field.Changed.Connect([&] { ++told; });

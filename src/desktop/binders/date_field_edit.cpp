@@ -1,5 +1,6 @@
 #include "desktop/binders/date_field_edit.h"
 
+#include <array>
 #include <utility>
 
 #include <QHBoxLayout>
@@ -23,31 +24,95 @@ platform::Date FromQt(QDate date) {
                         std::chrono::day(unsigned(date.day())));
 }
 
-/// Month, day or year is selected wherever the cursor goes, so that what is typed replaces it. (Qt's own edit
-/// does so for the Tab key only, takes nothing that is typed into a full section, and skips the day in
-/// "02/28".)
+/// A date is typed over the one that was there, whatever of it is selected: all of it, some of it, or the
+/// place of the cursor. Erasing several sections leaves no day. (Qt's own edit keeps the month of a date that
+/// is selected whole, takes nothing once it is erased or typed into a full section, skips the day in "02/28",
+/// and turns "02/29/2024" into the 28th where the year before was no leap year.)
 class DayEdit : public QDateEdit {
  public:
   explicit DayEdit(QWidget* parent) : QDateEdit(parent) { lineEdit()->installEventFilter(this); }
 
  protected:
   bool eventFilter(QObject* text, QEvent* event) override {
-    if (event->type() != QEvent::MouseButtonRelease || lineEdit()->hasSelectedText())
-      return QDateEdit::eventFilter(text, event);
+    if (event->type() != QEvent::MouseButtonRelease) return QDateEdit::eventFilter(text, event);
+    ForgetTyped();
+    if (lineEdit()->hasSelectedText()) return QDateEdit::eventFilter(text, event);
     setSelectedSection(currentSection());
     return false;
   }
+  void focusInEvent(QFocusEvent* event) override {
+    ForgetTyped();
+    QDateEdit::focusInEvent(event);
+  }
   void keyPressEvent(QKeyEvent* event) override {
+    const auto& text = event->text();
+    if (text.size() == 1 && text.front().isDigit()) return TypeDigit(event);
+    if (text == QStringLiteral("/")) {
+      if (!std::exchange(moved_on_, false)) QDateEdit::keyPressEvent(event);
+      return;
+    }
+    ForgetTyped();
+    const bool erases = event->key() == Qt::Key_Backspace || event->key() == Qt::Key_Delete;
+    if (erases && SelectsSeveral()) return Erase();
     if (event->key() == Qt::Key_Home) return setSelectedSection(sectionAt(0));
     if (event->key() == Qt::Key_End) return setSelectedSection(sectionAt(sectionCount() - 1));
-    if (std::exchange(moved_on_, false) && event->text() == QStringLiteral("/")) return;
-    const auto section = currentSection();
     QDateEdit::keyPressEvent(event);
-    moved_on_ = event->text() != QStringLiteral("/") && currentSection() != section;
   }
 
  private:
+  void TypeDigit(QKeyEvent* digit) {
+    ChooseSection();
+    const auto section = Section();
+    QDateEdit::keyPressEvent(digit);
+    moved_on_ = Section() != section;
+    typed_.at(section) += digit->text();
+    TakeTyped();
+  }
+  /// Where the digit goes: over what is selected, or over the section that the cursor stands in.
+  void ChooseSection() {
+    if (lineEdit()->text().trimmed().isEmpty()) {
+      setDate(date() == minimumDate() ? erased_ : date());
+      StartAt(0);
+    } else if (SelectsSeveral()) {
+      StartAt(Section());
+    } else if (typed_.at(Section()).isEmpty()) {
+      Select(Section());
+    }
+  }
+  /// A day that the date before did not have, once its year is there.
+  void TakeTyped() {
+    const auto& [month, day, year] = typed_;
+    if (year.size() != 4) return;
+    const QDate typed(year.toInt(), month.toInt(), day.toInt());
+    if (!typed.isValid() || typed == date()) return;
+    setDate(typed);
+    lineEdit()->end(/*mark=*/false);
+  }
+  void Erase() {
+    erased_ = date();
+    setDate(minimumDate());
+  }
+  void StartAt(std::size_t section) {
+    ForgetTyped();
+    Select(section);
+  }
+  void Select(std::size_t section) { setSelectedSection(sectionAt(static_cast<int>(section))); }
+  void ForgetTyped() {
+    typed_.fill({});
+    moved_on_ = false;
+  }
+  bool SelectsSeveral() const { return lineEdit()->selectedText().contains(QLatin1Char('/')); }
+  /// Where the selection starts, or the cursor stands: 0 month, 1 day, 2 year. (Qt's own does not follow a
+  /// cursor that the mouse or an arrow key has moved.)
+  std::size_t Section() const {
+    const auto* line = lineEdit();
+    const int place = line->hasSelectedText() ? line->selectionStart() : line->cursorPosition();
+    return static_cast<std::size_t>(line->text().left(place).count(QLatin1Char('/')));
+  }
+
+  std::array<QString, 3> typed_;  // since the last key that was no part of a date: month, day, year
   bool moved_on_ = false;  // a full section went on to the next one; the slash after it does not once more
+  QDate erased_ = QDate::currentDate();
 };
 
 class DateFieldBinding : public Binding {
@@ -99,6 +164,9 @@ DateFieldEdit::DateFieldEdit(QWidget* parent)
   connect(edit_, &QDateEdit::dateChanged, this, [this] {
     if (changed) changed();
   });
+  connect(edit_, &QDateEdit::editingFinished, this, [this] {
+    if (!date()) Show({});  // it was erased
+  });
 }
 
 std::optional<QDate> DateFieldEdit::date() const {
@@ -124,7 +192,7 @@ void DateFieldEdit::SetName(const QString& name) {
 }
 
 void DateFieldEdit::BoxClicked(bool ticked) {
-  if (!ticked) offered_ = edit_->date();
+  if (!ticked && edit_->date() != edit_->minimumDate()) offered_ = edit_->date();
   Show(ticked ? std::optional(offered_) : std::nullopt);
   if (changed) changed();
 }
