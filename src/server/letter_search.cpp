@@ -24,6 +24,11 @@ constexpr std::int64_t kMostContexts = 1'000;
 // Columns of the record that are not stored with the letter.
 constexpr auto kNotStored = std::to_array<std::string_view>({"ACTION", "XML_CONTEXT"});
 
+// What the lists show of the customer. A join would have made the engine think twice where to begin.
+constexpr std::string_view kCustomerName =
+    "(SELECT COALESCE(NULLIF(TRIM(CUST_BSNS_NM), ''), FIRST_NM || ' ' || LAST_NM) FROM customer"
+    " WHERE customer.CUST_ID = letter_history.CUST_ID)";
+
 // Stored as numbers; everything else is text.
 constexpr auto kNumbers = std::to_array<std::string_view>({"SEQ_NBR", "ADDR_TYP_CD", "FLS_BTCH_NBR"});
 
@@ -124,7 +129,7 @@ std::string SelectColumns(const Dialect& dialect) {
   for (const auto column : platform::kHistoryColumns) {
     columns += (columns.empty() ? "" : ", ") + Selected(dialect, std::string(column));
   }
-  return columns;
+  return columns + ", " + dialect.Utf8Of(std::string(kCustomerName)) + " AS CUST_NM";
 }
 
 void AddContexts(Database& database, RecordSet& letters) {

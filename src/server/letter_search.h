@@ -22,7 +22,7 @@ inline constexpr auto kLetterSearchKeys = std::to_array<KnownKey>({
 });
 
 /// Answers with a record "CORRHIST" of the letters that meet every criterion, by their times (kLetterTime);
-/// with no record where there is none.
+/// with no record where there is none. Beside the record's columns each has CUST_NM, its customer's name.
 ///
 /// LETTER_TYPE is Succeeded, Failed (status "F" or "R") or All. START_DT is about whole days of a letter's
 /// time. Criteria with an empty value are left out. THIN "YES" leaves the letters' contexts out.

@@ -17,8 +17,9 @@ using workspace::PageIndex;
 /// A letter being dressed.
 class Letter {
  public:
-  Letter(platform::Utilities& utilities, bool with_diagnostics, platform::RecordSet& rows, std::size_t row)
-      : utilities_(utilities), with_diagnostics_(with_diagnostics), rows_(rows), row_(row) {}
+  Letter(platform::Utilities& utilities, workspace::LetterNames& names, bool with_diagnostics,
+         platform::RecordSet& rows, std::size_t row)
+      : utilities_(utilities), names_(names), with_diagnostics_(with_diagnostics), rows_(rows), row_(row) {}
 
   void DescribeBatchAction() {
     const auto code = Text("BTCH_ACTN_CD");
@@ -41,6 +42,10 @@ class Letter {
     if (produced == "B") Set("Job_Type", "Batch");
   }
   void CapitalizeFileName() { Set("DCMT_FILE_TXT", platform::UpperCase(Text("DCMT_FILE_TXT"))); }
+  void NameLetter() {
+    const auto type = Text("LTR_TYP_ID");
+    if (!type.empty()) Set("LTR_NM", names_.NameOf(type));
+  }
   void JoinTroopDistrict() { Set("TroopDistrict", Text("TRP_ID") + Text("TRP_DIST_ID")); }
   void AddSequenceNumber() {
     if (with_diagnostics_) Set("FLS_BTCH_NBR", Text("FLS_BTCH_NBR") + "/" + Text("SEQ_NBR"));
@@ -57,6 +62,7 @@ class Letter {
   }
 
   platform::Utilities& utilities_;
+  workspace::LetterNames& names_;
   const bool with_diagnostics_;
   platform::RecordSet& rows_;
   const std::size_t row_;
@@ -70,6 +76,7 @@ constexpr auto kCorrespondenceSteps = std::to_array<Step>({
     &Letter::DescribePrintStatus,
     &Letter::JoinFormNumber,
     &Letter::CapitalizeFileName,
+    &Letter::NameLetter,
 });
 
 constexpr auto kTrackingSteps = std::to_array<Step>({
@@ -81,6 +88,7 @@ constexpr auto kTrackingSteps = std::to_array<Step>({
     &Letter::NameJobType,
     &Letter::CapitalizeFileName,
     &Letter::JoinTroopDistrict,
+    &Letter::NameLetter,
     &Letter::AddSequenceNumber,
 });
 
@@ -96,7 +104,7 @@ void RowFormat::sdgGrid_RowLoaded(PageIndex grid, std::size_t row) {
   const auto rows = pages_.sdgGrid(grid).rows();
   if (!rows) return;
   const platform::RecordSet::Edit edit(*rows);
-  Letter letter(services_.utilities, state_.dont_print, *rows, row);
+  Letter letter(services_.utilities, names_, state_.dont_print, *rows, row);
   for (const auto step : StepsOf(grid)) {
     platform::Trap(services_, "ZEMLO_Correspondence.sdgGrid_RowLoaded", [&] { (letter.*step)(); });
   }

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "platform/services.h"
+#include "workspace/letter_names.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/workspace_state.h"
 #include "workspace/pages.h"
@@ -14,8 +15,8 @@ class RowFormat {
  public:
   /// All references outlive this.
   RowFormat(const platform::Services& services, const workspace::WorkspaceState& state,
-            workspace::Pages& pages)
-      : services_(services), state_(state), pages_(pages) {}
+            workspace::LetterNames& names, workspace::Pages& pages)
+      : services_(services), state_(state), names_(names), pages_(pages) {}
 
   /// The grid loads the row: fills its display columns, step by step. A step that fails is reported and the
   /// next one goes on. Nothing happens for a grid without rows.
@@ -24,6 +25,7 @@ class RowFormat {
  private:
   const platform::Services& services_;
   const workspace::WorkspaceState& state_;
+  workspace::LetterNames& names_;
   workspace::Pages& pages_;
 };
 

@@ -17,7 +17,17 @@ struct GridColumn {
   std::string_view group;
   bool hidden = false;
   bool derived = false;  ///< filled, or changed, by the row formatter
+  platform::Grid::AtFirst at_first = platform::Grid::AtFirst::kShown;
 };
+
+/// A code, or a part of another column: the user may ask for it.
+constexpr GridColumn OnRequest(std::string_view key, std::string_view caption, std::string_view group) {
+  return {key, caption, group, false, false, platform::Grid::AtFirst::kNotShown};
+}
+constexpr GridColumn WhereWide(std::string_view key, std::string_view caption, std::string_view group,
+                               bool derived) {
+  return {key, caption, group, false, derived, platform::Grid::AtFirst::kShownWhereWide};
+}
 
 inline constexpr std::string_view kCorrespondenceGroup = "Correspondence Information";
 inline constexpr std::string_view kPrintGroup = "Print History";
@@ -28,46 +38,49 @@ inline constexpr bool kDerived = true;
 
 inline constexpr auto kCorrespondenceColumns = std::to_array<GridColumn>({
     {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
+    WhereWide("LTR_NM", "Letter", kCorrespondenceGroup, kDerived),
     {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup, false, kDerived},
     {"Form_Type", "Account Type", kCorrespondenceGroup, false, kDerived},
     {"SEQ_NBR", "", kCorrespondenceGroup, /*hidden=*/true},
-    {"FORM_NBR", "", kCorrespondenceGroup},
-    {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
-    {"FORM_TYP_CD", "", kCorrespondenceGroup},
-    {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
+    OnRequest("FORM_NBR", "", kCorrespondenceGroup),
+    OnRequest("FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup),
+    OnRequest("FORM_TYP_CD", "", kCorrespondenceGroup),
+    OnRequest("LST_UPDT_INSP_ID", "", kCorrespondenceGroup),
     {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup, false, kDerived},
-    {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
+    OnRequest("SYS_RFRNC_CD", "", kCorrespondenceGroup),
     {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
     {"PRNT_STTS_DESC", "Print Status", kPrintGroup, false, kDerived},
-    {"PRNT_STTS_CD", "", kPrintGroup},
+    OnRequest("PRNT_STTS_CD", "", kPrintGroup),
     {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
     {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
 });
 
 inline constexpr auto kTrackingColumns = std::to_array<GridColumn>({
     {"DCMT_FILE_TXT", "Template File Name", kCorrespondenceGroup},
+    WhereWide("LTR_NM", "Letter", kCorrespondenceGroup, kDerived),
+    WhereWide("CUST_NM", "Customer", kCorrespondenceGroup, /*derived=*/false),
     {"Job_Type", "Job Type", kCorrespondenceGroup, false, kDerived},
     {"FORM_NBR_WITH_DGT", "Account No.", kCorrespondenceGroup, false, kDerived},
     {"Form_Type", "Account Type", kCorrespondenceGroup, false, kDerived},
-    {"SEQ_NBR", "", kCorrespondenceGroup},
-    {"FORM_NBR", "", kCorrespondenceGroup},
-    {"FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup},
-    {"FORM_TYP_CD", "", kCorrespondenceGroup},
-    {"LST_UPDT_INSP_ID", "", kCorrespondenceGroup},
+    OnRequest("SEQ_NBR", "", kCorrespondenceGroup),
+    OnRequest("FORM_NBR", "", kCorrespondenceGroup),
+    OnRequest("FORM_CK_DGT_NBR", "Form Check Digit", kCorrespondenceGroup),
+    OnRequest("FORM_TYP_CD", "", kCorrespondenceGroup),
+    OnRequest("LST_UPDT_INSP_ID", "", kCorrespondenceGroup),
     {"FLS_BTCH_NBR", "Batch No.", kCorrespondenceGroup, false, kDerived},
-    {"BTCH_ACTN_CD", "", kCorrespondenceGroup},
+    OnRequest("BTCH_ACTN_CD", "", kCorrespondenceGroup),
     {"BTCH_ACTN_DESC", "Batch Action Description", kCorrespondenceGroup, false, kDerived},
     {"OFFICER_NAME", "Last Update Officer", kCorrespondenceGroup, false, kDerived},
-    {"SYS_RFRNC_CD", "", kCorrespondenceGroup},
+    OnRequest("SYS_RFRNC_CD", "", kCorrespondenceGroup),
     {"CUST_ID", "", kCorrespondenceGroup},
-    {"WGH_STN_ID", "STN_ID", kCorrespondenceGroup},
+    OnRequest("WGH_STN_ID", "STN_ID", kCorrespondenceGroup),
     {"TroopDistrict", "Troop/District", kCorrespondenceGroup, false, kDerived},
     {"QZ_CNTY_DESC", "County", kCorrespondenceGroup},
-    {"TRP_ID", "", kCorrespondenceGroup},
-    {"TRP_DIST_ID", "", kCorrespondenceGroup},
+    OnRequest("TRP_ID", "", kCorrespondenceGroup),
+    OnRequest("TRP_DIST_ID", "", kCorrespondenceGroup),
     {"PRNT_TS", "Date/Time First Printed", kPrintGroup},
     {"PRNT_STTS_DESC", "Print Status", kPrintGroup, false, kDerived},
-    {"PRNT_STTS_CD", "", kPrintGroup},
+    OnRequest("PRNT_STTS_CD", "", kPrintGroup),
     {"LST_PRNT_TS", "Last Print Timestamp", kPrintGroup},
     {"PRCS_ERR_TXT", "Print Error Text", kPrintGroup},
 });
@@ -88,8 +101,9 @@ inline constexpr auto kBatchRunColumns = std::to_array<GridColumn>({
 
 inline std::vector<platform::Grid::Column> ColumnsOf(std::span<const GridColumn> table) {
   std::vector<platform::Grid::Column> columns;
-  for (const auto& [key, caption, group, hidden, derived] : table) {
-    columns.push_back({std::string(key), std::string(caption), std::string(group), hidden, "", "", derived});
+  for (const auto& [key, caption, group, hidden, derived, at_first] : table) {
+    columns.push_back(
+        {std::string(key), std::string(caption), std::string(group), hidden, "", "", derived, at_first});
   }
   return columns;
 }

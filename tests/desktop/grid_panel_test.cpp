@@ -91,6 +91,27 @@ TEST_F(APageWithAList, RemembersWhatTheUserMakesOfTheColumns) {
   EXPECT_NE(panel->view().columnWidth(kFile), 177);
 }
 
+TEST_F(APageWithAList, ShowsSomeColumnsWhereItIsWideAndSomeWhenAskedFor) {
+  using AtFirst = platform::Grid::AtFirst;
+  grid.columns[kFile].at_first = AtFirst::kShownWhereWide;
+  grid.columns[kCode].at_first = AtFirst::kNotShown;
+  Start();
+  EXPECT_THAT(Columns().Shown(), ElementsAre(kStatus));
+  page->resize(3000, 400);
+  tests::Settle();
+  EXPECT_THAT(Columns().Shown(), ElementsAre(kFile, kStatus));
+  EXPECT_THAT(settings.remembered, IsEmpty());
+
+  Columns().SetShown(kCode, true);
+  Start();
+  EXPECT_THAT(Columns().Shown(), ElementsAre(kCode, kStatus)) << "remembered, in the narrow window again";
+  Columns().SetShown(kFile, true);
+  Start();
+  EXPECT_THAT(Columns().Shown(), ElementsAre(kFile, kCode, kStatus)) << "asked for, it stays";
+  Columns().Reset();
+  EXPECT_THAT(Columns().Shown(), ElementsAre(kStatus));
+}
+
 TEST_F(APageWithAList, RemembersNothingTheUserDidNotDo) {
   page->resize(900, 500);
   tests::Settle();

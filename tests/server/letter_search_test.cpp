@@ -78,6 +78,21 @@ class LetterSearch : public tests::ServerTest {
   }
 };
 
+TEST_F(LetterSearch, BringsTheCustomersNames) {
+  {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change("UPDATE customer SET CUST_BSNS_NM = 'Meadow & Sons' WHERE CUST_ID = '100001'", {});
+    database.Change(
+        "UPDATE customer SET CUST_BSNS_NM = ' ', FIRST_NM = 'Zoë', LAST_NM = 'Lee' WHERE CUST_ID = '100002'",
+        {});
+  }
+  const auto reply = Ask(Search({Key("START_DT", "2026-03-01")}));
+  const auto* letters = Record(reply, "CORRHIST");
+  ASSERT_NE(letters, nullptr);
+  EXPECT_EQ(letters->Text(0, "CUST_NM"), "Meadow & Sons");
+  EXPECT_EQ(letters->Text(1, "CUST_NM"), "Zoë Lee");
+}
+
 TEST_F(LetterSearch, EachCriterionAloneAndTogetherWithOthers) {
   struct Case {
     std::vector<KeyItem> keys;
@@ -142,7 +157,7 @@ TEST_F(LetterSearch, ARowHasEveryColumnOfTheHistoryAndTheContextOnlyWhenItIsWant
   const auto thin = Ask(Search({Key("BATCH_NBR", "8")}));
   const auto* letter = Record(thin, "CORRHIST");
   ASSERT_NE(letter, nullptr);
-  EXPECT_THAT(letter->columns(), testing::ElementsAreArray(platform::kHistoryColumns));
+  EXPECT_THAT(letter->columns(), testing::IsSupersetOf(platform::kHistoryColumns));
   EXPECT_EQ(letter->Text("LTR_TYP_ID") + letter->Text("FORM_TYP_CD") + letter->Text("PRNT_TS"),
             "109W2026-03-02 23.59.59");
   EXPECT_TRUE(letter->Get("XML_CONTEXT").IsNull());

@@ -35,7 +35,8 @@ class RowFormatTest : public testing::Test {
   fakes::FakeServices fakes_;
   workspace::WorkspaceState state_;
   workspace::Pages pages_{fakes_.services()};
-  RowFormat format_{fakes_.services(), state_, pages_};
+  workspace::LetterNames names_{fakes_.services()};
+  RowFormat format_{fakes_.services(), state_, names_, pages_};
 };
 
 const fakes::Row kLetter = {
@@ -94,6 +95,15 @@ TEST_F(RowFormatTest, KnowsWhatToShowForOddCodes) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
+TEST_F(RowFormatTest, NamesTheLetter) {
+  fakes_.reference.AnswersWhatContains(
+      "FROM FLS_LETTER WHERE REGION",
+      fakes::RowsOf("", {{{"LTR_TYP_ID", "109"}, {"LTR_NM", "Tax Warrant"}}}));
+  EXPECT_EQ(Tracked({{"LTR_TYP_ID", "109"}, {"LST_UPDT_INSP_ID", "X"}}).Text("LTR_NM"), "Tax Warrant");
+  EXPECT_EQ(Tracked({{"LTR_TYP_ID", "999"}, {"LST_UPDT_INSP_ID", "X"}}).Text("LTR_NM"), "999");
+  EXPECT_THAT(fakes_.reference.statements, testing::SizeIs(1)) << "read once";
+}
+
 TEST_F(RowFormatTest, AddsTheSequenceNumberForDiagnostics) {
   state_.dont_print = true;
   EXPECT_EQ(Tracked(kLetter).Text("FLS_BTCH_NBR"), "70/42");
@@ -112,7 +122,7 @@ TEST_F(RowFormatTest, ReportsAStepThatFailsAndGoesOnWithTheNext) {
   format_.sdgGrid_RowLoaded(PageIndex::kTracking, 0);
   EXPECT_EQ(rows->Text("DCMT_FILE_TXT"), "A.DOCX");
   EXPECT_THAT(fakes_.errors.Procedures(),
-              testing::AllOf(testing::SizeIs(7), testing::Each("ZEMLO_Correspondence.sdgGrid_RowLoaded")));
+              testing::AllOf(testing::SizeIs(8), testing::Each("ZEMLO_Correspondence.sdgGrid_RowLoaded")));
 }
 
 TEST_F(RowFormatTest, TellsOneChangeARow) {

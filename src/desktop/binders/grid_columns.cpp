@@ -14,14 +14,17 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr int kWidestFitInCharacters = 34;
+constexpr int kWideViewInCharacters = 190;
 constexpr int kRoomInColumn = 7;
 constexpr int kUnknown = 0;
 constexpr int kNarrowest = 12;
 constexpr int kWidest = 4000;
 constexpr auto kUntilSaved = 300ms;  // a width changes with every pixel of a drag
 
-// One word a column, in the order they stand in: "KEY", "KEY=width", and "-" before a hidden one.
+// One word a column, in the order they stand in: "KEY", "KEY=width"; "-" before one that the user hid, "+"
+// before one that he asked for.
 constexpr char kHiddenMark = '-';
+constexpr char kShownMark = '+';
 constexpr char kWidthMark = '=';
 
 }  // namespace
@@ -68,10 +71,28 @@ void GridColumns::RememberIn(platform::ViewSettings& settings, const std::string
 void GridColumns::Refresh() {
   const Arranging ours(*this);
   for (int section = 0; section < model_.columnCount(); ++section) {
-    view_.setColumnHidden(section, !IsOffered(section) || user_hidden_.contains(KeyOf(section)));
+    view_.setColumnHidden(section, !IsShown(section));
   }
   if (fitted_widths_.size() != static_cast<std::size_t>(model_.columnCount())) fitted_widths_.clear();
-  if (Shown().empty() && !user_hidden_.empty()) ShowAll();
+  if (Shown().empty() && !user_shown_.empty()) ShowAll();
+}
+
+bool GridColumns::IsShown(int section) const {
+  if (!IsOffered(section)) return false;
+  const auto choice = user_shown_.find(KeyOf(section));
+  return choice != user_shown_.end() ? choice->second : IsShownAtFirst(section);
+}
+
+bool GridColumns::IsShownAtFirst(int section) const {
+  using AtFirst = platform::Grid::AtFirst;
+  const auto at_first = model_.column(section).at_first;
+  return at_first == AtFirst::kShown || (at_first == AtFirst::kShownWhereWide && wide_);
+}
+
+// What the user did not choose goes on following the grid, and the width of the view.
+void GridColumns::Choose(int section, bool shown) {
+  user_shown_.erase(KeyOf(section));
+  if (IsShownAtFirst(section) != shown) user_shown_[KeyOf(section)] = shown;
 }
 
 void GridColumns::Fit() {
@@ -94,6 +115,9 @@ int GridColumns::WidthOf(int section) {
 }
 
 void GridColumns::Fill() {
+  const int widest = view_.fontMetrics().averageCharWidth() * kWideViewInCharacters;
+  const bool is_wide = view_.viewport()->width() >= widest;
+  if (std::exchange(wide_, is_wide) != is_wide) Refresh();
   const auto shown = Shown();
   if (shown.empty() || fitted_widths_.empty()) return;
   const Arranging ours(*this);
@@ -124,18 +148,14 @@ std::vector<int> GridColumns::Shown() const {
 
 void GridColumns::SetShown(int section, bool shown) {
   if (!IsOffered(section) || (!shown && !CanHide(section))) return;
-  if (shown) {
-    user_hidden_.erase(KeyOf(section));
-  } else {
-    user_hidden_.insert(KeyOf(section));
-  }
+  Choose(section, shown);
   Refresh();
   Fill();
   Changed();
 }
 
 void GridColumns::ShowAll() {
-  user_hidden_.clear();
+  for (int section = 0; section < model_.columnCount(); ++section) Choose(section, true);
   Refresh();
   Fill();
   Changed();
@@ -156,7 +176,8 @@ void GridColumns::Reset() {
   std::vector<std::string> keys;
   for (int section = 0; section < model_.columnCount(); ++section) keys.push_back(KeyOf(section));
   Order(keys);
-  ShowAll();
+  user_shown_.clear();
+  Refresh();
   Fit();
   save_soon_.stop();
   if (settings_ != nullptr) settings_->Remember(name_, "");
@@ -183,7 +204,8 @@ std::string GridColumns::AsText() const {
   for (int place = 0; place < heading->count(); ++place) {
     const auto& key = KeyOf(heading->logicalIndex(place));
     if (!text.empty()) text += ' ';
-    if (user_hidden_.contains(key)) text += kHiddenMark;
+    const auto choice = user_shown_.find(key);
+    if (choice != user_shown_.end()) text += choice->second ? kShownMark : kHiddenMark;
     text += key;
     const auto width = user_widths_.find(key);
     if (width != user_widths_.end()) text += kWidthMark + std::to_string(width->second);
@@ -195,14 +217,15 @@ void GridColumns::Read(const std::string& text) {
   std::istringstream words(text);
   std::vector<std::string> keys;
   for (std::string word; words >> word;) {
-    const bool hidden = word.front() == kHiddenMark;
-    if (hidden) word.erase(0, 1);
+    const char choice = word.front();
+    const bool is_chosen = choice == kHiddenMark || choice == kShownMark;
+    if (is_chosen) word.erase(0, 1);
     const auto mark = word.find(kWidthMark);
     const auto key = word.substr(0, mark);
     int width = 0;
     if (mark != std::string::npos) std::from_chars(&word[mark] + 1, word.data() + word.size(), width);
     if (width > 0) user_widths_[key] = std::clamp(width, kNarrowest, kWidest);
-    if (hidden) user_hidden_.insert(key);
+    if (is_chosen) user_shown_[key] = choice == kShownMark;
     keys.push_back(key);
   }
   Order(keys);

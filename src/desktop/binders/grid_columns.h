@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -33,7 +32,8 @@ class GridColumns {
   /// Columns that the user has not sized get the width their headings and the rows in sight ask for, within
   /// reason: once, with the first rows.
   void Fit();
-  /// The last column takes what is left of the view.
+  /// The last column takes what is left of the view; a wide view shows columns that a narrow one has no room
+  /// for.
   void Fill();
 
   bool IsOffered(int section) const { return !model_.column(section).hidden; }
@@ -52,6 +52,10 @@ class GridColumns {
  private:
   class Arranging;
 
+  /// As the user says, else as the grid says.
+  bool IsShown(int section) const;
+  bool IsShownAtFirst(int section) const;
+  void Choose(int section, bool shown);
   const std::string& KeyOf(int section) const { return model_.column(section).key; }
   int WidthOf(int section);
   void Resized(int section, int width);
@@ -66,9 +70,10 @@ class GridColumns {
   platform::ViewSettings* settings_ = nullptr;
   std::string name_;
   std::map<std::string, int> user_widths_;
-  std::set<std::string> user_hidden_;
-  std::vector<int> fitted_widths_;  // by section; none until there were rows to fit
-  bool arranging_ = false;          // what changes now is not the user's doing
+  std::map<std::string, bool> user_shown_;  // what the user chose otherwise than the grid
+  std::vector<int> fitted_widths_;          // by section; none until there were rows to fit
+  bool wide_ = false;                       // as the view was when its columns were last filled in
+  bool arranging_ = false;                  // what changes now is not the user's doing
   QTimer save_soon_;
 };
 

@@ -15,6 +15,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       search_check(services, data.state, data.request, data.pages.tracking, field_check),
       history_search({services, data.state, data.request, data.pages, envelope, letter_request,
                       fields.troop_district, search_check}),
+      letter_names(services),
       templates(services, data.state, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
       forms(services, data.state),
@@ -39,7 +40,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
       letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch, gate}),
       correspondence_grid(services, data.pages.correspondence),
-      row_format(services, data.state, data.pages),
+      row_format(services, data.state, letter_names, data.pages),
       handlers(Handlers()),
       replies(services, data.state, ReplyRoutes(handlers, data.pages),
               [this, &data] {

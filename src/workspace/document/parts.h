@@ -21,6 +21,7 @@
 #include "workspace/history_search.h"
 #include "workspace/letter_customer.h"
 #include "workspace/letter_generation.h"
+#include "workspace/letter_names.h"
 #include "workspace/letter_printing.h"
 #include "workspace/letter_request.h"
 #include "workspace/letter_templates.h"
@@ -49,6 +50,7 @@ struct Parts {
   LetterRequest letter_request;
   SearchCheck search_check;
   HistorySearch history_search;
+  LetterNames letter_names;
   LetterTemplates templates;
   HistoryRecord history;
   LetterDialogs forms;
