@@ -3,6 +3,7 @@
 #include "desktop/customer_search_view.h"
 #include "desktop/letter_form_view.h"
 #include "desktop/letter_information_view.h"
+#include "desktop/print_status_view.h"
 
 namespace desktop {
 
@@ -10,6 +11,7 @@ void RegisterFormViews(QtHostShell& shell) {
   shell.ShowFormsWith<customers::frmCustSearch>([](auto& form) { return new CustomerSearchView(form); });
   shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
   shell.ShowFormsWith<composition::frmLetter>([](auto& form) { return new LetterFormView(form); });
+  shell.ShowFormsWith<tracking::frmPrintStatus>([](auto& form) { return new PrintStatusView(form); });
 }
 
 }  // namespace desktop

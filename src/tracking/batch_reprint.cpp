@@ -43,7 +43,7 @@ void BatchReprint::Prepare(Letters letters) {
   letters_ = std::move(letters);
   count_ = static_cast<std::int16_t>(std::min(letters_.sequence_numbers.size(), kMost));
   printed_ = {};
-  is_cancelled_ = false;
+  progress_.Begin();
 }
 
 std::int32_t BatchReprint::TakeNext(std::string_view request_name) {
@@ -56,7 +56,7 @@ std::int32_t BatchReprint::TakeNext(std::string_view request_name) {
 }
 
 bool BatchReprint::HasLettersToReprint(std::string_view letter_type) const {
-  return letter_type == letters_.letter_type && printed_ < count_ && !is_cancelled_;
+  return letter_type == letters_.letter_type && printed_ < count_ && !progress_.is_cancelled();
 }
 
 void BatchReprint::LetterPrinted(RequestDescription& message) {
@@ -64,7 +64,6 @@ void BatchReprint::LetterPrinted(RequestDescription& message) {
   if (kind == nullptr)
     throw platform::Failure(platform::Failure::Kind::kInternal, "No batch reprint is running.");
   workspace::CountUp(services_, printed_, "printed letters", "ZEMLO_Corresp.PrintDoc");
-  TakeCancellation();
   // The letters print on where their progress cannot be shown.
   platform::Trap(services_, "ZEMLO_Corresp.PrintDoc", [&] { ShowProgress(); });
   message.name = std::string(kind->request_name);
@@ -73,26 +72,14 @@ void BatchReprint::LetterPrinted(RequestDescription& message) {
     message.keys.push_back(platform::Criterion("key:FetchContext", std::to_string(letter_.sequence_number)));
     message.status = Progress("Printing");
   } else {
-    CloseProgress();
+    progress_.Close();
   }
 }
 
-void BatchReprint::TakeCancellation() {
-  if (!status_form_.Cancelled) return;
-  is_cancelled_ = true;
-  CloseProgress();
-}
-
-void BatchReprint::CloseProgress() {
-  if (status_form_.shown()) status_form_.Close();
-}
-
 void BatchReprint::ShowProgress() {
-  status_form_.progress.SetCaption(Progress("Printed"));
-  if (status_form_.shown() || is_cancelled_) return;
-  status_form_.Cancelled = false;
-  services_.host.SetMousePointer(platform::MousePointer::kNormal);
-  services_.host.Show(status_form_);
+  const bool comes_up = !progress_.TakeCancellation() && !progress_.IsShown();
+  if (comes_up) services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  progress_.Show(Progress("Printed"));
 }
 
 std::string BatchReprint::Progress(const char* word) const {
@@ -101,12 +88,12 @@ std::string BatchReprint::Progress(const char* word) const {
 }
 
 void BatchReprint::Stop() {
-  is_cancelled_ = true;
+  progress_.Cancel();
   SendBatchCount("Saving batch");
 }
 
 void BatchReprint::SendBatchCount(std::string_view status) {
-  CloseProgress();
+  progress_.Close();
   RequestDescription message{.type = 78, .name = "BatchCount", .status = std::string(status)};
   SendBatchCountUpd(message);
   platform::Trap(services_, "ZEMLO_Corresp.SendBatchCountUpd", [&] { envelope_.Send(message); });

@@ -7,7 +7,7 @@
 
 #include "platform/counter.h"
 #include "platform/services.h"
-#include "tracking/frm_print_status.h"
+#include "tracking/run_progress.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/print_run.h"
@@ -29,7 +29,7 @@ class BatchReprint : public workspace::PrintRun {
   /// All references outlive this.
   BatchReprint(const platform::Services& services, workspace::RequestEnvelope& envelope,
                workspace::LetterData& letter)
-      : services_(services), envelope_(envelope), letter_(letter) {}
+      : services_(services), envelope_(envelope), letter_(letter), progress_(services) {}
 
   /// These are printed next; the run starts with the fetch of the first one.
   void Prepare(Letters letters);
@@ -48,9 +48,7 @@ class BatchReprint : public workspace::PrintRun {
   static bool IsReprint(std::string_view request_name);
 
  private:
-  void TakeCancellation();
   void ShowProgress();
-  void CloseProgress();
   void SendBatchCountUpd(workspace::RequestDescription& message) const;
   std::string Progress(const char* word) const;
 
@@ -61,8 +59,7 @@ class BatchReprint : public workspace::PrintRun {
   Letters letters_;
   platform::Counter count_;  ///< letters found
   platform::Counter printed_;
-  bool is_cancelled_ = false;
-  frmPrintStatus status_form_;
+  RunProgress progress_;
 };
 
 }  // namespace tracking

@@ -10,7 +10,7 @@ namespace tracking {
 class frmPrintStatus : public platform::Form {
  public:
   frmPrintStatus() : Form("Print Status") {
-    clicked_ = cancel.Click.Connect([this] { Cancelled = true; });
+    clicked_ = cancel.Click.Connect([this] { Cancel(); });
   }
 
   /// The user has asked for the end of the run.
@@ -20,9 +20,17 @@ class frmPrintStatus : public platform::Form {
   platform::Command cancel{"Cancel Print Job"};
 
  protected:
+  void OnLoad() override { cancel.SetEnabled(true); }
   void OnUnload() override { Cancelled = false; }
 
  private:
+  // The letter that is printing cannot be called back: the user sees that the wish was heard.
+  void Cancel() {
+    Cancelled = true;
+    cancel.SetEnabled(false);
+    progress.SetCaption("The run ends after this letter.");
+  }
+
   platform::Connection clicked_;
 };
 

@@ -2,8 +2,13 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <limits>
+#include <map>
+#include <utility>
+#include <vector>
 
+#include "platform/text.h"
 #include "workspace/listed_letters.h"
 #include "workspace/messaging/counting.h"
 
@@ -16,14 +21,22 @@ using workspace::PageIndex;
 
 constexpr const char* kRequest = "Letter_Print";
 constexpr const char* kProcedure = "ZEMLO_Corresp.PrintDoc";
+constexpr const char* kStart = "ZEMLO_Correspondence.LetterActClick";
+
+// A selection of more letters than this may be more than is seen of it: what it holds is told.
+constexpr std::size_t kMostWithoutTypes = 10;
 
 }  // namespace
 
 bool LocalReprint::Start() {
   auto& grid = uses_.pages.tracking.sdgGrid;
   ListedLetters letters(grid);
+  if (!IsConfirmed(letters.SelectedCount())) return false;
   Count(letters.SelectedCount());
   letters.MakeSelectedCurrent(0);
+  if (letters.SelectedCount() > 1) {
+    ShowProgress("Printing " + std::to_string(letters.SelectedCount()) + " letters");
+  }
   const bool is_under_way = uses_.fetch.RePrintLetter(kRequest, PageIndex::kTracking);
   if (is_under_way) {
     grid.SetEnabled(false);
@@ -40,27 +53,63 @@ bool LocalReprint::StartSingle(PageIndex page) {
   return is_under_way;
 }
 
+bool LocalReprint::IsConfirmed(std::size_t letters) {
+  using platform::MessageAnswer;
+  if (letters <= 1) return true;
+  auto text = "Should these " + std::to_string(letters) + " letters be printed?";
+  if (letters > kMostWithoutTypes) {
+    platform::Trap(uses_.services, kStart, [&] { text += TypesOfSelected(); });
+  }
+  return uses_.services.host.ShowMessage({text, platform::MessageIcon::kQuestion, uses_.state.message_title,
+                                          platform::MessageButtons::kYesNo, MessageAnswer::kNo}) ==
+         MessageAnswer::kYes;
+}
+
+/// An empty line, and one for each letter type, the most frequent one first.
+std::string LocalReprint::TypesOfSelected() {
+  const auto& grid = uses_.pages.tracking.sdgGrid;
+  std::map<std::string, std::size_t> counts;
+  for (const auto row : grid.selected_rows()) {
+    ++counts[uses_.names.NameOf(grid.rows()->Text(row, "LTR_TYP_ID"))];
+  }
+  std::vector<std::pair<std::string, std::size_t>> types(counts.begin(), counts.end());
+  std::ranges::stable_sort(types, std::greater{}, [](const auto& type) { return type.second; });
+  std::string lines(platform::kLineBreak);
+  for (const auto& [name, count] : types) {
+    lines.append(platform::kLineBreak).append(std::to_string(count)).append("  ").append(name);
+  }
+  return lines;
+}
+
 void LocalReprint::Count(std::size_t letters) {
   constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
+  progress_.Begin();
   uses_.state.letters_printed = {};
   uses_.state.letters_to_print = static_cast<std::int16_t>(std::min(letters, kMost));
   if (letters <= kMost) return;
   uses_.services.errors.ReportError("Of the " + std::to_string(letters) + " selected letters the first " +
                                         std::to_string(kMost) +
                                         " are printed. Select the others and print them next.",
-                                    platform::kComponentTitle, "ZEMLO_Correspondence.LetterActClick");
+                                    platform::kComponentTitle, kStart);
 }
 
 void LocalReprint::LetterPrinted(workspace::RequestDescription& message) {
   auto& state = uses_.state;
   workspace::CountUp(uses_.services, state.letters_printed, "printed letters", kProcedure);
-  if (state.ReprintIsOver()) return Stop();
+  if (state.ReprintIsOver() || !GoesOn()) return Stop();
   MakeNextCurrent();
   message.name = kRequest;
   message.keys.push_back(
       platform::Criterion("key:FetchContext", std::to_string(uses_.letter.sequence_number)));
-  uses_.services.status.ShowStatus("Printing letter " + std::to_string(state.letters_printed.value()) +
-                                   " of " + std::to_string(state.letters_to_print.value()));
+  const auto reached = " letter " + std::to_string(state.letters_printed.value()) + " of " +
+                       std::to_string(state.letters_to_print.value());
+  ShowProgress("Printed" + reached);
+  uses_.services.status.ShowStatus("Printing" + reached);
+}
+
+// The letters print on where their progress cannot be shown.
+void LocalReprint::ShowProgress(const std::string& text) {
+  platform::Trap(uses_.services, kProcedure, [&] { progress_.Show(text); });
 }
 
 void LocalReprint::MakeNextCurrent() {
@@ -78,6 +127,7 @@ void LocalReprint::MakeNextCurrent() {
 }
 
 void LocalReprint::Stop() {
+  progress_.Close();
   uses_.state.letters_to_print = uses_.state.letters_printed;
   uses_.pages.tracking.sdgGrid.SetEnabled(true);
 }

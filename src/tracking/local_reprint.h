@@ -5,7 +5,9 @@
 
 #include "platform/services.h"
 #include "tracking/letter_fetch.h"
+#include "tracking/run_progress.h"
 #include "workspace/letter_data.h"
+#include "workspace/letter_names.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/workspace_state.h"
 #include "workspace/pages.h"
@@ -15,8 +17,9 @@ namespace tracking {
 
 /// The selected letters are printed again on the local printer, one after the other.
 ///
-/// The tracking page's list is locked while they print, so that the selection stays what the run was started
-/// with.
+/// More than one letter is asked about first, with how many there are, more than ten with their types as
+/// well; while they print their progress is shown and the user may end the run. The tracking page's list is
+/// locked meanwhile, so that the selection stays what the run was started with.
 class LocalReprint : public workspace::PrintRun {
  public:
   struct Uses {
@@ -25,24 +28,31 @@ class LocalReprint : public workspace::PrintRun {
     workspace::LetterData& letter;
     workspace::Pages& pages;
     LetterFetch& fetch;
+    workspace::LetterNames& names;
     workspace::LetterSource* batch_browser;  ///< null where there is none
   };
-  explicit LocalReprint(Uses uses) : uses_(uses) {}
+  explicit LocalReprint(Uses uses) : uses_(uses), progress_(uses.services) {}
 
-  /// Starts with the first selected letter of the tracking page. Returns whether its request is under way: a
-  /// failure is reported.
+  /// Starts with the first selected letter of the tracking page. Returns whether its request is under way:
+  /// the user may have declined, and a failure is reported.
   bool Start();
   /// The letter of the page's current row, alone.
   bool StartSingle(workspace::PageIndex page);
 
   void LetterPrinted(workspace::RequestDescription& message) override;
   void Stop() override;
+  /// Whether the letter that has been fetched is to be printed: the user has not ended the run.
+  bool GoesOn() { return !progress_.TakeCancellation(); }
 
  private:
+  bool IsConfirmed(std::size_t letters);
+  std::string TypesOfSelected();
   void Count(std::size_t letters);
+  void ShowProgress(const std::string& text);
   void MakeNextCurrent();
 
   const Uses uses_;
+  RunProgress progress_;
 };
 
 }  // namespace tracking

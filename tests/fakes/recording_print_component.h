@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -32,6 +33,8 @@ class RecordingPrintComponent : public platform::PrintComponent {
   std::vector<platform::DocumentBookmark> bookmarks;
   /// Operations that fail, by their name.
   std::map<std::string, platform::Failure::Kind> failing;
+
+  std::function<void()> while_printing;  ///< runs while a letter is printed
 
   std::vector<std::string> merged;  ///< the texts given to MergeBookmarks, oldest first
 
@@ -88,6 +91,7 @@ class RecordingPrintComponent : public platform::PrintComponent {
     void ShowPreview() override { component_.Called("ShowPreview"); }
     bool PrintOut(int copies, bool show_dialog) override {
       component_.Called("PrintOut", std::to_string(copies) + (show_dialog ? " dialog" : ""));
+      if (component_.while_printing) component_.while_printing();
       if (component_.prints) component_.TakeOrFail(hand_over_);
       return component_.prints;
     }

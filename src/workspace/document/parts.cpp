@@ -36,7 +36,8 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       batch_reprint(services, envelope, data.letter),
       letter_fetch(services, envelope, data.letter, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
-      local_reprint({services, data.state, data.letter, data.pages, letter_fetch, /*batch_browser=*/nullptr}),
+      local_reprint({services, data.state, data.letter, data.pages, letter_fetch, letter_names,
+                     /*batch_browser=*/nullptr}),
       letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
       letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch, gate}),
       correspondence_grid(services, data.pages.correspondence),
@@ -60,6 +61,7 @@ ReplyHandlers Parts::Handlers() {
   known.MergeLetter = [this](PageIndex page, const std::string& mode, const std::string& letter_type) {
     stored_letters.MergeLetter(page, mode, letter_type);
   };
+  known.LocalReprintGoesOn = [this] { return local_reprint.GoesOn(); };
   known.StopLocalReprint = [this] { local_reprint.Stop(); };
   known.HasLettersToReprint = [this](const std::string& letter_type) {
     return batch_reprint.HasLettersToReprint(letter_type);

@@ -19,7 +19,9 @@ struct ReplyHandlers {
   std::function<void()> FillBatchHistory;
   /// Merges a stored letter: mode "PREVIEW", "PRINT", "SAVE", or the name of a batch reprint request.
   std::function<void(PageIndex page, const std::string& mode, const std::string& letter_type)> MergeLetter;
-  /// The next letter of a local reprint could not be fetched.
+  /// Whether the fetched letter of a local reprint is to be printed; without a handler it is.
+  std::function<bool()> LocalReprintGoesOn;
+  /// The next letter of a local reprint could not be fetched, or is not to be printed any more.
   std::function<void()> StopLocalReprint;
   std::function<void()> ViewBookMark;
   std::function<void()> FillCustFromLetter;

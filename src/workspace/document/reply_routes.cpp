@@ -33,6 +33,12 @@ class Steps {
   Step Merge(const char* mode) const {
     return [this_ = *this, mode] { this_.MergeLetter(this_.pages_.tabs.current(), mode, ""); };
   }
+  Step PrintNext() const {
+    return [this_ = *this, print = Merge("PRINT"), stop = Do(&ReplyHandlers::StopLocalReprint)] {
+      const auto& goes_on = this_.handlers_.LocalReprintGoesOn;
+      !goes_on || goes_on() ? print() : stop();
+    };
+  }
   Step TakeTemplateFolder() const {
     return [decode = Do(&ReplyHandlers::DecodeNetworkPath), copy = Do(&ReplyHandlers::CopyTemplate)] {
       decode();
@@ -101,7 +107,7 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
       {"BatchAU", none, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
       {"Letter_BKView", steps.Do(&Handlers::ViewBookMark), Status::kReady, none, none},
-      {"Letter_Print", steps.Merge("PRINT"), Status::kReady, steps.Do(&Handlers::StopLocalReprint), none},
+      {"Letter_Print", steps.PrintNext(), Status::kReady, steps.Do(&Handlers::StopLocalReprint), none},
       {"Letter_Save", steps.Merge("SAVE"), Status::kReady, none, none},
       {"CustomerFromLetter", steps.Do(&Handlers::FillCustFromLetter), Status::kReady,
        steps.EnableLetterActions(), steps.EnableLetterActions()},

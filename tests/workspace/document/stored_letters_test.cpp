@@ -38,8 +38,12 @@ class StoredLetters : public WorkspaceTest {
   void UserSelects(std::vector<std::size_t> rows) { Tracking().sdgGrid.UserSelects(std::move(rows)); }
   void UserActs(std::size_t option) { Tracking().OptLetter[option].UserClicks(); }
   void UserReprints(std::vector<std::size_t> rows) {
+    fakes_.host.answers = {platform::MessageAnswer::kYes};
     UserSelects(std::move(rows));
     UserActs(TrackingPage::kReprintLocal);
+  }
+  tracking::frmPrintStatus& PrintStatus() {
+    return dynamic_cast<tracking::frmPrintStatus&>(*fakes_.host.shown_forms.back());
   }
   void ServerBringsLetter() {
     fakes_.server.ReplyWith("XML_CONTEXT", {{{"XML_CONTEXT", kContext}}});
@@ -154,6 +158,76 @@ TEST_F(StoredLetters, ArePrintedOneAfterTheOther) {
   EXPECT_THAT(std::vector(print_.merged), SizeIs(3));
   EXPECT_TRUE(print_.HasCalled("PrintOut 1"));
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+// Ctrl+A and "Reprint (Local)" printed all that was listed, without a word.
+TEST_F(StoredLetters, ArePrintedTogetherOnlyWhenTheUserSaysSo) {
+  const auto sent_before = Sent();
+  UserSelects({0, 1, 2});
+  UserActs(TrackingPage::kReprintLocal);
+  ASSERT_THAT(fakes_.host.MessageTexts(), ElementsAre("Should these 3 letters be printed?"));
+  const auto& question = fakes_.host.messages.front();
+  EXPECT_EQ(question.buttons, platform::MessageButtons::kYesNo);
+  EXPECT_EQ(question.default_answer, platform::MessageAnswer::kNo);
+  EXPECT_EQ(Sent(), sent_before);
+  EXPECT_TRUE(Tracking().letter_action.enabled());
+  EXPECT_TRUE(Tracking().sdgGrid.enabled());
+
+  fakes_.host.messages.clear();
+  UserReprints({1});
+  EXPECT_THAT(fakes_.host.messages, IsEmpty()) << "one letter is what the user sees selected";
+}
+
+TEST_F(StoredLetters, AreCountedByTypeWhereManyArePrintedTogether) {
+  fakes_.reference.AnswersWhatContains(
+      "LTR_NM FROM FLS_LETTER",
+      fakes::RowsOf("FLS_LETTER", {{{"LTR_TYP_ID", "109"}, {"LTR_NM", "Tax Warrant"}},
+                                   {{"LTR_TYP_ID", "110"}, {"LTR_NM", "Certificate"}}}));
+  std::vector<fakes::Row> rows;
+  for (int number = 0; number < 11; ++number) {
+    rows.push_back({{"SEQ_NBR", number + 1},
+                    {"LTR_TYP_ID", number < 4    ? "110"
+                                   : number < 10 ? "109"
+                                                 : "777"},
+                    {"PRNT_STTS_CD", "P"}});
+  }
+  Tracking().sdgGrid.Bind(fakes::RowsOf("CORRHIST", rows));
+  UserSelects({0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10});
+  UserActs(TrackingPage::kReprintLocal);
+  EXPECT_THAT(
+      fakes_.host.MessageTexts(),
+      ElementsAre("Should these 11 letters be printed?\r\n\r\n6  Tax Warrant\r\n4  Certificate\r\n1  777"));
+}
+
+TEST_F(StoredLetters, StopPrintingAfterTheLetterDuringWhichTheUserEndsTheRun) {
+  UserReprints({0, 1, 2});
+  EXPECT_EQ(PrintStatus().progress.caption(), "Printing 3 letters");
+  ServerBringsLetter();
+  EXPECT_EQ(PrintStatus().progress.caption(), "Printed letter 1 of 3");
+
+  PrintStatus().cancel.UserClicks();  // while the second letter is fetched: it is not printed any more
+  ServerBringsLetter();
+  EXPECT_THAT(std::vector(print_.merged), SizeIs(1));
+  EXPECT_FALSE(PrintStatus().shown());
+  EXPECT_TRUE(document_.state().ReprintIsOver());
+  EXPECT_TRUE(Tracking().sdgGrid.enabled());
+  EXPECT_FALSE(document_.state().AwaitsReply());
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+
+  UserReprints({0, 1, 2});
+  ServerBringsLetter();
+  EXPECT_THAT(std::vector(print_.merged), SizeIs(2)) << "the next run prints again";
+}
+
+TEST_F(StoredLetters, RecordTheLetterDuringWhosePrintTheUserEndsTheRun) {
+  UserReprints({0, 1, 2});
+  print_.while_printing = [this] { PrintStatus().cancel.UserClicks(); };
+  ServerBringsLetter();
+  EXPECT_THAT(Record(), Contains("SEQ_NBR=17"));
+  EXPECT_THAT(LastRequest().Keys(), IsEmpty());
+  EXPECT_FALSE(PrintStatus().shown());
+  ServerConfirms();
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
 }
 
 TEST_F(StoredLetters, KeepTheSelectionOfARunUntilItsLastLetter) {
