@@ -61,7 +61,7 @@ class Workplace {
 };
 
 void Run(LayoutPool& pool, const std::vector<MergeJob>& jobs) {
-  RunMergeJobs(jobs, pool, [](const MergeResult& result) {
+  RunMergeJobs(jobs, pool, {.allow_unfilled = true, .stop = {}}, [](const MergeResult& result) {
     if (result.failure) throw std::runtime_error(result.failure->description());
   });
 }

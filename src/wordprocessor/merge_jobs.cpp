@@ -1,15 +1,17 @@
 #include "wordprocessor/merge_jobs.h"
 
+#include <algorithm>
 #include <condition_variable>
-#include <cstddef>
 #include <deque>
 #include <exception>
 #include <mutex>
+#include <set>
 #include <utility>
 
 #include "platform/text.h"
 #include "wordprocessor/data_context.h"
 #include "wordprocessor/docx_file.h"
+#include "wordprocessor/print_file.h"
 #include "wordprocessor/print_template.h"
 #include "wordprocessor/template_cache.h"
 
@@ -20,6 +22,7 @@ using platform::Failure;
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 constexpr std::size_t kFields = 3;
+constexpr std::string_view kBlanks = " \t\r";
 
 std::vector<std::string> Split(std::string_view text, char separator) {
   std::vector<std::string> parts;
@@ -46,6 +49,18 @@ Failure BadLine(int number) {
               "parted by tabs."};
 }
 
+/// A blank line, or one for people only.
+bool IsPassedOver(std::string_view line) {
+  const auto begin = line.find_first_not_of(kBlanks);
+  return begin == std::string_view::npos || line[begin] == '#';
+}
+
+std::string Joined(const std::vector<std::string>& names) {
+  std::string list;
+  for (const auto& name : names) list += (list.empty() ? "" : ", ") + name;
+  return list;
+}
+
 bool IsPdf(const std::filesystem::path& output) {
   const auto ending = platform::LowerCase(output.extension().string());
   if (ending == ".pdf") return true;
@@ -58,13 +73,19 @@ bool IsPdf(const std::filesystem::path& output) {
 /// The jobs under way, and the results that nobody has been told yet.
 class MergeRun {
  public:
-  MergeRun(LayoutPool& pool, const std::function<void(const MergeResult&)>& on_result)
+  MergeRun(LayoutPool& pool, const MergeWishes& wishes,
+           const std::function<void(const MergeResult&)>& on_result)
       : pool_(pool),
+        wishes_(wishes),
         on_result_(on_result),
         most_under_way_(2 * static_cast<std::size_t>(pool.workers()) + 2) {}
 
-  void Do(const MergeJob& job) {
+  bool IsToStop() {
     TellUntilUnderWay(most_under_way_ - 1);
+    return wishes_.stop && wishes_.stop();
+  }
+
+  void Do(const MergeJob& job) {
     MergeResult result{job.number, job.output};
     try {
       Start(job, result);
@@ -87,9 +108,29 @@ class MergeRun {
     });
     auto document = templates_.Open(job.template_file, CommonTemplateBeside(job.template_file));
     result.not_filled = document.MergeBookmarks(context);
+    if (!result.not_filled.empty() && !wishes_.allow_unfilled) RefuseUnfilled(job, result.not_filled);
     if (pdf) return LayOut(job, document.Bytes(), result);
     document.Save(job.output);
     on_result_(result);
+  }
+
+  [[noreturn]] void RefuseUnfilled(const MergeJob& job, const std::vector<std::string>& names) {
+    const auto text = FillsSome(job, names)
+                          ? "Bookmarks of \"" + job.template_file.string() +
+                                "\" were not filled: " + Joined(names) + ". Give the context these fields."
+                          : "The context \"" + job.context_file.string() +
+                                "\" fills none of the bookmarks of \"" + job.template_file.string() + "\" (" +
+                                Joined(names) + "). Name the context that belongs to it.";
+    throw Failure(Failure::Kind::kRefused, text);
+  }
+
+  /// Whether a bookmark of the template was filled. Optional paragraphs are theirs without the context.
+  bool FillsSome(const MergeJob& job, const std::vector<std::string>& not_filled) {
+    const auto blank = templates_.Open(job.template_file, CommonTemplateBeside(job.template_file));
+    return std::ranges::any_of(blank.Bookmarks(), [&](const platform::DocumentBookmark& bookmark) {
+      return !IsParagraphField(bookmark.Name) &&
+             std::ranges::find(not_filled, bookmark.Name) == not_filled.end();
+    });
   }
 
   void LayOut(const MergeJob& job, std::string document, const MergeResult& result) {
@@ -121,6 +162,7 @@ class MergeRun {
   }
 
   LayoutPool& pool_;
+  const MergeWishes& wishes_;
   const std::function<void(const MergeResult&)>& on_result_;
   const std::size_t most_under_way_;
   TemplateCache templates_;
@@ -139,8 +181,8 @@ MergeJobList ReadMergeJobs(std::string_view text) {
   int number = 0;
   for (auto& line : Split(text, '\n')) {
     ++number;
+    if (IsPassedOver(line)) continue;
     if (line.ends_with('\r')) line.pop_back();
-    if (line.empty()) continue;
     auto fields = Split(line, '\t');
     if (IsJob(fields)) {
       list.jobs.push_back({number, fields[0], fields[1], fields[2]});
@@ -152,11 +194,16 @@ MergeJobList ReadMergeJobs(std::string_view text) {
   return list;
 }
 
-void RunMergeJobs(const std::vector<MergeJob>& jobs, LayoutPool& pool,
-                  const std::function<void(const MergeResult&)>& on_result) {
-  MergeRun run(pool, on_result);
-  for (const auto& job : jobs) run.Do(job);
+std::size_t RunMergeJobs(const std::vector<MergeJob>& jobs, LayoutPool& pool, const MergeWishes& wishes,
+                         const std::function<void(const MergeResult&)>& on_result) {
+  std::set<std::filesystem::path> folders;
+  for (const auto& job : jobs) folders.insert(job.output.has_parent_path() ? job.output.parent_path() : ".");
+  for (const auto& folder : folders) RemoveUnfinishedFiles(folder);
+  MergeRun run(pool, wishes, on_result);
+  std::size_t begun = 0;
+  while (begun < jobs.size() && !run.IsToStop()) run.Do(jobs[begun++]);
   run.Finish();
+  return begun;
 }
 
 }  // namespace wordprocessor

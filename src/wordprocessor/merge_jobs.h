@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -33,14 +34,22 @@ struct MergeJobList {
   std::vector<MergeResult> bad_lines;
 };
 
-/// Reads one job a line: TEMPLATE, CONTEXT and OUT, parted by tabs. Empty lines are passed over. A line that
-/// is no job comes back as a failed result of that number; the others count.
+/// Reads one job a line: TEMPLATE, CONTEXT and OUT, parted by tabs. Blank lines and those that begin with "#"
+/// are passed over. A line that is no job comes back as a failed result of that number; the others count.
 MergeJobList ReadMergeJobs(std::string_view text);
 
-/// Does the jobs and tells each result, from this thread, as it comes; returns when all are told. A job that
-/// fails costs nobody else anything. Letters are merged here while the pool's processes lay out those before;
-/// the pool starts no process where every output is a .docx.
-void RunMergeJobs(const std::vector<MergeJob>& jobs, LayoutPool& pool,
-                  const std::function<void(const MergeResult&)>& on_result);
+struct MergeWishes {
+  /// Make a letter though nothing fills some of its bookmarks; else it fails, and `not_filled` names them.
+  bool allow_unfilled = false;
+  /// Asked before each letter: true begins no further one. Empty for never.
+  std::function<bool()> stop = {};
+};
+
+/// Does the jobs, which must not clash (merge_clashes.h), and tells each result, from this thread, as it
+/// comes. Returns how many it has begun, from the first one on, when all of those are told. A job that fails
+/// costs nobody else anything. Letters are merged here while the pool's processes lay out those before; the
+/// pool starts no process where every output is a .docx.
+std::size_t RunMergeJobs(const std::vector<MergeJob>& jobs, LayoutPool& pool, const MergeWishes& wishes,
+                         const std::function<void(const MergeResult&)>& on_result);
 
 }  // namespace wordprocessor

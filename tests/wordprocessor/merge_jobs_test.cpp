@@ -7,6 +7,7 @@
 #include <string>
 
 #include "tests/wordprocessor/layout_letter.h"
+#include "wordprocessor/merge_clashes.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
@@ -15,20 +16,23 @@ namespace {
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
+using testing::Not;
+using testing::StartsWith;
 
 TEST(MergeJobs, ReadsOneJobALineAndNamesBadLinesByNumber) {
   const auto list = ReadMergeJobs(
       "\xEF\xBB\xBFt one.docx\tc.xml\to.pdf\r\n"
-      "\n"
+      " \t\r\n"
       "t.docx\tc.xml\n"
       "t.docx\t\to.pdf\n"
       "t.docx\tc.xml\to.pdf\tmore\n"
+      "# the letters\tof\tMonday\n"
+      "  # and of Tuesday\n"
       "t.docx\tc.xml\tlast.docx");
   ASSERT_EQ(list.jobs.size(), 2U);
   EXPECT_EQ(list.jobs[0].template_file, "t one.docx");
   EXPECT_EQ(list.jobs[0].output, "o.pdf");
-  EXPECT_EQ(list.jobs[1].number, 6);
+  EXPECT_EQ(list.jobs[1].number, 8);
   std::string bad;
   for (const auto& line : list.bad_lines) bad += line.failure.value().description() + "\n";
   EXPECT_THAT(bad, AllOf(HasSubstr("Line 3 is no job."), HasSubstr("Line 4 is no job."),
@@ -55,18 +59,30 @@ class MergeJobsTest : public testing::Test {
                      "<XML_CONTEXT><NAME>Customer " + std::to_string(number) + "</NAME></XML_CONTEXT>");
     return name;
   }
-  std::map<int, MergeResult> Run(const std::vector<MergeJob>& jobs, const std::string& program, int workers) {
+  std::map<int, MergeResult> Run(const std::vector<MergeJob>& jobs, const std::string& program, int workers,
+                                 const MergeWishes& wishes = {.allow_unfilled = true, .stop = {}}) {
     LayoutSettings settings;
     settings.worker_program = std::filesystem::path(ZEMLO_BINARY_DIR) / "bin" / program;
     settings.work_folder = folder_ / "work";
     settings.workers = workers;
     LayoutPool pool(settings);
     std::map<int, MergeResult> results;
-    RunMergeJobs(jobs, pool, [&](const MergeResult& result) { results.emplace(result.number, result); });
+    begun_ = RunMergeJobs(jobs, pool, wishes,
+                          [&](const MergeResult& result) { results.emplace(result.number, result); });
     return results;
   }
 
+  /// The reasons why these jobs may not be done together; "" where they may.
+  std::string Clashes(const std::vector<MergeJob>& jobs) {
+    std::string reasons;
+    for (const auto& clash : MergeClashes(jobs)) {
+      reasons += std::to_string(clash.number) + ": " + clash.failure.value().description() + "\n";
+    }
+    return reasons;
+  }
+
   tests::TemporaryFolder folder_;
+  std::size_t begun_ = 0;
 };
 
 TEST_F(MergeJobsTest, MakesLettersWithTheRealOffice) {
@@ -100,6 +116,70 @@ TEST_F(MergeJobsTest, LetsAFailingJobCostItsOwnLineOnly) {
       EXPECT_THAT(result.failure->description(), HasSubstr(refusal->second));
     }
   }
+}
+
+TEST_F(MergeJobsTest, RefusesALetterWithBookmarksThatNothingFills) {
+  WriteScratchFile(folder_ / "other.xml", "<XML_CONTEXT><CITY>Carson</CITY></XML_CONTEXT>");
+  WriteScratchFile(folder_ / "whole.xml", "<XML_CONTEXT><NAME>A</NAME><PHONE>B</PHONE></XML_CONTEXT>");
+  const auto results = Run({Job(1, "t.docx", ContextOf(1), "1.docx"), Job(2, "t.docx", "other.xml", "2.pdf"),
+                            Job(3, "t.docx", "whole.xml", "3.docx")},
+                           "zemlo-fake-worker", 1, {});
+  EXPECT_THAT(results.at(1).failure.value().description(),
+              AllOf(HasSubstr("not filled: PHONE"), Not(HasSubstr("NAME"))));
+  EXPECT_THAT(results.at(2).failure.value().description(),
+              AllOf(HasSubstr("other.xml\" fills none"), HasSubstr("NAME, PHONE")));
+  EXPECT_FALSE(results.at(3).failure);
+  EXPECT_FALSE(std::filesystem::exists(results.at(1).output) ||
+               std::filesystem::exists(results.at(2).output));
+}
+
+TEST_F(MergeJobsTest, NamesLettersThatWouldOverwriteOneAnotherOrWhatTheyAreMadeOf) {
+  const auto context = ContextOf(1);
+  std::filesystem::create_directory(folder_ / "out");
+  std::filesystem::create_directory_symlink("out", folder_ / "same");
+  std::filesystem::create_symlink("a.docx", folder_ / "out" / "to_be.docx");
+  std::filesystem::create_symlink("../t.docx", folder_ / "out" / "template.docx");
+  std::filesystem::create_hard_link(folder_ / context, folder_ / "out" / "context.docx");
+  EXPECT_EQ(Clashes({Job(1, "t.docx", context, "out/a.docx"), Job(2, "t.docx", context, "out/a.pdf"),
+                     Job(3, "t.docx", context, "a.docx"), Job(4, "t.docx", context, "missing/a.docx")}),
+            "");
+  for (const auto* other :
+       {"out/a.docx", "out/../out/./a.docx", "same/a.docx", "out//a.docx", "out/to_be.docx"}) {
+    EXPECT_THAT(Clashes({Job(1, "t.docx", context, "out/a.docx"), Job(2, "t.docx", context, other)}),
+                AllOf(StartsWith("2: "), HasSubstr("line 1")))
+        << other;
+  }
+  for (const auto* input : {"t.docx", "./t.docx", "out/template.docx", "same/context.docx"}) {
+    EXPECT_THAT(Clashes({Job(1, "t.docx", context, "1.docx"), Job(5, "u.docx", "d.xml", input)}),
+                AllOf(StartsWith("5: "), HasSubstr("line 1"), HasSubstr("overwrite")))
+        << input;
+    EXPECT_THAT(Clashes({Job(1, "t.docx", context, input)}), HasSubstr("made of")) << input;
+  }
+  EXPECT_THAT(Clashes({Job(1, "t.docx", context, "new.docx"), Job(2, "new.docx", context, "2.docx")}),
+              StartsWith("1: "));
+  const auto here = std::filesystem::current_path();
+  std::filesystem::current_path(folder_.path());
+  EXPECT_THAT(
+      Clashes({{1, "t.docx", context, "out/a.docx"}, {2, "t.docx", context, folder_ / "same/a.docx"}}),
+      StartsWith("2: "));
+  std::filesystem::current_path(here);
+}
+
+TEST_F(MergeJobsTest, BeginsNoFurtherLetterWhenItIsToldToStop) {
+  std::vector<MergeJob> jobs;
+  for (int number = 1; number <= 30; ++number) {
+    jobs.push_back(Job(number, "t.docx", ContextOf(number), std::to_string(number) + ".pdf"));
+  }
+  int asked = 0;
+  const auto results =
+      Run(jobs, "zemlo-fake-worker", 1, {.allow_unfilled = true, .stop = [&asked] { return ++asked > 7; }});
+  EXPECT_EQ(begun_, 7U);
+  EXPECT_EQ(results.size(), 7U);
+  for (const auto& [number, result] : results) {
+    EXPECT_FALSE(result.failure) << number;
+    EXPECT_TRUE(std::filesystem::exists(result.output)) << number;
+  }
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "8.pdf"));
 }
 
 TEST_F(MergeJobsTest, StartsNoLayoutForDocuments) {
