@@ -41,8 +41,8 @@ class CommandLine {
       return kWrongUsage;
     }
     if (!options_.isSet(QStringLiteral("help"))) return std::nullopt;
-    std::cout << desktop::FromQt(options_.helpText());
-    return 0;
+    std::cout << desktop::FromQt(options_.helpText()) << std::flush;
+    return std::cout ? 0 : kRefused;
   }
 
   host::DataFolder Data() const {

@@ -1,12 +1,12 @@
 #include "host/data_folder.h"
 
 #include <cstdlib>
-#include <system_error>
 
 #include <pwd.h>
 #include <unistd.h>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 
 namespace host {
 namespace {
@@ -48,15 +48,12 @@ bool DataFolder::IsNew() const {
 }
 
 void DataFolder::Create() const {
-  for (const auto& folder : {root_, Templates(), Printed(), Config(), Work()}) {
-    std::error_code error;
-    std::filesystem::create_directories(folder, error);
-    if (!error) continue;
-    const auto kind = error == std::errc::permission_denied || error == std::errc::read_only_file_system
-                          ? Failure::Kind::kPermissionDenied
-                          : Failure::Kind::kUnavailable;
-    throw Failure(kind, "The folder \"" + folder.string() + "\" cannot be made (" + error.message() +
-                            "). Choose a data folder you may write to with --data DIR.");
+  for (const auto& folder : {root_, Templates(), Printed(), Unrecorded(), Config(), Work()}) {
+    try {
+      platform::MakeFolder(folder);
+    } catch (const Failure& failure) {
+      throw Failure(failure.kind(), failure.description() + " --data DIR names another data folder.");
+    }
   }
 }
 

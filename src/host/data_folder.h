@@ -36,7 +36,7 @@ class DataFolder {
   std::filesystem::path Work() const { return root_ / "work"; }
   std::filesystem::path ErrorLog() const { return root_ / "error.log"; }
 
-  /// Makes the folders that are missing. Throws Failure kPermissionDenied or kUnavailable naming the folder.
+  /// Makes the folders that are missing. Throws FileFailure naming the folder.
   void Create() const;
   /// Whether there is nothing yet, neither an office nor anything else: no folder, or an empty one. What a
   /// new disk brings along does not count.

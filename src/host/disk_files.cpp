@@ -5,22 +5,14 @@
 
 #include <unistd.h>
 
-#include "platform/failure.h"
+#include "platform/file_access.h"
+#include "platform/file_failure.h"
 #include "platform/text.h"
 
 namespace host {
 namespace {
 
 using platform::Failure;
-
-[[noreturn]] void Fail(const std::string& what, const std::error_code& error) {
-  auto kind = Failure::Kind::kUnavailable;
-  if (error == std::errc::no_such_file_or_directory) kind = Failure::Kind::kNotFound;
-  if (error == std::errc::permission_denied || error == std::errc::read_only_file_system) {
-    kind = Failure::Kind::kPermissionDenied;
-  }
-  throw Failure(kind, what + " (" + error.message() + ").");
-}
 
 /// Gone at the end unless it has been renamed into place.
 struct TemporaryFile {
@@ -65,8 +57,9 @@ void DiskFiles::CopyFile(const std::string& from, const std::string& to) {
   const TemporaryFile copy{target.string() + "." + std::to_string(getpid()) + ".part"};
   std::error_code error;
   std::filesystem::copy_file(*source, copy.path, std::filesystem::copy_options::overwrite_existing, error);
+  platform::Protect(copy.path);
   if (!error) std::filesystem::rename(copy.path, target, error);
-  if (error) Fail("The file \"" + from + "\" cannot be copied to \"" + to + "\"", error);
+  if (error) throw platform::FileFailure("could not be copied from \"" + from + "\"", target, error.value());
 }
 
 bool DiskFiles::DeleteFile(const std::string& path) {
@@ -74,7 +67,7 @@ bool DiskFiles::DeleteFile(const std::string& path) {
   if (!file) return false;
   std::error_code error;
   const bool removed = std::filesystem::remove(*file, error);
-  if (error) Fail("The file \"" + path + "\" cannot be deleted", error);
+  if (error) throw platform::FileFailure("could not be deleted", *file, error.value());
   return removed;
 }
 

@@ -1,7 +1,12 @@
 #include "host/error_log.h"
 
-#include <fstream>
+#include <cerrno>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include "platform/file_access.h"
+#include "platform/file_failure.h"
 #include "platform/text.h"
 #include "platform/value.h"
 
@@ -13,7 +18,7 @@ void ErrorLog::ReportError(std::string_view description, std::string_view compon
     auto one_line = platform::ReplaceAll(description, "\r", "\\r");
     one_line = platform::ReplaceAll(one_line, "\n", "\\n");
     Append(platform::TimestampText(clock_.Now()) + '\t' + std::string(component_title) + '\t' +
-           std::string(procedure) + '\t' + one_line);
+           std::string(procedure) + '\t' + one_line + '\n');
     if (listener_) listener_(std::string(description), std::string(procedure));
   } catch (const std::exception&) {
     // A log that cannot be written must not stop the work it reports on.
@@ -22,8 +27,23 @@ void ErrorLog::ReportError(std::string_view description, std::string_view compon
 
 void ErrorLog::Append(const std::string& line) {
   const std::lock_guard lock(mutex_);
-  std::ofstream log(file_, std::ios::app | std::ios::binary);
-  log << line + '\n' << std::flush;  // one write: two programs may share the file
+  int log = open(file_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
+  if (log < 0 && errno == ENOENT) {
+    if (const int made = platform::OpenNewFile(file_); made >= 0) close(made);
+    log = open(file_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);  // also where another program has made it
+  }
+  // One write: two programs may share the file.
+  const bool is_written =
+      log >= 0 && write(log, line.data(), line.size()) == static_cast<ssize_t>(line.size());
+  const int number = errno;
+  if (log >= 0) close(log);
+  if (!is_written) TellNotWritten(number == 0 ? ENOSPC : number);
+}
+
+void ErrorLog::TellNotWritten(int number) {
+  if (told_not_written_.exchange(true) || !listener_) return;
+  listener_(platform::FileFailure("(the error log) could not be written", file_, number).description(),
+            "ErrorLog.ReportError");
 }
 
 std::string ErrorLog::ErrorText(std::uint32_t number) const {

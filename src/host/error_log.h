@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <functional>
 #include <mutex>
@@ -11,7 +12,8 @@
 namespace host {
 
 /// Reports go into a log file, one line each (time, component, procedure, description), and to a listener
-/// that tells the person. May be called from any thread; the listener is called on the reporting one.
+/// that tells the person; it is told once that the log cannot be written, too. May be called from any thread;
+/// the listener is called on the reporting one.
 class ErrorLog : public platform::ErrorReporter {
  public:
   using Listener = std::function<void(const std::string& description, const std::string& procedure)>;
@@ -25,6 +27,7 @@ class ErrorLog : public platform::ErrorReporter {
 
  private:
   void Append(const std::string& line);
+  void TellNotWritten(int number);
 
   // Constant after construction.
   const std::filesystem::path file_;
@@ -32,6 +35,7 @@ class ErrorLog : public platform::ErrorReporter {
   const Listener listener_;
 
   std::mutex mutex_;  // one line at a time
+  std::atomic<bool> told_not_written_ = false;
 };
 
 }  // namespace host

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "host/accounts.h"
 #include "platform/failure.h"
 #include "platform/identity.h"
 #include "platform/trap.h"
@@ -62,26 +63,43 @@ void PrintJournal::Settle(const std::string& message_key, Outcome outcome) {
 
 std::vector<platform::PrintJournal::Left> PrintJournal::LeftBehind() {
   std::vector<Left> left;
+  closed_.clear();
   for (const auto& file : NoteFiles()) {
     platform::Trap(errors_, "PrintJournal.LeftBehind", [&] {
       RemoveHalfWritten(file);
-      auto note = PrintNoteFile::Take(file);
-      if (!note) return;
-      left.push_back({note->note(), note->stage()});
-      left_.emplace(note->note().message_key, std::move(*note));
+      Take(file, left);
     });
   }
   return left;
 }
 
-std::vector<std::filesystem::path> PrintJournal::NoteFiles() const {
+void PrintJournal::Take(const std::filesystem::path& file, std::vector<Left>& left) {
+  if (PrintNoteFile::IsClosed(file)) {
+    ++closed_[OwnerOf(file)];
+    return;
+  }
+  auto note = PrintNoteFile::Take(file);
+  if (!note) return;
+  left.push_back({note->note(), note->stage(), OwnerOf(file)});
+  left_.emplace(note->note().message_key, std::move(*note));
+}
+
+std::vector<platform::PrintJournal::Closed> PrintJournal::ClosedNotes() const {
+  std::vector<Closed> notes;
+  for (const auto& [user, letters] : closed_) notes.push_back({user, letters});
+  return notes;
+}
+
+std::vector<std::filesystem::path> PrintJournal::NoteFiles() {
   std::vector<std::pair<std::filesystem::file_time_type, std::filesystem::path>> files;
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator(folder_, error)) {
     std::error_code gone;
     files.emplace_back(entry.last_write_time(gone), entry.path());
   }
-  if (error && error != std::errc::no_such_file_or_directory) {
+  if (error == std::errc::permission_denied) {
+    closed_.emplace(OwnerOf(folder_), 0);
+  } else if (error && error != std::errc::no_such_file_or_directory) {
     errors_.ReportError("The notes of printed letters in \"" + folder_.string() + "\" cannot be read (" +
                             error.message() + "); letters that were not recorded stay unnamed.",
                         platform::kComponentTitle, "PrintJournal.LeftBehind");

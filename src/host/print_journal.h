@@ -26,14 +26,16 @@ class PrintJournal : public platform::PrintJournal {
   std::string Record() override;
   std::vector<std::string> Recording() const override;
   void Settle(const std::string& message_key, Outcome outcome) override;
-  /// A file that cannot be read is reported and stays where it is.
+  /// A file that is damaged is reported and stays where it is; one that is another user's alone is not.
   std::vector<Left> LeftBehind() override;
+  std::vector<Closed> ClosedNotes() const override;
   void RecordAgain(const std::string& message_key) override;
   void Forget(const std::string& message_key) override;
   void LeaveForNextStart(const std::string& message_key) override;
 
  private:
-  std::vector<std::filesystem::path> NoteFiles() const;
+  std::vector<std::filesystem::path> NoteFiles();
+  void Take(const std::filesystem::path& file, std::vector<Left>& left);
   void RemoveHalfWritten(const std::filesystem::path& file) const;
   PrintNoteFile TakeFrom(std::map<std::string, PrintNoteFile>& notes, const std::string& message_key) const;
 
@@ -45,6 +47,7 @@ class PrintJournal : public platform::PrintJournal {
   std::optional<PrintNoteFile> printing_;            ///< being handed over, or accepted
   std::map<std::string, PrintNoteFile> recording_;   ///< by message key, as all of these
   std::map<std::string, PrintNoteFile> left_;        ///< left behind by another program
+  std::map<std::string, std::size_t> closed_;        ///< by user: how many notes, 0 for a folder
   std::map<std::string, PrintNoteFile> next_start_;  ///< locked, so that nobody offers them before this ends
 };
 

@@ -10,7 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/failure.h"
+#include "host/accounts.h"
+#include "platform/file_access.h"
+#include "platform/file_failure.h"
 #include "platform/xml.h"
 
 namespace host {
@@ -45,11 +47,12 @@ std::optional<PrintStage> StageOf(const std::filesystem::path& file) {
 }
 
 [[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file) {
-  const int number = errno;
-  throw Failure(
-      number == EACCES || number == EROFS ? Failure::Kind::kPermissionDenied : Failure::Kind::kUnavailable,
-      "The note of a letter that is printed " + what + " \"" + file.string() + "\" (" +
-          std::strerror(number) + "). Make room there, or see to the permissions.");
+  auto failure = platform::FileFailure("(the note of a letter that is printed) " + what, file, errno);
+  const auto owner = OwnerOf(file.parent_path());
+  if (failure.kind() != Failure::Kind::kPermissionDenied || owner.empty()) throw failure;
+  throw Failure(failure.kind(),
+                failure.description() + " The folder belongs to user \"" + owner +
+                    "\"; \"zemlo-letters init --group NAME\" shares a data folder with a group.");
 }
 
 /// What was renamed or removed in a folder outlasts a power cut, where its file system can promise that (some
@@ -88,7 +91,7 @@ std::string ReadAll(int descriptor, const std::filesystem::path& file) {
   for (;;) {
     const auto got = read(descriptor, part.data(), part.size());
     if (got < 0 && errno == EINTR) continue;
-    if (got < 0) Fail("cannot be read from", file);
+    if (got < 0) Fail("could not be read", file);
     if (got == 0) return text;
     text.append(part.data(), static_cast<std::size_t>(got));
   }
@@ -98,10 +101,10 @@ void WriteAll(int descriptor, std::string_view text, const std::filesystem::path
   while (!text.empty()) {
     const auto written = write(descriptor, text.data(), text.size());
     if (written < 0 && errno == EINTR) continue;
-    if (written < 0) Fail("cannot be written to", file);
+    if (written < 0) Fail("could not be written", file);
     text.remove_prefix(static_cast<std::size_t>(written));
   }
-  if (fsync(descriptor) != 0) Fail("cannot be written to", file);
+  if (fsync(descriptor) != 0) Fail("could not be written", file);
 }
 
 bool IsStillNamed(int descriptor, const std::filesystem::path& file) {
@@ -114,17 +117,16 @@ bool IsStillNamed(int descriptor, const std::filesystem::path& file) {
 }  // namespace
 
 PrintNoteFile PrintNoteFile::Write(const std::filesystem::path& folder, PrintNote note) {
-  std::error_code error;
-  std::filesystem::create_directories(folder, error);
+  platform::MakeFolder(folder);
   // Under a name that nobody takes for a note until it is whole, and locked.
   const auto part = folder / (note.message_key + ".part");
-  const int descriptor = open(part.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (descriptor < 0) Fail("cannot be written to", folder);
+  const int descriptor = platform::OpenNewFile(part);
+  if (descriptor < 0) Fail("could not be written", part);
   PrintNoteFile file(part, descriptor);
   file.note_ = std::move(note);
   try {
-    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) Fail("cannot be locked in", folder);
-    WriteAll(descriptor, TextOf(file.note_), folder);
+    if (flock(descriptor, LOCK_EX | LOCK_NB) != 0) Fail("could not be locked", part);
+    WriteAll(descriptor, TextOf(file.note_), part);
     file.MoveTo(PrintStage::kHandingOver);
   } catch (const Failure&) {
     unlink(file.file_.c_str());
@@ -138,7 +140,7 @@ std::optional<PrintNoteFile> PrintNoteFile::Take(const std::filesystem::path& fi
   if (!stage) return std::nullopt;
   const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC);
   if (descriptor < 0 && errno == ENOENT) return std::nullopt;
-  if (descriptor < 0) Fail("cannot be read from", file);
+  if (descriptor < 0) Fail("could not be read", file);
   PrintNoteFile taken(file, descriptor);
   if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !IsStillNamed(descriptor, file)) return std::nullopt;
   taken.note_ = platform::While("reading the letter's note \"" + file.string() + "\"",
@@ -146,6 +148,10 @@ std::optional<PrintNoteFile> PrintNoteFile::Take(const std::filesystem::path& fi
   taken.note_.message_key = file.stem().string();
   taken.stage_ = *stage;
   return taken;
+}
+
+bool PrintNoteFile::IsClosed(const std::filesystem::path& file) {
+  return StageOf(file) && faccessat(AT_FDCWD, file.c_str(), R_OK | W_OK, AT_EACCESS) != 0 && errno == EACCES;
 }
 
 PrintNoteFile::PrintNoteFile(PrintNoteFile&& other) noexcept
@@ -168,14 +174,14 @@ PrintNoteFile::~PrintNoteFile() {
 
 void PrintNoteFile::MoveTo(PrintStage stage) {
   const auto target = file_.parent_path() / NameOf(note_.message_key, stage);
-  if (rename(file_.c_str(), target.c_str()) != 0) Fail("cannot be kept in", file_.parent_path());
+  if (rename(file_.c_str(), target.c_str()) != 0) Fail("could not be kept", file_);
   file_ = target;
   stage_ = stage;
   MakeLast(file_.parent_path());
 }
 
 void PrintNoteFile::Remove() {
-  if (unlink(file_.c_str()) != 0 && errno != ENOENT) Fail("cannot be removed from", file_.parent_path());
+  if (unlink(file_.c_str()) != 0 && errno != ENOENT) Fail("could not be removed", file_);
   MakeLast(file_.parent_path());
 }
 

@@ -3,7 +3,6 @@
 #include <filesystem>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include "platform/print_journal.h"
 
@@ -22,12 +21,16 @@ class PrintNoteFile {
   /// name is none of a note. Throws Failure kDamaged for a file that is no note.
   static std::optional<PrintNoteFile> Take(const std::filesystem::path& file);
 
+  /// Whether the file is a note that this user may not deal with.
+  static bool IsClosed(const std::filesystem::path& file);
+
   PrintNoteFile(PrintNoteFile&& other) noexcept;
   PrintNoteFile& operator=(PrintNoteFile&& other) noexcept;
   ~PrintNoteFile();
 
   const platform::PrintNote& note() const { return note_; }
   platform::PrintStage stage() const { return stage_; }
+  const std::filesystem::path& file() const { return file_; }
   void MoveTo(platform::PrintStage stage);
   void Remove();
 

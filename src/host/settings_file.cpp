@@ -7,6 +7,7 @@
 #include <QString>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "platform/text.h"
 
 namespace host {
@@ -99,6 +100,7 @@ void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   std::ofstream file(part, std::ios::binary | std::ios::trunc);
   file << platform::ReplaceAll(kFirstSettings, "{user}", kind == OfficeKind::kDemo ? "DEMO01" : "");
   file.close();
+  platform::Protect(part);
   std::error_code error;
   if (file) std::filesystem::rename(part, folder.Settings(), error);
   if (!file || error) {

@@ -66,6 +66,12 @@ int OpenNewFile(const fs::path& file) {
   return made;
 }
 
+void MakeFile(const fs::path& file) {
+  const int made = OpenNewFile(file);
+  if (made < 0 && errno != EEXIST) throw FileFailure("could not be made", file, errno);
+  if (made >= 0) close(made);
+}
+
 void Protect(const fs::path& file) noexcept {
   // Neither a link's target nor the writer of a pipe is meant.
   const int made = open(file.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
@@ -80,10 +86,10 @@ void MakeFolder(const fs::path& folder) {
     if (mkdir(missing.c_str(), kOwnersFolder) == 0) {
       Protect(missing);
     } else if (errno != EEXIST) {
-      throw FileFailure("could not be made", missing, errno);
+      throw FolderFailure("could not be made", missing, errno);
     }
   }
-  if (!fs::is_directory(whole)) throw FileFailure("could not be made", whole, ENOTDIR);
+  if (!fs::is_directory(whole)) throw FolderFailure("could not be made", whole, ENOTDIR);
 }
 
 }  // namespace platform

@@ -17,11 +17,14 @@ bool IsShared(const std::filesystem::path& folder);
 /// with errno set where it cannot, EEXIST where there is one.
 int OpenNewFile(const std::filesystem::path& file);
 
+/// Makes an empty file where there is none, for a library that then fills it. Throws FileFailure naming it.
+void MakeFile(const std::filesystem::path& file);
+
 /// Gives a file that a library has made for this program the permissions it would have from OpenNewFile.
 /// Another user's keeps its own, as does one on a file system that knows no permissions.
 void Protect(const std::filesystem::path& file) noexcept;
 
-/// Makes the folder and those above it that are missing. Throws FileFailure naming the folder.
+/// Makes the folder and those above it that are missing. Throws FolderFailure naming the folder.
 void MakeFolder(const std::filesystem::path& folder);
 
 }  // namespace platform

@@ -29,23 +29,32 @@ constexpr auto kRemedies = std::to_array<Remedy>({
     {EFBIG, Failure::Kind::kUnavailable, kFreeSpace},
 });
 
-std::string Reason(int number) {
+Failure FailureOf(const std::string& what_failed, int number) {
+  Remedy remedy = {number, Failure::Kind::kUnavailable, "Try again, or choose another folder."};
+  for (const auto& known : kRemedies) {
+    if (known.number == number) remedy = known;
+  }
+  return {remedy.kind,
+          "The " + what_failed + ": " + FileErrorText(number) + ". " + std::string(remedy.advice)};
+}
+
+}  // namespace
+
+std::string FileErrorText(int number) {
   const auto reason = std::generic_category().message(number);
   const bool is_full = number == ENOSPC || number == EDQUOT;
   return is_full ? "the disk is full (" + reason + ")" : reason;
 }
 
-}  // namespace
-
 Failure FileFailure(std::string_view what_failed, const std::filesystem::path& file, int number) {
-  Remedy remedy = {number, Failure::Kind::kUnavailable, "Try again, or choose another folder."};
-  for (const auto& known : kRemedies) {
-    if (known.number == number) remedy = known;
-  }
   const auto folder = file.has_parent_path() ? file.parent_path() : std::filesystem::path(".");
-  return {remedy.kind, "The file \"" + file.filename().string() + "\" in the folder \"" + folder.string() +
-                           "\" " + std::string(what_failed) + ": " + Reason(number) + ". " +
-                           std::string(remedy.advice)};
+  return FailureOf("file \"" + file.filename().string() + "\" in the folder \"" + folder.string() + "\" " +
+                       std::string(what_failed),
+                   number);
+}
+
+Failure FolderFailure(std::string_view what_failed, const std::filesystem::path& folder, int number) {
+  return FailureOf("folder \"" + folder.string() + "\" " + std::string(what_failed), number);
 }
 
 }  // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -65,10 +66,18 @@ class PrintJournal {
   struct Left {
     PrintNote note;
     PrintStage stage = PrintStage::kHandingOver;
+    std::string user = {};  ///< who printed it; "" for this user
   };
   /// The letters that a program left behind which runs no more, oldest first; they are this program's to deal
   /// with from then on.
   virtual std::vector<Left> LeftBehind() = 0;
+  /// Notes that only another user may read, found by the last LeftBehind: whose, and how many; 0 where the
+  /// whole folder is closed.
+  struct Closed {
+    std::string user;
+    std::size_t letters = 0;
+  };
+  virtual std::vector<Closed> ClosedNotes() const = 0;
   /// The record of a letter that was left behind goes to the server now, under its key.
   virtual void RecordAgain(const std::string& message_key) = 0;
   virtual void Forget(const std::string& message_key) = 0;

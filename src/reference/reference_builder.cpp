@@ -10,6 +10,7 @@
 #include <QVariant>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "reference/reference_schema.h"
 #include "reference/sqlite_connection.h"
 #include "reference/table_file.h"
@@ -141,9 +142,9 @@ class TemporaryFile {
 bool CreateReferenceDatabase(const fs::path& product_data_folder, const fs::path& target) {
   const auto stamp = SourceStamp(product_data_folder);
   if (IsUpToDate(target, stamp)) return false;
-  std::error_code exists_already;
-  fs::create_directories(target.parent_path(), exists_already);
+  platform::MakeFolder(target.parent_path());
   TemporaryFile temporary(target);
+  platform::MakeFile(temporary.file());
   Build(product_data_folder, temporary.file(), stamp);
   temporary.PutInPlace();
   return true;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "platform/text.h"
 #include "platform/xml_escape.h"
 #include "server/server_folders.h"
@@ -95,7 +96,7 @@ void CommunicationsClientProvider::Copy(const Wanted& wanted) const {
   }
   const auto found = FindFile(template_folder_, name);
   const auto target_folder = LocalPath(wanted.target_folder);
-  std::filesystem::create_directories(target_folder);
+  platform::MakeFolder(target_folder);
   CopyWholeFile(found, target_folder / name);
 }
 

@@ -8,6 +8,7 @@
 #include <QLockFile>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "server/customer_words.h"
 #include "server/demo_customers.h"
 #include "server/demo_history.h"
@@ -74,13 +75,14 @@ void CreateDatabase(const fs::path& file, const InitOptions& options) {
   auto unfinished = file;
   unfinished += ".new";
   for (const auto* suffix : {"", "-wal", "-shm", "-journal"}) fs::remove(unfinished.string() + suffix);
+  platform::MakeFile(unfinished);
   Fill(unfinished, options);
   fs::rename(unfinished, file);
 }
 
 void CopyMissingTemplates(const InitOptions& options) {
   const auto folder = TemplateFolder(options.data_folder);
-  fs::create_directories(folder);
+  platform::MakeFolder(folder);
   for (const auto& entry : fs::directory_iterator(options.product_data_folder / "templates")) {
     const auto target = folder / entry.path().filename();
     if (entry.is_regular_file() && !fs::exists(target)) CopyWholeFile(entry.path(), target);
@@ -88,7 +90,7 @@ void CopyMissingTemplates(const InitOptions& options) {
 }
 
 void CreateOrUpdate(const InitOptions& options) {
-  fs::create_directories(ServerFolder(options.data_folder));
+  platform::MakeFolder(ServerFolder(options.data_folder));
   const auto file = DatabaseFile(options.data_folder);
   QLockFile lock(QString::fromStdString((ServerFolder(options.data_folder) / "init.lock").string()));
   constexpr auto kPatience = std::chrono::minutes(2);

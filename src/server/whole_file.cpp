@@ -6,6 +6,7 @@
 #include <QSaveFile>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 
 namespace server {
 namespace {
@@ -32,6 +33,7 @@ void CopyWholeFile(const std::filesystem::path& from, const std::filesystem::pat
     if (target.write(block.data(), count) != count) throw Refusal(target);
   }
   if (!target.commit()) throw Refusal(target);
+  platform::Protect(to);
 }
 
 }  // namespace server

@@ -46,7 +46,9 @@ const Question& QuestionAt(PrintStage stage) {
 void UnrecordedLetters::ReplyCame() {
   for (const auto& key : services_.print_journal.Recording()) {
     if (!services_.messages.HasReply(key)) continue;
-    platform::Trap(services_, kProcedure, [&] { services_.print_journal.Settle(key, OutcomeOf(key)); });
+    const auto outcome = OutcomeOf(key);
+    platform::Trap(services_, kProcedure, [&] { services_.print_journal.Settle(key, outcome); });
+    Settled(key, outcome);
   }
 }
 
@@ -66,6 +68,7 @@ void UnrecordedLetters::ReplyHandled() {
   platform::Trap(services_, kProcedure, [&] {
     if (!std::exchange(has_looked_, true)) {
       for (auto& letter : services_.print_journal.LeftBehind()) left_.push_back(std::move(letter));
+      TellClosedNotes();
     }
     OfferNext();
   });
@@ -84,7 +87,8 @@ void UnrecordedLetters::OfferNext() {
 bool UnrecordedLetters::OfferRecording(const PrintJournal::Left& letter) {
   const auto& note = letter.note;
   const auto& question = QuestionAt(letter.stage);
-  if (Asks("The letter " + note.letter + question.text, question.default_answer)) {
+  const auto printed_by = letter.user.empty() ? "" : ", printed by user \"" + letter.user + "\",";
+  if (Asks("The letter " + note.letter + printed_by + question.text, question.default_answer)) {
     RecordAgain(note);
     return true;
   }
@@ -103,6 +107,16 @@ bool UnrecordedLetters::Asks(const std::string& question, MessageAnswer default_
   return services_.host.ShowMessage({question, platform::MessageIcon::kQuestion, state_.message_title,
                                      platform::MessageButtons::kYesNo, default_answer}) ==
          MessageAnswer::kYes;
+}
+
+// Nobody is asked: only who may read a note can deal with it.
+void UnrecordedLetters::TellClosedNotes() const {
+  std::string users;
+  for (const auto& closed : services_.print_journal.ClosedNotes())
+    users += (users.empty() ? "\"" : ", \"") + closed.user + "\"";
+  if (users.empty()) return;
+  services_.status.ShowStatus("Letters printed by " + users +
+                              " are not recorded yet. Only who printed them can record them.");
 }
 
 void UnrecordedLetters::RecordAgain(const platform::PrintNote& note) {

@@ -3,6 +3,7 @@
 #include <deque>
 #include <string>
 
+#include "platform/event.h"
 #include "platform/print_journal.h"
 #include "platform/services.h"
 #include "workspace/messaging/request_envelope.h"
@@ -11,7 +12,7 @@
 namespace workspace {
 
 /// The notes of printed letters: closed when the server has recorded the letter, and offered for recording
-/// when a program has ended in between.
+/// when a program has ended in between, unless the host asks for them itself.
 class UnrecordedLetters {
  public:
   /// All references outlive this.
@@ -25,12 +26,20 @@ class UnrecordedLetters {
   /// behind are offered one after the other, each named to the user.
   void ReplyHandled();
 
+  /// How the record of a letter ended, with its message key; from ReplyCame.
+  platform::Event<const std::string&, platform::PrintJournal::Outcome> Settled;
+
+  /// For a host that cannot answer questions: nothing is offered.
+  void OfferNothing() { has_looked_ = true; }
+  /// Sends the record of a letter that the journal has found left behind; Settled tells how it ended.
+  void RecordAgain(const platform::PrintNote& note);
+
  private:
   platform::PrintJournal::Outcome OutcomeOf(const std::string& message_key) const;
   void OfferNext();
   bool OfferRecording(const platform::PrintJournal::Left& letter);
   bool Asks(const std::string& question, platform::MessageAnswer default_answer) const;
-  void RecordAgain(const platform::PrintNote& note);
+  void TellClosedNotes() const;
 
   const platform::Services& services_;
   const WorkspaceState& state_;

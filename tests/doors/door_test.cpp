@@ -56,7 +56,7 @@ constexpr auto kLibraries = std::to_array<Library>({
     {"zlib", "zlib.h"},
     {"cups", "cups/"},
     {"office", "LibreOfficeKit/"},
-    {"posix", "sys/ dlfcn.h fcntl.h poll.h pthread.h pwd.h signal.h spawn.h stdlib.h time.h unistd.h"},
+    {"posix", "sys/ dlfcn.h fcntl.h grp.h poll.h pthread.h pwd.h signal.h spawn.h stdlib.h time.h unistd.h"},
     {"linux", "linux/"},
     {"qt_sql", "QSql*"},
     {"qt_core",

@@ -17,6 +17,7 @@ class FakePrintJournal : public platform::PrintJournal {
   std::vector<std::string> steps;
   std::vector<Left> notes;           ///< what a program that ended now would leave behind, oldest first
   std::vector<Left> left_by_others;  ///< what LeftBehind finds
+  std::vector<Closed> closed;        ///< notes that only others may read
   bool is_full = false;              ///< no note can be written
 
   void Expect(NoteMaker maker) override { maker_ = std::move(maker); }
@@ -49,6 +50,7 @@ class FakePrintJournal : public platform::PrintJournal {
     notes.insert(notes.end(), left.begin(), left.end());
     return left;
   }
+  std::vector<Closed> ClosedNotes() const override { return closed; }
   void RecordAgain(const std::string& message_key) override {
     Move("record again", message_key, platform::PrintStage::kRecording);
     recording_.push_back(message_key);

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 #include "host/system_clock.h"
 #include "tests/support/temporary_folder.h"
@@ -24,12 +26,24 @@ TEST(ErrorLog, WritesOneLineAReportAndTellsThePerson) {
   EXPECT_EQ(told, "again");
 }
 
-TEST(ErrorLog, ALogThatCannotBeWrittenStopsNothing) {
+TEST(ErrorLog, ALogThatCannotBeWrittenStopsNothingAndIsSaidOnce) {
   const SystemClock clock;
-  bool told = false;
-  ErrorLog log("/nonexistent/error.log", clock, [&](const auto&, const auto&) { told = true; });
+  std::vector<std::string> told;
+  ErrorLog log("/nonexistent/error.log", clock,
+               [&](const auto& description, const auto&) { told.push_back(description); });
   log.ReportError("lost", "Correspondence", "x");
-  EXPECT_TRUE(told);
+  log.ReportError("lost too", "Correspondence", "x");
+  EXPECT_THAT(told, testing::ElementsAre(testing::HasSubstr("(the error log) could not be written"), "lost",
+                                         "lost too"));
+}
+
+TEST(ErrorLog, ADiskThatIsFullIsCalledFull) {
+  const SystemClock clock;
+  std::string told;
+  ErrorLog("/dev/full", clock, [&](const auto& description, const auto&) {
+    told += description;
+  }).ReportError("lost", "Correspondence", "x");
+  EXPECT_THAT(told, testing::HasSubstr("the disk is full"));
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include <unistd.h>
+
 #include "platform/failure.h"
 #include "tests/fakes/recording_errors.h"
 #include "tests/support/temporary_folder.h"
@@ -18,6 +20,16 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 using Outcome = platform::PrintJournal::Outcome;
+
+/// This process as another user, for as long as it lives.
+class AnotherUser {
+ public:
+  static constexpr uid_t kNumber = 54321;  // has no name
+  AnotherUser() { EXPECT_EQ(seteuid(kNumber), 0); }
+  AnotherUser(const AnotherUser&) = delete;
+  AnotherUser& operator=(const AnotherUser&) = delete;
+  ~AnotherUser() { EXPECT_EQ(seteuid(0), 0); }
+};
 
 /// Programs on one data folder: each has a journal, and ends with it.
 class PrintJournalTest : public testing::Test {
@@ -153,6 +165,42 @@ TEST_F(PrintJournalTest, ReportsAFileThatIsNoNoteAndOffersTheOthers) {
   EXPECT_THAT(Program()->LeftBehind(), SizeIs(1));
   EXPECT_THAT(errors_.Procedures(), ElementsAre("PrintJournal.LeftBehind"));
   EXPECT_THAT(Files(), SizeIs(3));
+}
+
+TEST_F(PrintJournalTest, IsNotStoppedByAnotherUsersNotesAndSaysWhoseTheyAre) {
+  if (geteuid() != 0) GTEST_SKIP() << "needs root, to be two users";
+  std::filesystem::permissions(data_.path(), std::filesystem::perms(0755));
+  for (const auto* key : {"K1", "K2"}) Prints(*Program(), key);
+  const auto notes = data_ / "unrecorded";
+  std::filesystem::permissions(notes, std::filesystem::perms(0777));
+  {
+    const AnotherUser ben;
+    Prints(*Program(), "K3");  // his own note
+    const auto program = Program();
+    const auto left = program->LeftBehind();
+    ASSERT_THAT(left, SizeIs(1));
+    EXPECT_EQ(left[0].note.message_key, "K3");
+    EXPECT_EQ(left[0].user, "");
+    ASSERT_THAT(program->ClosedNotes(), SizeIs(1));
+    EXPECT_EQ(program->ClosedNotes()[0].user, "root");
+    EXPECT_EQ(program->ClosedNotes()[0].letters, 2U);
+  }
+  const auto all = Program()->LeftBehind();
+  ASSERT_THAT(all, SizeIs(3));
+  EXPECT_EQ(all[2].user, std::to_string(AnotherUser::kNumber));
+
+  std::filesystem::permissions(notes, std::filesystem::perms(0700));
+  const AnotherUser ben;
+  const auto program = Program();
+  EXPECT_THAT(program->LeftBehind(), IsEmpty());
+  EXPECT_EQ(program->ClosedNotes()[0].letters, 0U);
+  EXPECT_THAT(errors_.Procedures(), IsEmpty());
+  try {
+    Prints(*program, "K4");
+    FAIL() << "a note was written where it may not";
+  } catch (const Failure& failure) {
+    EXPECT_THAT(failure.description(), testing::HasSubstr("The folder belongs to user \"root\""));
+  }
 }
 
 TEST_F(PrintJournalTest, RefusesToPrintWhereTheNoteCannotBeWritten) {

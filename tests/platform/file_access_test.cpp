@@ -103,7 +103,7 @@ TEST(MakeFolder, NamesAFileThatStandsInItsPlace) {
       MakeFolder(folder / path);
       FAIL() << "a folder was made where a file is";
     } catch (const Failure& failure) {
-      EXPECT_THAT(failure.description(), testing::HasSubstr("taken\""));
+      EXPECT_THAT(failure.description(), testing::HasSubstr("taken"));
     }
   }
 }

@@ -10,9 +10,11 @@ CommandLine::CommandLine(const char* command, const char* summary, const char* a
   const auto syntax = *arguments == '\0' ? command_ : command_ + ' ' + QLatin1String(arguments);
   parser_.addPositionalArgument(command_, QString::fromUtf8(summary), syntax);
   parser_.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows this help.")});
+  parser_.addOption({QStringLiteral("quiet"), QStringLiteral("Tells refusals only, nothing on the way.")});
 }
 
-CommandLine& CommandLine::Option(const char* name, const char* value, const char* meaning) {
+CommandLine& CommandLine::Option(const char* name, const char* value, const char* meaning, Takes takes) {
+  if (*value != '\0') value_options_.push_back({QString::fromLatin1(name), takes});
   parser_.addOption({QString::fromLatin1(name), QString::fromUtf8(meaning), QString::fromLatin1(value)});
   return *this;
 }
@@ -33,11 +35,29 @@ std::optional<int> CommandLine::Parse(const QStringList& words, int least, int m
     return kDone;
   }
   arguments_ = parser_.positionalArguments();
-  if (arguments_.size() > most) {
-    return WrongUsage("\"" + arguments_.at(most).toStdString() + "\" is one argument too many.");
+  for (const auto& fault : {OptionFault(), ArgumentFault(least, most)}) {
+    if (!fault.empty()) return WrongUsage(fault);
   }
-  if (arguments_.size() < least) return WrongUsage("An argument is missing.");
   return std::nullopt;
+}
+
+/// "" where there is none.
+std::string CommandLine::OptionFault() const {
+  for (const auto& [name, takes] : value_options_) {
+    const auto values = parser_.values(name);
+    const auto option = "--" + name.toStdString();
+    if (takes != Takes::kManyValues && values.size() > 1) return option + " is given twice. Give it once.";
+    if (takes != Takes::kAnyText && values.contains(QString()))
+      return option + " needs a value that is not empty.";
+  }
+  return "";
+}
+
+std::string CommandLine::ArgumentFault(int least, int most) const {
+  if (arguments_.size() > most)
+    return "\"" + arguments_.at(most).toStdString() + "\" is one argument too many.";
+  if (arguments_.size() < least) return "An argument is missing.";
+  return arguments_.contains(QString()) ? "An argument is empty." : "";
 }
 
 std::vector<std::string> CommandLine::Values(const char* option) const {

@@ -13,7 +13,20 @@
 namespace apps {
 
 /// How a command of zemlo-letters ended.
-enum ExitStatus : int { kDone = 0, kRefused = 1, kWrongUsage = 2 };
+enum ExitStatus : int {
+  kDone = 0,
+  kRefused = 1,  ///< nothing was printed or saved
+  kWrongUsage = 2,
+  kOutputLost = 3,   ///< done, but standard output could not be written
+  kNotRecorded = 4,  ///< printed or saved, but not recorded in the letter history
+};
+
+/// How often an option may be given, and what as.
+enum class Takes {
+  kOneValue,    ///< once, and not empty
+  kManyValues,  ///< any number of times, none empty
+  kAnyText,     ///< once; may be empty
+};
 
 /// One command's options, arguments and help.
 class CommandLine {
@@ -22,7 +35,8 @@ class CommandLine {
   CommandLine(const char* command, const char* summary, const char* arguments = "");
 
   /// `value` names the option's value in the help; "" for a switch.
-  CommandLine& Option(const char* name, const char* value, const char* meaning);
+  CommandLine& Option(const char* name, const char* value, const char* meaning,
+                      Takes takes = Takes::kOneValue);
   CommandLine& DataOption();
   CommandLine& JsonOption();
 
@@ -42,13 +56,24 @@ class CommandLine {
   /// The folder named by --data, else the user's own.
   host::DataFolder Data() const;
 
+  /// Whether only refusals are to be told on standard error (--quiet).
+  bool IsQuiet() const { return IsSet("quiet"); }
+
   /// Tells wrong usage, with the way to the help.
   int WrongUsage(const std::string& what) const;
 
  private:
+  std::string OptionFault() const;
+  std::string ArgumentFault(int least, int most) const;
+
+  struct ValueOption {
+    QString name;
+    Takes takes;
+  };
   const QString command_;
   QCommandLineParser parser_;
   QStringList arguments_;
+  std::vector<ValueOption> value_options_;
 };
 
 /// Writes a document to standard output, for other programs.

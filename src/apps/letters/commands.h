@@ -3,7 +3,7 @@
 #include <QStringList>
 
 /// The commands of zemlo-letters. Each gets the words after its name and answers the status to exit with:
-/// 0 done, 1 refused (the reason is on standard error), 2 wrong usage.
+/// an ExitStatus (command_line.h). Why it is not done stands on standard error.
 namespace apps {
 
 int RunInit(const QStringList& words);
@@ -11,6 +11,7 @@ int RunCustomers(const QStringList& words);
 int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);
+int RunUnrecorded(const QStringList& words);
 int RunBookmarks(const QStringList& words);
 int RunMerge(const QStringList& words);
 

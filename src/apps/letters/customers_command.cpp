@@ -12,7 +12,8 @@ namespace apps {
 int RunCustomers(const QStringList& words) {
   CommandLine line("customers", "Lists customers");
   line.DataOption()
-      .Option("find", "TEXT", "Only those whose id, name, city or account holds all words of the text.")
+      .Option("find", "TEXT", "Only those whose id, name, city or account holds all words of the text.",
+              Takes::kAnyText)
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
 

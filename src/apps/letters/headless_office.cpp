@@ -1,12 +1,16 @@
 #include "apps/letters/headless_office.h"
 
 #include <iostream>
+#include <string>
 #include <utility>
+
+#include "apps/letters/letters_left_behind.h"
 
 namespace apps {
 
 HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
-    : options_(std::move(options)),
+    : folder_(folder),
+      options_(std::move(options)),
       shell_(loop_, std::cerr, options_.answers),
       preview_(loop_, options_.entries.IsEmpty() ? options_.preview : host::WindowlessPreview::Wish::kClose),
       office_(folder, {shell_, shell_, loop_, preview_, outcome_,
@@ -22,8 +26,22 @@ HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
 
 void HeadlessOffice::Start() {
   workspace().Initialize();
+  auto& notes = workspace().unrecorded_letters();
+  notes.OfferNothing();
+  settled_ = notes.Settled.Connect([this](const std::string&, platform::PrintJournal::Outcome outcome) {
+    ++(outcome == platform::PrintJournal::Outcome::kRecorded ? recorded_ : not_recorded_);
+  });
+  if (!options_.is_quiet) TellLettersLeftBehind();
   workspace().Show();
   RunUntilIdle();
+}
+
+void HeadlessOffice::TellLettersLeftBehind() const {
+  const auto letters = LettersLeftBehind(folder_).Count();
+  if (letters == 0) return;
+  std::cerr << (letters == 1 ? "A letter that was printed is"
+                             : std::to_string(letters) + " letters that were printed are")
+            << " not recorded in the letter history. \"zemlo-letters unrecorded\" lists what waits.\n";
 }
 
 void HeadlessOffice::RunUntilIdle() {

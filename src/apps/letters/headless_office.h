@@ -19,6 +19,7 @@ class HeadlessOffice {
     host::WindowlessPreview::Wish preview = host::WindowlessPreview::Wish::kClose;
     LetterEntries entries;    ///< for the form in which a letter is completed
     bool tell_steps = false;  ///< status texts go to standard error
+    bool is_quiet = false;    ///< nothing is told but refusals
   };
   /// Throws Failure where the data folder has not been prepared.
   HeadlessOffice(const host::DataFolder& folder, Options options);
@@ -33,6 +34,8 @@ class HeadlessOffice {
   /// Whether a letter asked for what only the user knows. Where it did not, entries that were given have
   /// found no use, and its preview was only closed.
   bool asked_for_entries() const { return asked_for_entries_; }
+  /// Whether the server has confirmed the record of the letter that was printed or saved, of each one.
+  bool recorded() const { return recorded_ > 0 && not_recorded_ == 0; }
 
   host::WindowlessShell& shell() { return shell_; }
   Office& office() { return office_; }
@@ -43,7 +46,9 @@ class HeadlessOffice {
  private:
   bool AnswerLetterForm(platform::Form& form);
   void CompleteLetter(composition::frmLetter& form);
+  void TellLettersLeftBehind() const;
 
+  const host::DataFolder folder_;
   const Options options_;
   host::EventLoop loop_;
   host::WindowlessShell shell_;
@@ -52,7 +57,10 @@ class HeadlessOffice {
   bool reported_ = false;
   bool asked_for_entries_ = false;
   bool entries_refused_ = false;
-  Office office_;  // last: it uses all of the above
+  int recorded_ = 0;
+  int not_recorded_ = 0;
+  Office office_;  // it uses all of the above
+  platform::Connection settled_;
 };
 
 }  // namespace apps

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "apps/letters/command_line.h"
@@ -85,7 +86,12 @@ void FillCriteria(HeadlessOffice& office, const CommandLine& line) {
   page.OptLetterStatus[status.value()].UserClicks();
 }
 
-/// The letters as the grid shows them; a row is dressed when it is shown.
+/// A row gets its texts when it is first shown.
+void ShowRows(platform::Grid& grid) {
+  for (std::size_t row = 0; grid.rows() && row < grid.rows()->RecordCount(); ++row) grid.EnsureRowLoaded(row);
+}
+
+/// The letters as the grid shows them.
 void List(platform::Grid& grid, bool as_json) {
   std::vector<Listing::Column> columns;
   for (const auto& column : grid.columns) {
@@ -95,7 +101,6 @@ void List(platform::Grid& grid, bool as_json) {
   Listing listing{columns, {}};
   const auto letters = grid.rows();
   for (std::size_t row = 0; letters && row < letters->RecordCount(); ++row) {
-    grid.EnsureRowLoaded(row);
     auto& texts = listing.rows.emplace_back();
     for (const auto& column : columns) texts.push_back(letters->Text(row, column.key));
   }
@@ -120,7 +125,9 @@ int RunHistory(const QStringList& words) {
   if (const auto status = line.Parse(words)) return *status;
   if (const auto fault = CriterionFault(line)) return line.WrongUsage(*fault);
 
-  HeadlessOffice office(line.Data(), {});
+  HeadlessOffice::Options options;
+  options.is_quiet = line.IsQuiet();
+  HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
   if (office.refused()) return kRefused;
   auto& pages = office.workspace().pages();
@@ -131,9 +138,11 @@ int RunHistory(const QStringList& words) {
   office.RunUntilIdle();
   if (office.refused()) return kRefused;
   const auto& letters = pages.tracking.sdgGrid.rows();
-  if (!letters || letters->IsEmpty()) std::cerr << "No letter history record found\n";
+  if ((!letters || letters->IsEmpty()) && !line.IsQuiet()) std::cerr << "No letter history record found\n";
+  ShowRows(pages.tracking.sdgGrid);
+  if (office.refused()) return kRefused;
   List(pages.tracking.sdgGrid, line.IsSet("json"));
-  return office.refused() ? kRefused : kDone;
+  return kDone;
 }
 
 }  // namespace apps

@@ -5,6 +5,7 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/init_plan.h"
 #include "apps/product_files.h"
+#include "host/accounts.h"
 #include "host/disk_files.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
@@ -54,7 +55,9 @@ int RunInit(const QStringList& words) {
       .Option("demo", "", "Makes a new folder with invented customers and letters, to try things on.")
       .Option("empty", "", "Makes a new folder without customers, for an office's own data.")
       .Option("customers", "N", "With --demo: how many customers (default: 300, or one for 20 letters).")
-      .Option("letters", "N", "With --demo: how many letters their history has (default: 5000).");
+      .Option("letters", "N", "With --demo: how many letters their history has (default: 5000).")
+      .Option("group", "NAME",
+              "Shares the folder, and all that is in it, with the group; else it is its owner's.");
   if (const auto status = line.Parse(words)) return *status;
   if (const auto fault = InitOptionFault(line); !fault.empty()) return line.WrongUsage(fault);
   const auto letters = line.IsSet("letters") ? line.Number("letters", 0) : kDemoLetters;
@@ -69,6 +72,7 @@ int RunInit(const QStringList& words) {
   const auto plan = PlanInit(folder, AskedKind(line));
   const auto product = ProductDataFolder();
   platform::MakeFolder(folder.root());
+  if (line.IsSet("group")) host::ShareWithGroup(folder.root(), line.Value("group"));
   if (plan.is_new) host::LeaveOfficeMark(folder, {.kind = plan.kind, .is_whole = false});
   folder.Create();
   reference::CreateReferenceDatabase(product, folder.ReferenceDatabase());

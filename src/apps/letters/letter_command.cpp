@@ -1,11 +1,14 @@
 #include <QJsonObject>
 #include <iostream>
+#include <set>
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
 #include "apps/letters/page_user.h"
+#include "apps/letters/standard_streams.h"
+#include "platform/text.h"
 
 namespace apps {
 namespace {
@@ -50,17 +53,34 @@ void RefuseUnusedEntries(const HeadlessOffice& office) {
       "The letter asks for nothing that only the user knows. Leave out --set, --paragraph and --free-text.");
 }
 
-void Tell(const HeadlessOffice& office, bool as_json) {
+bool IsMade(const HeadlessOffice& office) {
+  return !office.outcome().printed.empty() || !office.outcome().saved.empty();
+}
+
+/// One that is printed must not look refused, whatever came after it: it would be printed again.
+int StatusOf(const HeadlessOffice& office, const ErrorNotice& error_notice) {
+  if (IsMade(office)) return office.recorded() ? kDone : kNotRecorded;
+  return office.refused() || error_notice.given() ? kRefused : kDone;
+}
+
+void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   const auto& outcome = office.outcome();
-  if (!outcome.not_filled.empty()) {
+  if (!outcome.not_filled.empty() && !line.IsQuiet()) {
     std::cerr << "These bookmarks of the template have no field:";
     for (const auto& name : outcome.not_filled) std::cerr << ' ' << name;
     std::cerr << '\n';
   }
-  if (as_json) {
+  if (IsMade(office) && !office.recorded()) {
+    std::cerr
+        << "The letter is not recorded in the letter history. \"zemlo-letters unrecorded --record\" records "
+           "it.\n";
+  }
+  if (line.IsSet("json")) {
     QJsonObject result;
     for (const auto& file : outcome.printed) result.insert("printed", QString::fromStdString(file));
     for (const auto& file : outcome.saved) result.insert("saved", QString::fromStdString(file));
+    if (IsMade(office)) result.insert("recorded", office.recorded());
+    if (!is_done) result.insert("reason", QString::fromStdString(Told()));
     return PrintJson(QJsonDocument(result));
   }
   for (const auto& file : outcome.printed) std::cout << "Printed: " << file << '\n';
@@ -74,9 +94,14 @@ std::optional<std::string> LetterOptionFault(const CommandLine& line) {
     return "Name either --customer or --form-type and --form.";
   if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
   if (line.IsSet("explain") && line.IsSet("json")) return "--explain and --json do not go together.";
+  std::set<std::string> bookmarks;
   for (const auto& entry : line.Values("set")) {
-    if (entry.find('=') == std::string::npos || entry.starts_with('='))
+    const auto place = entry.find('=');
+    if (place == std::string::npos || place == 0)
       return "--set \"" + entry + "\" is not of the form BOOKMARK=VALUE.";
+    const auto bookmark = entry.substr(0, place);
+    if (!bookmarks.insert(platform::FoldCase(bookmark)).second)
+      return "--set gives \"" + bookmark + "\" twice. Give it once.";
   }
   return std::nullopt;
 }
@@ -90,13 +115,15 @@ int RunLetter(const QStringList& words) {
       .Option("customer", "ID", "The customer the letter goes to.")
       .Option("form-type", "T", "The type of the document the letter is about.")
       .Option("form", "NUMBER", "The document's number, with its check digit.")
-      .Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.")
-      .Option("paragraph", "PARA_NAME", "An optional paragraph that the letter shows; once for each.")
-      .Option("free-text", "TEXT", "The user's own paragraph, of one line or several.")
+      .Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.",
+              Takes::kManyValues)
+      .Option("paragraph", "PARA_NAME", "An optional paragraph that the letter shows; once for each.",
+              Takes::kManyValues)
+      .Option("free-text", "TEXT", "The user's own paragraph, of one line or several.", Takes::kAnyText)
       .Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
       .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
-      .Option("yes", "", "Answers every question with Yes.")
+      .Option("yes", "", "Answers every question about the letter with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
   if (const auto fault = LetterOptionFault(line)) return line.WrongUsage(*fault);
@@ -107,7 +134,8 @@ int RunLetter(const QStringList& words) {
   options.preview = line.IsSet("print") ? Wish::kPrint : line.IsSet("save") ? Wish::kSave : Wish::kClose;
   options.entries = EntriesOf(line);
   const bool has_entries = !options.entries.IsEmpty();
-  options.tell_steps = !line.IsSet("json");
+  options.is_quiet = line.IsQuiet();
+  options.tell_steps = !line.IsSet("json") && !line.IsQuiet() && IsWatched();
   HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
   if (office.refused()) return kRefused;
@@ -116,8 +144,9 @@ int RunLetter(const QStringList& words) {
   CreateLetter(office);
   if (line.IsSet("explain")) ExplainLetter(office, std::cout);
   if (has_entries && !office.refused() && !error_notice.given()) RefuseUnusedEntries(office);
-  Tell(office, line.IsSet("json"));
-  return office.refused() || error_notice.given() ? kRefused : kDone;
+  const int status = StatusOf(office, error_notice);
+  Tell(office, status == kDone, line);
+  return status;
 }
 
 }  // namespace apps

@@ -11,7 +11,7 @@ namespace apps {
 
 /// What the command line says for the form in which a letter is completed.
 struct LetterEntries {
-  std::vector<std::pair<std::string, std::string>> values;  ///< bookmark and value; the last one counts
+  std::vector<std::pair<std::string, std::string>> values;  ///< bookmark and value
   std::vector<std::string> paragraphs;                      ///< to be ticked
   std::optional<std::string> free_text;
 

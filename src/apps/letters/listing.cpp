@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "apps/letters/command_line.h"
+#include "apps/letters/harmless_text.h"
 #include "platform/text.h"
 
 namespace apps {
@@ -46,11 +47,13 @@ QJsonArray AsJson(const Listing& listing) {
 
 void Print(const Listing& listing, bool as_json) {
   if (as_json) return PrintJson(QJsonDocument(AsJson(listing)));
-  const auto widths = Widths(listing);
+  auto harmless = listing;
+  for (auto& row : harmless.rows) std::ranges::transform(row, row.begin(), HarmlessCell);
+  const auto widths = Widths(harmless);
   std::vector<std::string> headings;
   for (const auto& column : listing.columns) headings.emplace_back(column.heading);
   PrintRow(headings, widths);
-  for (const auto& row : listing.rows) PrintRow(row, widths);
+  for (const auto& row : harmless.rows) PrintRow(row, widths);
 }
 
 }  // namespace apps

@@ -9,6 +9,8 @@
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
+#include "apps/letters/standard_streams.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -24,6 +26,7 @@ constexpr Command kCommands[] = {
     {"types", "Lists the letter types", apps::RunTypes},
     {"letter", "Produces a letter", apps::RunLetter},
     {"history", "Finds letters that were produced", apps::RunHistory},
+    {"unrecorded", "Lists printed letters that are not recorded, and records them", apps::RunUnrecorded},
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
     {"merge", "Merges templates and data contexts into documents", apps::RunMerge},
 };
@@ -36,7 +39,11 @@ void PrintUsage(std::ostream& out) {
         << '\n';
   }
   out << "\n\"zemlo-letters COMMAND --help\" explains a command.\n"
-         "Exit status: 0 done, 1 refused (the reason is on standard error), 2 wrong usage.\n";
+         "Exit status: 0 done; 1 refused: nothing was printed or saved, the reason is on standard error; 2 "
+         "wrong\n"
+         "usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in "
+         "the\n"
+         "letter history (\"zemlo-letters unrecorded\").\n";
 }
 
 /// Names and texts are UTF-8 here, whatever the locale of a service or a cron job says.
@@ -44,6 +51,18 @@ void UseUtf8() {
   std::setlocale(LC_ALL, "");
   if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) setenv("LC_ALL", "C.UTF-8", 1);
   std::setlocale(LC_ALL, "");
+}
+
+/// The option or argument with bytes that are not UTF-8, which would come in as another text; "" for none.
+std::string WordThatIsNoText(int count, char** words) {
+  for (int place = 1; place < count; ++place) {
+    const std::string_view word = words[place];
+    if (platform::IsValidUtf8(word)) continue;
+    if (word.starts_with("--")) return std::string(word.substr(0, word.find('=')));
+    const std::string_view before = words[place - 1];
+    return before.starts_with("--") ? std::string(before) : "Argument " + std::to_string(place);
+  }
+  return "";
 }
 
 int Run(const QStringList& words) {
@@ -64,15 +83,25 @@ int Run(const QStringList& words) {
   return apps::kWrongUsage;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  UseUtf8();
-  QCoreApplication application(argc, argv);
+int RunOrExplain(int argc, char** argv) {
+  if (const auto word = WordThatIsNoText(argc, argv); !word.empty()) {
+    std::cerr << word << " has bytes that are not UTF-8. Give it as UTF-8 text.\n";
+    return apps::kWrongUsage;
+  }
   try {
-    return Run(application.arguments().mid(1));
+    return Run(QCoreApplication::arguments().mid(1));
   } catch (const std::exception& failure) {
     std::cerr << failure.what() << '\n';
     return apps::kRefused;
   }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  apps::StandardStreams streams;
+  UseUtf8();
+  const QCoreApplication application(argc, argv);
+  const int status = RunOrExplain(argc, argv);
+  return streams.End(status, QCoreApplication::arguments().contains(QStringLiteral("--json")));
 }

@@ -43,8 +43,9 @@ int RunTypes(const QStringList& words) {
                             MeaningOf(list.rows()->Text(row, "LTR_IND")),
                             workspace::RequiredFormTypes(office.office().services().utilities, code)});
   }
+  if (office.refused()) return kRefused;
   Print(listing, line.IsSet("json"));
-  return office.refused() ? kRefused : kDone;
+  return kDone;
 }
 
 }  // namespace apps

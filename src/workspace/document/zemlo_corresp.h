@@ -57,6 +57,8 @@ class ZEMLO_Corresp {
   /// The letter that was asked for last.
   const LetterData& letter() const { return data_.letter; }
   const customers::CurrentCustomer& customer() const { return data_.customer; }
+  /// Comes after Initialize; throws Failure before it.
+  UnrecordedLetters& unrecorded_letters() { return RequireParts().unrecorded_letters; }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
   /// Why the page's command is disabled, a sentence for each rule; none before Initialize.
   std::vector<std::string> CheckMessages(PageIndex page);

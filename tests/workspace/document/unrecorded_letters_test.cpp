@@ -78,6 +78,16 @@ TEST_F(UnrecordedLettersTest, StayUntilTheUserForgetsThem) {
   EXPECT_THAT(fakes_.server.requests, SizeIs(1));
 }
 
+TEST_F(UnrecordedLettersTest, OfOtherUsersAreNamedWithTheirUser) {
+  GivenLeftBehind("OLD1", PrintStage::kPrinted);
+  fakes_.print_journal.left_by_others.front().user = "anna";
+  fakes_.print_journal.closed = {{"ben", 2}, {"root", 0}};
+  UserAnswers({MessageAnswer::kNo, MessageAnswer::kNo});
+  GivenWorkspaceIsOpen();
+  EXPECT_THAT(fakes_.host.messages.front().text, HasSubstr("\"OLD1.docx\", printed by user \"anna\", was"));
+  EXPECT_THAT(fakes_.status.texts, ::testing::Contains(HasSubstr("Letters printed by \"ben\", \"root\"")));
+}
+
 TEST_F(UnrecordedLettersTest, AreLookedForOnce) {
   GivenWorkspaceIsOpen();
   GivenLeftBehind("OLD1", PrintStage::kPrinted);
