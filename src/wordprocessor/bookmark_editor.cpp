@@ -20,11 +20,13 @@ bool BookmarkEditor::Fill(const BookmarkRange& range, std::string_view text) {
   const auto paragraph = ParagraphOf(tree_, range.start);
   auto formatting = FormattingAt(range, paragraph);
   const auto anchor = text.empty() ? kNoNode : AddAnchor(range, paragraph);
+  const auto first = FirstContent(range);
+  const auto inside = anchor != kNoNode ? anchor : first != kNoNode ? first : range.start;
+  if (EndPlaceholder(inside)) formatting = kNoNode;
   TakeOutContents(range);
   TakeOutTables(range, paragraph);
   JoinParagraphs(range, paragraph, /*removing=*/false);
   if (anchor == kNoNode) return true;
-  if (EndPlaceholder(anchor)) formatting = kNoNode;
   InsertFieldText(tree_, anchor, formatting, text);
   tree_.Unlink(anchor);
   return true;
@@ -110,28 +112,30 @@ NodeId BookmarkEditor::AddAnchor(const BookmarkRange& range, NodeId paragraph) {
   for (auto around = inside ? tree_[first].parent : kNoNode; inside && around != paragraph;
        around = tree_[around].parent) {
     const auto kind = tree_[around].kind;
-    inside = kind == DocxKind::kHyperlink || kind == DocxKind::kInline || kind == DocxKind::kContentControl ||
-             kind == DocxKind::kContentControlContent || kind == DocxKind::kCustomXml;
+    inside = kind == DocxKind::kHyperlink || kind == DocxKind::kInline || kind == DocxKind::kSimpleField ||
+             kind == DocxKind::kContentControl || kind == DocxKind::kContentControlContent ||
+             kind == DocxKind::kCustomXml;
   }
   const bool behind_start = !inside || tree_[first].parent == tree_[range.start].parent;
   behind_start ? tree_.InsertAfter(anchor, range.start) : tree_.InsertBefore(anchor, first);
   return anchor;
 }
 
-/// A content control around the text shows it as its own content from now on, bound to nothing.
-/// Returns whether it showed a prompt, whose formatting says "not filled in yet".
-bool BookmarkEditor::EndPlaceholder(NodeId anchor) {
-  const auto control = tree_.Ancestor(anchor, DocxKind::kContentControl);
-  if (control == kNoNode) return false;
-  const auto properties = tree_.ChildOfKind(control, DocxKind::kContentControlProperties);
-  if (properties == kNoNode) return false;
+/// The content controls around the text show it as their own content from now on, which may be changed.
+/// Returns whether one showed a prompt, whose formatting says "not filled in yet".
+bool BookmarkEditor::EndPlaceholder(NodeId inside) {
   bool prompt = false;
-  while (true) {
-    const auto placeholder = tree_.ChildOfKind(properties, DocxKind::kPlaceholder);
-    if (placeholder == kNoNode) return prompt;
-    prompt = prompt || tree_[placeholder].name().ends_with("showingPlcHdr");
-    tree_.Unlink(placeholder);
+  for (auto control = tree_.Ancestor(inside, DocxKind::kContentControl); control != kNoNode;
+       control = tree_.Ancestor(control, DocxKind::kContentControl)) {
+    const auto properties = tree_.ChildOfKind(control, DocxKind::kContentControlProperties);
+    if (properties == kNoNode) continue;
+    for (auto placeholder = tree_.ChildOfKind(properties, DocxKind::kPlaceholder); placeholder != kNoNode;
+         placeholder = tree_.ChildOfKind(properties, DocxKind::kPlaceholder)) {
+      prompt = prompt || tree_[placeholder].name().ends_with("showingPlcHdr");
+      tree_.Unlink(placeholder);
+    }
   }
+  return prompt;
 }
 
 /// The properties of the first run in the range; of an empty range those of the run before it, of the run

@@ -39,7 +39,7 @@ class BookmarkEditor {
 
   NodeId FirstContent(const BookmarkRange& range) const;
   NodeId AddAnchor(const BookmarkRange& range, NodeId paragraph);
-  bool EndPlaceholder(NodeId anchor);
+  bool EndPlaceholder(NodeId inside);
   NodeId FormattingAt(const BookmarkRange& range, NodeId paragraph) const;
 
   void TakeOutContents(const BookmarkRange& range);

@@ -8,12 +8,10 @@
 namespace wordprocessor {
 namespace {
 
-/// A copy of a paragraph's or a run's properties, without what is no formatting: former values, tracked
-/// changes, the section that ends with the paragraph.
+/// A copy of a paragraph's or a run's properties, without the section that ends with the paragraph.
 NodeId CopyProperties(DocxTree& tree, NodeId properties) {
   return tree.CopySubtree(properties, [&](NodeId original, NodeId) {
-    const auto kind = tree[original].kind;
-    return kind != DocxKind::kPropertyChange && kind != DocxKind::kSectionProperties && !IsAroundRuns(kind);
+    return tree[original].kind != DocxKind::kSectionProperties;
   });
 }
 

@@ -123,7 +123,7 @@ class RowRepeater {
       if (kind == DocxKind::kBookmarkStart || kind == DocxKind::kBookmarkEnd) {
         return CopyMark(original, copy, range, row);
       }
-      if (kind == DocxKind::kIdentifier || kind == DocxKind::kComment) return false;
+      if (kind == DocxKind::kIdentifier) return false;
       if (tree_[original].unique) RenewIdentity(copy);
       return true;
     });

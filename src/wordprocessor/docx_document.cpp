@@ -6,9 +6,24 @@
 #include "wordprocessor/bookmark_merge.h"
 #include "wordprocessor/docx_common_template.h"
 #include "wordprocessor/docx_file.h"
+#include "wordprocessor/letter_date.h"
 #include "wordprocessor/print_file.h"
 
 namespace wordprocessor {
+namespace {
+
+// The field of a letter that holds the name of the office it comes from.
+constexpr std::string_view kOfficeField = "OFFICE_NAME";
+
+/// Returns false where there are dates but the letter has none; they stay as the template shows them.
+bool FillDates(DocxTree& tree, const std::vector<LetterDatePlace>& dates, const DataContext& context) {
+  const auto* date = dates.empty() ? nullptr : context.Find(kLetterDateField);
+  if (date == nullptr || date->text.empty()) return dates.empty();
+  for (const auto& place : dates) tree.SetText(place.text, LetterDateIn(place.picture, date->text));
+  return true;
+}
+
+}  // namespace
 
 DocxDocument DocxDocument::Open(const std::filesystem::path& file) {
   return FromBytes(ReadFile(file).bytes, file.string());
@@ -50,18 +65,23 @@ std::vector<platform::DocumentBookmark> DocxDocument::Bookmarks() const {
 }
 
 void DocxDocument::AttachTemplate(const DocxDocument& common) {
-  const auto package = DocxPackage::FromBytes(Bytes(), blueprint_->package.file_name());
-  auto attached = WithCommonTemplate(package, common.blueprint_->package);
-  if (attached) *this = FromBytes(*std::move(attached), blueprint_->package.file_name());
+  const auto& source = blueprint_->source;
+  auto attached = WithCommonTemplate(source, common.blueprint_->source);
+  if (attached) *this = FromBytes(*std::move(attached), source.file_name());
 }
 
 std::vector<std::string> DocxDocument::MergeBookmarks(const DataContext& context) {
   std::vector<std::string> unfilled;
   for (std::size_t i = 0; i < edited_.size(); ++i) {
-    if (TreeOf(i).bookmarks().empty()) continue;
-    if (!edited_[i]) edited_[i] = blueprint_->stories[i].tree;
+    const auto& story = blueprint_->stories[i];
+    if (TreeOf(i).bookmarks().empty() && story.dates.empty()) continue;
+    if (!edited_[i]) edited_[i] = story.tree;
+    // Before rows are repeated, so that every row gets it.
+    if (!FillDates(*edited_[i], story.dates, context)) unfilled.emplace_back(kLetterDateField);
     MergeBookmarksOf(*edited_[i], context, unfilled);
   }
+  const auto* office = context.Find(kOfficeField);
+  office_ = office == nullptr ? std::string() : office->text;
   std::unordered_set<std::string> known;
   std::erase_if(unfilled, [&](const std::string& name) { return !known.insert(name).second; });
   return unfilled;
@@ -76,7 +96,7 @@ std::string DocxDocument::Bytes() const {
     contents.push_back(edited_[i]->Serialize());
     parts.push_back({blueprint_->stories[i].part, contents.back()});
   }
-  return blueprint_->package.With(parts);
+  return blueprint_->outgoing.OfOffice(office_)->With(parts);
 }
 
 void DocxDocument::Save(const std::filesystem::path& file) const {

@@ -36,7 +36,8 @@ class DocxDocument {
   std::vector<std::string> BookmarksWithoutEnd() const;
 
   /// Takes from the common template what the letter has none of: headers, footers, page size and margins,
-  /// styles (docx_common_template.h says which). Throws as Open where the result could not be read.
+  /// styles (docx_common_template.h says which). Before anything is merged: the letter begins anew. Throws as
+  /// Open where the result could not be read.
   void AttachTemplate(const DocxDocument& common);
 
   /// Sets each bookmark from the element of the same name; NAME__1 repeats NAME. One pass.
@@ -52,14 +53,18 @@ class DocxDocument {
   /// element;
   ///   bookmarks in them are filled from the row's columns, else from the letter's fields.
   /// - Bookmarks inside one that is replaced go with it. Two around the same text both show theirs.
+  /// - Date fields show the letter's own date, the field LTR_DT.
   ///
   /// Returns the names it could not fill, each once, in document order: no element, no end in the document,
   /// or wiped out by the bookmark around it. Throws Failure kRefused where rows make the letter grow beyond
   /// bounds.
   std::vector<std::string> MergeBookmarks(const DataContext& context);
 
-  /// The document as a .docx file. Parts without a change are copied as they are in the template, still
-  /// packed.
+  /// What the template's author left in it, before it was cleaned for letters.
+  const DocxPackage& Source() const { return blueprint_->source; }
+
+  /// The document as a .docx file, with the letter's office as its creator. Parts without a change are copied
+  /// as they are in the template, still packed.
   std::string Bytes() const;
 
   /// Writes the file in one step: whatever fails leaves what was there. Throws as print_file.h says.
@@ -70,6 +75,7 @@ class DocxDocument {
 
   std::shared_ptr<const DocxBlueprint> blueprint_;
   std::vector<std::optional<DocxTree>> edited_;  // by story; empty where it is as in the blueprint
+  std::string office_;
 };
 
 }  // namespace wordprocessor

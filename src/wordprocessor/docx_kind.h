@@ -7,7 +7,15 @@ namespace wordprocessor {
 
 /// The namespaces whose elements this room knows, the transitional and the strict one of each alike
 /// (ECMA-376, part 1 and part 4).
-enum class DocxNamespace : std::uint8_t { kOther, kWord, kCompatibility, kMath, kDrawing, kRelations };
+enum class DocxNamespace : std::uint8_t {
+  kOther,
+  kWord,
+  kWord2012,
+  kCompatibility,
+  kMath,
+  kDrawing,
+  kRelations
+};
 
 DocxNamespace DocxNamespaceOf(std::string_view uri);
 
@@ -28,9 +36,9 @@ enum class DocxKind : std::uint8_t {
   kCustomXml,
   // Around runs.
   kHyperlink,
-  kInline,     ///< w:smartTag, w:fldSimple, w:ins, w:moveTo, w:dir, w:bdo
-  kDeleted,    ///< w:del, w:moveFrom
-  kAlternate,  ///< mc:AlternateContent and its branches
+  kInline,       ///< w:smartTag, w:dir, w:bdo
+  kSimpleField,  ///< w:fldSimple
+  kAlternate,    ///< mc:AlternateContent and its branches
   kFallback,
   // Content.
   kRun,
@@ -46,15 +54,23 @@ enum class DocxKind : std::uint8_t {
   kSectionProperties,
   kContentControlProperties,
   kOtherProperties,
-  kPropertyChange,   ///< what properties were before a tracked change
   kIdentifier,       ///< w:id, of a content control inside its properties
-  kPlaceholder,      ///< w:showingPlcHdr and w:dataBinding: the content is not the control's own
+  kPlaceholder,      ///< w:showingPlcHdr and w:lock: the content is not the control's own, or stays as it is
+  kDataBinding,      ///< w:dataBinding: the content comes from elsewhere
   kRenderedBreak,    ///< w:lastRenderedPageBreak
   kDrawingIdentity,  ///< wp:docPr
   // Marks without extent.
   kBookmarkStart,
   kBookmarkEnd,
-  kComment,  ///< w:commentRangeStart, w:commentRangeEnd, w:commentReference
+  // What the author's work on the document has left in it. Cleaned documents have none of it.
+  kComment,         ///< w:commentRangeStart, w:commentRangeEnd, w:commentReference
+  kInserted,        ///< w:ins, w:moveTo and w:cellIns: around runs, and in the properties of what came in
+  kDeleted,         ///< w:del, w:moveFrom and w:cellDel, likewise
+  kDeletedText,     ///< w:delText and w:delInstrText
+  kMergedCell,      ///< w:cellMerge
+  kChangeRange,     ///< where a tracked move or a change of tags starts or ends
+  kPropertyChange,  ///< what properties were before a tracked change
+  kVanish,          ///< w:vanish, of hidden text
 };
 
 DocxKind DocxKindOf(DocxNamespace space, std::string_view local_name);

@@ -63,7 +63,8 @@ std::string DocxPackage::Read(std::string_view name) const {
   return content;
 }
 
-std::string DocxPackage::With(const std::vector<PackagePart>& parts) const {
+std::string DocxPackage::With(const std::vector<PackagePart>& parts,
+                              const std::function<bool(std::string_view name)>& keep) const {
   std::vector<const PackagePart*> replaced(entries_.size());
   std::map<std::string, const PackagePart*> added;
   for (const auto& part : parts) {
@@ -73,6 +74,7 @@ std::string DocxPackage::With(const std::vector<PackagePart>& parts) const {
   }
   ZipWriter writer;
   for (std::size_t i = 0; i < entries_.size(); ++i) {
+    if (keep && !keep(entries_[i].name)) continue;
     if (replaced[i] == nullptr) {
       writer.Copy(entries_[i]);
     } else {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -51,7 +52,9 @@ class DocxPackage {
   /// The package with these parts in it; of two of one name the last counts. All others are copied as they
   /// are, still packed. Headers and directory are written anew, so that whoever reads it next finds what was
   /// checked here, whatever the file held besides.
-  std::string With(const std::vector<PackagePart>& parts) const;
+  /// `keep` is asked for every part's name as it stands in the package; false leaves it out.
+  std::string With(const std::vector<PackagePart>& parts,
+                   const std::function<bool(std::string_view name)>& keep = {}) const;
 
   /// A Failure about this file: `"name" text`.
   [[noreturn]] void Damaged(const std::string& text) const;

@@ -43,6 +43,10 @@ class ContentTypes {
   std::map<std::string, std::string> by_ending_;
 };
 
+/// The content type of a document's main part, as a letter has it.
+inline constexpr std::string_view kDocumentType =
+    "application/vnd.openxmlformats-officedocument.wordprocessingml.document.main+xml";
+
 /// The name of a package's list of content types.
 inline constexpr std::string_view kContentTypesPart = "[Content_Types].xml";
 

@@ -1,5 +1,6 @@
 #include "wordprocessor/docx_tree.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/failure.h"
@@ -152,6 +153,33 @@ void DocxTree::DropAttribute(NodeId node, std::string_view local_name) {
 
 void DocxTree::SetAttribute(NodeId node, std::string_view local_name, std::string_view value) {
   RewriteAttribute(node, local_name, &value);
+}
+
+std::vector<RelationReference> DocxTree::References(NodeId node) const {
+  std::vector<RelationReference> references;
+  if (!nodes_[node].refers) return references;
+  for (const auto& attribute : AttributesOf(nodes_[node])) {
+    const auto prefix = attribute.name.substr(0, attribute.name.find(':'));
+    const auto& known = source_->relation_prefixes;
+    if (prefix.size() < attribute.name.size() && std::ranges::find(known, prefix) != known.end()) {
+      references.push_back({attribute.name, attribute.value});
+    }
+  }
+  return references;
+}
+
+void DocxTree::DropReference(NodeId node, std::string_view attribute) {
+  auto tag = std::string(nodes_[node].markup.substr(0, 1u + nodes_[node].name_size));
+  for (const auto& kept : AttributesOf(nodes_[node])) {
+    if (kept.name != attribute) tag += kept.markup;
+  }
+  nodes_[node].markup = KeepText(std::move(tag));
+}
+
+void DocxTree::SetText(NodeId markup, std::string_view text) {
+  std::string escaped;
+  AppendEscaped(escaped, text);
+  nodes_[markup].markup = KeepText(std::move(escaped));
 }
 
 void DocxTree::RenewBookmark(NodeId node) {

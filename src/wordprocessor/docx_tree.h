@@ -30,15 +30,22 @@ struct DocxNode {
   std::uint32_t name_size = 0;       ///< 0 where the node is no element
   DocxKind kind = DocxKind::kOther;
   bool unique = false;  ///< carries an identity that must not occur twice in a document
+  bool refers = false;  ///< has an attribute that names a relation of the part
 
   bool is_element() const { return name_size != 0; }
-  std::string_view name() const { return markup.substr(1, name_size); }
+  std::string_view name() const { return is_element() ? markup.substr(1, name_size) : std::string_view(); }
 };
 
 /// What a bookmark's start or end says of itself.
 struct BookmarkMark {
   std::string_view name;  ///< "" of an end
   std::uint32_t id = 0;   ///< the w:id, numbered from 0 within the part
+};
+
+/// An attribute that names a relation of the part: r:id, r:embed, r:link, ...
+struct RelationReference {
+  std::string_view attribute;  ///< as written, with its prefix
+  std::string_view id;
 };
 
 /// A document part in memory: nodes that point into text shared by all copies.
@@ -52,6 +59,8 @@ class DocxTree {
   std::size_t size() const { return nodes_.size(); }
   const std::vector<BookmarkMark>& bookmarks() const { return bookmarks_; }
   const BookmarkMark& BookmarkOf(NodeId node) const { return bookmarks_[nodes_[node].bookmark]; }
+  /// Whether the part named the saves its pieces come from (w:rsidR and the like), which are not read.
+  bool lost_save_marks() const { return lost_save_marks_; }
   /// How many different bookmark ids the part uses.
   std::uint32_t id_count() const { return id_count_; }
 
@@ -80,6 +89,10 @@ class DocxTree {
   std::string_view Attribute(NodeId node, std::string_view local_name) const;  ///< escaped; "" without it
   void DropAttribute(NodeId node, std::string_view local_name);
   void SetAttribute(NodeId node, std::string_view local_name, std::string_view value);
+  std::vector<RelationReference> References(NodeId node) const;
+  void DropReference(NodeId node, std::string_view attribute);
+  /// Other text in place of a piece of text.
+  void SetText(NodeId markup, std::string_view text);
   /// A mark of its own for a copied start or end of a bookmark.
   void RenewBookmark(NodeId node);
   /// Makes `end` the end of the bookmark that begins with `start`, whatever ids they had.
@@ -98,6 +111,7 @@ class DocxTree {
   struct Source {
     std::string text;
     std::deque<std::string> names;
+    std::vector<std::string> relation_prefixes;
   };
 
   std::string_view KeepText(std::string text);
@@ -108,6 +122,7 @@ class DocxTree {
   std::shared_ptr<const Source> source_;
   NodeId root_ = kNoNode;
   std::uint32_t id_count_ = 0;
+  bool lost_save_marks_ = false;
 
   // A copy's own.
   std::vector<DocxNode> nodes_;

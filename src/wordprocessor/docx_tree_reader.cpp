@@ -21,6 +21,9 @@ constexpr unsigned kParseOptions =
 // An element in pugixml costs many times its three bytes of text.
 constexpr std::ptrdiff_t kMostTags = 2'000'000;
 
+// w:rsidR and the like: which of its author's saves a piece comes from. Nothing that a letter has.
+constexpr std::string_view kSaveMark = "rsid";
+
 constexpr auto kUniqueAttributes = std::to_array<std::string_view>({"paraId", "textId"});
 
 struct Name {
@@ -148,13 +151,25 @@ class DocxTreeReader {
     if (node.kind == DocxKind::kBookmarkStart || node.kind == DocxKind::kBookmarkEnd) AddBookmark(node);
     node.unique = node.kind == DocxKind::kDrawingIdentity;
     for (const auto& attribute : element.attributes()) {
+      const auto name = SplitName(attribute.name());
+      const auto space = SpaceOf(name.prefix);
+      if (space == DocxNamespace::kWord && name.local.starts_with(kSaveMark)) {
+        tree_.lost_save_marks_ = true;
+        continue;
+      }
       source_.text.append(" ").append(attribute.name()).append("=\"");
       AppendEscaped(source_.text, attribute.value(), /*quotes=*/true);
       source_.text += '"';
-      const auto name = SplitName(attribute.name());
       if (std::ranges::find(kUniqueAttributes, name.local) != kUniqueAttributes.end()) node.unique = true;
-      if (SpaceOf(name.prefix) == DocxNamespace::kWord) ReadAttribute(name.local, attribute.value(), node);
+      if (space == DocxNamespace::kWord) ReadAttribute(name.local, attribute.value(), node);
+      if (space == DocxNamespace::kRelations) AddReference(name.prefix, node);
     }
+  }
+
+  void AddReference(std::string_view prefix, DocxNode& node) {
+    node.refers = true;
+    auto& prefixes = source_.relation_prefixes;
+    if (std::ranges::find(prefixes, prefix) == prefixes.end()) prefixes.emplace_back(prefix);
   }
 
   void AddBookmark(DocxNode& node) {
@@ -163,8 +178,6 @@ class DocxTreeReader {
   }
 
   void ReadAttribute(std::string_view local_name, std::string_view value, DocxNode& node) {
-    const bool tracked = node.kind == DocxKind::kInline || node.kind == DocxKind::kDeleted;
-    if (tracked && local_name == "id") node.unique = true;
     if (node.bookmark == kNoNode) return;
     auto& bookmark = tree_.bookmarks_[node.bookmark];
     if (local_name == "name") bookmark.name = source_.names.emplace_back(value);

@@ -92,8 +92,12 @@ std::vector<DocxPart> LetterParts(std::string document) {
 void AddRelatedPart(std::vector<DocxPart>& parts, const std::string& kind, const std::string& file,
                     const std::string& content) {
   InsertBefore(parts[0].content, "</Types>", Override("word/" + file, kind));
-  InsertBefore(parts[3].content, "</Relationships>", Relation("rel_" + file, kind, file));
+  AddRelation(parts, kind, file);
   parts.push_back({"word/" + file, content});
+}
+
+void AddRelation(std::vector<DocxPart>& parts, const std::string& kind, const std::string& target) {
+  InsertBefore(parts[3].content, "</Relationships>", Relation("rel_" + target, kind, target));
 }
 
 std::string LetterOf(const std::string& document) {

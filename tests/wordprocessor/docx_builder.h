@@ -21,6 +21,9 @@ std::vector<DocxPart> LetterParts(std::string document);
 void AddRelatedPart(std::vector<DocxPart>& parts, const std::string& kind, const std::string& file,
                     const std::string& content);
 
+/// Says that the document refers to `target`, a part in its folder.
+void AddRelation(std::vector<DocxPart>& parts, const std::string& kind, const std::string& target);
+
 std::string LetterOf(const std::string& document);
 
 /// `content` between root tags of WordprocessingML: "w:hdr", "w:ftr", "w:footnotes".

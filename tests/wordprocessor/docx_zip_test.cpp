@@ -64,6 +64,7 @@ std::string Picture(std::size_t size) {
 // that changes, and memory was given back that nobody had asked for.
 TEST(DocxZip, ALetterIsMadeWhateverStandsBeforeThePartsThatChange) {
   auto parts = SmallLetter();
+  AddRelation(parts, "image", "media/image1.png");
   AddRelatedPart(parts, "header", "header1.xml", WordPart("w:hdr", Marked("HEAD", "head", 2)));
   const std::vector<std::function<void(ZipPiece&)>> ways = {[](ZipPiece&) {}, TellSizesBehind,
                                                             TellLongSizesBehind};
@@ -239,6 +240,7 @@ TEST(DocxZip, EntriesThatShareTheirBytesAreRefused) {
 
 TEST(DocxZip, ALetterIsWrittenAsEveryReaderTakesIt) {
   auto parts = SmallLetter();
+  AddRelation(parts, "image", "media/caf\xC3\xA9.png");
   parts.push_back({"word/media/caf\xC3\xA9.png", "pixels"});
   auto pieces = PiecesOf(parts);
   for (auto& piece : pieces) {
