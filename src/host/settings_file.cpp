@@ -1,11 +1,13 @@
 #include "host/settings_file.h"
 
+#include <algorithm>
+#include <array>
+#include <charconv>
 #include <fstream>
+#include <optional>
 #include <system_error>
 
-#include <QSettings>
-#include <QString>
-
+#include "host/ini_file.h"
 #include "platform/failure.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
@@ -53,8 +55,79 @@ LayoutSeconds=60
 System\DontPrint=N
 )";
 
-QString FromText(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+/// "" where the value is right, else a clause that follows it. Values are never empty here.
+using Complaint = std::string_view (*)(const std::string& value);
+
+std::optional<int> WholeNumber(const std::string& text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+std::string_view AnyText(const std::string&) {
+  return "";
+}
+std::string_view Path(const std::string& value) {
+  return value.starts_with('~') || value.find('$') != std::string::npos
+             ? "is taken as it stands, and ~ and $ mean nothing here; write the whole path"
+             : "";
+}
+std::string_view Seconds(const std::string& value) {
+  return WholeNumber(value).value_or(0) < 1 ? "is no number of seconds from 1 up" : "";
+}
+std::string_view Milliseconds(const std::string& value) {
+  return WholeNumber(value).value_or(-1) < 0 ? "is no number of milliseconds from 0 up" : "";
+}
+std::string_view YesOrNo(const std::string& value) {
+  return value == "Y" || value == "N" ? "" : "is neither Y nor N";
+}
+
+struct Setting {
+  std::string_view section;
+  std::string_view key;
+  Complaint complaint;
+};
+// In the order of the first settings above.
+constexpr auto kSettings = std::to_array<Setting>({
+    {"User", "Id", AnyText},
+    {"User", "Region", AnyText},
+    {"Folders", "Templates", Path},
+    {"Folders", "Config", Path},
+    {"Folders", "ReferenceDatabase", Path},
+    {"Folders", "Printed", Path},
+    {"Reference", "Provider", AnyText},
+    {"Printing", "Printer", AnyText},
+    {"Preview", "DelayMilliseconds", Milliseconds},
+    {"Preview", "LayoutSeconds", Seconds},
+    {"DMVKorvadsk", "System\\DontPrint", YesOrNo},
+});
+
+const Setting* FindSetting(std::string_view section, std::string_view key) {
+  const auto found = std::ranges::find_if(kSettings, [&](const Setting& setting) {
+    return platform::EqualsIgnoringCase(setting.section, section) &&
+           platform::EqualsIgnoringCase(setting.key, key);
+  });
+  return found == kSettings.end() ? nullptr : &*found;
+}
+
+std::string NameOf(std::string_view section, std::string_view key) {
+  return "[" + std::string(section) + "] " + std::string(key);
+}
+
+/// The keys of the section, or the sections where there is none of that name.
+std::string WhatThereIs(std::string_view section) {
+  std::string keys;
+  std::string sections;
+  std::string_view last;
+  for (const auto& setting : kSettings) {
+    if (platform::EqualsIgnoringCase(setting.section, section)) {
+      keys += (keys.empty() ? "" : ", ") + std::string(setting.key);
+    }
+    if (setting.section != last)
+      sections += (last.empty() ? "[" : ", [") + std::string(setting.section) + "]";
+    last = setting.section;
+  }
+  return keys.empty() ? "The sections are " + sections : "The settings there are " + keys;
 }
 
 std::string WithSeparator(const std::filesystem::path& folder) {
@@ -76,8 +149,7 @@ std::string WhyNoSettings(const DataFolder& folder) {
   }
   return "The settings file \"" + folder.Settings().string() +
          "\" is missing from a folder that is in use. Make the disk it lies on available again, or restore "
-         "it from "
-         "a backup.";
+         "it from a backup.";
 }
 
 }  // namespace
@@ -85,14 +157,31 @@ std::string WhyNoSettings(const DataFolder& folder) {
 SettingsFile::SettingsFile(const DataFolder& folder) : folder_(folder) {
   const auto file = folder_.Settings();
   if (!std::filesystem::exists(file)) throw Failure(Failure::Kind::kNotFound, WhyNoSettings(folder_));
-  file_ = std::make_unique<QSettings>(QString::fromStdString(file.string()), QSettings::IniFormat);
-  if (file_->status() != QSettings::NoError) {
-    throw Failure(Failure::Kind::kDamaged, "The settings file \"" + file.string() +
-                                               "\" cannot be read. Correct it, or restore it from a backup.");
-  }
+  const auto ini = IniFile::Read(file);
+  for (const auto& bad : ini.bad_lines)
+    Complain(bad.line, "\"" + bad.text + "\" is no setting; write KEY=VALUE.");
+  for (const auto& entry : ini.entries) Take(entry);
 }
 
-SettingsFile::~SettingsFile() = default;
+void SettingsFile::Complain(std::size_t line, const std::string& what) {
+  faults_.push_back("\"" + folder_.Settings().string() + "\", line " + std::to_string(line) + ": " + what);
+}
+
+void SettingsFile::Take(const IniFile::Entry& entry) {
+  const auto name = NameOf(entry.section, entry.key);
+  const auto* const setting = FindSetting(entry.section, entry.key);
+  if (setting == nullptr)
+    return Complain(entry.line,
+                    name + " is no setting and counts for nothing. " + WhatThereIs(entry.section) + ".");
+  const auto complaint = entry.value.empty() ? "" : setting->complaint(entry.value);
+  if (!complaint.empty()) {
+    return Complain(entry.line, "The value \"" + entry.value + "\" of " + name + " " +
+                                    std::string(complaint) + ". It counts as not set.");
+  }
+  const auto place = NameOf(setting->section, setting->key);
+  if (values_.contains(place)) Complain(entry.line, name + " is set a second time; this value counts.");
+  values_[place] = entry.value;
+}
 
 void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   if (folder.IsPrepared()) return;
@@ -110,61 +199,63 @@ void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   }
 }
 
-std::string SettingsFile::Text(const char* key, const std::string& default_value) const {
-  const auto text = file_->value(QString::fromLatin1(key)).toString().toStdString();
-  return text.empty() ? default_value : text;
+std::string SettingsFile::Text(std::string_view section, std::string_view key,
+                               const std::string& default_value) const {
+  const auto found = values_.find(NameOf(section, key));
+  return found == values_.end() || found->second.empty() ? default_value : found->second;
 }
 
-std::filesystem::path SettingsFile::Folder(const char* key,
+std::filesystem::path SettingsFile::Folder(std::string_view key,
                                            const std::filesystem::path& default_folder) const {
-  const std::filesystem::path set = Text(key, "");
+  const std::filesystem::path set = Text("Folders", key, "");
   return set.empty() ? default_folder : folder_.root() / set;
 }
 
 std::string SettingsFile::UserId() const {
-  return Text("User/Id", "");
+  return Text("User", "Id", "");
 }
 std::string SettingsFile::Region() const {
-  return Text("User/Region", "");
+  return Text("User", "Region", "");
 }
 
 std::string SettingsFile::TemplateFolder() const {
-  return WithSeparator(Folder("Folders/Templates", folder_.Templates()));
+  return WithSeparator(Folder("Templates", folder_.Templates()));
 }
 
 std::string SettingsFile::ConfigFolder() const {
-  return WithSeparator(Folder("Folders/Config", folder_.Config()));
+  return WithSeparator(Folder("Config", folder_.Config()));
 }
 
 std::string SettingsFile::LocalDatabasePath() const {
-  return Folder("Folders/ReferenceDatabase", folder_.ReferenceDatabase()).string();
+  return Folder("ReferenceDatabase", folder_.ReferenceDatabase()).string();
 }
 
 std::string SettingsFile::ProviderString() const {
-  return Text("Reference/Provider", "Provider=SQLite;");
+  return Text("Reference", "Provider", "Provider=SQLite;");
 }
 
 std::chrono::milliseconds SettingsFile::PreviewDelay() const {
-  return std::chrono::milliseconds{file_->value("Preview/DelayMilliseconds", 1500).toInt()};
+  constexpr int kDefault = 1500;
+  return std::chrono::milliseconds{WholeNumber(Text("Preview", "DelayMilliseconds", "")).value_or(kDefault)};
 }
 
 std::string SettingsFile::GetSetting(std::string_view application, std::string_view section,
                                      std::string_view key, std::string_view default_value) const {
-  const auto path = FromText(application) + '/' + FromText(section) + '/' + FromText(key);
-  return file_->value(path, FromText(default_value)).toString().toStdString();
+  const auto found = values_.find(NameOf(application, std::string(section) + '\\' + std::string(key)));
+  return found == values_.end() ? std::string(default_value) : found->second;
 }
 
 std::string SettingsFile::Printer() const {
-  return Text("Printing/Printer", "");
+  return Text("Printing", "Printer", "");
 }
 
 std::filesystem::path SettingsFile::PdfFolder() const {
-  return Folder("Folders/Printed", folder_.Printed());
+  return Folder("Printed", folder_.Printed());
 }
 
 std::chrono::milliseconds SettingsFile::LayoutTimeOut() const {
   constexpr int kDefaultSeconds = 60;
-  return std::chrono::seconds{file_->value("Preview/LayoutSeconds", kDefaultSeconds).toInt()};
+  return std::chrono::seconds{WholeNumber(Text("Preview", "LayoutSeconds", "")).value_or(kDefaultSeconds)};
 }
 
 }  // namespace host

@@ -1,28 +1,32 @@
 #pragma once
 
-#include <memory>
+#include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "host/ini_file.h"
 #include "host/office_mark.h"
 #include "platform/settings.h"
-
-class QSettings;
 
 namespace host {
 
 /// The user's settings file (settings.ini of the data folder), read once. docs/operations.md describes it.
 ///
-/// Folders that are set to nothing lie in the data folder; relative ones start there.
+/// Folders that are set to nothing lie in the data folder; relative ones start there. Sections and keys are
+/// found without regard to case. A value that is wrong counts as not set, and is named in faults().
 class SettingsFile : public platform::Settings, public platform::SettingsStore {
  public:
   /// Throws Failure kNotFound where the folder has no settings (the message tells a new folder, which `init`
-  /// prepares, from one that has lost them), kDamaged where the file is no settings file.
+  /// prepares, from one that has lost them), kDamaged where the file is not written in UTF-8.
   explicit SettingsFile(const DataFolder& folder);
-  ~SettingsFile() override;
 
   /// Writes the first settings with an explanation of each, unless there are settings already: the demo
   /// user's, or those of an office whose user is still to be entered.
   static void CreateFor(const DataFolder& folder, OfficeKind kind);
+
+  /// What is wrong in the file, a sentence or two each with the file and the line, in the order of the file.
+  const std::vector<std::string>& faults() const { return faults_; }
 
   std::string UserId() const override;
   std::string Region() const override;
@@ -41,11 +45,15 @@ class SettingsFile : public platform::Settings, public platform::SettingsStore {
   std::chrono::milliseconds LayoutTimeOut() const;
 
  private:
-  std::string Text(const char* key, const std::string& default_value) const;
-  std::filesystem::path Folder(const char* key, const std::filesystem::path& default_folder) const;
+  void Complain(std::size_t line, const std::string& what);
+  void Take(const IniFile::Entry& entry);
+  std::string Text(std::string_view section, std::string_view key, const std::string& default_value) const;
+  std::filesystem::path Folder(std::string_view key, const std::filesystem::path& default_folder) const;
 
   const DataFolder folder_;
-  std::unique_ptr<QSettings> file_;
+  std::map<std::string, std::string, std::less<>>
+      values_;  // by "[Section] Key" as the first settings write it
+  std::vector<std::string> faults_;
 };
 
 }  // namespace host

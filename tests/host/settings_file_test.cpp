@@ -43,6 +43,77 @@ TEST(SettingsFile, WhatTheOfficeHasSetIsKeptAndRead) {
   EXPECT_EQ(settings.GetSetting("DMVKorvadsk", "System", "DontPrint", "N"), "Y");
 }
 
+std::vector<std::string> FaultsOf(const std::string& text) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "settings.ini", text);
+  return SettingsFile(DataFolder(folder.path())).faults();
+}
+
+TEST(SettingsFile, TheFirstSettingsHaveNoFault) {
+  const TemporaryFolder folder;
+  SettingsFile::CreateFor(DataFolder(folder.path()), OfficeKind::kDemo);
+  EXPECT_THAT(SettingsFile(DataFolder(folder.path())).faults(), testing::IsEmpty());
+}
+
+TEST(SettingsFile, WhatIsWrongIsNamedWithItsLineAndCountsAsNotSet) {
+  struct Case {
+    const char* text;
+    std::vector<const char*> words;
+  };
+  for (const auto& [text, words] : std::vector<Case>{
+           {"[User]\nRegoin=K1\n", {"settings.ini\", line 2", "[User] Regoin is no setting", "Id, Region"}},
+           {"[Usr]\nRegion=K1\n", {"line 2", "[Usr] Region is no setting", "[User], [Folders]"}},
+           {"Region=K1\n", {"line 1", "[] Region is no setting"}},
+           {"[User]\nRegion K1\n", {"line 2", "\"Region K1\" is no setting"}},
+           {"[User]\nId=A\nid=B\n", {"line 3", "[User] id is set a second time"}},
+           {"[Preview]\nLayoutSeconds=abc\n",
+            {"line 2", "\"abc\"", "[Preview] LayoutSeconds", "seconds from 1"}},
+           {"[Preview]\nLayoutSeconds=0\n", {"\"0\"", "seconds from 1"}},
+           {"[Preview]\nDelayMilliseconds=1.5\n", {"\"1.5\"", "milliseconds"}},
+           {"[Folders]\nPrinted=~/letters\n", {"\"~/letters\"", "[Folders] Printed", "whole path"}},
+           {"[Folders]\nTemplates=$HOME/letters\n", {"\"$HOME/letters\"", "[Folders] Templates"}},
+           {"[DMVKorvadsk]\nSystem\\DontPrint=yes\n", {"\"yes\"", "neither Y nor N"}}}) {
+    const auto faults = FaultsOf(text);
+    ASSERT_EQ(faults.size(), 1u) << text;
+    for (const auto* word : words) EXPECT_THAT(faults[0], testing::HasSubstr(word));
+  }
+  const TemporaryFolder folder;
+  WriteFile(folder / "settings.ini", "[Preview]\nLayoutSeconds=abc\n[Folders]\nPrinted=~/letters\n");
+  const SettingsFile settings{DataFolder(folder.path())};
+  EXPECT_EQ(settings.LayoutTimeOut(), std::chrono::seconds(60));
+  EXPECT_EQ(settings.PdfFolder(), folder / "printed");
+}
+
+TEST(SettingsFile, IsReadAsPeopleWriteIt) {
+  const TemporaryFolder folder;
+  WriteFile(folder / "settings.ini",
+            "\xEF\xBB\xBF[user]\r\n id = OFFICER 7 ; until May\r\nREGION=K1\r\n"
+            "[Folders]\r\nPrinted=/srv/letters, printed;old\r\n[Printing]\nPrinter=\"Room 12 ; left\"\n");
+  const SettingsFile settings{DataFolder(folder.path())};
+  EXPECT_THAT(settings.faults(), testing::IsEmpty());
+  EXPECT_EQ(settings.UserId(), "OFFICER 7");
+  EXPECT_EQ(settings.Region(), "K1");
+  EXPECT_EQ(settings.PdfFolder(), "/srv/letters, printed;old");
+  EXPECT_EQ(settings.Printer(), "Room 12 ; left");
+}
+
+TEST(SettingsFile, AFileThatIsNotUtf8IsRefusedByName) {
+  using namespace std::string_literals;
+  const std::vector<std::pair<std::string, const char*>> files = {{"\xFF\xFE[\0U\0s\0e\0r\0]\0"s, "UTF-16"},
+                                                                  {"[\0U\0s\0e\0r\0]\0\n\0"s, "UTF-16"},
+                                                                  {"[User]\nId=M\xFCller\n", "line 2"}};
+  for (const auto& [text, words] : files) {
+    try {
+      FaultsOf(text);
+      FAIL() << words;
+    } catch (const platform::Failure& failure) {
+      EXPECT_THAT(failure.description(),
+                  testing::AllOf(testing::HasSubstr("settings.ini"), testing::HasSubstr(words),
+                                 testing::HasSubstr("UTF-8")));
+    }
+  }
+}
+
 TEST(SettingsFile, AFolderWithoutSettingsSaysWhatToDo) {
   const TemporaryFolder folder;
   try {
