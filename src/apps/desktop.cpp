@@ -4,6 +4,7 @@
 #include "desktop/help_box.h"
 #include "desktop/qt_text.h"
 #include "desktop/workspace_view.h"
+#include "platform/identity.h"
 
 namespace apps {
 namespace {
@@ -48,6 +49,7 @@ void Desktop::Open() {
   window().may_close = [this] { return Close(); };
   OpenWindow();
   workspace.Show();
+  TellFaults();
 }
 
 void Desktop::OpenWindow() {
@@ -69,6 +71,16 @@ void Desktop::Pressed(int button) {
 bool Desktop::Close() {
   own_settings_.setValue(QLatin1String(kGeometry), window().saveGeometry());
   return office_.workspace().CloseDocument();
+}
+
+void Desktop::TellFaults() {
+  const auto faults = office_.Faults();
+  if (faults.empty()) return;
+  for (const auto& fault : faults)
+    office_.services().errors.ReportError(fault, platform::kComponentTitle, "Desktop.Open");
+  const auto others = faults.size() - 1;
+  if (others > 0)
+    TellError(faults.front() + " There are " + std::to_string(others) + " more faults like it.");
 }
 
 // From any thread.

@@ -35,6 +35,7 @@ class Desktop {
   void OpenWindow();
   void Pressed(int button);
   bool Close();
+  void TellFaults();
   void TellError(const std::string& description);
 
   QSettings own_settings_;

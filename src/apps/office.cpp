@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/office_check.h"
 #include "apps/printing.h"
 #include "host/disk_files.h"
 #include "host/print_journal.h"
@@ -17,8 +18,9 @@ namespace apps {
 
 /// In the order of their making: each may use those above it.
 struct Office::Rooms {
-  Rooms(const host::DataFolder& folder, const OfficeHost& host)
-      : settings(folder),
+  Rooms(const host::DataFolder& data_folder, const OfficeHost& host)
+      : folder(data_folder),
+        settings(folder),
         errors(folder.ErrorLog(), clock, host.error_listener),
         reference(settings.LocalDatabasePath(), clock),
         utilities(reference, settings, clock),
@@ -31,6 +33,7 @@ struct Office::Rooms {
                  files,    clock,     errors,    host.status, host.shell,           print_journal},
         workspace(services) {}
 
+  const host::DataFolder folder;
   host::SystemClock clock;
   host::SettingsFile settings;
   host::ErrorLog errors;
@@ -71,6 +74,10 @@ std::optional<customers::SelectedCustomer> Office::FindCustomer(const std::strin
                                      customer->MailZip,      customer->ResAddress, customer->ResAddress2,
                                      customer->ResCity,      customer->ResState,   customer->ResZip,
                                      customer->Phone,        customer->FuelTax};
+}
+
+std::vector<std::string> Office::Faults() {
+  return CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Typefaces::kOfTheCommonTemplate);
 }
 
 bool Office::HasWorkUnderWay() const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "customers/selected_customer.h"
 #include "host/data_folder.h"
@@ -39,6 +40,8 @@ class Office {
   const platform::Services& services() const;
   /// Nothing where there is no customer of that id.
   std::optional<customers::SelectedCustomer> FindCustomer(const std::string& id);
+  /// What is wrong with the office although it runs: see CheckOffice.
+  std::vector<std::string> Faults();
   /// Whether a reply, a download or a layout is still to come.
   bool HasWorkUnderWay() const;
 

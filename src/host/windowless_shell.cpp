@@ -18,7 +18,8 @@ MessageAnswer WindowlessShell::ShowMessage(const platform::Message& message) {
   if (message.buttons == platform::MessageButtons::kYesNo) {
     return answers_.yes ? MessageAnswer::kYes : message.default_answer;
   }
-  if (message.icon == MessageIcon::kExclamation || message.icon == MessageIcon::kCritical) refused_ = true;
+  if (message.icon == MessageIcon::kExclamation) warned_ = true;
+  if (message.icon == MessageIcon::kCritical) refused_ = true;
   return MessageAnswer::kOk;
 }
 

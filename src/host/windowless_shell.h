@@ -31,7 +31,9 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
       : loop_(loop), messages_(messages), answers_(std::move(answers)) {}
 
   /// Whether a box has refused what was asked for.
-  bool refused() const { return refused_; }
+  bool refused() const { return refused_ || warned_; }
+  /// The exclamation boxes so far were about something else than what will be asked for.
+  void PassOverWarnings() { warned_ = false; }
   void AnswerFormsWith(FormAnswerer answerer) { form_answerers_.push_back(std::move(answerer)); }
   /// Told every status text that differs from the one before.
   std::function<void(const std::string& text)> status_listener;
@@ -64,7 +66,8 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   std::vector<FormAnswerer> form_answerers_;
   std::string status_;
   bool ready_ = true;
-  bool refused_ = false;
+  bool warned_ = false;   // by an exclamation box
+  bool refused_ = false;  // by a critical one
 };
 
 }  // namespace host

@@ -38,7 +38,9 @@ std::filesystem::path TemplateFile(const std::filesystem::path& folder, const st
   auto found = FindIgnoringCase(path.parent_path(), file_name);
   if (!found.empty()) return found;
   throw Failure(Failure::Kind::kNotFound, "There is no template \"" + file_name + "\" in the folder \"" +
-                                              folder.string() + "\". Download the templates again.");
+                                              folder.string() +
+                                              "\". Start the program again: it fetches the templates that "
+                                              "are missing.");
 }
 
 std::filesystem::path CommonTemplateBeside(const std::filesystem::path& letter) {

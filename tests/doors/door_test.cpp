@@ -24,7 +24,7 @@ struct Room {
   bool libraries_in_headers = true;
 };
 
-constexpr std::string_view kOffice = "zlib pugixml cups office posix linux";
+constexpr std::string_view kOffice = "zlib pugixml cups fontconfig office posix linux";
 constexpr std::string_view kInner =
     "platform workspace/messaging composition customers workspace tracking workspace/document";
 constexpr auto kRooms = std::to_array<Room>({
@@ -55,6 +55,7 @@ constexpr auto kLibraries = std::to_array<Library>({
     {"sqlite", "sqlite3.h"},
     {"zlib", "zlib.h"},
     {"cups", "cups/"},
+    {"fontconfig", "fontconfig/"},
     {"office", "LibreOfficeKit/"},
     {"posix", "sys/ dlfcn.h fcntl.h grp.h poll.h pthread.h pwd.h signal.h spawn.h stdlib.h time.h unistd.h"},
     {"linux", "linux/"},

@@ -26,10 +26,12 @@ TEST(Init, ANewFolderIsMadeOnlyInSoManyWords) {
     EXPECT_THAT(run.err, AllOf(HasSubstr("--demo"), HasSubstr("--empty")));
     EXPECT_FALSE(std::filesystem::exists(fresh));
   }
-  const auto types = RunLetters({"types", "--data", fresh.string()});
-  EXPECT_EQ(types.status, 1);
-  EXPECT_THAT(types.err,
-              AllOf(HasSubstr(fresh.string()), HasSubstr("init --demo"), HasSubstr("init --empty")));
+  for (const std::string command : {"types", "customers"}) {
+    const auto run = RunLetters({command, "--data", fresh.string()});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err,
+                AllOf(HasSubstr(fresh.string()), HasSubstr("init --demo"), HasSubstr("init --empty")));
+  }
   EXPECT_FALSE(std::filesystem::exists(fresh));
 }
 

@@ -5,6 +5,7 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/listing.h"
 #include "customers/display_encoders.h"
+#include "host/settings_file.h"
 #include "server/customer_directory.h"
 
 namespace apps {
@@ -20,6 +21,7 @@ int RunCustomers(const QStringList& words) {
   static constexpr std::array<Listing::Column, 4> kColumns{
       {{"id", "Id"}, {"name", "Name"}, {"city", "City"}, {"account", "Fuel tax account"}}};
   Listing listing{kColumns, {}};
+  const host::SettingsFile office(line.Data());  // a folder without an office is called that
   server::CustomerDirectory directory(line.Data().root());
   for (const auto& customer : directory.Find(line.Value("find"), std::numeric_limits<int>::max())) {
     listing.rows.push_back({customer.CustID, customer.CUSTNAME, customer.City(),

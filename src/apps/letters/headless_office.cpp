@@ -14,10 +14,10 @@ HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
       shell_(loop_, std::cerr, options_.answers),
       preview_(loop_, options_.entries.IsEmpty() ? options_.preview : host::WindowlessPreview::Wish::kClose),
       office_(folder, {shell_, shell_, loop_, preview_, outcome_,
-                       [this](const std::string& description, const std::string&) {
-                         reported_ = true;
-                         std::cerr << description << '\n';
+                       [this](const std::string& description, const std::string& procedure) {
+                         TellReport(description, procedure);
                        }}) {
+  for (const auto& fault : office_.Faults()) std::cerr << fault << '\n';
   shell_.AnswerFormsWith([this](platform::Form& form) { return AnswerLetterForm(form); });
   if (options_.tell_steps) {
     shell_.status_listener = [](const std::string& text) { std::cerr << "   " << text << '\n'; };
@@ -34,6 +34,15 @@ void HeadlessOffice::Start() {
   if (!options_.is_quiet) TellLettersLeftBehind();
   workspace().Show();
   RunUntilIdle();
+  shell_.PassOverWarnings();  // a template that could not be fetched stops the letter that needs it, and no
+                              // other
+}
+
+void HeadlessOffice::TellReport(const std::string& description, const std::string& procedure) {
+  // A wrong line of the template catalogue is a fault of that line.
+  if (procedure != "ZEMLO_Corresp.CopyTemplate") reported_ = true;
+  // One fault is met by many procedures.
+  if (std::exchange(last_report_, description) != description) std::cerr << description << '\n';
 }
 
 void HeadlessOffice::TellLettersLeftBehind() const {

@@ -44,6 +44,7 @@ class HeadlessOffice {
   const host::PrintOutcome& outcome() const { return outcome_; }
 
  private:
+  void TellReport(const std::string& description, const std::string& procedure);
   bool AnswerLetterForm(platform::Form& form);
   void CompleteLetter(composition::frmLetter& form);
   void TellLettersLeftBehind() const;
@@ -55,6 +56,7 @@ class HeadlessOffice {
   host::WindowlessPreview preview_;
   host::PrintOutcome outcome_;
   bool reported_ = false;
+  std::string last_report_;
   bool asked_for_entries_ = false;
   bool entries_refused_ = false;
   int recorded_ = 0;

@@ -4,6 +4,7 @@
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/init_plan.h"
+#include "apps/office_check.h"
 #include "apps/product_files.h"
 #include "host/accounts.h"
 #include "host/disk_files.h"
@@ -11,6 +12,7 @@
 #include "host/system_clock.h"
 #include "platform/file_access.h"
 #include "reference/reference_builder.h"
+#include "reference/reference_database.h"
 #include "server/server_data.h"
 
 namespace apps {
@@ -21,9 +23,22 @@ constexpr int kDemoLetters = 5000;
 /// What a customer gets in three years, where a history asks for more customers.
 constexpr int kLettersACustomer = 20;
 
-void CopyLetterhead(const std::filesystem::path& product, const host::DataFolder& folder) {
-  const auto target = folder.Templates() / "kvcorr.dot";
+/// Where the settings say that things lie; before there are settings, in the data folder.
+struct Places {
+  std::filesystem::path reference_database;
+  std::filesystem::path templates;
+};
+
+Places PlacesOf(const host::DataFolder& folder) {
+  if (!folder.IsPrepared()) return {folder.ReferenceDatabase(), folder.Templates()};
+  const host::SettingsFile settings(folder);
+  return {settings.LocalDatabasePath(), settings.TemplateFolder()};
+}
+
+void CopyLetterhead(const std::filesystem::path& product, const std::filesystem::path& templates) {
+  const auto target = templates / "kvcorr.dot";
   if (std::filesystem::exists(target)) return;
+  platform::MakeFolder(templates);
   host::DiskFiles().CopyFile((product / "templates" / "kvcorr.dot").string(), target.string());
 }
 
@@ -43,6 +58,14 @@ std::string InitOptionFault(const CommandLine& line) {
 std::optional<host::OfficeKind> AskedKind(const CommandLine& line) {
   if (line.IsSet("demo")) return host::OfficeKind::kDemo;
   return line.IsSet("empty") ? std::optional(host::OfficeKind::kOwn) : std::nullopt;
+}
+
+void TellFaults(const host::DataFolder& folder) {
+  const host::SystemClock clock;
+  const host::SettingsFile settings(folder);
+  reference::ReferenceDatabase reference(settings.LocalDatabasePath(), clock);
+  for (const auto& fault : CheckOffice(folder, settings, reference, Typefaces::kOfEveryTemplate))
+    std::cerr << fault << '\n';
 }
 
 }  // namespace
@@ -71,17 +94,19 @@ int RunInit(const QStringList& words) {
   const auto folder = line.Data();
   const auto plan = PlanInit(folder, AskedKind(line));
   const auto product = ProductDataFolder();
+  const auto places = PlacesOf(folder);
   platform::MakeFolder(folder.root());
   if (line.IsSet("group")) host::ShareWithGroup(folder.root(), line.Value("group"));
   if (plan.is_new) host::LeaveOfficeMark(folder, {.kind = plan.kind, .is_whole = false});
   folder.Create();
-  reference::CreateReferenceDatabase(product, folder.ReferenceDatabase());
+  reference::CreateReferenceDatabase(product, places.reference_database);
   const bool is_demo = plan.kind == host::OfficeKind::kDemo;
   server::CreateServerData({folder.root(), product, is_demo ? *customers : 0, is_demo ? *letters : 0,
                             host::SystemClock().Today()});
-  CopyLetterhead(product, folder);
+  CopyLetterhead(product, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);
   host::LeaveOfficeMark(folder, {.kind = plan.kind});  // last: from here on what is missing is a loss
+  TellFaults(folder);
   std::cout << "The data folder is ready: " << folder.root().string() << '\n';
   return kDone;
 }

@@ -1,0 +1,152 @@
+#include "apps/office_check.h"
+
+#include <map>
+#include <optional>
+#include <set>
+
+#include "apps/product_files.h"
+#include "platform/failure.h"
+#include "platform/text.h"
+#include "server/server_folders.h"
+#include "server/tab_table.h"
+#include "wordprocessor/fonts.h"
+
+namespace apps {
+namespace {
+
+namespace fs = std::filesystem;
+using platform::Failure;
+
+constexpr auto kCommonTemplate = "kvcorr.dot";
+
+std::string Named(const fs::path& path) {
+  return "\"" + path.string() + "\"";
+}
+
+std::string Listed(const std::set<std::string>& names) {
+  std::string list;
+  for (const auto& name : names) list += (list.empty() ? "\"" : ", \"") + name + "\"";
+  return list;
+}
+
+/// The file that the catalogue is made from, and on which line of it each document stands.
+class CatalogueFile {
+ public:
+  CatalogueFile() {
+    try {
+      file_ = ProductDataFolder() / "reference" / "templates.tsv";
+      const auto table = server::TabTable::Read(file_);
+      for (std::size_t row = 0; row < table.RowCount(); ++row)
+        lines_.emplace(table.Text(row, "DCMT_NM"), table.Line(row));
+    } catch (const Failure&) {
+      // The catalogue itself is in the reference database; without its file the lines have no numbers.
+    }
+  }
+
+  std::string PlaceOf(const std::string& document) const {
+    const auto line = lines_.find(document);
+    return line == lines_.end() ? "The template catalogue"
+                                : Named(file_) + ", line " + std::to_string(line->second) + ",";
+  }
+
+ private:
+  fs::path file_;
+  std::map<std::string, std::size_t> lines_;
+};
+
+class OfficeCheck {
+ public:
+  OfficeCheck(const host::DataFolder& folder, const host::SettingsFile& settings,
+              platform::ReferenceDatabase& reference)
+      : settings_file_(folder.Settings()),
+        settings_(settings),
+        reference_(reference),
+        template_folder_(server::TemplateFolder(folder.root())),
+        region_(platform::UpperCase(platform::Trim(settings.Region()))) {}
+
+  std::vector<std::string> Run(Typefaces typefaces) && {
+    faults_ = settings_.faults();
+    CheckRegion();
+    const auto documents = CheckCatalogue();
+    CheckFonts(typefaces == Typefaces::kOfEveryTemplate ? documents : std::set<std::string>());
+    return std::move(faults_);
+  }
+
+ private:
+  void CheckRegion() {
+    std::set<std::string> regions;
+    const auto rows = reference_.Select("SELECT DISTINCT REGION FROM FLS_LETTER");
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row)
+      regions.insert(platform::UpperCase(rows->Text(row, "REGION")));
+    if (regions.contains(region_)) return;
+    faults_.push_back(
+        Named(settings_file_) + ": [User] Region " +
+        (region_.empty() ? "is not set" : "\"" + region_ + "\" is no region of the reference database") +
+        ", so that no letter type is offered. The database has " + Listed(regions) + ".");
+  }
+
+  /// Returns the documents that are there.
+  std::set<std::string> CheckCatalogue() {
+    const CatalogueFile file;
+    std::set<std::string> documents;
+    const auto rows =
+        reference_.Select("SELECT LTR_TYP_ID, DCMT_NM, EFCTV_DT FROM FLS_LTR_TEMPLATE WHERE REGION = '" +
+                          platform::ReplaceAll(region_, "'", "''") + "' ORDER BY LTR_TYP_ID, EFCTV_DT");
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+      const std::string document(platform::Trim(rows->Text(row, "DCMT_NM")));
+      if (fs::is_regular_file(template_folder_ / document)) {
+        documents.insert(document);
+        continue;
+      }
+      faults_.push_back(file.PlaceOf(document) + " names the template \"" + document +
+                        "\" for letter type \"" + rows->Text(row, "LTR_TYP_ID") + "\" from " +
+                        rows->Text(row, "EFCTV_DT") + " on, which is not in " + Named(template_folder_) +
+                        ". Put it there; until then that letter cannot be made with it.");
+    }
+    return documents;
+  }
+
+  void CheckFonts(std::set<std::string> documents) {
+    documents.insert(kCommonTemplate);
+    std::map<std::string, std::string> missing;  // the first document that names each typeface
+    for (const auto& document : documents) {
+      for (const auto& font : FontsOrNone(template_folder_ / document))
+        if (!wordprocessor::HasFont(font)) missing.emplace(font, document);
+    }
+    for (const auto& [font, document] : missing) {
+      faults_.push_back(
+          "The typeface \"" + font + "\" of \"" + document +
+          "\" is not installed on this machine. Letters are laid out with another one, and their lines "
+          "and pages break elsewhere. Install it.");
+    }
+  }
+
+  /// A template that cannot be read is named when a letter needs it.
+  static std::set<std::string> FontsOrNone(const fs::path& file) {
+    try {
+      return wordprocessor::FontsOf(file);
+    } catch (const Failure&) {
+      return {};
+    }
+  }
+
+  const fs::path settings_file_;
+  const host::SettingsFile& settings_;
+  platform::ReferenceDatabase& reference_;
+  const fs::path template_folder_;
+  const std::string region_;
+  std::vector<std::string> faults_;
+};
+
+}  // namespace
+
+std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,
+                                     platform::ReferenceDatabase& reference, Typefaces typefaces) {
+  try {
+    return OfficeCheck(folder, settings, reference).Run(typefaces);
+  } catch (const Failure&) {
+    return settings.faults();
+  }
+}
+
+}  // namespace apps

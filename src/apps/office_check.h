@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/data_folder.h"
+#include "host/settings_file.h"
+#include "platform/reference_database.h"
+
+namespace apps {
+
+/// Which letters' typefaces are looked for: every template is opened for that.
+enum class Typefaces { kOfTheCommonTemplate, kOfEveryTemplate };
+
+/// What is wrong with an office although its programs run: sentences that name file, line and value, for
+/// whoever keeps it. Settings first, then the region, lines of the template catalogue whose document the
+/// server has not, and typefaces that this machine has not. None of them stops a letter that does not need
+/// what is wrong.
+///
+/// A reference database that cannot be read is left to whoever needs it.
+std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,
+                                     platform::ReferenceDatabase& reference, Typefaces typefaces);
+
+}  // namespace apps
