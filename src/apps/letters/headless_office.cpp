@@ -34,8 +34,8 @@ void HeadlessOffice::Start() {
   if (!options_.is_quiet) TellLettersLeftBehind();
   workspace().Show();
   RunUntilIdle();
-  shell_.PassOverWarnings();  // a template that could not be fetched stops the letter that needs it, and no
-                              // other
+  // A template that could not be fetched stops the letter that needs it, and no other.
+  shell_.PassOverWarnings();
 }
 
 void HeadlessOffice::TellReport(const std::string& description, const std::string& procedure) {

@@ -51,8 +51,7 @@ std::string InitOptionFault(const CommandLine& line) {
   if (demo || empty || !line.Data().IsNew()) return "";
   return "\"" + line.Data().root().string() +
          "\" is a new data folder. Say --demo for invented customers and letters to try things on, or "
-         "--empty for "
-         "an office's own data.";
+         "--empty for an office's own data.";
 }
 
 std::optional<host::OfficeKind> AskedKind(const CommandLine& line) {
@@ -105,7 +104,8 @@ int RunInit(const QStringList& words) {
                             host::SystemClock().Today()});
   CopyLetterhead(product, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);
-  host::LeaveOfficeMark(folder, {.kind = plan.kind});  // last: from here on what is missing is a loss
+  // Last: from here on what is missing is a loss.
+  if (plan.is_new || !host::ReadOfficeMark(folder)) host::LeaveOfficeMark(folder, {.kind = plan.kind});
   TellFaults(folder);
   std::cout << "The data folder is ready: " << folder.root().string() << '\n';
   return kDone;
