@@ -33,9 +33,14 @@ TEST_F(PreparedOffice, ADocumentsLetterTakesItsNumberApartAndShowsTheTaxPeriods)
                         .out;
   ASSERT_THAT(form, Not(IsEmpty()));
   const auto number = form.substr(0, form.find('\n'));
+  RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
+           " \"UPDATE tax_period SET DUE_DT = '2026-09-30'\"");
   const auto letter = Letters("letter", {"--type", "110", "--form-type", "C", "--form", number, "--print"});
   ASSERT_EQ(letter.status, 0) << letter.err;
   EXPECT_THAT(PdfText(Printed().front()), HasSubstr(number));
+  EXPECT_THAT(PdfText(Printed().front()), HasSubstr("September 30, 2026 ")) << "the longest day, on one line";
+  const auto first = letter.err.find("Checking templates.");
+  EXPECT_EQ(letter.err.find("Checking templates.", first + 1), std::string::npos) << "one line a step";
   EXPECT_EQ(History("FORM_NBR || '-' || FORM_CK_DGT_NBR || FORM_TYP_CD"), number + "C\n");
 }
 

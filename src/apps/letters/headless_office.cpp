@@ -1,6 +1,7 @@
 #include "apps/letters/headless_office.h"
 
 #include <iostream>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -20,7 +21,10 @@ HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
   for (const auto& fault : office_.Faults()) std::cerr << fault << '\n';
   shell_.AnswerFormsWith([this](platform::Form& form) { return AnswerLetterForm(form); });
   if (options_.tell_steps) {
-    shell_.status_listener = [](const std::string& text) { std::cerr << "   " << text << '\n'; };
+    // Files are looked at and fetched one by one: each step is told once.
+    shell_.status_listener = [told = std::set<std::string>()](const std::string& text) mutable {
+      if (told.insert(text).second) std::cerr << "   " << text << '\n';
+    };
   }
 }
 
