@@ -18,6 +18,7 @@ using platform::XmlElement;
 
 constexpr const char* kLoad = "frmBatch.Form_Load";
 constexpr int kTreeWidthWithoutFrame = 9888;  // twips
+constexpr int kMostProblems = 100;            // the tree has them all
 
 /// Which attribute of the element fills which label of the frame.
 struct Explanation {
@@ -79,6 +80,7 @@ void frmBatch::FillTree() {
   tvw.Clear();
   document_ = std::move(document);
   errors_ = 0;
+  problems_.clear();
   const auto root = document_->Root();
   state_.InitFromNode(root);
   AddNode(root, nullptr);
@@ -115,13 +117,19 @@ Tree::Node frmBatch::NodeOf(const XmlElement& element) {
   } else if (state_.IsSelfErroneous()) {
     node.image = kError;
     node.colour = platform::kRed;
-    CountError();
+    CountError(node.text, element);
   }
   return node;
 }
 
-void frmBatch::CountError() {
-  if (errors_.Increment() || errors_overflowed_) return;
+void frmBatch::CountError(const std::string& field, const XmlElement& element) {
+  const bool is_counted = errors_.Increment();
+  if (is_counted && errors_.value() <= kMostProblems) {
+    const auto explained = element.Attribute("V_ExplainErr").value_or("");
+    if (!problems_.empty()) problems_ += '\n';
+    problems_ += field + ": " + (explained.empty() ? "The value is in error." : explained);
+  }
+  if (is_counted || errors_overflowed_) return;
   errors_overflowed_ = true;
   services_.errors.ReportError("The number of errors stays at \"" + std::to_string(errors_.value()) +
                                    "\", the most that can be counted; there are more.",
@@ -132,6 +140,17 @@ void frmBatch::FillLabels() {
   SetText(account, AccountText());
   SetText(address_status, document_->Root().Attribute("V_ExplainAddr").value_or(""));
   error_count.SetCaption(std::to_string(errors_.value()));
+  SetText(verdict, Verdict());
+  SetText(problems, problems_);
+}
+
+std::string frmBatch::Verdict() const {
+  const int count = errors_.value();
+  if (count == 0) return is_refused ? "The letter was refused." : "";
+  const auto fields = std::to_string(count) + (count == 1 ? " field" : " fields");
+  const std::string are = count == 1 ? " is in error." : " are in error.";
+  if (!is_refused) return fields + " of the letter" + are;
+  return "The letter was refused: " + fields + are + " Have the data put right, then create it again.";
 }
 
 std::string frmBatch::AccountText() const {

@@ -32,12 +32,19 @@ class frmBatch : public platform::Form {
   const std::string& ErrBookMark() const { return err_book_mark_; }
   void ErrBookMark(std::string context);
 
+  /// A letter that was to be made is not, because of its errors; the caller says so before the form is shown.
+  bool is_refused = false;
+
   // Keys of the tree's images.
   static constexpr const char* kCorrect = "CorrectBK";
   static constexpr const char* kErrorInChild = "ErrorInChild";
   static constexpr const char* kError = "ErrorBK";
 
   platform::Tree tvw;  ///< each node's tag is its XmlElement
+
+  // In words, of the context; empty where no field is in error.
+  platform::Label verdict;
+  platform::Label problems;  ///< a line for each field in error, in their order: its name, and what is wrong
 
   // Of the context.
   platform::Label error_count;
@@ -104,7 +111,8 @@ class frmBatch : public platform::Form {
   void AddNode(const platform::XmlElement& element, platform::Tree::Node* parent);
   bool IsShown() const;
   platform::Tree::Node NodeOf(const platform::XmlElement& element);
-  void CountError();
+  void CountError(const std::string& field, const platform::XmlElement& element);
+  std::string Verdict() const;
   void FillLabels();
   std::string AccountText() const;
   void tvw_NodeClick(const platform::Tree::Node& node);
@@ -116,6 +124,7 @@ class frmBatch : public platform::Form {
   ZEMLO_NodeState state_;                          // of the element at hand
   platform::Counter errors_;
   bool errors_overflowed_ = false;
+  std::string problems_;
   std::vector<platform::Connection> connections_;
 };
 

@@ -1,5 +1,7 @@
 #include "desktop/letter_information_view.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -15,6 +17,7 @@ using composition::frmBatch;
 
 constexpr QSize kSmallestTree(440, 280);
 constexpr int kFrameWidth = 420;
+constexpr int kMostProblemLines = 7;
 
 }  // namespace
 
@@ -37,9 +40,34 @@ void LetterInformationView::LayOut() {
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  auto* verdict = new QLabel(this);
+  verdict->setWordWrap(true);
+  auto bold = verdict->font();
+  bold.setBold(true);
+  verdict->setFont(bold);
+  Bind(form_.verdict, *verdict);
+  verdict->setVisible(!form_.verdict.caption().empty());
+  layout->addWidget(verdict);
   layout->addLayout(Labels(frmBatch::kHeader));
   layout->addLayout(middle, 1);
+  if (!form_.problems.caption().empty()) layout->addWidget(Problems());
   layout->addLayout(ends);
+}
+
+QWidget* LetterInformationView::Problems() {
+  auto* problems = new QLabel;
+  problems->setWordWrap(true);
+  problems->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  Bind(form_.problems, *problems, QStringLiteral("What is wrong:"));
+  auto* scrolled = new QScrollArea(this);
+  scrolled->setWidget(problems);
+  scrolled->setWidgetResizable(true);
+  scrolled->setFocusPolicy(Qt::StrongFocus);
+  scrolled->setAccessibleName(QStringLiteral("What is wrong"));
+  const int line = fontMetrics().lineSpacing();
+  const auto lines = 1 + static_cast<int>(std::ranges::count(form_.problems.caption(), '\n'));
+  scrolled->setFixedHeight((std::min(lines, kMostProblemLines) + 1) * line);
+  return scrolled;
 }
 
 template <typename Lines>

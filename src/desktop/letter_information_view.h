@@ -23,6 +23,7 @@ class LetterInformationView : public QWidget {
   /// The labels that are to be seen, one below the other.
   template <typename Lines>
   QGridLayout* Labels(const Lines& lines);
+  QWidget* Problems();
   QGroupBox* BookmarkInformation();
 
   composition::frmBatch& form_;

@@ -8,7 +8,8 @@ namespace workspace {
 /// What the letter information form shows. The times, status and errors are those of a letter that was
 /// produced already; a new letter has none.
 struct LetterInformation {
-  std::string context;  ///< the letter's data context
+  std::string context;      ///< the letter's data context
+  bool is_refused = false;  ///< a letter that was to be made is not, because of its errors
   std::string first_printed = {};
   std::string last_printed = {};
   std::string print_status = {};                ///< in words

@@ -56,13 +56,18 @@ void LetterGeneration::SelectNewType() {
 }
 
 bool LetterGeneration::RequireTemplate(const std::string& template_path) const {
+  auto& status = uses_.services.status;
   if (template_path.empty()) {
+    status.ShowReason("No letter was made. \"" + uses_.pages.correspondence.ZEMLO_LetterType.Code() +
+                      "\" has no template that is in force today. Ask the administrator for one.");
     TellRefusal(
         "This request can not be processed at this time. Please create a template to complete this request.",
         platform::MessageIcon::kExclamation);
     return false;
   }
   if (uses_.services.files.Exists(template_path)) return true;
+  status.ShowReason("No letter was made. The template file \"" + template_path +
+                    "\" is missing. Start the program again to fetch it, or ask the administrator.");
   TellRefusal("Unable to process this request. No template is available for print.",
               platform::MessageIcon::kExclamation);
   return false;
@@ -113,7 +118,8 @@ void LetterGeneration::CreateNewCorrespondence() {
       uses_.services.status.ShowStatus("Ready");
     } else {
       uses_.services.status.ShowStatus("Ready");
-      uses_.forms.ShowLetterInformation({.context = uses_.letter.context});
+      uses_.services.status.ShowReason("No letter was made. Its data are in error.");
+      uses_.forms.ShowLetterInformation({.context = uses_.letter.context, .is_refused = true});
     }
   });
   if (!is_done) uses_.services.status.ShowStatus("Ready");

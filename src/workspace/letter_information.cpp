@@ -7,6 +7,7 @@ namespace workspace {
 void ShowLetterInformation(const platform::Services& services, const LetterInformation& letter) {
   composition::frmBatch form(services);
   form.ErrBookMark(letter.context);
+  form.is_refused = letter.is_refused;
   form.SetText(form.first_printed, letter.first_printed);
   form.SetText(form.last_printed, letter.last_printed);
   form.SetText(form.print_status, letter.print_status);

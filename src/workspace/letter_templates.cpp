@@ -155,6 +155,7 @@ std::shared_ptr<platform::RecordSet> LetterTemplates::Catalogue(std::string_view
 void LetterTemplates::BringIfMissing(const std::string& template_name) {
   const auto local_path = LocalPath(template_name);
   if (services_.files.Exists(local_path)) return;
+  services_.status.ShowReason("The template file \"" + local_path + "\" is missing and will be fetched.");
   services_.host.ShowMessage(
       {"You do not have the correct template for this letter. Template will be downloaded from server.",
        platform::MessageIcon::kExclamation, state_.message_title});

@@ -119,6 +119,25 @@ TEST_F(FrmBatch, NamesTheAccountAndTheAddress) {
   }
 }
 
+// A refused letter showed red names only: nobody was told that there is no letter, or what to mend.
+TEST_F(FrmBatch, SaysInWordsWhatIsWrong) {
+  constexpr const char* kTwoErrors =
+      R"(<C State="800000"><A State="400000" V_EnglishDesc="Account" V_ExplainErr="Needed &amp; empty."/>)"
+      R"(<B State="400000"/></C>)";
+  Show(kTwoErrors);
+  EXPECT_EQ(form_->verdict.caption(), "2 fields of the letter are in error.");
+  EXPECT_EQ(form_->problems.caption(), "Account: Needed && empty.\nB: The value is in error.");
+
+  form_ = std::make_unique<frmBatch>(fakes_.services());
+  form_->ErrBookMark(
+      R"(<C State="800000"><A State="400000" V_EnglishDesc="Account" V_ExplainErr="Needed."/></C>)");
+  form_->is_refused = true;
+  form_->Load();
+  EXPECT_EQ(form_->verdict.caption(),
+            "The letter was refused: 1 field is in error. Have the data put right, then create it again.");
+  EXPECT_EQ(form_->problems.caption(), "Account: Needed.");
+}
+
 TEST_F(FrmBatch, ReportsWhenThereIsNothingToShow) {
   Show(R"(<C V_ExplainAddr="Good."><FORM_NBR>12</FORM_NBR></C>)");
   EXPECT_THAT(Nodes(), IsEmpty());

@@ -75,9 +75,11 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
   fakes_.reference.AnswersWhatContains(
       "SELECT a.DCMT_NM", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
   UserAsksFor("110");
+  EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("\"110\" has no template that is in force today"));
   GivenTemplate("TAX110.docx");
   fakes_.files.content.clear();
   UserAsksFor("110");
+  EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("\"templates/TAX110.docx\" is missing"));
   EXPECT_THAT(
       fakes_.host.MessageTexts(),
       ElementsAre("This request can not be processed at this time. Please create a template to complete this "
