@@ -34,6 +34,7 @@ class NoWindow : public platform::PreviewViewer, public platform::PrintObserver 
   std::unique_ptr<platform::PreviewWindow> Open(platform::PreviewContent) override { return nullptr; }
   void LetterPrinted(const std::string& destination) override { printed = destination; }
   void LetterSaved(const std::filesystem::path&) override {}
+  void LayoutUnderWay(bool) override {}
   void BookmarksNotFilled(const std::string&, const std::vector<std::string>&) override {}
 
   std::string printed;

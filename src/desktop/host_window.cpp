@@ -7,6 +7,7 @@
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QProgressBar>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -37,10 +38,12 @@ constexpr auto kButtons = std::to_array<Button>({
     {15, "Help", "F1", "How to work this window"},
 });
 constexpr auto kGapsBefore = std::to_array({7, 15});
+constexpr int kWorkBarInCharacters = 14;
 
 }  // namespace
 
-HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)), reason_(new QLabel(this)) {
+HostWindow::HostWindow(const QString& caption)
+    : status_(new QLabel(this)), reason_(new QLabel(this)), work_(new QWidget(this)) {
   setWindowTitle(caption);
   AddToolbar();
   auto* middle = new QWidget(this);
@@ -56,6 +59,27 @@ HostWindow::HostWindow(const QString& caption) : status_(new QLabel(this)), reas
   reason_->setTextInteractionFlags(Qt::TextSelectableByMouse);           // it may name a file
   reason_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // however long it is
   statusBar()->addWidget(reason_, 1);
+  AddWork();
+}
+
+void HostWindow::AddWork() {
+  auto* bar = new QProgressBar(work_);
+  bar->setRange(0, 0);  // nobody knows how long it takes
+  bar->setTextVisible(false);
+  bar->setFixedWidth(fontMetrics().averageCharWidth() * kWorkBarInCharacters);
+  bar->setFixedHeight(fontMetrics().height());
+  bar->setAccessibleName(QStringLiteral("Work under way"));
+  auto* layout = new QHBoxLayout(work_);
+  layout->setContentsMargins(8, 0, 8, 0);
+  layout->addWidget(new QLabel(QStringLiteral("The letter is being laid out"), work_));
+  layout->addWidget(bar);
+  work_->hide();
+  statusBar()->addPermanentWidget(work_);
+}
+
+void HostWindow::ShowWork(bool is_under_way) {
+  work_->setVisible(is_under_way);
+  is_under_way ? setCursor(Qt::BusyCursor) : unsetCursor();
 }
 
 void HostWindow::AddToolbar() {
@@ -82,8 +106,13 @@ void HostWindow::ShowDocument(QWidget* document) {
   content_->addWidget(document, 1);
 }
 
-void HostWindow::ShowNotice(const QString& text) {
+void HostWindow::DropNotice() {
+  if (notice_ != nullptr && notice_stays_ == Stays::kNo) notice_->hide();
+}
+
+void HostWindow::ShowNotice(const QString& text, Stays stays) {
   delete notice_;
+  notice_stays_ = stays;
   auto* bar = new QFrame(this);
   bar->setFrameShape(QFrame::StyledPanel);
   auto* layout = new QHBoxLayout(bar);
@@ -109,6 +138,7 @@ void HostWindow::ShowNotice(const QString& text) {
 void HostWindow::ShowStatus(const QString& text) {
   status_->setText(text);
   ShowReason({});
+  status_->repaint();  // what follows may keep the window from painting
 }
 
 void HostWindow::ShowReason(const QString& text) {

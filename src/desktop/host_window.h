@@ -19,8 +19,14 @@ class HostWindow : public QMainWindow {
 
   /// Puts the document between toolbar and status bar. The window owns the widget.
   void ShowDocument(QWidget* document);
+  /// Whether a notice stays when the user goes on to something else.
+  enum class Stays { kNo, kYes };
   /// A line above the document until the user dismisses it, or another one takes its place.
-  void ShowNotice(const QString& text);
+  void ShowNotice(const QString& text, Stays stays = Stays::kNo);
+  /// Takes the line away, unless it is one that stays.
+  void DropNotice();
+  /// Work goes on behind the window, or none does any more.
+  void ShowWork(bool is_under_way);
   /// The user has dismissed the line.
   std::function<void()> notice_dismissed;
 
@@ -44,12 +50,15 @@ class HostWindow : public QMainWindow {
 
  private:
   void AddToolbar();
+  void AddWork();
 
   std::map<int, QAction*> buttons_;
   QLabel* status_;
   QLabel* reason_;
   QVBoxLayout* content_;
   QWidget* notice_ = nullptr;
+  Stays notice_stays_ = Stays::kNo;
+  QWidget* work_;
 };
 
 }  // namespace desktop

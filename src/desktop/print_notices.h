@@ -13,6 +13,7 @@ class PrintNotices : public platform::PrintObserver {
 
   void LetterPrinted(const std::string& destination) override;
   void LetterSaved(const std::filesystem::path& file) override;
+  void LayoutUnderWay(bool is_under_way) override { window_.ShowWork(is_under_way); }
   void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) override;
 
  private:

@@ -57,6 +57,7 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   void WaitUntil(const std::function<bool()>& done);
 
   void ShowStatus(std::string_view text) override;
+  void CommandBegins() override { window_.DropNotice(); }
   void ShowReason(std::string_view text) override;
   void SetReady(bool ready) override;
   void EnableToolbarButton(int button_index, bool enabled, std::string_view host_tag) override;

@@ -40,6 +40,7 @@ class PrintOutcome : public platform::PrintObserver {
  public:
   void LetterPrinted(const std::string& destination) override { printed.push_back(destination); }
   void LetterSaved(const std::filesystem::path& file) override { saved.push_back(file.string()); }
+  void LayoutUnderWay(bool) override {}
   void BookmarksNotFilled(const std::string&, const std::vector<std::string>& names) override {
     not_filled = names;
   }

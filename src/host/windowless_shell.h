@@ -51,6 +51,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
                                         const std::string& current) override;
 
+  void CommandBegins() override {}
   void ShowStatus(std::string_view text) override;
   /// A reason is written like a message: it belongs to one.
   void ShowReason(std::string_view text) override;

@@ -106,6 +106,8 @@ class PrintObserver {
   /// `destination` is the printed file's path, or the queue's name and job number.
   virtual void LetterPrinted(const std::string& destination) = 0;
   virtual void LetterSaved(const std::filesystem::path& file) = 0;
+  /// Pages of a letter are being made, or all are there.
+  virtual void LayoutUnderWay(bool is_under_way) = 0;
   /// Bookmarks that no field of the data context filled, in document order.
   virtual void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) = 0;
 };

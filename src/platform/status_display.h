@@ -9,6 +9,8 @@ class StatusDisplay {
  public:
   virtual ~StatusDisplay() = default;
 
+  /// A command of the user begins: what is still shown of the ones before is out of date.
+  virtual void CommandBegins() = 0;
   virtual void ShowStatus(std::string_view text) = 0;
   /// A plain sentence beside the status text, and beside the message box that follows: what the system's
   /// given words leave open. It stands until the next status text.

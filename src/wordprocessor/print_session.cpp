@@ -84,14 +84,14 @@ void PrintSession::LayOut() {
   auto done = [tell = TellPagesDone(), &events = shop_->outside.events] { events.Post(tell); };
   pages_ = LetterPages::LayOut(shop_->outside.layout, file_.filename().string(), Document().Bytes(),
                                std::move(done));
-  ++shop_->under_way;
+  shop_->LayoutBegins();
 }
 
 /// What the event loop is to run, once, for a layout that has ended.
 std::function<void()> PrintSession::TellPagesDone() {
   return [weak = weak_from_this(), shop = shop_] {
     if (const auto session = weak.lock()) session->PagesDone(session->pages_);
-    --shop->under_way;
+    shop->LayoutEnds();
   };
 }
 
@@ -104,7 +104,7 @@ void PrintSession::ShowPreview() {
   preview_wanted_ = true;
   if (pages_ == nullptr) return LayOut();
   shop_->outside.events.Post(TellPagesDone());
-  ++shop_->under_way;
+  shop_->LayoutBegins();
 }
 
 /// Told of every layout that ends, also of one that a merge has overtaken: only what is wanted and ready is

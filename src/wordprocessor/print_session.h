@@ -38,6 +38,13 @@ struct PrintShop {
   std::string printer;  ///< the one in use; "" for the default one
   TemplateCache templates;
   int under_way = 0;  ///< layouts of which the event loop has not told yet
+
+  void LayoutBegins() {
+    if (++under_way == 1) outside.observer.LayoutUnderWay(true);
+  }
+  void LayoutEnds() {
+    if (--under_way == 0) outside.observer.LayoutUnderWay(false);
+  }
 };
 
 /// A letter from its opening to its release. It lives as long as somebody works with it, also when the holder

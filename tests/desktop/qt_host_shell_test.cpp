@@ -7,7 +7,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 
+#include "desktop/form_dialog.h"
 #include "platform/failure.h"
 #include "tests/desktop/window_driver.h"
 
@@ -50,6 +52,41 @@ class TheHostShell : public testing::Test {
   desktop::QtHostShell shell{queue};
   frmSample form;
 };
+
+TEST_F(TheHostShell, DropsWhatItToldOfTheCommandBeforeAndShowsWorkInHand) {
+  auto& window = shell.window();
+  const auto has = [&](const QString& text) {
+    for (const auto* label : window.findChildren<QLabel*>()) {
+      if (label->isVisible() && label->text() == text) return true;
+    }
+    return false;
+  };
+  window.ShowNotice(QStringLiteral("The letter could not be printed."));
+  tests::Settle();
+  EXPECT_TRUE(has("The letter could not be printed."));
+  shell.CommandBegins();
+  EXPECT_FALSE(has("The letter could not be printed."));
+  window.ShowNotice(QStringLiteral("New here?"), desktop::HostWindow::Stays::kYes);
+  tests::Settle();
+  shell.CommandBegins();
+  EXPECT_TRUE(has("New here?"));
+
+  window.ShowWork(true);
+  EXPECT_TRUE(has("The letter is being laid out"));
+  window.ShowWork(false);
+  EXPECT_FALSE(has("The letter is being laid out"));
+}
+
+TEST_F(TheHostShell, PutsAFormThatIsLargerThanTheScreenIntoOneThatScrolls) {
+  form.Load();
+  auto* view = new QWidget;
+  view->setMinimumSize(shell.window().screen()->availableSize() * 2);
+  desktop::FormDialog dialog(form, view, &shell.window());
+  dialog.Present();
+  tests::Settle();
+  EXPECT_TRUE(shell.window().screen()->availableGeometry().contains(dialog.frameGeometry()));
+  form.Close();
+}
 
 TEST_F(TheHostShell, AsksWithNoAsTheDefaultAndHoldsRepliesBackMeanwhile) {
   bool reply = false;

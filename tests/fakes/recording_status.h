@@ -18,12 +18,17 @@ class RecordingStatus : public platform::StatusDisplay {
   std::vector<std::string> texts;
   std::string reason;  ///< the one that stands beside the last text
   bool ready = false;
+  int commands = 0;  ///< the user began
   std::map<int, bool> buttons;
   std::vector<int> button_calls;  ///< toolbar buttons in the order they were set
   std::string host_tag;           ///< as given with the last button
 
   std::string LastText() const { return texts.empty() ? "" : texts.back(); }
 
+  void CommandBegins() override {
+    ++commands;
+    Note("command");
+  }
   void ShowStatus(std::string_view text) override {
     texts.emplace_back(text);
     reason.clear();

@@ -64,9 +64,11 @@ class Viewer : public platform::PreviewViewer {
 class Observer : public platform::PrintObserver {
  public:
   std::vector<std::string> lines;
+  bool under_way = false;
 
   void LetterPrinted(const std::string& destination) override { lines.push_back("printed " + destination); }
   void LetterSaved(const std::filesystem::path& file) override { lines.push_back("saved " + file.string()); }
+  void LayoutUnderWay(bool is_under_way) override { under_way = is_under_way; }
   void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) override {
     for (const auto& name : names) lines.push_back("not filled " + document + " " + name);
   }
@@ -162,6 +164,14 @@ TEST_F(PrintComponentTest, ShowsThePagesAndTellsWhenTheReaderClosesThem) {
   EXPECT_EQ(viewer_.open(), 0);
   document_ = nullptr;
   EXPECT_FALSE(std::filesystem::exists(pdf)) << "nobody looks at it any more";
+}
+
+TEST_F(PrintComponentTest, TellsWhileALetterIsBeingLaidOut) {
+  GivenMergedLetter();
+  document_->ShowPreview();
+  EXPECT_TRUE(observer_.under_way);
+  events_.RunOne();
+  EXPECT_FALSE(observer_.under_way);
 }
 
 TEST_F(PrintComponentTest, PrintsFromThePreview) {

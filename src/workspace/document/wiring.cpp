@@ -118,7 +118,7 @@ class Wiring {
 
  private:
   Handler BehindTheGate(const Handler& handler) const {
-    return [&gate = parts_.gate, handler] { gate.Run(handler); };
+    return [&gate = parts_.gate, handler] { gate.RunPressed(handler); };
   }
   void ConnectCommand(platform::Command& command, const Handler& run) { Add(command.Click.Connect(run)); }
   void ConnectCommand(platform::OptionButton& option, const Handler& run) {

@@ -22,6 +22,14 @@ class CommandGate {
     if (!state_.awaited_status.empty()) services_.status.ShowStatus(state_.awaited_status);
   }
 
+  /// The same for what the user presses: notices of what was pressed before are out of date.
+  void RunPressed(const std::function<void()>& command) const {
+    Run([&] {
+      services_.status.CommandBegins();
+      command();
+    });
+  }
+
  private:
   const platform::Services& services_;
   const WorkspaceState& state_;

@@ -63,6 +63,23 @@ TEST_F(Commands, AwaitNothingOfAWorkspaceThatWasStartedAgain) {
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
 }
 
+// A failure of the letter before went on standing in the window while the next one was made.
+TEST_F(Commands, MakeWhatWasToldOfTheOnesBeforeGo) {
+  GivenWorkspaceIsOpen();
+  auto& page = document_.pages().tracking;
+  const int before = fakes_.status.commands;
+  page.clear.UserClicks();
+  page.sdgGrid.UserSelects({});
+  EXPECT_EQ(fakes_.status.commands, before) << "it sends nothing";
+  UserChoosesCustomer("4711", kTracking);
+  const int chosen = fakes_.status.commands;
+  page.OptLetterStatus[TrackingPage::kAll].UserClicks();
+  page.search.UserClicks();
+  EXPECT_EQ(fakes_.status.commands, chosen + 1);
+  page.search.UserClicks();
+  EXPECT_EQ(fakes_.status.commands, chosen + 1) << "dropped while a reply is awaited";
+}
+
 TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   GivenWorkspaceIsOpen();
   auto& pages = document_.pages();
