@@ -3,6 +3,7 @@
 #include "desktop/form_views.h"
 #include "desktop/help_box.h"
 #include "desktop/qt_text.h"
+#include "desktop/screen_fit.h"
 #include "desktop/workspace_view.h"
 #include "platform/identity.h"
 
@@ -53,13 +54,14 @@ void Desktop::Open() {
 }
 
 void Desktop::OpenWindow() {
-  window().resize(kUsualSize);
+  desktop::FitToScreen(window(), kUsualSize);
   window().restoreGeometry(own_settings_.value(QLatin1String(kGeometry)).toByteArray());
   if (!own_settings_.value(QLatin1String(kWelcomeRead), false).toBool()) {
-    window().ShowNotice(QLatin1String(kWelcome));
+    window().ShowNotice(QLatin1String(kWelcome), desktop::HostWindow::Stays::kYes);
     window().notice_dismissed = [this] { own_settings_.setValue(QLatin1String(kWelcomeRead), true); };
   }
   window().show();
+  view_->FocusFirstField();
 }
 
 void Desktop::Pressed(int button) {

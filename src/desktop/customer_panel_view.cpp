@@ -24,8 +24,8 @@ CustomerPanelView::CustomerPanelView(customers::CustomerPanel& panel, QWidget* p
   auto* buttons = new QHBoxLayout;
   buttons->setContentsMargins(0, 6, 0, 0);
   buttons->setSpacing(6);
-  buttons->addWidget(MakeButton(panel.select_customer, this));
-  buttons->addWidget(MakeButton(panel.select_account, this));
+  buttons->addWidget(MakeButton(panel.select_customer, this, 'C'));
+  buttons->addWidget(MakeButton(panel.select_account, this, 'A'));
   buttons->addStretch();
   layout->addLayout(buttons, 4, 0, 1, 4);
 }

@@ -41,9 +41,9 @@ void AddShown(QGridLayout& layout, int row, int column, const char* caption, pla
   Bind(label, *shown, NameOf(caption));
 }
 
-QPushButton* MakeButton(platform::Command& command, QWidget* parent) {
+QPushButton* MakeButton(platform::Command& command, QWidget* parent, char mnemonic) {
   auto* button = new QPushButton(parent);
-  Bind(command, *button);
+  Bind(command, *button, mnemonic);
   return button;
 }
 

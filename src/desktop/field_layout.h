@@ -23,8 +23,8 @@ void AddField(QGridLayout& layout, int row, int column, const char* caption, QWi
 /// A caption and the label that shows the value. The value is never cut silently: it wraps.
 void AddShown(QGridLayout& layout, int row, int column, const char* caption, platform::Label& label);
 
-/// A new button bound to the command.
-QPushButton* MakeButton(platform::Command& command, QWidget* parent = nullptr);
+/// A new button bound to the command; `mnemonic` as in Bind.
+QPushButton* MakeButton(platform::Command& command, QWidget* parent = nullptr, char mnemonic = '\0');
 
 /// New option buttons, filled into `layout` row by row.
 template <std::size_t Count>

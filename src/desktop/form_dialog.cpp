@@ -1,15 +1,33 @@
 #include "desktop/form_dialog.h"
 
 #include <QCloseEvent>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
+#include "desktop/screen_fit.h"
 
 namespace desktop {
+namespace {
+
+/// For a screen that has no room for all of it.
+QWidget* Scrolled(QWidget* view) {
+  auto* scrolled = new QScrollArea;
+  scrolled->setWidget(view);
+  scrolled->setWidgetResizable(true);
+  scrolled->setFrameShape(QFrame::NoFrame);
+  scrolled->setFocusPolicy(Qt::NoFocus);
+  return scrolled;
+}
+
+}  // namespace
 
 FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent) : QDialog(parent), form_(form) {
   auto* layout = new QVBoxLayout(this);
-  layout->addWidget(view);
+  const auto smallest = view->minimumSizeHint().expandedTo(view->minimumSize());
+  const bool fits = smallest.boundedTo(RoomOnScreen(*this)) == smallest;
+  layout->addWidget(fits ? view : Scrolled(view));
+  KeepOnScreen(*this);
   setWindowTitle(ToQt(form.caption()));
   caption_changed_ = form.CaptionChanged.Connect([this] { setWindowTitle(ToQt(form_.caption())); });
   hidden_ = form.Hidden.Connect([this] { FormHidden(); });

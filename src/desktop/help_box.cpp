@@ -11,7 +11,7 @@ then a letter under Correspondence Names, then Create Letter. The preview prints
 Search. Choose rows of the list to see what can be done with them.</p>
 <p><b>Nightly batch runs.</b> On the page Batches, choose a date and a status, then Search.</p>
 <table cellspacing="4">
-<tr><td>Alt + underlined letter</td><td>page or field of that name</td></tr>
+<tr><td>Alt + underlined letter</td><td>page, field or button of that name; Alt+C selects a customer</td></tr>
 <tr><td>Tab, Shift+Tab</td><td>next and previous field</td></tr>
 <tr><td>F4 or Down</td><td>opens a list; typing moves in it, Enter chooses, Esc closes it</td></tr>
 <tr><td>Space or Enter</td><td>chooses an option; once more repeats it</td></tr>

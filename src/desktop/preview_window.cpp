@@ -6,11 +6,11 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPdfPageNavigator>
-#include <QScreen>
 #include <QToolBar>
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
+#include "desktop/screen_fit.h"
 
 namespace desktop {
 namespace {
@@ -37,7 +37,7 @@ PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& eve
   layout->setSpacing(0);
   layout->addWidget(MakeToolbar());
   layout->addWidget(pages_, 1);
-  resize(kUsualSize.boundedTo(screen()->availableSize()));
+  FitToScreen(*this, kUsualSize);
 
   if (!pages_->Load(ToQt(content_.pdf.string()))) {
     page_number_->setText(QStringLiteral("The pages cannot be read. Close the preview and open it again."));

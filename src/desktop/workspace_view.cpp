@@ -1,5 +1,8 @@
 #include "desktop/workspace_view.h"
 
+#include <QComboBox>
+#include <QLineEdit>
+
 #include "desktop/batch_page_view.h"
 #include "desktop/correspondence_page_view.h"
 #include "desktop/qt_text.h"
@@ -23,6 +26,19 @@ WorkspaceView::WorkspaceView(workspace::Pages& pages, platform::ViewSettings& se
   show();
   connect(this, &QTabWidget::currentChanged, this,
           [&tabs](int index) { tabs.Select(static_cast<PageIndex>(index)); });
+}
+
+void WorkspaceView::FocusFirstField() {
+  const auto is_field = [](const QWidget& widget) {
+    const bool takes_text = qobject_cast<const QLineEdit*>(&widget) != nullptr ||
+                            qobject_cast<const QComboBox*>(&widget) != nullptr;
+    return takes_text && widget.isEnabled() && widget.focusPolicy() != Qt::NoFocus;
+  };
+  auto* page = currentWidget();
+  for (auto* widget = page->nextInFocusChain(); page->isAncestorOf(widget);
+       widget = widget->nextInFocusChain()) {
+    if (is_field(*widget)) return widget->setFocus(Qt::TabFocusReason);
+  }
 }
 
 }  // namespace desktop

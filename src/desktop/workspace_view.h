@@ -13,6 +13,9 @@ class WorkspaceView : public QTabWidget {
  public:
   WorkspaceView(workspace::Pages& pages, platform::ViewSettings& settings, QWidget* parent = nullptr);
 
+  /// Puts the keyboard into the first field of the page in front.
+  void FocusFirstField();
+
  private:
   platform::Connection turned_;
 };

@@ -128,6 +128,20 @@ TEST_F(TheWorkspaceWindow, GivesEachMnemonicOnceOnAPage) {
   }
 }
 
+TEST_F(TheWorkspaceWindow, BeginsInItsFirstFieldAndReachesTheCustomersByKey) {
+  for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {
+    TurnTo(page);
+    view.FocusFirstField();
+    ASSERT_NE(QApplication::focusWidget(), nullptr);
+    EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Correspondence Names"));
+    int selections = 0;
+    const auto selected =
+        sample.pages.Letter(page).panel.select_customer.Click.Connect([&] { ++selections; });
+    QTest::keyClick(&view, Qt::Key_C, Qt::AltModifier);
+    EXPECT_TRUE(tests::WaitFor([&] { return selections == 1; }));
+  }
+}
+
 TEST_F(TheWorkspaceWindow, CutsNoTextOff) {
   for (const auto page : kPages) {
     auto& shown_page = TurnTo(page);
@@ -154,9 +168,16 @@ TEST_F(TheWorkspaceWindow, SearchesWhenEnterIsPressedInACriterion) {
   stops[4]->setFocus();  // the form number
   QTest::keyClick(stops[4], Qt::Key_Return);
   EXPECT_EQ(searches, 1);
+  auto* day = page.findChild<QDateEdit*>();
+  sample.pages.tracking.from_date.SetValue(platform::ParseDate("2024-03-01"));
+  day->setFocus();
+  QTest::keyClicks(day, QStringLiteral("02/28/2024"));
+  QTest::keyClick(day, Qt::Key_Return);
+  EXPECT_EQ(searches, 2);
+  EXPECT_EQ(sample.pages.tracking.from_date.value(), platform::ParseDate("2024-02-28"));
   stops.back()->setFocus();  // the list of results
   QTest::keyClick(stops.back(), Qt::Key_Return);
-  EXPECT_EQ(searches, 1);
+  EXPECT_EQ(searches, 2);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QScreen>
 
 #include "desktop/qt_preview_viewer.h"
 #include "tests/desktop/window_driver.h"
@@ -56,6 +57,18 @@ class APreview : public testing::Test {
   std::vector<std::string> happened;
   bool released_while_printing = false;
 };
+
+TEST_F(APreview, StandsOnTheScreenWithItsTitle) {
+  main_window.move(0, 0);
+  Open();
+  const auto screen = Window()->screen()->availableGeometry();
+  auto& window = *Window();
+  EXPECT_LT(window.height(), screen.height()) << "the title needs room too";
+  window.move(30, -40);
+  window.setVisible(false);
+  window.setVisible(true);
+  EXPECT_TRUE(screen.contains(window.frameGeometry()));
+}
 
 TEST_F(APreview, ShowsThePagesAboveEverythingAndReturnsAtOnce) {
   Open();

@@ -8,8 +8,8 @@ namespace {
 
 class CommandBinding : public Binding {
  public:
-  CommandBinding(platform::Command& command, QPushButton& button)
-      : Binding(command, button), command_(command), button_(button) {
+  CommandBinding(platform::Command& command, QPushButton& button, char mnemonic)
+      : Binding(command, button), command_(command), button_(button), mnemonic_(mnemonic) {
     button_.setAutoDefault(true);
     connect(&button_, &QPushButton::clicked, this, [this] {
       button_.setFocus();
@@ -21,7 +21,9 @@ class CommandBinding : public Binding {
 
  private:
   void ShowCaption() {
-    const auto caption = ToQt(command_.caption());
+    auto caption = ToQt(command_.caption());
+    const auto place = caption.contains(QLatin1Char('&')) ? -1 : caption.indexOf(QLatin1Char(mnemonic_));
+    if (place >= 0) caption.insert(place, QLatin1Char('&'));
     if (button_.text() == caption && !button_.accessibleName().isEmpty()) return;
     button_.setText(caption);
     button_.setAccessibleName(WithoutMnemonic(command_.caption()));
@@ -29,6 +31,7 @@ class CommandBinding : public Binding {
 
   platform::Command& command_;
   QPushButton& button_;
+  const char mnemonic_;
 };
 
 class LabelBinding : public Binding {
@@ -73,8 +76,8 @@ class FrameBinding : public Binding {
 
 }  // namespace
 
-void Bind(platform::Command& command, QPushButton& button) {
-  new CommandBinding(command, button);
+void Bind(platform::Command& command, QPushButton& button, char mnemonic) {
+  new CommandBinding(command, button, mnemonic);
 }
 
 void Bind(platform::Label& label, QLabel& shown, const QString& read_as) {

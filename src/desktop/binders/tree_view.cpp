@@ -8,6 +8,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QScreen>
 
 #include "desktop/binders/binding.h"
 #include "desktop/qt_text.h"
@@ -18,6 +19,7 @@ namespace {
 using platform::Tree;
 
 constexpr int kTwipsAnInch = 1440;
+constexpr int kRoomBeside = 48;            // the window's margins and frame
 constexpr double kReadableContrast = 4.5;  // what the accessibility guidelines ask of a text
 
 Tree::Node& NodeOf(const QTreeWidgetItem& item) {
@@ -71,7 +73,10 @@ void TreeView::SetTree(Tree& tree, const QString& name, Pictures pictures) {
   tree_ = &tree;
   pictures_ = std::move(pictures);
   setAccessibleName(name);
-  if (tree.width) setMinimumWidth(*tree.width * logicalDpiX() / kTwipsAnInch);
+  if (tree.width) {
+    const int room = screen()->availableSize().width() - kRoomBeside;
+    setMinimumWidth(std::min(*tree.width * logicalDpiX() / kTwipsAnInch, room));
+  }
   content_changed_ = tree.ContentChanged.Connect([this] { ShowNodes(); });
   ShowNodes();
 }
