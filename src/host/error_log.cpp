@@ -17,15 +17,16 @@ void ErrorLog::ReportError(std::string_view description, std::string_view compon
   try {
     auto one_line = platform::ReplaceAll(description, "\r", "\\r");
     one_line = platform::ReplaceAll(one_line, "\n", "\\n");
-    Append(platform::TimestampText(clock_.Now()) + '\t' + std::string(component_title) + '\t' +
-           std::string(procedure) + '\t' + one_line + '\n');
+    const int failure = Append(platform::TimestampText(clock_.Now()) + '\t' + std::string(component_title) +
+                               '\t' + std::string(procedure) + '\t' + one_line + '\n');
     if (listener_) listener_(std::string(description), std::string(procedure));
+    if (failure != 0) TellNotWritten(failure);
   } catch (const std::exception&) {
     // A log that cannot be written must not stop the work it reports on.
   }
 }
 
-void ErrorLog::Append(const std::string& line) {
+int ErrorLog::Append(const std::string& line) {
   const std::lock_guard lock(mutex_);
   int log = open(file_.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC);
   if (log < 0 && errno == ENOENT) {
@@ -37,7 +38,8 @@ void ErrorLog::Append(const std::string& line) {
       log >= 0 && write(log, line.data(), line.size()) == static_cast<ssize_t>(line.size());
   const int number = errno;
   if (log >= 0) close(log);
-  if (!is_written) TellNotWritten(number == 0 ? ENOSPC : number);
+  if (is_written) return 0;
+  return number == 0 ? ENOSPC : number;
 }
 
 void ErrorLog::TellNotWritten(int number) {

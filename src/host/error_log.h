@@ -26,7 +26,8 @@ class ErrorLog : public platform::ErrorReporter {
   std::string ErrorText(std::uint32_t number) const override;
 
  private:
-  void Append(const std::string& line);
+  /// Returns the errno of what failed; 0 where the line was written.
+  int Append(const std::string& line);
   void TellNotWritten(int number);
 
   // Constant after construction.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <charconv>
 #include <fstream>
 #include <optional>
@@ -10,6 +11,7 @@
 #include "host/ini_file.h"
 #include "platform/failure.h"
 #include "platform/file_access.h"
+#include "platform/file_failure.h"
 #include "platform/text.h"
 
 namespace host {
@@ -186,17 +188,15 @@ void SettingsFile::Take(const IniFile::Entry& entry) {
 void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   if (folder.IsPrepared()) return;
   const auto part = folder.Settings().string() + ".part";
+  errno = 0;
   std::ofstream file(part, std::ios::binary | std::ios::trunc);
   file << platform::ReplaceAll(kFirstSettings, "{user}", kind == OfficeKind::kDemo ? "DEMO01" : "");
   file.close();
+  if (!file) throw platform::FileFailure("could not be written", folder.Settings(), errno);
   platform::Protect(part);
   std::error_code error;
-  if (file) std::filesystem::rename(part, folder.Settings(), error);
-  if (!file || error) {
-    throw Failure(Failure::Kind::kUnavailable,
-                  "The settings file \"" + folder.Settings().string() +
-                      "\" cannot be written. Check the folder's rights and space.");
-  }
+  std::filesystem::rename(part, folder.Settings(), error);
+  if (error) throw platform::FileFailure("could not be written", folder.Settings(), error.value());
 }
 
 std::string SettingsFile::Text(std::string_view section, std::string_view key,

@@ -78,7 +78,11 @@ std::string SqliteConnection::FirstText(const std::string& statement) {
 
 void SqliteConnection::Fail(const QSqlQuery& query) const {
   const auto error = query.lastError();
-  const auto reason = error.databaseText().isEmpty() ? error.text() : error.databaseText();
+  constexpr int kFull = 13;  // SQLITE_FULL
+  const bool is_full = (error.nativeErrorCode().toInt() & 0xFF) == kFull;
+  const auto reason = is_full                          ? QStringLiteral("the disk is full")
+                      : error.databaseText().isEmpty() ? error.text()
+                                                       : error.databaseText();
   throw Failure(KindOf(error), reason.toStdString() + " (\"" + file_.filename().string() + "\")");
 }
 

@@ -51,11 +51,6 @@ Value FromVariant(const QVariant& variant) {
   }
 }
 
-Failure Refusal(const QSqlError& error) {
-  return {Failure::Kind::kUnavailable,
-          "The server's database reports an error: " + error.text().trimmed().toStdString() + "."};
-}
-
 /// What the engine itself says, without the driver's words around it.
 std::string Reason(const QSqlError& error) {
   const auto text = error.databaseText().isEmpty() ? error.driverText() : error.databaseText();
@@ -84,13 +79,24 @@ Database::Database(const std::filesystem::path& file, Opening opening, const Dia
     auto connection =
         QSqlDatabase::addDatabase(QLatin1String(dialect.Driver()), QString::fromStdString(name_));
     dialect_.Locate(connection, file);
-    if (!connection.open()) throw Refusal(connection.lastError());
+    if (!connection.open()) throw RefusalOf(connection.lastError());
     opening == Opening::kNew ? dialect_.ConfigureForFilling(connection) : dialect_.Configure(connection);
   } catch (Failure& failure) {
     failure.AddContext("opening \"" + file.string() + "\"");
     QSqlDatabase::removeDatabase(QString::fromStdString(name_));
     throw;
   }
+}
+
+platform::Failure FullDisk() {
+  return {Failure::Kind::kUnavailable,
+          "The disk with the server's database is full. Free some space there and try again."};
+}
+
+platform::Failure Database::RefusalOf(const QSqlError& error) const {
+  if (dialect_.IsFull(Connection(name_), error)) return FullDisk();
+  return {Failure::Kind::kUnavailable,
+          "The server's database reports an error: " + error.text().trimmed().toStdString() + "."};
 }
 
 Database::~Database() {
@@ -104,7 +110,7 @@ QSqlQuery& Database::Prepared(const std::string& statement, const std::vector<Va
   if (!query) {
     auto fresh = std::make_unique<QSqlQuery>(Connection(name_));
     fresh->setForwardOnly(true);
-    if (!fresh->prepare(ToQt(statement))) throw Refusal(fresh->lastError());
+    if (!fresh->prepare(ToQt(statement))) throw RefusalOf(fresh->lastError());
     query = std::move(fresh);
   }
   for (std::size_t place = 0; place < values.size(); ++place) {
@@ -115,7 +121,7 @@ QSqlQuery& Database::Prepared(const std::string& statement, const std::vector<Va
 
 QSqlQuery& Database::Execute(const std::string& statement, const std::vector<Value>& values) {
   auto& query = Prepared(statement, values);
-  if (!query.exec()) throw Refusal(query.lastError());
+  if (!query.exec()) throw RefusalOf(query.lastError());
   return query;
 }
 
@@ -139,7 +145,7 @@ std::shared_ptr<RecordSet> Database::Select(const std::string& statement, const 
   }
   const auto error = query.lastError();
   query.finish();
-  if (error.isValid()) throw Refusal(error);
+  if (error.isValid()) throw RefusalOf(error);
   rows->MoveFirst();
   return rows;
 }
@@ -157,7 +163,7 @@ std::int64_t Database::ChangeWithBytes(const std::string& statement, const std::
   // Bound without a copy: the bytes outlive the execution.
   query.bindValue(static_cast<int>(values.size()),
                   QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size())));
-  if (!query.exec()) throw Refusal(query.lastError());
+  if (!query.exec()) throw RefusalOf(query.lastError());
   const auto changed = query.numRowsAffected();
   query.finish();
   return changed;
@@ -169,7 +175,7 @@ std::string Database::SelectBytes(const std::string& statement, const std::vecto
   if (query.next()) bytes = query.value(0).toByteArray().toStdString();
   const auto error = query.lastError();
   query.finish();
-  if (error.isValid()) throw Refusal(error);
+  if (error.isValid()) throw RefusalOf(error);
   return bytes;
 }
 
@@ -209,7 +215,7 @@ void Database::Begin(const std::string& statement) {
     QSqlQuery query(Connection(name_));
     if (query.exec(ToQt(statement))) return;
     const auto error = query.lastError();
-    if (attempt == kTries || !dialect_.IsBusy(error)) throw Refusal(error);
+    if (attempt == kTries || !dialect_.IsBusy(error)) throw RefusalOf(error);
     std::this_thread::sleep_for(std::chrono::milliseconds(50) * attempt);
   }
 }
@@ -227,7 +233,7 @@ Transaction::~Transaction() {
 
 void Transaction::Commit() {
   QSqlQuery query(Connection(database_.name_));
-  if (!query.exec(QStringLiteral("COMMIT"))) throw Refusal(query.lastError());
+  if (!query.exec(QStringLiteral("COMMIT"))) throw database_.RefusalOf(query.lastError());
   open_ = false;
 }
 

@@ -8,10 +8,12 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/failure.h"
 #include "platform/record_set.h"
 #include "platform/value.h"
 #include "server/dialect.h"
 
+class QSqlError;
 class QSqlQuery;
 
 namespace server {
@@ -60,6 +62,7 @@ class Database {
 
  private:
   friend class Transaction;
+  platform::Failure RefusalOf(const QSqlError& error) const;
   QSqlQuery& Prepared(const std::string& statement, const std::vector<platform::Value>& values);
   QSqlQuery& Execute(const std::string& statement, const std::vector<platform::Value>& values);
   void Begin(const std::string& statement);

@@ -6,6 +6,8 @@
 #include <stop_token>
 #include <string>
 
+#include "platform/failure.h"
+
 class QSqlDatabase;
 class QSqlError;
 class QSqlQuery;
@@ -34,7 +36,8 @@ class Dialect {
   virtual const char* Driver() const = 0;
   /// Says where the data is, before the connection is opened.
   virtual void Locate(QSqlDatabase& connection, const std::filesystem::path& file) const = 0;
-  /// Settles how a connection that has just been opened behaves. Throws Failure kUnavailable.
+  /// Settles how a connection that has just been opened behaves. On a disk that takes nothing more, or is
+  /// read only, the connection is made one that can read all the same. Throws Failure kUnavailable.
   virtual void Configure(QSqlDatabase& connection) const = 0;
   /// The same for a connection that fills a new file, which counts for nothing until it is whole.
   virtual void ConfigureForFilling(QSqlDatabase& connection) const = 0;
@@ -44,6 +47,8 @@ class Dialect {
   virtual std::string BeginChanging() const = 0;
   /// Whether trying again a little later may help.
   virtual bool IsBusy(const QSqlError& error) const = 0;
+  /// Whether the statement that just failed found no room on the disk.
+  virtual bool IsFull(const QSqlDatabase& connection, const QSqlError& error) const = 0;
   /// `limits` outlives the guard.
   virtual std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection,
                                               const ReadingLimits& limits) const = 0;
@@ -66,5 +71,8 @@ class Dialect {
 };
 
 const Dialect& SqliteDialect();
+
+/// What is said where the engine has found no room.
+platform::Failure FullDisk();
 
 }  // namespace server

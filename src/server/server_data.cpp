@@ -1,5 +1,6 @@
 #include "server/server_data.h"
 
+#include <cerrno>
 #include <chrono>
 #include <fstream>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "platform/failure.h"
 #include "platform/file_access.h"
+#include "platform/file_failure.h"
 #include "server/customer_words.h"
 #include "server/demo_customers.h"
 #include "server/demo_history.h"
@@ -89,12 +91,20 @@ void CopyMissingTemplates(const InitOptions& options) {
   }
 }
 
+/// Throws where the lock says that it is not another program that keeps this one from working.
+void RequireWritable(const fs::path& folder, QLockFile::LockError error) {
+  if (error == QLockFile::LockFailedError) return;
+  const auto number = error == QLockFile::PermissionError ? EACCES : ENOSPC;
+  throw platform::FolderFailure("could not be written to", folder, number);
+}
+
 void CreateOrUpdate(const InitOptions& options) {
   platform::MakeFolder(ServerFolder(options.data_folder));
   const auto file = DatabaseFile(options.data_folder);
   QLockFile lock(QString::fromStdString((ServerFolder(options.data_folder) / "init.lock").string()));
   constexpr auto kPatience = std::chrono::minutes(2);
   if (!lock.tryLock(static_cast<int>(std::chrono::milliseconds(kPatience).count()))) {
+    RequireWritable(ServerFolder(options.data_folder), lock.error());
     throw Failure(Failure::Kind::kUnavailable, "Another program is making the server's data in \"" +
                                                    options.data_folder.string() +
                                                    "\". Try again when it is done.");

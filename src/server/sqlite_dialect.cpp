@@ -1,4 +1,6 @@
 #include <array>
+#include <cerrno>
+#include <filesystem>
 
 #include <sqlite3.h>
 #include <QSqlDatabase>
@@ -6,6 +8,8 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlResult>
+#include <QStorageInfo>
+#include <QUrl>
 #include <QVariant>
 
 #include "platform/failure.h"
@@ -26,12 +30,8 @@ constexpr auto kFillingPragmas =
     std::to_array<const char*>({"PRAGMA journal_mode = MEMORY", "PRAGMA synchronous = FULL",
                                 "PRAGMA foreign_keys = ON", "PRAGMA cache_size = -65536"});
 
-void Run(QSqlDatabase& connection, const char* statement) {
-  QSqlQuery query(connection);
-  if (query.exec(QString::fromLatin1(statement))) return;
-  throw Failure(Failure::Kind::kUnavailable, "The server's database refuses \"" + std::string(statement) +
-                                                 "\": " + query.lastError().text().toStdString() + ".");
-}
+// Milliseconds that one program waits while another one writes.
+constexpr auto kOptions = "QSQLITE_BUSY_TIMEOUT=5000";
 
 // The low byte of an extended result code is the primary one.
 int PrimaryCode(const QSqlError& error) {
@@ -43,6 +43,21 @@ template <typename Handle>
 Handle* Behind(const QVariant& handle, const char* type) {
   const bool is_ours = handle.isValid() && qstrcmp(handle.typeName(), type) == 0;
   return is_ours ? *static_cast<Handle* const*>(handle.constData()) : nullptr;
+}
+
+bool FoundNoRoom(const QSqlDatabase& connection, const QSqlError& error) {
+  auto* const database = Behind<sqlite3>(connection.driver()->handle(), "sqlite3*");
+  const int number = database == nullptr ? 0 : sqlite3_system_errno(database);
+  const bool has_no_room = number == ENOSPC || number == EDQUOT || number == EFBIG;
+  return PrimaryCode(error) == SQLITE_FULL || (PrimaryCode(error) == SQLITE_IOERR && has_no_room);
+}
+
+void Run(QSqlDatabase& connection, const char* statement) {
+  QSqlQuery query(connection);
+  if (query.exec(QString::fromLatin1(statement))) return;
+  if (FoundNoRoom(connection, query.lastError())) throw FullDisk();
+  throw Failure(Failure::Kind::kUnavailable, "The server's database refuses \"" + std::string(statement) +
+                                                 "\": " + query.lastError().text().toStdString() + ".");
 }
 
 /// The engine asks again and again while a statement runs whether it may go on.
@@ -75,18 +90,50 @@ class SqliteGuard : public ReadingGuard {
   const int usual_length_;
 };
 
+/// `file` as the engine takes it with `parameters`; https://sqlite.org/uri.html.
+QString Uri(const QString& file, const char* parameters) {
+  return QLatin1String("file:") + QString::fromLatin1(QUrl::toPercentEncoding(file, "/")) + QLatin1Char('?') +
+         QLatin1String(parameters);
+}
+
+/// Whether nobody can write there and the last program left nothing in its log.
+bool IsAtRest(const QString& file) {
+  std::error_code missing;
+  const auto log_size = std::filesystem::file_size((file + QLatin1String("-wal")).toStdString(), missing);
+  return QStorageInfo(file).isReadOnly() && (missing || log_size == 0);
+}
+
+/// The index of the write-ahead log lies in a shared file that is made anew by the first program that opens
+/// the data, also to read: a disk without 32 KB of room keeps everybody out. This program can keep the index
+/// to itself instead, with others shut out as long as it has the data open; a disk that nobody can write to
+/// needs no log.
+bool OpenWithoutRoom(QSqlDatabase& connection) {
+  const auto file = connection.databaseName();
+  connection.close();
+  connection.setDatabaseName(Uri(file, IsAtRest(file) ? "immutable=1" : "vfs=unix-excl"));
+  connection.setConnectOptions(QLatin1String(kOptions) + QLatin1String(";QSQLITE_OPEN_URI"));
+  if (!connection.open()) return false;
+  QSqlQuery query(connection);
+  return query.exec(QStringLiteral("PRAGMA synchronous = FULL")) &&
+         query.exec(QStringLiteral("PRAGMA foreign_keys = ON")) &&
+         query.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+}
+
 class Sqlite : public Dialect {
  public:
   const char* Driver() const override { return "QSQLITE"; }
 
   void Locate(QSqlDatabase& connection, const std::filesystem::path& file) const override {
     connection.setDatabaseName(QString::fromStdString(file.string()));
-    // Milliseconds that one program waits while another one writes.
-    connection.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
+    connection.setConnectOptions(QLatin1String(kOptions));
   }
 
   void Configure(QSqlDatabase& connection) const override {
-    for (const auto* pragma : kPragmas) Run(connection, pragma);
+    try {
+      for (const auto* pragma : kPragmas) Run(connection, pragma);
+    } catch (const Failure&) {
+      if (!OpenWithoutRoom(connection)) throw;
+    }
   }
 
   void ConfigureForFilling(QSqlDatabase& connection) const override {
@@ -98,6 +145,10 @@ class Sqlite : public Dialect {
 
   bool IsBusy(const QSqlError& error) const override {
     return PrimaryCode(error) == SQLITE_BUSY || PrimaryCode(error) == SQLITE_LOCKED;
+  }
+
+  bool IsFull(const QSqlDatabase& connection, const QSqlError& error) const override {
+    return FoundNoRoom(connection, error);
   }
 
   std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection, const ReadingLimits& limits) const override {

@@ -1,12 +1,14 @@
 #include "server/whole_file.h"
 
 #include <array>
+#include <cerrno>
 
 #include <QFile>
 #include <QSaveFile>
 
 #include "platform/failure.h"
 #include "platform/file_access.h"
+#include "platform/file_failure.h"
 
 namespace server {
 namespace {
@@ -14,6 +16,8 @@ namespace {
 using platform::Failure;
 
 Failure Refusal(const QFileDevice& file) {
+  if (file.error() == QFileDevice::ResourceError)
+    return platform::FileFailure("could not be written", file.fileName().toStdString(), ENOSPC);
   return {Failure::Kind::kUnavailable,
           "\"" + file.fileName().toStdString() + "\": " + file.errorString().toStdString() + "."};
 }

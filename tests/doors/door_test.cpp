@@ -64,6 +64,7 @@ constexpr auto kLibraries = std::to_array<Library>({
      "QByteArray QCommandLine* QCoreApplication QDate QDateTime QDeadlineTimer QDir QElapsedTimer QEvent "
      "QEventLoop QFile QFileInfo QHash QJson* QList QLocale QLockFile QLoggingCategory QMap QMetaObject "
      "QMetaType QMutex QObject QPointer QProcess QRandomGenerator QRegularExpression QSaveFile QSettings "
+     "QStorageInfo "
      "QStandardPaths QString QStringList QStringView QTemporaryDir QTemporaryFile QTextStream QThread QTime "
      "QTimeZone QTimer QUrl QUuid QVariant QtGlobal"},
     {"qt", "Q*"},

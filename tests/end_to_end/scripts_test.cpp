@@ -137,6 +137,24 @@ TEST_F(Scripts, LearnThatTheOutputWasLost) {
   }
 }
 
+TEST_F(Scripts, ReadOnAFullDiskAndAreToldThatItIsFull) {
+  ASSERT_EQ(Print().status, 0);
+  // No file may grow past 4 KB: not the database's log, nor the letter.
+  const auto on_full_disk = [&](const std::string& command) {
+    return RunShell("ulimit -f 8; " + Line(command));
+  };
+  for (const auto* command : {"customers --find merriweather", "types", "history --customer 100001"}) {
+    const auto list = on_full_disk(command);
+    EXPECT_EQ(list.status, 0) << list.err;
+    EXPECT_THAT(list.out, Not(IsEmpty())) << command;
+  }
+  const auto letter = on_full_disk("letter --type 101 --customer 100001 --print --json");
+  EXPECT_EQ(letter.status, 1);
+  EXPECT_THAT(letter.out, AllOf(HasSubstr("\"reason\": "), HasSubstr("ree some space")));
+  EXPECT_THAT(Printed(), SizeIs(1));
+  EXPECT_THAT(Notes(), IsEmpty());
+}
+
 TEST_F(Scripts, AreToldNothingOnTheWay) {
   const auto letter = Print();
   EXPECT_EQ(letter.err, "") << "steps are for who watches";

@@ -78,7 +78,8 @@ StandardStreams::StandardStreams()
       cout_(std::cout.rdbuf(&out_)),
       cerr_(std::cerr.rdbuf(&err_)) {
   KeepDescriptors();
-  std::signal(SIGPIPE, SIG_IGN);  // a reader who goes away must not end a print half way
+  // Neither a reader who goes away nor a file that may not grow ends a print half way.
+  for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
   told = &err_;
 }
 
