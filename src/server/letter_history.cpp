@@ -214,7 +214,36 @@ void AppendStored(Exchange& exchange, RecordSet& letters, std::int64_t number) {
   }
 }
 
+/// The letters that a message of this key has recorded before, in the order of its rows.
+std::vector<std::int64_t> LettersOfMessage(Database& database, const std::string& message_key) {
+  const auto rows =
+      database.Select("SELECT SEQ_NBR FROM letter_message WHERE MSG_KEY = ? ORDER BY ROW_NBR", {message_key});
+  std::vector<std::int64_t> letters;
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row)
+    letters.push_back(rows->Get(row, "SEQ_NBR").AsInteger());
+  return letters;
+}
+
+/// Records each row, unless this message has done so already: then its letters stay as they are.
+std::vector<std::int64_t> RecordOnce(Exchange& exchange, const RecordSet& rows) {
+  const auto& key = exchange.request.message_key;
+  auto letters = LettersOfMessage(exchange.database, key);
+  if (!letters.empty()) return letters;
+  for (std::size_t row = 0; row < rows.RecordCount(); ++row)
+    letters.push_back(RecordLetter(exchange, GivenLetter(rows, row)));
+  StoreLetterMessage(exchange.database, key, letters);
+  return letters;
+}
+
 }  // namespace
+
+void StoreLetterMessage(Database& database, const std::string& message_key,
+                        const std::vector<std::int64_t>& letters) {
+  for (std::size_t row = 0; row < letters.size(); ++row) {
+    database.Change("INSERT INTO letter_message (MSG_KEY, ROW_NBR, SEQ_NBR) VALUES (?, ?, ?)",
+                    {message_key, row, letters[row]});
+  }
+}
 
 void RecordLetters(Exchange& exchange) {
   const auto& rows = *exchange.request.Rows("CORRHIST");
@@ -222,9 +251,7 @@ void RecordLetters(Exchange& exchange) {
       "CORRHIST", {platform::kHistoryColumns.begin(), platform::kHistoryColumns.end()});
   if (rows.IsEmpty())
     throw Failure(Failure::Kind::kRefused, "The record \"CORRHIST\" came without a letter.");
-  for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
-    AppendStored(exchange, letters, RecordLetter(exchange, GivenLetter(rows, row)));
-  }
+  for (const auto number : RecordOnce(exchange, rows)) AppendStored(exchange, letters, number);
   if (!exchange.keys.Has("FETCHCONTEXT")) return;
   try {
     AnswerStoredContext(exchange);

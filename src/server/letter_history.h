@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+#include <vector>
+
 #include "server/exchange.h"
 
 namespace server {
@@ -12,9 +16,16 @@ namespace server {
 /// A letter recorded as printed (status "F" with the time 1900-01-01 01.01.01) gets the server's own time and
 /// the status of a printed letter; one whose processing failed ("F" or "R") stays failed when it is printed.
 ///
+/// A message that has recorded its letters changes nothing when it comes again, however much later; the reply
+/// then holds the letters as they are stored now.
+///
 /// Throws Failure kRefused for a row that cannot be recorded, kNotFound for a letter, customer or form that
 /// is not there.
 void RecordLetters(Exchange& exchange);
+
+/// Keeps which letters a message has recorded, one for each of its rows.
+void StoreLetterMessage(Database& database, const std::string& message_key,
+                        const std::vector<std::int64_t>& letters);
 
 /// Answers the key FETCHCONTEXT with the stored context of that letter: record "XML_CONTEXT". The
 /// explanations come with it where EMITFIELDDESCRIPTORS and EXPLAINSTATE ask for them. Throws Failure

@@ -72,6 +72,11 @@ constexpr auto kTables = std::to_array<std::string_view>({
     R"(CREATE TABLE request_log (
          MSG_KEY VARCHAR(64) PRIMARY KEY, RCVD_TS VARCHAR(19) NOT NULL, REPLY TEXT NOT NULL))",
     "CREATE INDEX requests_by_time ON request_log (RCVD_TS)",
+    // Of every letter that was recorded or printed again, for good: which message said so, and in which of
+    // its rows.
+    R"(CREATE TABLE letter_message (
+         MSG_KEY VARCHAR(64) NOT NULL, ROW_NBR INTEGER NOT NULL,
+         SEQ_NBR INTEGER NOT NULL REFERENCES letter_history (SEQ_NBR), PRIMARY KEY (MSG_KEY, ROW_NBR)) {by key})",
 });
 
 // Each serves a criterion of the search, with what it is most often combined with behind it. {time} is

@@ -4,8 +4,10 @@
 #include <array>
 
 #include "platform/text.h"
+#include "server/letter_history.h"
 #include "server/schema.h"
 #include "server/stored_context.h"
+#include "server/wire_format.h"
 
 namespace server {
 namespace {
@@ -62,6 +64,30 @@ void CustomersAreFoundByWords(Database& database) {
   }
 }
 
+/// The letters of a reply that was kept, in the order of its rows; none where it is no reply about letters.
+std::vector<std::int64_t> LettersOf(const std::string& reply_text) {
+  std::vector<std::int64_t> letters;
+  for (const auto& record : ReadReply(reply_text).records) {
+    if (record.name != "CORRHIST") continue;
+    for (std::size_t row = 0; row < record.rows->RecordCount(); ++row)
+      letters.push_back(record.rows->Get(row, "SEQ_NBR").AsInteger());
+  }
+  return letters;
+}
+
+// As far back as the log of requests goes.
+void LettersGetTheirMessages(Database& database) {
+  ChangeTables(database, R"(CREATE TABLE letter_message (
+             MSG_KEY VARCHAR(64) NOT NULL, ROW_NBR INTEGER NOT NULL,
+             SEQ_NBR INTEGER NOT NULL REFERENCES letter_history (SEQ_NBR), PRIMARY KEY (MSG_KEY, ROW_NBR)) {by key})");
+  const auto keys = database.Select("SELECT MSG_KEY FROM request_log");
+  for (std::size_t row = 0; row < keys->RecordCount(); ++row) {
+    const auto key = keys->Text(row, "MSG_KEY");
+    const auto reply = database.Select("SELECT REPLY FROM request_log WHERE MSG_KEY = ?", {key});
+    StoreLetterMessage(database, key, LettersOf(reply->FirstText()));
+  }
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -72,6 +98,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"2", ContextsGetATableOfTheirOwn},
     {"3", LetterFieldsGetTheirLines},
     {"4", CustomersAreFoundByWords},
+    {"5", LettersGetTheirMessages},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 

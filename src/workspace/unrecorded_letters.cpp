@@ -18,20 +18,15 @@ constexpr const char* kProcedure = "ZEMLO_Corresp.UnrecordedLetters";
 struct Question {
   PrintStage stage;
   const char* text;  ///< follows "The letter ... "
-  MessageAnswer default_answer;
 };
-// Sending a record again that may have arrived does no harm: it is stored once.
 constexpr auto kQuestions = std::to_array<Question>({
     {PrintStage::kHandingOver,
      " was on its way to the printer when the program ended, and is not in the letter history. Look whether "
-     "it was printed. Was it printed, and should it be recorded now?",
-     MessageAnswer::kNo},
-    {PrintStage::kPrinted, " was printed but not recorded in the letter history. Should it be recorded now?",
-     MessageAnswer::kNo},
+     "it was printed. Was it printed, and should it be recorded now?"},
+    {PrintStage::kPrinted, " was printed but not recorded in the letter history. Should it be recorded now?"},
     {PrintStage::kRecording,
      " was printed, but the letter history has not confirmed its record. Should the record be sent again? It "
-     "is stored once, also where it has arrived before.",
-     MessageAnswer::kYes},
+     "is stored once, also where it has arrived before."},
 });
 
 const Question& QuestionAt(PrintStage stage) {
@@ -88,14 +83,13 @@ bool UnrecordedLetters::OfferRecording(const PrintJournal::Left& letter) {
   const auto& note = letter.note;
   const auto& question = QuestionAt(letter.stage);
   const auto printed_by = letter.user.empty() ? "" : ", printed by user \"" + letter.user + "\",";
-  if (Asks("The letter " + note.letter + printed_by + question.text, question.default_answer)) {
+  if (Asks("The letter " + note.letter + printed_by + question.text)) {
     RecordAgain(note);
     return true;
   }
   if (Asks("Should the letter " + note.letter +
-               " be forgotten? It will not be in the letter history. With No you are asked again at the next "
-               "start.",
-           MessageAnswer::kNo)) {
+           " be forgotten? It will not be in the letter history. With No you are asked again at the next "
+           "start.")) {
     services_.print_journal.Forget(note.message_key);
   } else {
     services_.print_journal.LeaveForNextStart(note.message_key);
@@ -103,9 +97,9 @@ bool UnrecordedLetters::OfferRecording(const PrintJournal::Left& letter) {
   return false;
 }
 
-bool UnrecordedLetters::Asks(const std::string& question, MessageAnswer default_answer) const {
+bool UnrecordedLetters::Asks(const std::string& question) const {
   return services_.host.ShowMessage({question, platform::MessageIcon::kQuestion, state_.message_title,
-                                     platform::MessageButtons::kYesNo, default_answer}) ==
+                                     platform::MessageButtons::kYesNo, MessageAnswer::kNo}) ==
          MessageAnswer::kYes;
 }
 

@@ -38,7 +38,7 @@ class UnrecordedLetters {
   platform::PrintJournal::Outcome OutcomeOf(const std::string& message_key) const;
   void OfferNext();
   bool OfferRecording(const platform::PrintJournal::Left& letter);
-  bool Asks(const std::string& question, platform::MessageAnswer default_answer) const;
+  bool Asks(const std::string& question) const;
   void TellClosedNotes() const;
 
   const platform::Services& services_;

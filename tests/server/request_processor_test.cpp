@@ -140,7 +140,7 @@ TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
           "DROP INDEX letters_of_type", "DROP INDEX letters_of_troop",
           "ALTER TABLE letter_field DROP COLUMN FLD_DFLT", "ALTER TABLE letter_field DROP COLUMN FLD_RULE",
           "ALTER TABLE letter_field DROP COLUMN FLD_LINE", "DROP TABLE customer_word",
-          "DROP TABLE customer_search",
+          "DROP TABLE customer_search", "DROP TABLE letter_message",
           "ALTER TABLE customer ADD COLUMN SRCH_TXT TEXT NOT NULL DEFAULT 'old'",
           "ALTER TABLE letter_history ADD COLUMN XML_CONTEXT TEXT NOT NULL DEFAULT "
           "'<XML_CONTEXT>é</XML_CONTEXT>'",
@@ -181,6 +181,33 @@ TEST_F(Requests, AChangeSentAgainHasItsEffectOnceAndTheSameReply) {
   EXPECT_EQ(processor_.Answer(WireText(PrintedLetter("m-1"))), first);
   server::RequestProcessor reopened(folder_.path(), clock_);
   EXPECT_EQ(reopened.Answer(WireText(PrintedLetter("m-1"))), first);
+  EXPECT_EQ(LettersRecorded(), 1);
+}
+
+// A note left for more than thirty days was recorded a second time, though its question said "stored once".
+TEST_F(Requests, ALettersRecordAndItsReprintAreStoredOnceHoweverLateTheyComeAgain) {
+  EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
+  clock_.Sleep(std::chrono::hours(1));
+  const auto reprinted = Ask(Reprint("m-2", "1"));
+  {
+    // Carried over from a program that kept the keys in its log of requests only.
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change("DROP TABLE letter_message");
+    database.Change("UPDATE server_info SET CONTENT = '5' WHERE NAME = 'schema version'");
+  }
+  EXPECT_EQ(
+      server::ReadReply(server::RequestProcessor(folder_.path(), clock_).Answer(WireText(Fetch("1")))).error,
+      "");
+  clock_.Sleep(std::chrono::days(400));
+  server::RequestProcessor much_later(folder_.path(), clock_);
+  for (const auto& question : {PrintedLetter("m-1"), Reprint("m-2", "1")}) {
+    const auto reply = server::ReadReply(much_later.Answer(WireText(question)));
+    EXPECT_EQ(reply.error, "");
+    ASSERT_NE(Record(reply, "CORRHIST"), nullptr);
+    EXPECT_EQ(Record(reply, "CORRHIST")->Text("SEQ_NBR"), "1");
+    EXPECT_EQ(Record(reply, "CORRHIST")->Text("LST_PRNT_TS"),
+              Record(reprinted, "CORRHIST")->Text("LST_PRNT_TS"));
+  }
   EXPECT_EQ(LettersRecorded(), 1);
 }
 

@@ -25,14 +25,13 @@ TEST_F(UnrecordedLettersTest, AreNamedAndOfferedAtTheNextStart) {
   struct Case {
     PrintStage stage;
     const char* question;
-    MessageAnswer default_answer;
   };
   const Case cases[] = {
-      {PrintStage::kHandingOver, "was on its way to the printer", MessageAnswer::kNo},
-      {PrintStage::kPrinted, "was printed but not recorded", MessageAnswer::kNo},
-      {PrintStage::kRecording, "has not confirmed its record", MessageAnswer::kYes},
+      {PrintStage::kHandingOver, "was on its way to the printer"},
+      {PrintStage::kPrinted, "was printed but not recorded"},
+      {PrintStage::kRecording, "has not confirmed its record"},
   };
-  for (const auto& [stage, question, default_answer] : cases) {
+  for (const auto& [stage, question] : cases) {
     fakes_.host.messages.clear();
     fakes_.print_journal.steps.clear();
     GivenLeftBehind("OLD1", stage);
@@ -42,7 +41,7 @@ TEST_F(UnrecordedLettersTest, AreNamedAndOfferedAtTheNextStart) {
     const auto& box = fakes_.host.messages.front();
     EXPECT_THAT(box.text, HasSubstr("The letter \"OLD1.docx\""));
     EXPECT_THAT(box.text, HasSubstr(question));
-    EXPECT_EQ(box.default_answer, default_answer);
+    EXPECT_EQ(box.default_answer, MessageAnswer::kNo);
     EXPECT_EQ(box.title, "Letters of the office");
 
     EXPECT_EQ(LastRequest().message_key, "OLD1");
