@@ -146,7 +146,11 @@ class ZipDirectoryReader {
   ZipMethod MethodOf(std::string_view name, std::uint16_t method) const {
     if (method == static_cast<std::uint16_t>(ZipMethod::kStored)) return ZipMethod::kStored;
     if (method == static_cast<std::uint16_t>(ZipMethod::kDeflated)) return ZipMethod::kDeflated;
-    Fail(name, "its way of packing (" + std::to_string(method) + ") is none of a document");
+    throw Failure(Failure::Kind::kDamaged,
+                  "\"" + file_name_ + "\" is packed at \"" + ShownZipName(name) + "\" in a way of packing (" +
+                      std::to_string(method) +
+                      ") that no document has. Open it in the word processor and save "
+                      "it again.");
   }
 
   /// The numbers that did not fit into 32 bits stand in an extra field, in this order, those that fit left

@@ -1,5 +1,6 @@
 #include "wordprocessor/print_file.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,7 +9,7 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <system_error>
+#include <memory>
 
 #include "platform/file_access.h"
 #include "wordprocessor/layout_descriptor.h"
@@ -183,11 +184,12 @@ void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::pat
 }
 
 void RemoveUnfinishedFiles(const std::filesystem::path& folder) noexcept {
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    const auto name = entry->path().filename().string();
-    if (name.starts_with(kHiddenPrefix) && name.ends_with(kHiddenEnding)) RemoveIfUnfinished(entry->path());
+  // A folder of printed letters holds those of years, and every start of a program reads it: only names are
+  // read.
+  const std::unique_ptr<DIR, int (*)(DIR*)> names(opendir(folder.c_str()), closedir);
+  while (const auto* entry = names ? readdir(names.get()) : nullptr) {
+    const std::string_view name = entry->d_name;
+    if (name.starts_with(kHiddenPrefix) && name.ends_with(kHiddenEnding)) RemoveIfUnfinished(folder / name);
   }
 }
 
