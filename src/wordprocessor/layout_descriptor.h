@@ -1,37 +1,9 @@
 #pragma once
 
-#include <unistd.h>
-
-#include <utility>
+#include "platform/descriptor.h"
 
 namespace wordprocessor {
 
-/// An open file descriptor, closed with the object; -1 for none.
-class Descriptor {
- public:
-  Descriptor() = default;
-  explicit Descriptor(int number) : number_(number) {}
-  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    if (this != &other) {
-      Close();
-      number_ = std::exchange(other.number_, -1);
-    }
-    return *this;
-  }
-  ~Descriptor() { Close(); }
-
-  explicit operator bool() const { return number_ >= 0; }
-  int number() const { return number_; }
-
-  /// False when closing brought up a failed write.
-  bool Close() {
-    const int number = std::exchange(number_, -1);
-    return number < 0 || close(number) == 0;
-  }
-
- private:
-  int number_ = -1;
-};
+using platform::Descriptor;
 
 }  // namespace wordprocessor

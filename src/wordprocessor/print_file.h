@@ -1,41 +1,17 @@
 #pragma once
 
-#include <filesystem>
-#include <string>
-#include <string_view>
-
 #include "platform/file_failure.h"
+#include "platform/whole_file.h"
 
-/// Files that are there whole or not at all, readable to whom platform/file_access.h says. Every function
-/// throws Failure naming file and folder and saying what to do: kNotFound, kPermissionDenied, or kUnavailable
-/// where the file system is full or broken.
 namespace wordprocessor {
 
 using platform::FileFailure;
-
-std::string ReadWholeFile(const std::filesystem::path& file);
-
-/// Writes `content` under a name of its own, makes it last (fsync), and only then gives it its name; what was
-/// there under that name is replaced.
-void WriteWholeFile(const std::filesystem::path& file, std::string_view content);
-
-/// Like WriteWholeFile for what can be made again: a power cut may take it.
-void ReplaceFile(const std::filesystem::path& file, std::string_view content);
-
-/// Writes `content` for this program's own use, into a folder of its own: nothing of the above is needed
-/// there.
-void WriteScratchFile(const std::filesystem::path& file, std::string_view content);
-
-/// Writes `content` like WriteWholeFile, but never replaces a file: false when the name is taken, also by
-/// another program at the same moment.
-bool WriteNewFile(const std::filesystem::path& file, std::string_view content);
-
-/// Gives a file another name, replacing what was there; copies it where the two lie on different file
-/// systems.
-void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to);
-
-/// Removes what programs that were killed left half written in `folder`. Files that another program is
-/// writing at the moment stay, as do those on a file system without locks. Never throws.
-void RemoveUnfinishedFiles(const std::filesystem::path& folder) noexcept;
+using platform::MoveWholeFile;
+using platform::ReadWholeFile;
+using platform::RemoveUnfinishedFiles;
+using platform::ReplaceFile;
+using platform::WriteNewFile;
+using platform::WriteScratchFile;
+using platform::WriteWholeFile;
 
 }  // namespace wordprocessor

@@ -1,4 +1,4 @@
-#include "wordprocessor/print_file.h"
+#include "platform/whole_file.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -11,18 +11,19 @@
 #include <cerrno>
 #include <memory>
 
+#include "platform/descriptor.h"
 #include "platform/file_access.h"
-#include "wordprocessor/layout_descriptor.h"
+#include "platform/file_failure.h"
 
-namespace wordprocessor {
+namespace platform {
 namespace {
 
-std::filesystem::path FolderOf(const std::filesystem::path& file) {
+std::filesystem::path PlaceOf(const std::filesystem::path& file) {
   return file.has_parent_path() ? file.parent_path() : ".";
 }
 
 Descriptor CreateFile(const std::filesystem::path& file) {
-  return Descriptor(platform::OpenNewFile(file));
+  return Descriptor(OpenNewFile(file));
 }
 
 /// False with errno set.
@@ -65,7 +66,7 @@ class FileInTheMaking {
  public:
   explicit FileInTheMaking(const std::filesystem::path& file) : file_(file) {
     do {
-      hidden_ = NextHiddenName(FolderOf(file));
+      hidden_ = NextHiddenName(PlaceOf(file));
       open_ = CreateFile(hidden_);
       // A number that was another program's before it was this one's.
       if (!open_ && errno != EEXIST) Fail();
@@ -99,7 +100,7 @@ class FileInTheMaking {
   }
 
   void MakeNameLast() const {
-    const Descriptor folder(open(FolderOf(file_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor folder(open(PlaceOf(file_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     // A folder that cannot be synced (some network file systems) is no reason to say the file is not there.
     if (folder) fsync(folder.number());
   }
@@ -174,9 +175,9 @@ bool WriteNewFile(const std::filesystem::path& file, std::string_view content) {
 
 void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to) {
   // A file that is moved keeps its group; in a shared folder it has to be the folder's.
-  if (!platform::IsShared(FolderOf(to))) {
-    platform::Protect(from);
-    if (rename(from.c_str(), to.c_str()) == 0) return platform::Protect(to);
+  if (!IsShared(PlaceOf(to))) {
+    Protect(from);
+    if (rename(from.c_str(), to.c_str()) == 0) return Protect(to);
     if (errno != EXDEV) throw FileFailure("could not be written", to, errno);
   }
   ReplaceFile(to, ReadWholeFile(from));
@@ -193,4 +194,4 @@ void RemoveUnfinishedFiles(const std::filesystem::path& folder) noexcept {
   }
 }
 
-}  // namespace wordprocessor
+}  // namespace platform
