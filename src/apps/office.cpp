@@ -8,11 +8,13 @@
 #include "host/print_journal.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
+#include "platform/identity.h"
 #include "reference/office_utilities.h"
 #include "reference/reference_database.h"
 #include "server/communications_client.h"
 #include "server/customer_directory.h"
 #include "server/server_message_component.h"
+#include "wordprocessor/template_folder.h"
 
 namespace apps {
 
@@ -24,7 +26,7 @@ struct Office::Rooms {
         errors(folder.ErrorLog(), clock, host.error_listener),
         reference(settings.LocalDatabasePath(), clock),
         utilities(reference, settings, clock),
-        downloads(host.events, folder.root()),
+        downloads(host.events, folder.root(), wordprocessor::RequireTemplate),
         messages(host.events, downloads, folder.root(), clock),
         printing(folder, settings, clock, errors, host),
         customers(folder.root()),
@@ -50,7 +52,11 @@ struct Office::Rooms {
 };
 
 Office::Office(const host::DataFolder& folder, const OfficeHost& host)
-    : rooms_(std::make_unique<Rooms>(folder, host)) {}
+    : rooms_(std::make_unique<Rooms>(folder, host)) {
+  host::ErrorLog log(folder.ErrorLog(), rooms_->clock, nullptr);  // the start mends it: nobody has to be told
+  for (const auto& mended : wordprocessor::ClearOfBrokenTemplates(rooms_->settings.TemplateFolder()))
+    log.ReportError(mended, platform::kComponentTitle, "Office.Start");
+}
 
 Office::~Office() {
   rooms_->workspace.Terminate();

@@ -3,25 +3,14 @@
 #include <algorithm>
 #include <system_error>
 
-#include <unistd.h>
-
-#include "platform/file_access.h"
 #include "platform/file_failure.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 
 namespace host {
 namespace {
 
 using platform::Failure;
-
-/// Gone at the end unless it has been renamed into place.
-struct TemporaryFile {
-  std::filesystem::path path;
-  ~TemporaryFile() {
-    std::error_code ignored;
-    std::filesystem::remove(path, ignored);
-  }
-};
 
 }  // namespace
 
@@ -54,12 +43,7 @@ void DiskFiles::CopyFile(const std::string& from, const std::string& to) {
   const auto source = FindFile(from);
   if (!source) throw Failure(Failure::Kind::kNotFound, "The file \"" + from + "\" does not exist.");
   const auto target = FindFile(to).value_or(LocalPath(to));
-  const TemporaryFile copy{target.string() + "." + std::to_string(getpid()) + ".part"};
-  std::error_code error;
-  std::filesystem::copy_file(*source, copy.path, std::filesystem::copy_options::overwrite_existing, error);
-  platform::Protect(copy.path);
-  if (!error) std::filesystem::rename(copy.path, target, error);
-  if (error) throw platform::FileFailure("could not be copied from \"" + from + "\"", target, error.value());
+  platform::WriteWholeFile(target, platform::ReadWholeFile(*source));
 }
 
 bool DiskFiles::DeleteFile(const std::string& path) {

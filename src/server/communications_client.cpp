@@ -35,9 +35,11 @@ std::filesystem::path FindFile(const std::filesystem::path& folder, const std::s
 }  // namespace
 
 CommunicationsClientProvider::CommunicationsClientProvider(platform::EventQueue& events,
-                                                           const std::filesystem::path& data_folder)
+                                                           const std::filesystem::path& data_folder,
+                                                           ContentCheck check)
     : events_(events),
       template_folder_(TemplateFolder(data_folder)),
+      check_(std::move(check)),
       client_(std::make_shared<CommunicationsClient>()),
       unfinished_(std::make_shared<std::atomic<int>>(0)),
       thread_([this] { Run(); }) {}
@@ -97,7 +99,7 @@ void CommunicationsClientProvider::Copy(const Wanted& wanted) const {
   const auto found = FindFile(template_folder_, name);
   const auto target_folder = LocalPath(wanted.target_folder);
   platform::MakeFolder(target_folder);
-  CopyWholeFile(found, target_folder / name);
+  CopyWholeFile(found, target_folder / name, check_);
 }
 
 void CommunicationsClientProvider::Notify(const std::string& source, const std::string& status) {

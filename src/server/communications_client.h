@@ -11,6 +11,7 @@
 
 #include "platform/comm_client.h"
 #include "platform/host_shell.h"
+#include "server/whole_file.h"
 
 namespace server {
 
@@ -25,8 +26,10 @@ class CommunicationsClient : public platform::CommClient {};
 class CommunicationsClientProvider : public platform::CommClientProvider {
  public:
   /// `events` outlives the provider; notifications come through it. Only files of `data_folder`'s server
-  /// template folder are given out.
-  CommunicationsClientProvider(platform::EventQueue& events, const std::filesystem::path& data_folder);
+  /// template folder are given out, and of those what `check` lets pass; it is called on the provider's
+  /// thread.
+  CommunicationsClientProvider(platform::EventQueue& events, const std::filesystem::path& data_folder,
+                               ContentCheck check = {});
   CommunicationsClientProvider(const CommunicationsClientProvider&) = delete;
   CommunicationsClientProvider& operator=(const CommunicationsClientProvider&) = delete;
   /// Finishes the file under way; the rest is dropped without a notification.
@@ -55,6 +58,7 @@ class CommunicationsClientProvider : public platform::CommClientProvider {
   // Constant after construction.
   platform::EventQueue& events_;
   const std::filesystem::path template_folder_;
+  const ContentCheck check_;
   const std::shared_ptr<CommunicationsClient> client_;
   const std::shared_ptr<std::atomic<int>> unfinished_;  // posted work keeps it, too
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "composition/common_template.h"
 #include "platform/identity.h"
 #include "platform/request_record.h"
 #include "platform/text.h"
@@ -112,6 +113,8 @@ void LetterTemplates::CopyTemplate() {
       if (Trap(services_, kCopyProcedure, [&] { PlainName(name); })) DownloadWhereMissing(name, started);
     }
   });
+  // Every letter needs it; it is no version of a letter type, so the catalogue does not name it.
+  Trap(services_, kCopyProcedure, [&] { DownloadWhereMissing(composition::kCommonTemplate, started); });
   if (!started || !all_visited) services_.status.ShowStatus("Ready");
   state_.pending_request_name.clear();
 }

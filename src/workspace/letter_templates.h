@@ -29,7 +29,8 @@ class LetterTemplates {
   void GetNetworkPath();
   /// Takes the reply to that. A reply that cannot be read is reported and leaves the folder as it was.
   void DecodeNetworkPath();
-  /// Starts the download of every template that is missing here, those that become valid later included.
+  /// Starts the download of every template that is missing here, those that become valid later and the common
+  /// template included.
   void CopyTemplate();
 
   /// The local path of the template that the letter type uses today, its name becoming the current

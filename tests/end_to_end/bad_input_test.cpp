@@ -71,21 +71,34 @@ TEST_F(PreparedOffice, RefusesWithTheSystemsOwnMessages) {
   EXPECT_EQ(History("SEQ_NBR"), "");
 }
 
-TEST_F(PreparedOffice, AMissingTemplateIsFetchedAgainAndADamagedOneIsNamed) {
-  PrintLetterFor("100001");
-  const auto local = data_ / "templates/REG101_2401.docx";
-  std::filesystem::remove(local);
+// Templates that a full disk had cut off stopped their letters for ever.
+TEST_F(PreparedOffice, TemplatesThatAreMissingOrBrokenAreFetchedAgain) {
+  const auto local = data_ / "templates";
+  const auto letter = ReadFile(data_ / "server/templates/REG101_2401.docx");
+  const auto letterhead = ReadFile(data_ / "server/templates/kvcorr.dot");
+  WriteFile(local / "REG101_2401.docx", letter.substr(0, 4096));
+  WriteFile(local / "kvcorr.dot", "");
   EXPECT_EQ(PrintLetterFor("100001").status, 0);
+  EXPECT_EQ(ReadFile(local / "REG101_2401.docx"), letter);
+  EXPECT_EQ(ReadFile(local / "kvcorr.dot"), letterhead);
 
-  WriteFile(local, "");
-  const auto empty = PrintLetterFor("100001");
-  EXPECT_EQ(empty.status, 1);
-  EXPECT_THAT(empty.err, HasSubstr("REG101_2401.docx"));
-
-  WriteFile(local, "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 protected");
-  EXPECT_THAT(PrintLetterFor("100001").err, HasSubstr("REG101_2401.docx"));
+  const std::string others = "\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 by hand";
+  WriteFile(local / "REG101_2401.docx", others);
+  std::filesystem::remove(local / "kvcorr.dot");
+  EXPECT_EQ(PrintLetterFor("100001").status, 0);
+  EXPECT_EQ(ReadFile(local / "REG101_2401.docx.damaged"), others);
   EXPECT_THAT(Printed(), SizeIs(2));
-  EXPECT_THAT(FilesIn(data_ / "work"), IsEmpty());
+  EXPECT_THAT(ReadFile(data_ / "error.log"), HasSubstr("REG101_2401.docx.damaged"));
+}
+
+TEST_F(PreparedOffice, ATemplateThatIsDamagedOnTheServerIsNamedAndNotSpread) {
+  WriteFile(data_ / "server/templates/REG101_2401.docx", "");
+  std::filesystem::remove(data_ / "templates/REG101_2401.docx");
+  const auto letter = PrintLetterFor("100001");
+  EXPECT_EQ(letter.status, 1);
+  EXPECT_THAT(letter.err, HasSubstr("server/templates/REG101_2401.docx"));
+  EXPECT_FALSE(std::filesystem::exists(data_ / "templates/REG101_2401.docx"));
+  EXPECT_THAT(Printed(), IsEmpty());
 }
 
 TEST_F(PreparedOffice, AFullOrClosedPrintFolderLosesNothingAndRecordsNothing) {

@@ -1,10 +1,14 @@
 #include "server/communications_client.h"
 
+#include <sys/resource.h>
+
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include <gmock/gmock.h>
 
+#include "platform/failure.h"
 #include "server/server_folders.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/waiting_event_queue.h"
@@ -93,6 +97,67 @@ TEST_F(Downloads, ATargetThatCannotBeWrittenIsReported) {
     EXPECT_THAT(heard_[0], testing::Not(HasSubstr("SUCCESSFULL"))) << target;
   }
   EXPECT_EQ(ReadFile(folder_ / "file"), "in the way");
+}
+
+/// No file may grow beyond that size meanwhile, as on a disk that has just that much room.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit before_ = {};
+  void (*const handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+// Files of 0 or 4,096 bytes stood under the templates' names for ever, and were told as downloaded.
+TEST_F(Downloads, AFileThatFindsNoRoomLeavesWhatWasThereAndNothingOfItself) {
+  tests::WriteFile(folder_ / "server/templates/Letter.docx", std::string(5188, 'x'));
+  std::filesystem::create_directories(folder_ / "local");
+  tests::WriteFile(folder_ / "local/Old.docx", "old");
+  tests::WriteFile(folder_ / "server/templates/Old.docx", std::string(5188, 'x'));
+  for (const rlim_t room : {rlim_t{0}, rlim_t{4096}}) {
+    heard_.clear();
+    {
+      const FileSizeLimit limit(room);
+      provider_.Connect();
+      Download(ServerPath("Letter.docx"));
+      Download(ServerPath("Old.docx"));
+      WaitForAll();
+    }
+    EXPECT_THAT(heard_, testing::Each(testing::Not(HasSubstr("SUCCESSFULL")))) << room;
+    EXPECT_THAT(heard_, testing::SizeIs(2)) << room;
+    EXPECT_EQ(LocalFile("Old.docx"), "old");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "local"), {}), 1) << room;
+  }
+  Download(ServerPath("Letter.docx"));
+  WaitForAll();
+  EXPECT_EQ(LocalFile("Letter.docx").size(), 5188u);
+}
+
+TEST_F(Downloads, AFileThatIsNoTemplateOnTheServerIsNotHandedOut) {
+  server::CommunicationsClientProvider provider(
+      events_, folder_.path(), [](const std::string& content, const std::string& name) {
+        if (content.empty()) throw platform::Failure(platform::Failure::Kind::kDamaged, name + " is empty");
+      });
+  const auto hearing = provider.GetClient()->MessageReceived.Connect(
+      [this](const std::string& text, const std::string&) { heard_.push_back(text); });
+  tests::WriteFile(folder_ / "server/templates/Empty.docx", "");
+  provider.Connect();
+  for (const auto* name : {"Empty.docx", "Letter.docx"})
+    provider.Download(ServerPath(name), (folder_ / "local").string());
+  events_.RunUntil([&] { return !provider.HasWorkUnderWay(); });
+  EXPECT_THAT(heard_, ElementsAre(HasSubstr("Empty.docx is empty"), HasSubstr("SUCCESSFULL")));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder_ / "local"), {}), 1);
 }
 
 TEST_F(Downloads, AnEarlierFileIsReplacedAndNothingElseIsLeftBehind) {

@@ -77,6 +77,16 @@ TEST_F(LetterTemplatesTest, DownloadOnlyWhatIsMissing) {
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
 }
 
+// The documents said that the start fetches it, and nothing did.
+TEST_F(LetterTemplatesTest, DownloadTheCommonTemplateWhereItIsMissing) {
+  state_.server_template_folder = "srv\\";
+  fakes_.files.content.clear();
+  GivenCatalogue({});
+  templates_.CopyTemplate();
+  EXPECT_THAT(Downloads(), ElementsAre("srv\\kvcorr.dot to templates/"));
+  EXPECT_THAT(fakes_.status.texts, ElementsAre("Downloading templates."));
+}
+
 TEST_F(LetterTemplatesTest, SayReadyWhenThereIsNothingToDownload) {
   GivenCatalogue({});
   templates_.CopyTemplate();

@@ -46,6 +46,7 @@ class WorkspaceRoomTest : public testing::Test {
 
   WorkspaceRoomTest() {
     state_.message_title = "Letters";
+    fakes_.files.content["templates/kvcorr.dot"] = "letterhead";
     fakes_.reference.AnswersWhatContains("from FLS_code",
                                          fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}}}));
     fakes_.utilities.descriptions = {{{"REFDOCTYP", "C"}, "Citation"},

@@ -19,6 +19,7 @@ class WorkspaceTest : public testing::Test {
   static constexpr auto kTracking = PageIndex::kTracking;
 
   WorkspaceTest() {
+    fakes_.files.content["templates/kvcorr.dot"] = "letterhead";
     fakes_.reference.AnswersWhatContains("from FLS_code",
                                          fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}}}));
     fakes_.reference.AnswersWhatContains("FLS_Ltr_template", NoRows("DCMT_NM"));
