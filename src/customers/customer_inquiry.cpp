@@ -29,13 +29,15 @@ constexpr AddressColumns kMailing{"mail_addr_1", "mail_addr_2", "mail_city", "ma
 constexpr AddressColumns kResidential{"RES_ADDR_1", "RES_ADDR_2", "RES_CITY", "RES_ST", "RES_ZIP_CD"};
 
 // Parts that are null leave what the customer has.
-void TakeAddress(const CustomerRecord& record, const AddressColumns& columns, CurrentCustomer& customer) {
+void TakeAddress(const CustomerRecord& record, const AddressColumns& columns, const DisplayEncoders& encoders,
+                 CurrentCustomer& customer) {
   if (const auto line = record.Trimmed(columns.line_1)) customer.CustomerAddr1 = *line;
   if (const auto line = record.Trimmed(columns.line_2)) customer.CustomerAddr2 = *line;
   const auto city = record.Trimmed(columns.city);
   const auto state = record.Trimmed(columns.state);
   const auto zip = record.Trimmed(columns.zip);
-  if (city && state && zip) customer.CustomerCityLine = *city + ", " + *state + " " + EncodeZipCode(*zip);
+  if (city && state && zip)
+    customer.CustomerCityLine = *city + ", " + *state + " " + encoders.EncodeZipCode(*zip);
 }
 
 /// The reply's rows of that record; null where it has none.
@@ -73,15 +75,16 @@ void CustomerInquiry::FillCustomerInfo() {
 
 void CustomerInquiry::TakeOver(const RecordSet& rows) {
   const CustomerRecord record(rows, 0);
+  const DisplayEncoders encoders(uses_.services.errors);
   auto& customer = uses_.customer;
   customer.CustomerId = record.Text("Cust_Id").value_or("");
   customer.CustomerName = platform::ReplaceAll(record.Name(), "&", "&&");
-  TakeAddress(record, kMailing, customer);
-  if (const auto phone = record.Trimmed("PHN_NBR")) customer.CustomerPhone = FormatPhone(*phone);
+  TakeAddress(record, kMailing, encoders, customer);
+  if (const auto phone = record.Trimmed("PHN_NBR")) customer.CustomerPhone = encoders.FormatPhone(*phone);
   if (const auto account = record.Trimmed("ACCNT_NBR")) {
-    customer.CustomerFuelTaxAcct = EncodeFuelTaxAccountNbr(*account);
+    customer.CustomerFuelTaxAcct = encoders.EncodeFuelTaxAccountNbr(*account);
   }
-  if (customer.CustomerAddr1.empty()) TakeAddress(record, kResidential, customer);
+  if (customer.CustomerAddr1.empty()) TakeAddress(record, kResidential, encoders, customer);
   if (!customer.CustomerAddr2.empty()) customer.CustomerAddr1 += ", " + customer.CustomerAddr2;
 }
 

@@ -84,7 +84,7 @@ void frmCustSearch::ShowError(const std::string& error) {
 }
 
 void frmCustSearch::ShowFound(const std::shared_ptr<platform::RecordSet>& records) {
-  sdgGrid.Bind(records ? ListCustomers(*records) : nullptr);
+  sdgGrid.Bind(records ? ListCustomers(*records, DisplayEncoders(services_.errors)) : nullptr);
   const auto count = records ? records->RecordCount() : 0;
   if (count == 1) sdgGrid.UserSelects({0});  // there is nothing else to choose
   EnableOk();

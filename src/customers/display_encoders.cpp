@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "platform/text.h"
+#include "platform/trap.h"
 
 namespace customers {
 
@@ -33,20 +34,35 @@ std::string DigitsOf(std::string_view text) {
   return digits;
 }
 
+/// What `encode` makes of the text; the text itself where it fails, which is reported under the procedure.
+template <typename Encode>
+std::string Encoded(platform::ErrorReporter& errors, std::string_view procedure, std::string_view text,
+                    Encode&& encode) {
+  std::string encoded;
+  if (platform::Trap(errors, procedure, [&] { encoded = encode(text); })) return encoded;
+  return std::string(text);
+}
+
 }  // namespace
 
-std::string EncodeZipCode(std::string_view zip) {
-  return InGroups(zip, {5, 4});
+std::string DisplayEncoders::EncodeZipCode(std::string_view zip) const {
+  return Encoded(errors_, "ZEMLO_Corresp.EncodeZipCode", zip, [](std::string_view text) {
+    return InGroups(text, {5, 4});
+  });
 }
 
-std::string EncodeFuelTaxAccountNbr(std::string_view account) {
-  return InGroups(account, {2, 9, 2});
+std::string DisplayEncoders::EncodeFuelTaxAccountNbr(std::string_view account) const {
+  return Encoded(errors_, "ZEMLO_Corresp.EncodeFuelTaxAccountNbr", account, [](std::string_view text) {
+    return InGroups(text, {2, 9, 2});
+  });
 }
 
-std::string FormatPhone(std::string_view phone) {
-  const auto digits = DigitsOf(phone);
-  if (digits.size() == 10) return "(" + digits.substr(0, 3) + ") " + InGroups(digits.substr(3), {3, 4});
-  return InGroups(digits, {3, 4});
+std::string DisplayEncoders::FormatPhone(std::string_view phone) const {
+  return Encoded(errors_, "ZEMLO_Corresp.FormatPhone", phone, [](std::string_view text) {
+    const auto digits = DigitsOf(text);
+    if (digits.size() == 10) return "(" + digits.substr(0, 3) + ") " + InGroups(digits.substr(3), {3, 4});
+    return InGroups(digits, {3, 4});
+  });
 }
 
 }  // namespace customers

@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "customers/customer_record.h"
-#include "customers/display_encoders.h"
 
 namespace customers {
 
@@ -13,16 +12,14 @@ namespace {
 
 using platform::RecordSet;
 
-std::string AsItIs(std::string_view text) {
-  return std::string(text);
-}
+using Encoder = std::string (DisplayEncoders::*)(std::string_view text) const;
 
 /// A value of the customer select control: its name, the column it is stored in, and how it is shown.
 struct SelectValue {
   std::string_view name;
   std::string SelectedCustomer::*held;
   std::string_view column;
-  std::string (*Show)(std::string_view) = AsItIs;
+  Encoder encoder = nullptr;  ///< null shows it as it is
 };
 
 constexpr auto kValues = std::to_array<SelectValue>({
@@ -32,14 +29,14 @@ constexpr auto kValues = std::to_array<SelectValue>({
     {"MailAddress2", &SelectedCustomer::MailAddress2, "mail_addr_2"},
     {"MailCity", &SelectedCustomer::MailCity, "mail_city"},
     {"MailState", &SelectedCustomer::MailState, "mail_st"},
-    {"MailZip", &SelectedCustomer::MailZip, "mail_zip_cd", EncodeZipCode},
+    {"MailZip", &SelectedCustomer::MailZip, "mail_zip_cd", &DisplayEncoders::EncodeZipCode},
     {"ResAddress", &SelectedCustomer::ResAddress, "RES_ADDR_1"},
     {"ResAddress2", &SelectedCustomer::ResAddress2, "RES_ADDR_2"},
     {"ResCity", &SelectedCustomer::ResCity, "RES_CITY"},
     {"ResState", &SelectedCustomer::ResState, "RES_ST"},
-    {"ResZip", &SelectedCustomer::ResZip, "RES_ZIP_CD", EncodeZipCode},
-    {"Phone", &SelectedCustomer::Phone, "PHN_NBR", FormatPhone},
-    {"FuelTax", &SelectedCustomer::FuelTax, "ACCNT_NBR", EncodeFuelTaxAccountNbr},
+    {"ResZip", &SelectedCustomer::ResZip, "RES_ZIP_CD", &DisplayEncoders::EncodeZipCode},
+    {"Phone", &SelectedCustomer::Phone, "PHN_NBR", &DisplayEncoders::FormatPhone},
+    {"FuelTax", &SelectedCustomer::FuelTax, "ACCNT_NBR", &DisplayEncoders::EncodeFuelTaxAccountNbr},
 });
 constexpr std::string_view kCity = "City";
 
@@ -50,11 +47,11 @@ struct ListedColumn {
 constexpr auto kListed = std::to_array<ListedColumn>(
     {{"CustID", "Customer ID"}, {"CUSTNAME", "Name"}, {kCity, ""}, {"FuelTax", "Fuel Tax Account"}});
 
-SelectedCustomer ReadCustomer(const CustomerRecord& record) {
+SelectedCustomer ReadCustomer(const CustomerRecord& record, const DisplayEncoders& encoders) {
   SelectedCustomer customer;
   for (const auto& value : kValues) {
-    customer.*value.held =
-        value.column.empty() ? record.Name() : value.Show(record.Trimmed(value.column).value_or(""));
+    const auto text = value.column.empty() ? record.Name() : record.Trimmed(value.column).value_or("");
+    customer.*value.held = value.encoder == nullptr ? text : (encoders.*value.encoder)(text);
   }
   return customer;
 }
@@ -78,10 +75,10 @@ std::vector<platform::Grid::Column> FoundCustomerColumns() {
   return columns;
 }
 
-std::shared_ptr<RecordSet> ListCustomers(const RecordSet& records) {
+std::shared_ptr<RecordSet> ListCustomers(const RecordSet& records, const DisplayEncoders& encoders) {
   auto found = std::make_shared<RecordSet>(Columns());
   for (std::size_t row = 0; row < records.RecordCount(); ++row) {
-    const auto customer = ReadCustomer(CustomerRecord(records, row));
+    const auto customer = ReadCustomer(CustomerRecord(records, row), encoders);
     std::vector<platform::Value> values;
     values.reserve(kValues.size() + 1);
     for (const auto& value : kValues) values.emplace_back(customer.*value.held);

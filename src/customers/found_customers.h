@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "customers/display_encoders.h"
 #include "customers/selected_customer.h"
 #include "platform/controls/grid.h"
 #include "platform/record_set.h"
@@ -16,7 +17,8 @@ namespace customers {
 std::vector<platform::Grid::Column> FoundCustomerColumns();
 
 /// `records`: the rows of a record "CUSTOMER"; their order is kept.
-std::shared_ptr<platform::RecordSet> ListCustomers(const platform::RecordSet& records);
+std::shared_ptr<platform::RecordSet> ListCustomers(const platform::RecordSet& records,
+                                                   const DisplayEncoders& encoders);
 
 /// A row of ListCustomers.
 SelectedCustomer CustomerAt(const platform::RecordSet& found, std::size_t row);

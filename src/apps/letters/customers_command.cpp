@@ -1,11 +1,14 @@
 #include <array>
+#include <iostream>
 #include <limits>
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/listing.h"
 #include "customers/display_encoders.h"
+#include "host/error_log.h"
 #include "host/settings_file.h"
+#include "host/system_clock.h"
 #include "server/customer_directory.h"
 
 namespace apps {
@@ -22,10 +25,15 @@ int RunCustomers(const QStringList& words) {
       {{"id", "Id"}, {"name", "Name"}, {"city", "City"}, {"account", "Fuel tax account"}}};
   Listing listing{kColumns, {}};
   const host::SettingsFile office(line.Data());  // a folder without an office is called that
+  host::SystemClock clock;
+  host::ErrorLog errors(
+      line.Data().ErrorLog(), clock,
+      [](const std::string& description, const std::string&) { std::cerr << description << '\n'; });
+  const customers::DisplayEncoders encoders(errors);
   server::CustomerDirectory directory(line.Data().root());
   for (const auto& customer : directory.Find(line.Value("find"), std::numeric_limits<int>::max())) {
     listing.rows.push_back({customer.CustID, customer.CUSTNAME, customer.City(),
-                            customers::EncodeFuelTaxAccountNbr(customer.FuelTax)});
+                            encoders.EncodeFuelTaxAccountNbr(customer.FuelTax)});
   }
   Print(listing, line.IsSet("json"));
   return kDone;
