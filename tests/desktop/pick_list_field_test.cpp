@@ -19,6 +19,7 @@ class LetterTypes : public platform::PickList {
   std::string DescriptionColumn() const override { return "CD_TBL_DES"; }
   void UserOpens() override { SetRows(offered_); }
   bool UserTypes(char32_t key, std::size_t selected) override {
+    if (!rows()) SetRows(offered_);
     return key == 8 || shown_text().size() < 30 + selected;
   }
   void UserEditsText(std::string text) override { SetShownText(std::move(text)); }
@@ -98,6 +99,40 @@ TEST_F(APickList, TakesTheEntryThatIsClicked) {
 
   EXPECT_EQ(list.shown_text(), "Notice of tax due 0001");
   EXPECT_EQ(changes, 1);
+}
+
+// "bond" found nothing in "Surety Bond Demand", and nothing said so.
+TEST_F(APickList, OffersWhatHoldsAllTypedWordsWhileOneTypes) {
+  QTest::keyClicks(field, QStringLiteral("due 4711"));
+  ASSERT_TRUE(field->IsOpen());
+  EXPECT_EQ(field->view().model()->rowCount(), 1);
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_EQ(list.shown_text(), "Notice of tax due 4711") << "the only one";
+  EXPECT_FALSE(field->IsOpen());
+  EXPECT_EQ(changes, 1);
+
+  field->lineEdit()->selectAll();
+  QTest::keyClicks(field, QStringLiteral("due 471"));
+  EXPECT_EQ(field->view().model()->rowCount(), 15) << "0471 to 4471, and 4710 to 4719";
+  QTest::keyClick(field, Qt::Key_Return);
+  EXPECT_TRUE(field->IsOpen()) << "there are several";
+  QTest::keyClick(field, Qt::Key_Down);
+  QTest::keyClick(&field->view(), Qt::Key_Down);
+  QTest::keyClick(&field->view(), Qt::Key_Return);
+  EXPECT_EQ(list.shown_text(), "Notice of tax due 1471");
+
+  field->lineEdit()->selectAll();
+  QTest::keyClicks(field, QStringLiteral("nothing"));
+  EXPECT_FALSE(field->IsOpen());
+  field->showPopup();
+  EXPECT_EQ(field->view().model()->rowCount(), 5001) << "opened, the list is whole";
+}
+
+TEST_F(APickList, ClosesTheListThatTypingOpenedWhenItIsLeft) {
+  QTest::keyClicks(field, QStringLiteral("notice"));
+  QTest::keyClick(field, Qt::Key_Tab);
+  EXPECT_FALSE(field->IsOpen());
+  EXPECT_EQ(list.left, 1);
 }
 
 TEST_F(APickList, ClosesWithEscAndKeepsItsText) {

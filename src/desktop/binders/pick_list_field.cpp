@@ -13,6 +13,7 @@
 #include "desktop/binders/pick_list_accessible.h"
 #include "desktop/binders/typed_key.h"
 #include "desktop/qt_text.h"
+#include "platform/search_text.h"
 
 namespace desktop {
 namespace {
@@ -63,7 +64,7 @@ void PickListField::SetControl(platform::PickList& list) {
   connect(lineEdit(), &QLineEdit::textEdited, this, [this](const QString& text) {
     list_->UserEditsText(FromQt(text));
     ShowContent();  // the list may have cut it
-    MoveToMatch();
+    OfferMatches();
   });
   content_changed_ = list.ContentChanged.Connect([this] { ShowContent(); });
   look_changed_ = list.LookChanged.Connect([this] { ShowColors(); });
@@ -98,7 +99,7 @@ void PickListField::ShowColors() {
 void PickListField::showPopup() {
   if (list_ == nullptr || IsOpen()) return;
   list_->UserOpens();
-  TakeRows();
+  model_.SetRows(list_->rows(), list_->DescriptionColumn());  // all of them, whatever was typed before
   PlacePopup();
   view_->show();
   MoveToMatch();
@@ -127,10 +128,22 @@ void PickListField::MoveToMatch() {
   if (row >= 0) view_->scrollTo(model_.index(row), QAbstractItemView::PositionAtTop);
 }
 
+void PickListField::OfferMatches() {
+  const auto matches = list_->RowsWith(list_->shown_text());
+  const bool is_typed = !platform::SearchWords(list_->shown_text()).empty();
+  if (matches.empty() || (!is_typed && !IsOpen())) return hidePopup();
+  TakeRows();
+  model_.Offer(matches);
+  PlacePopup();
+  view_->show();
+  MoveToMatch();
+}
+
 void PickListField::Pick(const QModelIndex& index) {
-  hidePopup();
   if (!index.isValid()) return;
-  list_->UserPicks(static_cast<std::size_t>(index.row()));
+  const auto row = model_.RowOf(index);
+  hidePopup();
+  list_->UserPicks(row);
   lineEdit()->selectAll();
 }
 
@@ -144,7 +157,12 @@ bool PickListField::eventFilter(QObject* watched, QEvent* event) {
 }
 
 bool PickListField::PopupEvent(QEvent* event) {
-  if (event->type() == QEvent::KeyPress) return PopupKey(static_cast<QKeyEvent*>(event));
+  if (event->type() == QEvent::KeyPress) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (MovesInList(key->key()) && !key->modifiers().testFlag(Qt::AltModifier)) return false;  // it moves
+    if (!ListTakesKey(key)) TypeKey(key);
+    return true;
+  }
   if (event->type() == QEvent::MouseMove) {
     const auto place = static_cast<QMouseEvent*>(event)->position().toPoint();
     view_->setCurrentIndex(view_->indexAt(place));
@@ -158,7 +176,7 @@ bool PickListField::PopupEvent(QEvent* event) {
   return false;
 }
 
-bool PickListField::PopupKey(QKeyEvent* event) {
+bool PickListField::ListTakesKey(QKeyEvent* event) {
   const int key = event->key();
   const bool alt = event->modifiers().testFlag(Qt::AltModifier);
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -169,9 +187,9 @@ bool PickListField::PopupKey(QKeyEvent* event) {
     hidePopup();
     QApplication::sendEvent(this, event);
   } else if (MovesInList(key)) {
-    return false;  // the list moves
+    QApplication::sendEvent(view_, event);
   } else {
-    keyPressEvent(event);
+    return false;
   }
   return true;
 }
@@ -189,6 +207,10 @@ bool PickListField::TakesKey(QKeyEvent* event) {
 }
 
 void PickListField::keyPressEvent(QKeyEvent* event) {
+  if (!IsOpen() || !ListTakesKey(event)) TypeKey(event);
+}
+
+void PickListField::TypeKey(QKeyEvent* event) {
   if (list_ != nullptr && !TakesKey(event)) lineEdit()->event(event);
 }
 
@@ -198,6 +220,7 @@ void PickListField::wheelEvent(QWheelEvent* event) {
 
 // Left before the keyboard looks for its next place: what the value enables is a place, too.
 bool PickListField::focusNextPrevChild(bool next) {
+  hidePopup();
   Leave();
   return QComboBox::focusNextPrevChild(next);
 }
@@ -211,6 +234,7 @@ void PickListField::focusOutEvent(QFocusEvent* event) {
     case Qt::BacktabFocusReason:
       return;  // still there, or left already
     default:
+      hidePopup();
       Leave();
   }
 }

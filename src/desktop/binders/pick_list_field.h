@@ -9,7 +9,10 @@
 namespace desktop {
 
 /// A text field with a list below it. It looks like the host's own drop-down field; the list is one of its
-/// own, so that thousands of entries open at once and typing only moves in it.
+/// own, so that thousands of entries open at once.
+///
+/// Typing opens the list with the entries that hold every typed word. Enter takes the entry that begins with
+/// the text, or the only one offered; the arrows go on in the list.
 class PickListField : public QComboBox {
  public:
   explicit PickListField(QWidget* parent = nullptr);
@@ -32,7 +35,6 @@ class PickListField : public QComboBox {
 
  private:
   bool PopupEvent(QEvent* event);
-  bool PopupKey(QKeyEvent* event);
   /// Whether the key is no matter of the text any more.
   bool TakesKey(QKeyEvent* event);
   void Pick(const QModelIndex& index);
@@ -40,6 +42,10 @@ class PickListField : public QComboBox {
   void ShowContent();
   void ShowColors();
   void MoveToMatch();
+  void OfferMatches();
+  /// Whether the open list takes the key, however it came.
+  bool ListTakesKey(QKeyEvent* event);
+  void TypeKey(QKeyEvent* event);
   void PlacePopup();
   void TakeRows();
 
