@@ -10,8 +10,9 @@ class QWidget;
 
 namespace desktop {
 
-/// While the workspace waits for a reply, keeps the user from commands of the document that would send
-/// another request: buttons, options, the lists of results and Enter. Fields, pages and dialogs stay alive.
+/// While the workspace waits for a reply, keeps the user from what would send another request, or change what
+/// the reply is about: buttons, options, fields, the lists of results and Enter, by mouse and keyboard. Tab
+/// and Esc, pages, toolbar and dialogs, a run's "Cancel" among them, stay alive.
 class BusyGuard : public QObject {
  public:
   /// `document_window` outlives the guard.
