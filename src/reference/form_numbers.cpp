@@ -47,6 +47,12 @@ bool IsSevenDigits(std::string_view text) {
   return text.size() == kDigits && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
+/// Seven digits and one more character that could be their check digit.
+bool LacksItsDash(std::string_view text) {
+  if (text.size() != kDigits + 1 || !IsSevenDigits(text.substr(0, kDigits))) return false;
+  return (text.back() >= '0' && text.back() <= '9') || text.back() == 'X';
+}
+
 }  // namespace
 
 char CheckDigit(std::string_view seven_digits) {
@@ -61,6 +67,10 @@ Verdict JudgeFormNumber(std::string_view form_type, std::string_view form_number
   if (!rule) return Wrong("There is no form type " + Quoted(form_type));
   const auto dash = form_number.find('-');
   const auto digits = form_number.substr(0, dash);
+  if (LacksItsDash(form_number)) {
+    return Wrong("Form number " + Quoted(form_number) + " needs a dash before its check digit: " +
+                 Quoted(std::string(form_number.substr(0, kDigits)) + '-' + form_number.back()));
+  }
   if (!IsSevenDigits(digits)) return Wrong("Form number " + Quoted(digits) + " must have seven digits");
   if (dash == std::string_view::npos) {
     if (rule->check_digit == CheckDigitUse::kOptional) return {};

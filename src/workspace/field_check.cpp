@@ -26,15 +26,15 @@ void FieldCheck::CheckEdit(PageIndex page) {
     switch (page) {
       case PageIndex::kCorrespondence: {
         auto& options = pages_.correspondence.OptOnline;
-        options[CorrespondencePage::kCreateLetter].SetEnabled(Apply(page, CorrespondenceRules()));
+        options[CorrespondencePage::kCreateLetter].SetEnabled(Apply(page, Rules(page)));
         options[CorrespondencePage::kClear].SetEnabled(true);
         break;
       }
       case PageIndex::kTracking:
-        pages_.tracking.search.SetEnabled(Apply(page, TrackingRules()));
+        pages_.tracking.search.SetEnabled(Apply(page, Rules(page)));
         break;
       case PageIndex::kBatch:
-        pages_.batch.cmdBatch[BatchPage::kSearch].SetEnabled(Apply(page, BatchRules()));
+        pages_.batch.cmdBatch[BatchPage::kSearch].SetEnabled(Apply(page, Rules(page)));
         break;
       case PageIndex::kBatchReprint:
         break;
@@ -49,12 +49,40 @@ void FieldCheck::EnableCreateLetter() {
   });
 }
 
+std::string FieldCheck::WhyDisabled(PageIndex page) {
+  std::string lines;
+  platform::Trap(services_, "ZEMLO_Corresp.CheckEdit", [&] {
+    for (const auto& rule : Rules(page)) {
+      if (!rule.broken) continue;
+      if (!lines.empty()) lines += "\n";
+      lines += rule.message;
+      if (!rule.reason.empty()) lines += ": " + rule.reason;
+    }
+  });
+  return lines;
+}
+
+std::vector<FieldCheck::Rule> FieldCheck::Rules(PageIndex page) {
+  switch (page) {
+    case PageIndex::kCorrespondence:
+      return CorrespondenceRules();
+    case PageIndex::kTracking:
+      return TrackingRules();
+    case PageIndex::kBatch:
+      return BatchRules();
+    case PageIndex::kBatchReprint:
+      break;
+  }
+  return {};
+}
+
 std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
   auto& page = pages_.correspondence;
   const bool has_letter = !page.ZEMLO_LetterType.Code().empty();
   const bool has_form_type = !page.ZEMLO_FormTypeCodes.Code().empty();
   const bool is_for_customer = has_letter && page.ZEMLO_LetterType.Tag.empty();
   const bool is_for_document = has_letter && !is_for_customer;
+  const auto number = is_for_document ? JudgeFormNumber(page) : platform::Utilities::FormNumberVerdict{};
   const auto online = platform::UpperCase(platform::Trim(page.ZEMLO_LetterType.OnlineInd()));
   return {
       {!has_letter, "Please select a correspondence type", &page.ZEMLO_LetterType},
@@ -62,7 +90,7 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
       {!has_letter && (has_form_type || !page.txtFormNum.IsEmpty()), "Letter template is required",
        &page.ZEMLO_LetterType},
       {is_for_document && page.txtFormNum.IsEmpty(), "Form number is required", &page.txtFormNum},
-      {is_for_document && IsFormNumberInvalid(page), "Form number is invalid", &page.txtFormNum},
+      {!number.valid, "Form number is invalid", &page.txtFormNum, number.text},
       {is_for_document && !has_form_type, "Form type is required", &page.ZEMLO_FormTypeCodes},
       {online == "B", "Batch letter is not available to view", &page.ZEMLO_LetterType},
   };
@@ -70,9 +98,11 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
 
 std::vector<FieldCheck::Rule> FieldCheck::TrackingRules() {
   auto& page = pages_.tracking;
+  const auto number =
+      page.txtFormNum.IsEmpty() ? platform::Utilities::FormNumberVerdict{} : JudgeFormNumber(page);
   return {
       {NothingToSearchFor(), "Please select criteria"},
-      {!page.txtFormNum.IsEmpty() && IsFormNumberInvalid(page), "Form number is invalid", &page.txtFormNum},
+      {!number.valid, "Form number is invalid", &page.txtFormNum, number.text},
       {IsTypedOnly(page.ZEMLO_FormTypeCodes), "Form type is invalid", &page.ZEMLO_FormTypeCodes},
       {IsTypedOnly(page.ZEMLO_LetterType), "Letter type is invalid", &page.ZEMLO_LetterType},
       {NoneSelected(page.OptLetterStatus), "Letter option is required"},
@@ -99,15 +129,14 @@ std::vector<FieldCheck::Rule> FieldCheck::BatchRules() {
   };
 }
 
-bool FieldCheck::IsFormNumberInvalid(LetterPage& page) {
-  return !services_.utilities.ValidateFormNumber(page.ZEMLO_FormTypeCodes.Code(), page.txtFormNum.text())
-              .valid;
+platform::Utilities::FormNumberVerdict FieldCheck::JudgeFormNumber(LetterPage& page) {
+  return services_.utilities.ValidateFormNumber(page.ZEMLO_FormTypeCodes.Code(), page.txtFormNum.text());
 }
 
 bool FieldCheck::Apply(PageIndex page, const std::vector<Rule>& rules) {
   auto& messages = messages_[page];
   messages.clear();
-  for (const auto& [broken, message, marked] : rules) {
+  for (const auto& [broken, message, marked, reason] : rules) {
     if (!broken) continue;
     messages.emplace_back(message);
     if (marked != nullptr) services_.utilities.MarkFieldInvalid(*marked);

@@ -21,8 +21,10 @@ class FieldCheck {
   /// Enables "Create Letter" as CheckEdit does and leaves all marks: for a reply, which gives the command
   /// back only where the page has what a letter needs.
   void EnableCreateLetter();
-  /// What the last check of that page found wrong, in the order of its rules. The user is not shown it: it
-  /// says why a command is disabled.
+  /// What keeps the page's command disabled at this moment, a line for each broken rule, with the reason
+  /// where the rule knows more; "" where nothing does. Marks nothing.
+  std::string WhyDisabled(PageIndex page);
+  /// What the last check of that page found wrong, in the order of its rules.
   const std::vector<std::string>& messages(PageIndex page) { return messages_[page]; }
 
   /// Gives the page's checked fields, the dates and options of its search included, their normal look.
@@ -35,13 +37,15 @@ class FieldCheck {
     bool broken;
     std::string_view message;
     platform::Control* marked = nullptr;
+    std::string reason = {};  ///< more than the message says
   };
+  std::vector<Rule> Rules(PageIndex page);
   std::vector<Rule> CorrespondenceRules();
   std::vector<Rule> TrackingRules();
   std::vector<Rule> BatchRules();
   std::vector<platform::Control*> CheckedFields(PageIndex page);
   bool NothingToSearchFor();
-  bool IsFormNumberInvalid(LetterPage& page);
+  platform::Utilities::FormNumberVerdict JudgeFormNumber(LetterPage& page);
   bool Apply(PageIndex page, const std::vector<Rule>& rules);
 
   const platform::Services& services_;

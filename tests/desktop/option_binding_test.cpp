@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include <QHelpEvent>
 #include <QVBoxLayout>
 
 #include "tests/desktop/window_driver.h"
@@ -66,6 +67,26 @@ TEST_F(Options, CanAllBeDeselectedByCodeAndThenClickedAfresh) {
   QTest::mouseClick(radios[2], Qt::LeftButton);
 
   EXPECT_THAT(happened, ElementsAre("click2", "click2"));
+}
+
+TEST_F(Options, SayInTheirToolTipWhyTheyAreDisabled) {
+  GivenOptionsWhoseArrows(OptionRadio::Arrows::kMove);
+  const auto tool_tip = [&] {
+    QHelpEvent asks(QEvent::ToolTip, {1, 1}, radios[1]->mapToGlobal(QPoint(1, 1)));
+    QApplication::sendEvent(radios[1], &asks);
+    return radios[1]->toolTip().toStdString();
+  };
+  EXPECT_EQ(tool_tip(), "");
+  std::string reason = "Select a letter first.";
+  options[1].why_disabled = [&] { return reason; };
+  EXPECT_EQ(tool_tip(), "") << "it is enabled";
+  options[1].SetEnabled(false);
+  EXPECT_EQ(tool_tip(), reason);
+  reason = "Wait.";
+  EXPECT_EQ(tool_tip(), "Wait.");
+  options[1].SetEnabled(true);
+  window.setEnabled(false);
+  EXPECT_EQ(tool_tip(), "Wait.") << "its frame is disabled";
 }
 
 TEST_F(Options, ThatAreActionsAreNotStartedByTheArrowKeys) {

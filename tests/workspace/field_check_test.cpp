@@ -36,6 +36,22 @@ TEST_F(FieldCheckTest, AsksForALetterTypeFirst) {
               ElementsAre("Please select a correspondence type", "Letter template is required"));
 }
 
+TEST_F(FieldCheckTest, SaysWhyACommandIsDisabledAtAnyMoment) {
+  EXPECT_EQ(field_check_.WhyDisabled(kPage), "Please select a correspondence type") << "before any check";
+  EXPECT_FALSE(pages_.correspondence.ZEMLO_LetterType.marked_invalid());
+  fakes_.utilities.form_number_rule = [](const auto&, const auto& number) {
+    return platform::Utilities::FormNumberVerdict{number != "31000184", "It needs a dash"};
+  };
+  UserPicksLetterType("120");
+  pages_.correspondence.txtFormNum.SetText("31000184");
+  EXPECT_EQ(field_check_.WhyDisabled(kPage),
+            "Form number is invalid: It needs a dash\nForm type is required");
+  UserPicksFormType("C");
+  pages_.correspondence.txtFormNum.SetText("3100018-4");
+  EXPECT_EQ(field_check_.WhyDisabled(kPage), "");
+  EXPECT_EQ(field_check_.WhyDisabled(kTracking), "Please select criteria\nLetter option is required");
+}
+
 TEST_F(FieldCheckTest, AsksForTheCustomerOfACustomerLetter) {
   UserPicksLetterType("110");
   EXPECT_THAT(Check(kPage), ElementsAre("Customer ID is required"));

@@ -1,6 +1,7 @@
 #include "desktop/binders/command_binding.h"
 
 #include "desktop/binders/binding.h"
+#include "desktop/binders/disabled_reason.h"
 #include "desktop/qt_text.h"
 
 namespace desktop {
@@ -16,6 +17,7 @@ class CommandBinding : public Binding {
       command_.UserClicks();
     });
     Keep(command_.LookChanged.Connect([this] { ShowCaption(); }));
+    ShowWhyDisabled(command_, button_);
     ShowCaption();
   }
 

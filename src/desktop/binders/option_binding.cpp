@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 
 #include "desktop/binders/binding.h"
+#include "desktop/binders/disabled_reason.h"
 #include "desktop/qt_text.h"
 
 namespace desktop {
@@ -34,6 +35,7 @@ class OptionBinding : public Binding {
     });
     Keep(option_.LookChanged.Connect([this] { radio_.setChecked(option_.selected()); }));
     radio_.setChecked(option_.selected());
+    ShowWhyDisabled(option_, radio_);
   }
 
  private:

@@ -28,7 +28,8 @@ class OptionRadio : public QRadioButton {
   const Arrows arrows_;
 };
 
-/// A click on an option that is selected already (mouse, space or Enter) repeats its action.
+/// A click on an option that is selected already (mouse, space or Enter) repeats its action. The tool tip of
+/// a disabled one says why.
 void Bind(platform::OptionButton& option, OptionRadio& radio);
 
 }  // namespace desktop

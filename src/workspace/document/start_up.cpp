@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/identity.h"
+#include "workspace/document/command_reasons.h"
 #include "workspace/document/wiring.h"
 #include "workspace/document/zemlo_corresp.h"
 #include "workspace/grid_style.h"
@@ -74,6 +75,7 @@ void ZEMLO_Corresp::ConnectOutside() {
 
 // The controls have what they start with: from here on a change is the user's.
 void ZEMLO_Corresp::ConnectUser() {
+  ExplainCommands(services_, data_.pages, parts_->field_check, data_.state);
   for (auto& connection : ConnectControls(data_.pages, *parts_))
     connections_.push_back(std::move(connection));
 }

@@ -127,6 +127,7 @@ class Wiring {
   }
   void KeepDisabled(platform::Control& control) {
     control.SetEnabled(false);
+    control.why_disabled = [] { return "This version of the program does not do this yet."; };
     Add(control.LookChanged.Connect([&control] { control.SetEnabled(false); }));
   }
   void Add(Connection connection) { connections_.push_back(std::move(connection)); }

@@ -97,6 +97,41 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   }
 }
 
+TEST_F(Commands, SayWhyTheyAreDisabled) {
+  GivenWorkspaceIsOpen();
+  auto& pages = document_.pages();
+  auto& online = pages.correspondence.OptOnline;
+  auto& tracking = pages.tracking;
+  const auto why = [](const platform::Control& control) {
+    return control.enabled() ? "enabled" : control.why_disabled();
+  };
+  EXPECT_EQ(why(online[CorrespondencePage::kCreateLetter]), "Please select a correspondence type");
+  EXPECT_EQ(why(tracking.search), "Please select criteria\nLetter option is required");
+  EXPECT_EQ(why(online[CorrespondencePage::kViewLetter]), "No letters are listed. Search for some first.");
+  EXPECT_THAT(why(tracking.OptLetter[TrackingPage::kReturnMail]), testing::HasSubstr("does not do this yet"));
+  EXPECT_THAT(why(pages.batch.OptBatchAct[0]), testing::HasSubstr("does not do this yet"));
+
+  fakes_.utilities.values[{"LTRACTION", "VLT"}] = "F";
+  fakes_.server.CompleteSynchronisation();
+  fakes_.RunEvents();
+  fakes_.utilities.descriptions[{"LTRPRNTCD", "P"}] = "Printed";
+  tracking.sdgGrid.Bind(
+      fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", 1}, {"PRNT_STTS_CD", "P"}}, {{"SEQ_NBR", 2}}}));
+  auto& view = tracking.OptLetter[TrackingPage::kViewLetter];
+  EXPECT_EQ(why(view), "Select a letter in the list first.");
+  tracking.sdgGrid.UserSelects({0, 1});
+  EXPECT_EQ(why(view), "This goes with one letter only. Select one in the list.");
+  tracking.sdgGrid.UserSelects({0});
+  EXPECT_EQ(why(view), "Letters with the print status \"Printed\" do not allow this.");
+
+  GivenLetterCanBeCreated();
+  pages.correspondence.panel.EnableSelection(false);
+  EXPECT_EQ(why(pages.correspondence.panel.select_customer),
+            "Clear the page first, then choose another customer.");
+  UserClicksCreateLetter();
+  EXPECT_EQ(why(view), "The server's reply is awaited. Requesting bookmark information");
+}
+
 TEST_F(Commands, ClearTheTrackingPage) {
   GivenWorkspaceIsOpen();
   auto& page = document_.pages().tracking;

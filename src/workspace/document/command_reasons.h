@@ -1,0 +1,15 @@
+#pragma once
+
+#include "platform/services.h"
+#include "workspace/field_check.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages.h"
+
+namespace workspace {
+
+/// Lets every command of the pages that can be disabled say why, as Control::why_disabled. All outlive the
+/// controls' use.
+void ExplainCommands(const platform::Services& services, Pages& pages, FieldCheck& field_check,
+                     const WorkspaceState& state);
+
+}  // namespace workspace
