@@ -14,6 +14,8 @@ using platform::Criterion;
 using platform::KeyItem;
 using platform::Trap;
 
+constexpr const char* kClearForAll = " only. Clear the page to search those of all customers.";
+
 std::string DayText(const platform::DateField& field) {
   return field.value() ? platform::DateText(*field.value()) : "";
 }
@@ -34,8 +36,19 @@ void HistorySearch::mCmdTracking_Click() {
     const bool could_select = panel.select_customer.enabled();
     panel.EnableSelection(false);
     uses_.letter_request.GetFormAndCheckDigit();
-    if (!SendLetterInq(PageIndex::kTracking)) panel.EnableSelection(could_select);
+    if (!SendLetterInq(PageIndex::kTracking)) return panel.EnableSelection(could_select);
+    narrowed_to_ = CustomerOfAListedLetter();
+    if (!narrowed_to_.empty()) {
+      uses_.services.status.ShowReason("Searching letters of " + narrowed_to_ + kClearForAll);
+    }
   });
+}
+
+std::string HistorySearch::CustomerOfAListedLetter() const {
+  const auto& panel = uses_.pages.tracking.panel;
+  if (uses_.customer.TrackingCustomerFixed || panel.customer_id.caption().empty()) return "";
+  const auto name = platform::ReplaceAll(panel.name.caption(), "&&", "&");
+  return panel.customer_id.caption() + (name.empty() ? "" : " " + name);
 }
 
 void HistorySearch::TakeCriteria() {
@@ -110,6 +123,9 @@ void HistorySearch::FillHistory(PageIndex index) {
     const auto listing = index == PageIndex::kBatch ? PageIndex::kTracking : index;
     uses_.services.host.SetMousePointer(platform::MousePointer::kNormal);
     ListReply(uses_.pages.Letter(listing));
+    if (listing == PageIndex::kTracking && !narrowed_to_.empty()) {
+      uses_.services.status.ShowReason("These are letters of " + narrowed_to_ + kClearForAll);
+    }
     listing == PageIndex::kTracking ? WithdrawLetterActions() : WithdrawOnlineActions();
   });
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
+#include "customers/customer_panel.h"
 #include "platform/key_item.h"
 #include "platform/services.h"
 #include "workspace/letter_request.h"
@@ -29,6 +31,7 @@ class HistorySearch {
     LetterRequest& letter_request;
     TroopDistrictField& troop_district;
     SearchCheck& check;
+    const customers::CurrentCustomer& customer;
   };
   explicit HistorySearch(Uses uses) : uses_(uses) {}
 
@@ -48,11 +51,14 @@ class HistorySearch {
   void AddTrackingKeys(std::vector<platform::KeyItem>& keys) const;
   void AddDates(std::vector<platform::KeyItem>& keys) const;
   const char* LetterStatus() const;
+  /// Whom a search of letters is narrowed to though the user has picked nobody; "" for nobody.
+  std::string CustomerOfAListedLetter() const;
   void ListReply(LetterPage& page);
   void WithdrawLetterActions();
   void WithdrawOnlineActions();
 
   const Uses uses_;
+  std::string narrowed_to_;  // the last search of the tracking page
 };
 
 }  // namespace workspace

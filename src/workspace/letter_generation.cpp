@@ -114,8 +114,9 @@ void LetterGeneration::CreateNewCorrespondence() {
     if (!root.IsErroneous()) {
       FinishLetter(root, uses_.letter);
     } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
-      TellAddressErrors(root);
       uses_.services.status.ShowStatus("Ready");
+      TellWhyAddressesFail(document);
+      TellAddressErrors(root);
     } else {
       uses_.services.status.ShowStatus("Ready");
       uses_.services.status.ShowReason("No letter was made. Its data are in error.");
@@ -147,6 +148,12 @@ void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
   const auto address_type = TextOf(row, "ADDR_TYP_CD");
   letter.address_type =
       address_type.empty() ? std::int16_t{0} : WholeNumber<std::int16_t>("address type", address_type);
+}
+
+// "Incomplete" is said of an address that is marked bad, too.
+void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context) const {
+  const auto reason = context.Root().Attribute("V_ExplainAddr").value_or("");
+  if (!reason.empty()) uses_.services.status.ShowReason("No letter was made. " + reason);
 }
 
 void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {

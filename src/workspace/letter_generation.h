@@ -47,6 +47,7 @@ class LetterGeneration {
   std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
   bool RequireTemplate(const std::string& template_path) const;
   void TakeHistoryRow(const platform::RecordSet& row);
+  void TellWhyAddressesFail(const platform::XmlDocument& context) const;
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
   void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const;
   void CompleteLetter(LetterData& letter) const;

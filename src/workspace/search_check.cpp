@@ -13,6 +13,12 @@ constexpr const char* kRangeTooLong = "From and To Date range could not be great
 constexpr const char* kDayTooEarly =
     "If no To Date is selected, From Date could not be 30 days earlier than today";
 
+/// A day as the fields show it, "MM/dd/yyyy".
+std::string DayAsShown(platform::Date day) {
+  const auto text = platform::DateText(day);
+  return text.substr(5, 2) + "/" + text.substr(8, 2) + "/" + text.substr(0, 4);
+}
+
 }  // namespace
 
 void SearchCheck::ValidateSeach(bool& ok) {
@@ -37,10 +43,15 @@ std::vector<ValidationRule> SearchCheck::Rules() {
     rules.push_back({true, "FROM date is required if TO date is selected", {&page_.from_date}});
   if (from && to) {
     const auto range = std::chrono::sys_days(*to) - std::chrono::sys_days(*from);
-    rules.push_back({*from > *to, "TO date is greater than FROM date", {&page_.to_date}});
+    rules.push_back(
+        {*from > *to,
+         "TO date is greater than FROM date",
+         {&page_.to_date},
+         "The TO day " + DayAsShown(*to) + " lies before the FROM day " + DayAsShown(*from) + "."});
     rules.push_back({range > kLongestRange,
                      std::string(kRangeTooLong).append(platform::kLineBreak).append(kDayTooEarly),
-                     {&page_.to_date}});
+                     {&page_.to_date},
+                     "From " + DayAsShown(*from) + " to " + DayAsShown(*to) + " is longer than 365 days."});
   }
   return rules;
 }

@@ -15,6 +15,7 @@ struct ValidationRule {
   bool broken;
   std::string message;
   std::vector<platform::Control*> marked;  ///< the fields that are wrong
+  std::string reason = {};                 ///< a plain sentence, where the message leaves something open
 };
 
 /// That the form number is valid for the form type.
@@ -22,7 +23,7 @@ ValidationRule FormNumberRule(platform::Utilities& utilities, const std::string&
                               const std::string& form_number, platform::Control& field);
 
 /// Marks the fields of every broken rule and returns their messages, each with its line break; "" when all
-/// are kept.
+/// are kept. The reasons go to the status bar.
 std::string BrokenRules(const platform::Services& services, const std::vector<ValidationRule>& rules);
 
 /// Shows what BrokenRules found, in one box.

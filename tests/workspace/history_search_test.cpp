@@ -46,7 +46,7 @@ class HistorySearchTest : public WorkspaceRoomTest {
   PageFields fields_{fakes_.services(), pages_, request_, field_check_};
   SearchCheck check_{fakes_.services(), state_, request_, page_, field_check_};
   HistorySearch search_{{fakes_.services(), state_, request_, pages_, envelope_, request_part_,
-                         fields_.troop_district, check_}};
+                         fields_.troop_district, check_, customer_}};
 };
 
 TEST_F(HistorySearchTest, SendsEveryCriterionInItsPlace) {
@@ -206,11 +206,22 @@ TEST_F(HistorySearchTest, IsRefusedInOneBox) {
     std::optional<Date> to;
     std::string message;
     std::vector<platform::Control*> marked;
+    const char* reason = "";
   };
   const Case cases[] = {
       {"", {}, Day(2024, 1, 1), kFrom, {&page_.from_date}},
-      {"", Day(2024, 1, 2), Day(2024, 1, 1), kOrder, {&page_.to_date}},
-      {"", Day(2024, 1, 1), Day(2025, 1, 1), kRange, {&page_.to_date}},
+      {"",
+       Day(2024, 1, 2),
+       Day(2024, 1, 1),
+       kOrder,
+       {&page_.to_date},
+       "The TO day 01/01/2024 lies before the FROM day 01/02/2024."},
+      {"",
+       Day(2024, 1, 1),
+       Day(2025, 1, 1),
+       kRange,
+       {&page_.to_date},
+       "From 01/01/2024 to 01/01/2025 is longer than 365 days."},
       {"wrong", {}, {}, kNumber, {&page_.txtFormNum}},
       {"wrong", {}, Day(2024, 1, 1), std::string(kNumber) + kFrom, {&page_.txtFormNum, &page_.from_date}},
   };
@@ -219,7 +230,8 @@ TEST_F(HistorySearchTest, IsRefusedInOneBox) {
   };
   platform::Control* const fields[] = {&page_.txtFormNum, &page_.from_date, &page_.to_date,
                                        &page_.ZEMLO_FormTypeCodes};
-  for (const auto& [number, from, to, message, marked] : cases) {
+  for (const auto& [number, from, to, message, marked, reason] : cases) {
+    fakes_.status.reason.clear();
     page_.txtFormNum.SetText(number);
     page_.from_date.SetValue(from);
     page_.to_date.SetValue(to);
@@ -228,6 +240,7 @@ TEST_F(HistorySearchTest, IsRefusedInOneBox) {
     EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre(message));
     EXPECT_EQ(fakes_.host.messages.at(0).icon, platform::MessageIcon::kExclamation);
     EXPECT_EQ(fakes_.host.messages.at(0).title, "Letters");
+    EXPECT_EQ(fakes_.status.reason, reason) << message;
     for (auto* field : fields) {
       EXPECT_EQ(field->marked_invalid(), std::ranges::count(marked, field) == 1) << message;
     }
@@ -253,6 +266,26 @@ TEST_F(HistorySearchTest, ListsTheLettersByTheirFirstPrint) {
   }
   for (auto& option : page_.OptLetter)
     EXPECT_FALSE(option.enabled() || option.selected()) << option.caption();
+}
+
+// A click on a listed letter put its customer into the panel, and the next search was narrowed without a
+// word.
+TEST_F(HistorySearchTest, SaysThatItIsNarrowedToTheCustomerOfAListedLetter) {
+  PanelShowsCustomer("4711", kTracking);
+  page_.panel.name.SetCaption("A && B");
+  UserSearches();
+  EXPECT_EQ(fakes_.status.LastText(), "Requesting letter history");
+  EXPECT_THAT(fakes_.status.reason, testing::StartsWith("Searching letters of 4711 A & B only."));
+  ServerReplies({{{"SEQ_NBR", 7}}});
+  search_.FillHistory(kTracking);
+  EXPECT_EQ(fakes_.status.LastText(), "Displaying letter history");
+  EXPECT_THAT(fakes_.status.reason, testing::StartsWith("These are letters of 4711 A & B only."));
+
+  customer_.TrackingCustomerFixed = true;  // whom the user has picked needs no word
+  UserSearches();
+  ServerReplies({{{"SEQ_NBR", 7}}});
+  search_.FillHistory(kTracking);
+  EXPECT_EQ(fakes_.status.reason, "");
 }
 
 TEST_F(HistorySearchTest, ListsOnThePageInFront) {

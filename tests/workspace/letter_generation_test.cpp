@@ -194,8 +194,11 @@ TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
   for (const auto& [address_state, messages] : cases) {
     fakes_.host.messages.clear();
     UserAsksFor("110");
-    ServerRepliesWith(std::string("<XML_CONTEXT State=\"400000\" AddrState=\"") + address_state + "\"/>",
+    ServerRepliesWith(std::string("<XML_CONTEXT State=\"400000\" V_ExplainAddr=\"Mailing address is marked "
+                                  "bad.\" AddrState=\"") +
+                          address_state + "\"/>",
                       {{"PRNT_STTS_CD", "V"}});
+    EXPECT_EQ(fakes_.status.reason, "No letter was made. Mailing address is marked bad.");
     EXPECT_EQ(fakes_.host.MessageTexts(), messages);
     for (const auto& message : fakes_.host.messages) {
       EXPECT_EQ(message.icon, platform::MessageIcon::kCritical);

@@ -14,7 +14,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
           {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),
       search_check(services, data.state, data.request, data.pages.tracking, field_check),
       history_search({services, data.state, data.request, data.pages, envelope, letter_request,
-                      fields.troop_district, search_check}),
+                      fields.troop_district, search_check, data.customer}),
       letter_names(services),
       templates(services, data.state, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
