@@ -26,14 +26,20 @@ void ShowContextAddress(const std::string& address, CurrentCustomer& customer, C
   panel.city_line.SetCaption(customer.CustomerCityLine);
 }
 
-void ShowContextCustomer(const ContextCustomer& named, CurrentCustomer& customer, CustomerPanel& panel) {
+void ShowCustomerIdOnly(const std::string& id, CurrentCustomer& customer, CustomerPanel& panel) {
   customer.Clear();
-  customer.CustomerId = named.id.value_or("");
+  customer.CustomerId = id;
+  for (auto* field : {&panel.name, &panel.address, &panel.city_line, &panel.phone, &panel.fuel_tax_account}) {
+    field->SetCaption("");
+  }
+  panel.customer_id.SetCaption(id);
+}
+
+void ShowContextCustomer(const ContextCustomer& named, CurrentCustomer& customer, CustomerPanel& panel) {
+  ShowCustomerIdOnly(named.id.value_or(""), customer, panel);
   customer.CustomerName = named.name.value_or("");
-  panel.ClearFields();
-  ShowContextAddress(named.address.value_or(""), customer, panel);
   panel.name.SetCaption(customer.CustomerName);
-  panel.customer_id.SetCaption(customer.CustomerId);
+  ShowContextAddress(named.address.value_or(""), customer, panel);
 }
 
 }  // namespace customers

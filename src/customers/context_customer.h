@@ -21,6 +21,10 @@ ContextCustomer ReadContextCustomer(const platform::XmlDocument& context);
 /// line as it is.
 void ShowContextAddress(const std::string& address, CurrentCustomer& customer, CustomerPanel& panel);
 
+/// Another customer is about to be shown: the panel shows its id and nothing of the one before, until the
+/// server has told more.
+void ShowCustomerIdOnly(const std::string& id, CurrentCustomer& customer, CustomerPanel& panel);
+
 /// Makes this the current customer and shows it. Nothing of the customer before stays: what a context does
 /// not tell (phone, account) is empty.
 void ShowContextCustomer(const ContextCustomer& named, CurrentCustomer& customer, CustomerPanel& panel);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "customers/context_customer.h"
+
 namespace tracking {
 
 namespace {
@@ -85,7 +87,11 @@ void LetterGrid::ReplyHandled() {
 }
 
 void LetterGrid::AskForCustomer(const std::string& customer) {
-  uses_.customer.CustomerId = customer;
+  auto& panel = uses_.page.panel;
+  // The reply leaves what its letter does not tell: it must not be another customer's.
+  if (panel.customer_id.caption() != customer || uses_.customer.CustomerId != customer) {
+    customers::ShowCustomerIdOnly(customer, uses_.customer, panel);
+  }
   // The reply gives the frame back; without a request there is none.
   if (uses_.fetch.RePrintLetter("CustomerFromLetter", PageIndex::kTracking)) {
     uses_.page.letter_action.SetEnabled(false);

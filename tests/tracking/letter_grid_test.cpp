@@ -80,6 +80,24 @@ TEST_F(LetterGridTest, AsksForTheCustomerOfALetter) {
   EXPECT_FALSE(page_.letter_action.enabled());
 }
 
+// City line, phone and account of the customer before stood beside the next one's name.
+TEST_F(LetterGridTest, ShowsNothingOfTheCustomerBeforeWhileAnotherOneIsAskedFor) {
+  GivenPanelShows("4711");
+  customer_.CustomerCityLine = "TULSA, OK";
+  page_.panel.city_line.SetCaption("TULSA, OK");
+  UserSelects({1});
+  const auto& panel = page_.panel;
+  EXPECT_EQ(panel.customer_id.caption(), "4712");
+  EXPECT_EQ(panel.name.caption() + panel.city_line.caption() + panel.phone.caption(), "");
+  EXPECT_EQ(customer_.CustomerCityLine, "");
+}
+
+TEST_F(LetterGridTest, KeepsWhatIsKnownOfACustomerOfSeveralLetters) {
+  GivenPanelShows("4711");
+  UserSelects({0});
+  EXPECT_EQ(page_.panel.phone.caption(), "521-2485");
+}
+
 // A click while a reply was awaited used to do nothing: the options stayed those of another letter.
 TEST_F(LetterGridTest, ChoosesAnotherLetterWhileAReplyIsAwaitedButAsksForNoCustomer) {
   lists_.ActionViewLtr = "F";
