@@ -29,6 +29,7 @@ frmCustSearch::frmCustSearch(const platform::Services& services, std::string cap
   txtFind.max_length = kLongestText;
   sdgGrid.columns = FoundCustomerColumns();
   cmdOk.SetEnabled(false);
+  cmdOk.why_disabled = [] { return "Select one customer in the list first."; };
   const auto keep = [this](platform::Connection connection) {
     connections_.push_back(std::move(connection));
   };
@@ -43,6 +44,15 @@ frmCustSearch::frmCustSearch(const platform::Services& services, std::string cap
 template <typename Work>
 void frmCustSearch::Handle(std::string_view procedure, Work&& work) {
   RunHandler([&] { platform::Trap(services_, procedure, std::forward<Work>(work)); });
+}
+
+void frmCustSearch::UserEntersText() {
+  const bool only_one = sdgGrid.rows() && sdgGrid.rows()->RecordCount() == 1 && cmdOk.enabled();
+  if (only_one && platform::Trim(txtFind.text()) == searched_text_) {
+    cmdOk.UserClicks();
+  } else {
+    cmdFind.UserClicks();
+  }
 }
 
 void frmCustSearch::Search() {

@@ -20,7 +20,8 @@ namespace customers {
 ///
 /// Shown modally; `chosen` is read when it has closed. It hears its replies itself, under an application name
 /// of its own, and keeps its own pending key, so that a request of the workspace goes on beneath it. Enter in
-/// the field searches, Enter on a row (or a double click) is "OK", Esc is "Cancel".
+/// the field searches, or takes the only customer that its text has found; Enter on a row (or a double click)
+/// is "OK", Esc is "Cancel".
 class frmCustSearch : public platform::Form {
  public:
   /// `services` outlives the form. `message_title` heads its message boxes.
@@ -32,6 +33,9 @@ class frmCustSearch : public platform::Form {
   platform::Label status{"Type a customer's ID, name, city or fuel tax account, or a part of it."};
   platform::Command cmdOk{"OK"};
   platform::Command cmdCancel{"Cancel"};
+
+  /// The user presses Enter in the field.
+  void UserEntersText();
 
   /// The customer the user left with; an empty one while there is none, and after "Cancel".
   const SelectedCustomer& chosen() const { return chosen_; }

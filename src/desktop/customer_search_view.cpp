@@ -63,10 +63,17 @@ void CustomerSearchView::MoveKeyboardAfterSearch() {
   if (!ended) return;
   if (found_->model()->rowCount() > 0) {
     found_->setFocus();
+    // The first arrow chooses the first of several.
+    if (!found_->selectionModel()->hasSelection()) found_->selectionModel()->clearCurrentIndex();
   } else {
     find_->setFocus();
     find_->selectAll();
   }
+}
+
+void CustomerSearchView::GoOnInList() {
+  found_->setFocus();
+  if (!found_->selectionModel()->hasSelection()) found_->selectRow(0);
 }
 
 void CustomerSearchView::keyPressEvent(QKeyEvent* event) {
@@ -74,9 +81,9 @@ void CustomerSearchView::keyPressEvent(QKeyEvent* event) {
   if (enter && found_->hasFocus()) {
     ok_->click();
   } else if (enter && find_->hasFocus()) {
-    search_->click();  // the dialog's default has moved on with the keyboard
-  } else if (event->key() == Qt::Key_Down && find_->hasFocus()) {
-    found_->setFocus();
+    form_.UserEntersText();  // the dialog's default has moved on with the keyboard
+  } else if (event->key() == Qt::Key_Down && find_->hasFocus() && found_->model()->rowCount() > 0) {
+    GoOnInList();
   } else {
     QWidget::keyPressEvent(event);
   }

@@ -23,6 +23,7 @@ class CustomerSearchView : public QWidget {
   void LayOut();
   /// To the customers found; back to the text where there are none.
   void MoveKeyboardAfterSearch();
+  void GoOnInList();
 
   customers::frmCustSearch& form_;
   QLineEdit* find_;

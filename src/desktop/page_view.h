@@ -1,9 +1,13 @@
 #pragma once
 
+#include <vector>
+
 #include <QLayout>
+#include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
 
+#include "desktop/binders/grid_view.h"
 #include "platform/controls/grid.h"
 #include "platform/view_settings.h"
 
@@ -11,6 +15,9 @@ namespace desktop {
 
 /// One page of the workspace: its own controls above, the list of results taking what is left. A page that
 /// does not fit its window can be scrolled.
+///
+/// Where Enter in a field has brought new results, the keyboard goes on in them: the only one is selected, of
+/// several the first arrow selects the first. Without any it goes back to the field.
 class PageView : public QScrollArea {
  public:
   explicit PageView(QWidget* parent = nullptr);
@@ -28,8 +35,19 @@ class PageView : public QScrollArea {
   QSize minimumSizeHint() const override { return {400, 240}; }
 
  private:
+  void PressDefaultButton();
+  void ResultsChanged();
+  void GoOnInResults();
+
   QWidget* content_;
   QPushButton* default_button_ = nullptr;
+  platform::Grid* grid_ = nullptr;
+  GridView* results_ = nullptr;
+  // From Enter to the results that it brings.
+  bool awaits_results_ = false;
+  bool has_results_ = false;
+  QPointer<QWidget> left_field_;
+  std::vector<platform::Connection> connections_;
 };
 
 }  // namespace desktop

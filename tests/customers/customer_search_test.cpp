@@ -172,6 +172,24 @@ TEST_F(CustomerSearch, TakesExactlyOneRow) {
   });
 }
 
+TEST_F(CustomerSearch, TakesTheOnlyCustomerThatItsTextHasFoundWithEnter) {
+  UserOpensSearch([&](frmCustSearch& search) {
+    search.txtFind.SetText("acme");
+    search.UserEntersText();
+    ServerFinds({kAcme});
+    search.txtFind.SetText("lee");
+    search.UserEntersText();
+    EXPECT_EQ(fakes_.server.requests.size(), 2u) << "another text is searched for";
+    ServerFinds({kLee, kAcme});
+    search.UserEntersText();
+    EXPECT_EQ(fakes_.server.requests.size(), 3u) << "nobody is the only one";
+    ServerFinds({kLee});
+    search.UserEntersText();
+    EXPECT_FALSE(search.shown());
+  });
+  EXPECT_EQ(customer_.CustomerId, "4712");
+}
+
 TEST_F(CustomerSearch, WaitsForTheReplyBeforeItSearchesAgain) {
   UserOpensSearch([&](frmCustSearch& search) {
     UserSearches(search, "a");

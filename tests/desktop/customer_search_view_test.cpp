@@ -78,6 +78,19 @@ TEST_F(TheCustomerSearch, GoesFromTheTextToTheListWithTheDownKey) {
   view->findChild<QLineEdit*>()->setFocus();
   UserPresses(Qt::Key_Down);
   EXPECT_EQ(Focus(), "Customers found");
+  EXPECT_TRUE(form.cmdOk.enabled()) << "on the first customer";
+  UserPresses(Qt::Key_Return);
+  EXPECT_EQ(form.chosen().CustID, "1");
+}
+
+TEST_F(TheCustomerSearch, TakesTheOnlyOneFromTheTextToo) {
+  UserTypes("acme");
+  UserPresses(Qt::Key_Return);
+  ServerFinds(1);
+  view->findChild<QLineEdit*>()->setFocus();
+  UserPresses(Qt::Key_Return);
+  EXPECT_EQ(form.chosen().CustID, "1");
+  EXPECT_EQ(Searches(), 1u);
 }
 
 TEST_F(TheCustomerSearch, IsLeftWithoutACustomerByEscape) {

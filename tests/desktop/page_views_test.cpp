@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QTabBar>
 
+#include "desktop/binders/date_field_edit.h"
 #include "desktop/workspace_view.h"
 #include "tests/desktop/sample_pages.h"
 #include "tests/desktop/window_driver.h"
@@ -178,6 +179,63 @@ TEST_F(TheWorkspaceWindow, SearchesWhenEnterIsPressedInACriterion) {
   stops.back()->setFocus();  // the list of results
   QTest::keyClick(stops.back(), Qt::Key_Return);
   EXPECT_EQ(searches, 2);
+}
+
+/// The tracking page over a server that answers when the test says so.
+class TheSearchPage : public TheWorkspaceWindow {
+ protected:
+  TheSearchPage() {
+    for (auto* widget : TurnTo(PageIndex::kTracking).findChildren<QWidget*>()) {
+      if (field == nullptr) field = dynamic_cast<desktop::DateFieldEdit*>(widget);  // no meta-object names it
+    }
+    searched = page.search.Click.Connect([this] { page.sdgGrid.SetEnabled(false); });
+    page.txtBatch.SetText("7");
+    field->setFocus();
+  }
+  void ServerFinds(std::size_t count) {
+    std::vector<fakes::Row> letters(count);
+    for (std::size_t letter = 0; letter < count; ++letter)
+      letters[letter] = {{"SEQ_NBR", std::to_string(letter + 1)}};
+    page.sdgGrid.Bind(fakes::RowsOf("CORRHIST", letters));
+    ServerEnds();
+  }
+  void ServerEnds() {
+    page.sdgGrid.SetEnabled(true);
+    tests::Settle();
+  }
+  static std::string Focus() { return QApplication::focusWidget()->accessibleName().toStdString(); }
+
+  workspace::TrackingPage& page = sample.pages.tracking;
+  platform::Connection searched;
+  desktop::DateFieldEdit* field = nullptr;  ///< "From"
+};
+
+TEST_F(TheSearchPage, GoesOnInTheLettersThatEnterInADayHasFound) {
+  QTest::keyClick(&field->edit(), Qt::Key_Return);
+  EXPECT_FALSE(page.sdgGrid.enabled());
+  ServerFinds(1);
+  EXPECT_EQ(Focus(), "Letters found");
+  EXPECT_THAT(page.sdgGrid.selected_rows(), testing::ElementsAre(0u)) << "there is only one";
+
+  field->edit().setFocus();
+  QTest::keyClick(&field->edit(), Qt::Key_Return);
+  ServerFinds(3);
+  EXPECT_THAT(page.sdgGrid.selected_rows(), testing::IsEmpty());
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_THAT(page.sdgGrid.selected_rows(), testing::ElementsAre(0u));
+}
+
+TEST_F(TheSearchPage, StaysInTheFieldWhereNothingIsFoundOrTheMouseSearched) {
+  field->edit().setFocus();
+  QTest::keyClick(&field->edit(), Qt::Key_Return);
+  ServerFinds(0);
+  EXPECT_TRUE(field->edit().hasFocus());
+  QTest::keyClick(&field->edit(), Qt::Key_Return);
+  ServerEnds();  // with an error
+  EXPECT_TRUE(field->edit().hasFocus());
+  page.search.UserClicks();
+  ServerFinds(1);
+  EXPECT_THAT(page.sdgGrid.selected_rows(), testing::IsEmpty());
 }
 
 }  // namespace
