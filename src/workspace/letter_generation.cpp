@@ -172,6 +172,7 @@ void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& roo
 
 // The letter is a copy: the entry form lets events in, which may begin the next letter.
 void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const {
+  if (take_) return take_(letter);
   const auto request_name = uses_.state.pending_request_name;
   if (root.IsParaType() || root.IsUserType()) {
     uses_.printing.ReleasePreview();  // of the letter before: it must not open over the form

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "composition/node_state.h"
 #include "platform/record_set.h"
@@ -41,6 +43,8 @@ class LetterGeneration {
   void SelectNewType();
   /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
   void CreateNewCorrespondence();
+  /// A letter whose data are without an error is handed to `take` from now on, and not made.
+  void HandOut(std::function<void(const LetterData&)> take) { take_ = std::move(take); }
 
  private:
   void SendXMLRequest(RequestDescription& message) const;
@@ -54,6 +58,7 @@ class LetterGeneration {
   void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
 
   const Uses uses_;
+  std::function<void(const LetterData&)> take_;
 };
 
 }  // namespace workspace

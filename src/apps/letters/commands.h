@@ -13,6 +13,7 @@ int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);
 int RunUnrecorded(const QStringList& words);
 int RunBookmarks(const QStringList& words);
+int RunContext(const QStringList& words);
 int RunMerge(const QStringList& words);
 
 }  // namespace apps

@@ -48,7 +48,7 @@ std::string Escaped(const char* format, std::uint32_t number) {
   return escape.data();
 }
 
-std::string WithoutHarm(std::string_view text, std::string_view kept) {
+std::string WithoutHarm(std::string_view text, std::string_view kept, const char* format = "\\u%04x") {
   std::string harmless;
   harmless.reserve(text.size());
   while (!text.empty()) {
@@ -58,7 +58,7 @@ std::string WithoutHarm(std::string_view text, std::string_view kept) {
       const auto character = whole.substr(0, LengthOf(static_cast<unsigned char>(whole.front())));
       const auto code = CodePoint(character);
       const bool told = IsHarmful(code) && kept.find(character) == std::string_view::npos;
-      harmless += told ? Escaped("\\u%04x", code) : std::string(character);
+      harmless += told ? Escaped(format, code) : std::string(character);
       whole.remove_prefix(character.size());
     }
     if (text.empty()) break;
@@ -76,6 +76,10 @@ std::string Harmless(std::string_view text) {
 
 std::string HarmlessCell(std::string_view text) {
   return WithoutHarm(text, "");
+}
+
+std::string WithReferences(std::string_view xml) {
+  return WithoutHarm(xml, kBreaks, "&#x%x;");
 }
 
 std::size_t UnfinishedAtEnd(std::string_view text) {

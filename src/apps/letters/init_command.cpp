@@ -76,8 +76,9 @@ int RunInit(const QStringList& words) {
   line.DataOption()
       .Option("demo", "", "Makes a new folder with invented customers and letters, to try things on.")
       .Option("empty", "", "Makes a new folder without customers, for an office's own data.")
-      .Option("customers", "N", "With --demo: how many customers (default: 300, or one for 20 letters).")
-      .Option("letters", "N", "With --demo: how many letters their history has (default: 5000).")
+      .Option("customers", "N",
+              "With --demo: how many customers, from 1 up (default: 300, or one for 20 letters).")
+      .Option("letters", "N", "With --demo: how many letters their history has, from 0 up (default: 5000).")
       .Option("group", "NAME",
               "Shares the folder, and all that is in it, with the group; else it is its owner's.");
   if (const auto status = line.Parse(words)) return *status;

@@ -2,6 +2,7 @@
 #include <iostream>
 #include <set>
 
+#include "apps/letters/asked_letter.h"
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
@@ -13,28 +14,7 @@
 namespace apps {
 namespace {
 
-using workspace::PageIndex;
 using Wish = host::WindowlessPreview::Wish;
-
-void FillRequest(HeadlessOffice& office, const CommandLine& line) {
-  auto& page = office.page();
-  if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"), PageIndex::kCorrespondence);
-  Pick(page.ZEMLO_LetterType, line.Value("type"),
-       "There is no letter type \"" + line.Value("type") + "\". \"zemlo-letters types\" lists them.");
-  if (!line.IsSet("form")) return;
-  Pick(page.ZEMLO_FormTypeCodes, line.Value("form-type"),
-       "Form type \"" + line.Value("form-type") + "\" does not go with letter type \"" + line.Value("type") +
-           "\".");
-  page.txtFormNum.SetText(line.Value("form"));
-}
-
-/// The user clicks "Create Letter"; what keeps it disabled is the refusal.
-void CreateLetter(HeadlessOffice& office) {
-  auto& create = office.page().OptOnline[workspace::CorrespondencePage::kCreateLetter];
-  RequireEnabled(office, create, PageIndex::kCorrespondence);
-  create.UserClicks();
-  office.RunUntilIdle();
-}
 
 LetterEntries EntriesOf(const CommandLine& line) {
   LetterEntries entries;
@@ -87,9 +67,8 @@ void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   for (const auto& file : outcome.saved) std::cout << "Saved: " << file << '\n';
 }
 
-std::optional<std::string> LetterOptionFault(const CommandLine& line) {
-  if (!line.IsSet("type")) return "--type is missing.";
-  if (line.IsSet("form") != line.IsSet("form-type")) return "--form-type and --form go together.";
+std::optional<std::string> OptionFault(const CommandLine& line) {
+  if (auto fault = LetterOptionFault(line); !fault.empty()) return fault;
   if (line.IsSet("customer") == line.IsSet("form"))
     return "Name either --customer or --form-type and --form.";
   if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
@@ -110,12 +89,8 @@ std::optional<std::string> LetterOptionFault(const CommandLine& line) {
 
 int RunLetter(const QStringList& words) {
   CommandLine line("letter", "Produces a letter; without --print and --save it is only previewed");
-  line.DataOption()
-      .Option("type", "CODE", "The letter type.")
-      .Option("customer", "ID", "The customer the letter goes to.")
-      .Option("form-type", "T", "The type of the document the letter is about.")
-      .Option("form", "NUMBER", "The document's number, with its check digit.")
-      .Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.",
+  AddLetterOptions(line);
+  line.Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.",
               Takes::kManyValues)
       .Option("paragraph", "PARA_NAME", "An optional paragraph that the letter shows; once for each.",
               Takes::kManyValues)
@@ -126,7 +101,7 @@ int RunLetter(const QStringList& words) {
       .Option("yes", "", "Answers every question about the letter with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
-  if (const auto fault = LetterOptionFault(line)) return line.WrongUsage(*fault);
+  if (const auto fault = OptionFault(line)) return line.WrongUsage(*fault);
 
   HeadlessOffice::Options options;
   options.answers.yes = line.IsSet("yes");
@@ -140,8 +115,7 @@ int RunLetter(const QStringList& words) {
   office.Start();
   if (office.refused()) return kRefused;
   const ErrorNotice error_notice(office, line.IsSet("explain"));
-  FillRequest(office, line);
-  CreateLetter(office);
+  AskForLetter(office, line);
   if (line.IsSet("explain")) ExplainLetter(office, std::cout);
   if (has_entries && !office.refused() && !error_notice.given()) RefuseUnusedEntries(office);
   const int status = StatusOf(office, error_notice);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "customers/selected_customer.h"
@@ -57,6 +59,11 @@ class ZEMLO_Corresp {
   /// The letter that was asked for last.
   const LetterData& letter() const { return data_.letter; }
   const customers::CurrentCustomer& customer() const { return data_.customer; }
+  /// For a host that wants letters' data instead of letters, from its "Create Letter" on. Comes after
+  /// Initialize.
+  void HandOutLetters(std::function<void(const LetterData&)> take) {
+    RequireParts().generation.HandOut(std::move(take));
+  }
   /// Comes after Initialize; throws Failure before it.
   UnrecordedLetters& unrecorded_letters() { return RequireParts().unrecorded_letters; }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
