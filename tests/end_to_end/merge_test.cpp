@@ -61,6 +61,7 @@ TEST_F(MergeProgram, RefusesALetterWithBookmarksThatNothingFillsUnlessItIsAllowe
   EXPECT_EQ(allowed.status, 0);
   EXPECT_THAT(allowed.err, HasSubstr("LTR_DT"));
   EXPECT_EQ(allowed.out, (out_ / "a.docx").string() + "\n");
+  EXPECT_THAT(Merge(Line("b.docx"), {"--allow-unfilled", "--quiet"}).err, IsEmpty());
 }
 
 TEST_F(MergeProgram, ReadsTheListFromStandardInputAndPassesOverComments) {

@@ -17,8 +17,9 @@ enum ExitStatus : int {
   kDone = 0,
   kRefused = 1,  ///< nothing was printed or saved
   kWrongUsage = 2,
-  kOutputLost = 3,   ///< done, but standard output could not be written
-  kNotRecorded = 4,  ///< printed or saved, but not recorded in the letter history
+  kOutputLost = 3,     ///< done, but standard output could not be written
+  kNotRecorded = 4,    ///< printed or saved, but not recorded in the letter history
+  kInterrupted = 128,  ///< ended by a signal, whose number a shell adds
 };
 
 /// How often an option may be given, and what as.

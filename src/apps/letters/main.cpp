@@ -9,6 +9,7 @@
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
+#include "apps/letters/interruption.h"
 #include "apps/letters/standard_streams.h"
 #include "platform/text.h"
 
@@ -44,7 +45,10 @@ void PrintUsage(std::ostream& out) {
          "wrong\n"
          "usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in "
          "the\n"
-         "letter history (\"zemlo-letters unrecorded\").\n";
+         "letter history (\"zemlo-letters unrecorded\"); 128 and more: ended by a signal. Of a job list 1 "
+         "says "
+         "that\n"
+         "at least one letter failed.\n";
 }
 
 /// Names and texts are UTF-8 here, whatever the locale of a service or a cron job says.
@@ -104,5 +108,7 @@ int main(int argc, char** argv) {
   UseUtf8();
   const QCoreApplication application(argc, argv);
   const int status = RunOrExplain(argc, argv);
-  return streams.End(status, QCoreApplication::arguments().contains(QStringLiteral("--json")));
+  const int ended = streams.End(status, QCoreApplication::arguments().contains(QStringLiteral("--json")));
+  if (ended == apps::kInterrupted) apps::Interruption::EndBySignal();
+  return ended;
 }

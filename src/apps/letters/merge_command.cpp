@@ -40,7 +40,7 @@ std::string ReadJobList(const std::string& file) {
 /// Tells how each job ended, and keeps count.
 class Teller {
  public:
-  explicit Teller(bool with_lines) : with_lines_(with_lines) {}
+  Teller(bool with_lines, bool is_quiet) : with_lines_(with_lines), is_quiet_(is_quiet) {}
 
   void Tell(const MergeResult& result) {
     const auto line = with_lines_ ? "Line " + std::to_string(result.number) + ": " : std::string();
@@ -52,7 +52,7 @@ class Teller {
     }
     ++made_;
     std::cout << result.output.string() << std::endl;  // told even where this program is killed next
-    if (result.not_filled.empty()) return;
+    if (result.not_filled.empty() || is_quiet_) return;
     std::cerr << line << "These bookmarks have no field:";
     for (const auto& name : result.not_filled) std::cerr << ' ' << name;
     std::cerr << '\n';
@@ -63,6 +63,7 @@ class Teller {
 
  private:
   const bool with_lines_;
+  const bool is_quiet_;
   int made_ = 0;
   int failed_ = 0;
   bool has_refused_unfilled_ = false;
@@ -72,7 +73,7 @@ class Teller {
 void TellInterruption(const std::vector<wordprocessor::MergeJob>& jobs, std::size_t begun,
                       const Teller& teller) {
   std::cerr << "Ended by a signal (" << strsignal(Interruption::Signal()) << "): " << teller.made()
-            << " letters are made, their names are on standard output; " << teller.failed() << " failed; "
+            << " letters are made and named on standard output; " << teller.failed() << " failed; "
             << jobs.size() - begun << " were not begun, those of the lines " << jobs[begun].number << " to "
             << jobs.back().number << ".\n";
 }
@@ -85,15 +86,16 @@ bool TellClashes(const std::vector<wordprocessor::MergeJob>& jobs, Teller& telle
   return !clashes.empty();
 }
 
-/// Returns the exit status; nothing where a signal ended the run before all was begun.
-std::optional<int> MergeAll(const wordprocessor::MergeJobList& list, int workers,
-                            wordprocessor::MergeWishes wishes, bool is_list) {
-  Teller teller(is_list);
+/// Returns the exit status.
+int MergeAll(const wordprocessor::MergeJobList& list, const CommandLine& line, int workers) {
+  const bool is_list = line.IsSet("jobs");
+  Teller teller(is_list, line.IsQuiet());
   for (const auto& bad_line : list.bad_lines) teller.Tell(bad_line);
   if (TellClashes(list.jobs, teller)) return kRefused;
   std::optional<Interruption> interruption;
   if (is_list) interruption.emplace();
-  wishes.stop = [] { return Interruption::Signal() != 0; };
+  const wordprocessor::MergeWishes wishes = {.allow_unfilled = line.IsSet("allow-unfilled"),
+                                             .stop = [] { return Interruption::Signal() != 0; }};
   auto settings = wordprocessor::LayoutSettings::ForThisProgram();
   settings.workers = workers;
   wordprocessor::LayoutPool pool(std::move(settings));
@@ -104,7 +106,7 @@ std::optional<int> MergeAll(const wordprocessor::MergeJobList& list, int workers
   }
   if (begun < list.jobs.size()) {
     TellInterruption(list.jobs, begun, teller);
-    return std::nullopt;
+    return kInterrupted;
   }
   return teller.failed() > 0 ? kRefused : kDone;
 }
@@ -117,11 +119,9 @@ int RunMerge(const QStringList& words) {
   line.Option(
           "jobs", "FILE",
           "Many at once, one a line: TEMPLATE, CONTEXT and OUT, parted by tabs; \"-\" reads the list from "
-          "standard input. Blank lines and those that begin with \"#\" are passed over. Where two jobs have "
-          "the "
-          "same OUT, or an OUT is a file that a job reads, nothing is made. Ctrl+C ends the run after the "
-          "letters "
-          "in hand and says which are not made; once more ends it at once.")
+          "standard input. Blank lines and those that begin with \"#\" are passed over. Where two jobs "
+          "have the same OUT, or an OUT is a file that a job reads, nothing is made. Ctrl+C ends the run "
+          "after the letters in hand and says which are not made; once more ends it at once.")
       .Option(
           "allow-unfilled", "",
           "Makes letters though the context does not fill all their bookmarks; without it they are refused.")
@@ -144,11 +144,7 @@ int RunMerge(const QStringList& words) {
   } else {
     list.jobs.push_back({1, line.Argument(0), line.Argument(1), line.Argument(2)});
   }
-  const auto status =
-      MergeAll(list, *workers, {.allow_unfilled = line.IsSet("allow-unfilled"), .stop = {}}, has_jobs);
-  if (status) return *status;
-  Interruption::EndBySignal();
-  return kRefused;
+  return MergeAll(list, line, *workers);
 }
 
 }  // namespace apps
