@@ -17,13 +17,26 @@ void ErrorLog::ReportError(std::string_view description, std::string_view compon
   try {
     auto one_line = platform::ReplaceAll(description, "\r", "\\r");
     one_line = platform::ReplaceAll(one_line, "\n", "\\n");
-    const int failure = Append(platform::TimestampText(clock_.Now()) + '\t' + std::string(component_title) +
-                               '\t' + std::string(procedure) + '\t' + one_line + '\n');
+    const auto line = platform::TimestampText(clock_.Now()) + '\t' + std::string(component_title) + '\t' +
+                      std::string(procedure) + '\t' + one_line + '\n';
+    const int failure = IsTheSameFault(description) ? 0 : Append(line);
     if (listener_) listener_(std::string(description), std::string(procedure));
     if (failure != 0) TellNotWritten(failure);
   } catch (const std::exception&) {
     // A log that cannot be written must not stop the work it reports on.
   }
+}
+
+bool ErrorLog::IsTheSameFault(std::string_view description) {
+  constexpr std::chrono::seconds kOneFault(2);
+  const std::lock_guard lock(mutex_);
+  const auto now = clock_.Now();
+  const bool is_same =
+      description == last_description_ && last_written_ <= now && now - last_written_ < kOneFault;
+  if (is_same) return true;
+  last_description_ = description;
+  last_written_ = now;
+  return false;
 }
 
 int ErrorLog::Append(const std::string& line) {

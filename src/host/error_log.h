@@ -14,6 +14,9 @@ namespace host {
 /// Reports go into a log file, one line each (time, component, procedure, description), and to a listener
 /// that tells the person; it is told once that the log cannot be written, too. May be called from any thread;
 /// the listener is called on the reporting one.
+///
+/// One fault is met by many procedures: of reports with the same description that follow one another within
+/// two seconds only the first is written. The listener hears each.
 class ErrorLog : public platform::ErrorReporter {
  public:
   using Listener = std::function<void(const std::string& description, const std::string& procedure)>;
@@ -29,13 +32,16 @@ class ErrorLog : public platform::ErrorReporter {
   /// Returns the errno of what failed; 0 where the line was written.
   int Append(const std::string& line);
   void TellNotWritten(int number);
+  bool IsTheSameFault(std::string_view description);
 
   // Constant after construction.
   const std::filesystem::path file_;
   const platform::Clock& clock_;
   const Listener listener_;
 
-  std::mutex mutex_;  // one line at a time
+  std::mutex mutex_;                    // one line at a time
+  std::string last_description_;        // guarded by mutex_
+  platform::Timestamp last_written_{};  // guarded by mutex_; of last_description_
   std::atomic<bool> told_not_written_ = false;
 };
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "host/system_clock.h"
+#include "tests/fakes/manual_clock.h"
 #include "tests/support/temporary_folder.h"
 
 namespace host {
@@ -24,6 +25,24 @@ TEST(ErrorLog, WritesOneLineAReportAndTellsThePerson) {
   EXPECT_EQ(std::ranges::count(text, '\n'), 2);
   EXPECT_THAT(text, testing::HasSubstr("\tCorrespondence\tZEMLO_Corresp.PrintDoc\ttwo\\r\\nlines\n"));
   EXPECT_EQ(told, "again");
+}
+
+// Without the reference database each key that was typed was reported three times.
+TEST(ErrorLog, AFaultThatManyProceduresMeetIsOneLine) {
+  const tests::TemporaryFolder folder;
+  fakes::ManualClock clock;
+  int told = 0;
+  ErrorLog log(folder / "error.log", clock, [&](const auto&, const auto&) { ++told; });
+  const auto lines = [&] { return std::ranges::count(tests::ReadFile(folder / "error.log"), '\n'); };
+  for (const auto* procedure : {"ZEMLO_Corresp.A", "ZEMLO_Corresp.B", "ZEMLO_Corresp.C"})
+    log.ReportError("the disk is gone", "Correspondence", procedure);
+  EXPECT_EQ(lines(), 1);
+  EXPECT_EQ(told, 3);
+  log.ReportError("another", "Correspondence", "ZEMLO_Corresp.A");
+  log.ReportError("the disk is gone", "Correspondence", "ZEMLO_Corresp.A");
+  clock.Sleep(std::chrono::seconds(2));
+  log.ReportError("the disk is gone", "Correspondence", "ZEMLO_Corresp.A");
+  EXPECT_EQ(lines(), 4);
 }
 
 TEST(ErrorLog, ALogThatCannotBeWrittenStopsNothingAndIsSaidOnce) {
