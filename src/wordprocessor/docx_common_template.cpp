@@ -28,6 +28,23 @@ constexpr auto kSectionOrder = std::to_array<std::string_view>({
 
 constexpr auto kPageSetup = std::to_array<std::string_view>({"pgSz", "pgMar"});
 
+struct Margin {
+  const char* name;
+  bool with_head;
+  bool with_foot;
+  bool of_upright_pages = false;  ///< a wide table's page keeps its own
+};
+
+constexpr auto kMargins = std::to_array<Margin>({
+    {"top", true, false},
+    {"header", true, false},
+    {"bottom", false, true},
+    {"footer", false, true},
+    {"left", true, false, true},
+    {"right", true, false, true},
+    {"gutter", true, false, true},
+});
+
 std::size_t PlaceInSection(std::string_view local_name) {
   return static_cast<std::size_t>(std::ranges::find(kSectionOrder, local_name) - kSectionOrder.begin());
 }
@@ -93,7 +110,10 @@ class CommonTemplate {
     }
     const auto& common = common_sections.back();
     AttachHeaders(sections, common);
-    for (const auto& section : sections) AttachPageSetup(section, common);
+    for (const auto& section : sections) {
+      AttachPageSetup(section, common);
+      AttachMargins(section, common);
+    }
   }
 
   /// Later sections show the headers of the first one where they have none.
@@ -101,14 +121,16 @@ class CommonTemplate {
     const bool headers = !AnySectionHas(sections, "headerReference");
     const bool footers = !AnySectionHas(sections, "footerReference");
     const bool first_page = headers && footers && WordChild(common, "titlePg");
-    if (headers) AttachReferences(sections.front(), common, "headerReference", first_page);
-    if (footers) AttachReferences(sections.front(), common, "footerReference", first_page);
+    heads_ = headers && AttachReferences(sections.front(), common, "headerReference", first_page);
+    feet_ = footers && AttachReferences(sections.front(), common, "footerReference", first_page);
     if (!first_page || WordChild(sections.front(), "titlePg")) return;
     CopyWordElement(WordChild(common, "titlePg"), AddToSection(sections.front(), "titlePg", names_), names_);
   }
 
-  void AttachReferences(const pugi::xml_node& section, const pugi::xml_node& common, std::string_view kind,
+  /// Returns whether there were any.
+  bool AttachReferences(const pugi::xml_node& section, const pugi::xml_node& common, std::string_view kind,
                         bool first_page) {
+    bool any = false;
     for (const auto& reference : WordChildren(common, kind)) {
       const auto type = WordAttribute(reference, "type");
       if (type == "first" && !first_page && !WordChild(section, "titlePg")) continue;
@@ -117,8 +139,9 @@ class CommonTemplate {
       auto added = AddToSection(section, kind, names_);
       added.append_attribute(names_.Attribute("type").c_str()).set_value(type.c_str());
       added.append_attribute(names_.Relation("id").c_str()).set_value(copier_.Relate(*relation).c_str());
-      document_changed_ = true;
+      document_changed_ = any = true;
     }
+    return any;
   }
 
   static std::string RelationIdOf(const pugi::xml_node& reference) {
@@ -134,6 +157,22 @@ class CommonTemplate {
       const auto source = WordChild(common, name);
       if (!source || WordChild(section, name)) continue;
       CopyWordElement(source, AddToSection(section, name, names_), names_);
+      document_changed_ = true;
+    }
+  }
+
+  /// A letterhead stands where its own margins put it, and the text below it, whatever the letter says: word
+  /// processors write margins into every document, LibreOffice even distances of 0 where it sees no header.
+  void AttachMargins(const pugi::xml_node& section, const pugi::xml_node& common) {
+    const auto source = WordChild(common, "pgMar");
+    auto target = WordChild(section, "pgMar");
+    if (!source || !target) return;
+    const bool upright = WordAttribute(WordChild(section, "pgSz"), "orient") != "landscape";
+    for (const auto& margin : kMargins) {
+      const bool wanted = (margin.with_head && heads_) || (margin.with_foot && feet_);
+      const auto value = WordAttribute(source, margin.name);
+      if (!wanted || (margin.of_upright_pages && !upright) || value.empty()) continue;
+      SetWordAttribute(target, margin.name, value, names_);
       document_changed_ = true;
     }
   }
@@ -191,6 +230,8 @@ class CommonTemplate {
   DocxPartCopier copier_;
   const std::vector<DocxRelation> common_relations_;
   bool document_changed_ = false;
+  bool heads_ = false;  // the letter has taken the common template's headers
+  bool feet_ = false;
   std::string styles_part_;
   std::string styles_text_;
 };

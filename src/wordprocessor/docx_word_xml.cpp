@@ -94,6 +94,18 @@ PartNames::PartNames(const pugi::xml_node& root) {
   }
 }
 
+void SetWordAttribute(pugi::xml_node element, std::string_view local_name, const std::string& value,
+                      const PartNames& names) {
+  for (auto attribute : element.attributes()) {
+    const auto prefix = PrefixOf(attribute.name());
+    if (LocalNameOf(attribute.name()) != local_name || SpaceAt(element, prefix) != DocxNamespace::kWord)
+      continue;
+    attribute.set_value(value.c_str());
+    return;
+  }
+  element.append_attribute(names.Attribute(local_name).c_str()).set_value(value.c_str());
+}
+
 void CopyWordElement(const pugi::xml_node& source, pugi::xml_node target, const PartNames& names,
                      std::string_view left_out) {
   target.set_name(names.Element(LocalNameOf(source.name())).c_str());

@@ -40,6 +40,10 @@ class PartNames {
   std::string relation_prefix_;
 };
 
+/// Sets an attribute of WordprocessingML, under whatever prefix it is there already.
+void SetWordAttribute(pugi::xml_node element, std::string_view local_name, const std::string& value,
+                      const PartNames& names);
+
 /// Makes `target` a copy of `source` under the names of its own part. What is not of WordprocessingML stays
 /// behind, and so does what `left_out` names.
 void CopyWordElement(const pugi::xml_node& source, pugi::xml_node target, const PartNames& names,

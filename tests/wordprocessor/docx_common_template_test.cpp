@@ -105,6 +105,31 @@ TEST(CommonTemplate, GivesItsHeadToTheFirstOfSeveralSections) {
   EXPECT_NE(document.find("pgMar"), document.rfind("pgMar"));
 }
 
+// LibreOffice writes distances of 0 for a letter without a header: the letterhead stood at the sheet's edge
+// and the address above the envelope's window.
+TEST(CommonTemplate, PutsItsHeadWhereItBelongs) {
+  const std::string own =
+      "<w:pgMar w:left=\"7\" w:right=\"7\" w:header=\"0\" w:top=\"9\" w:footer=\"0\" w:bottom=\"9\"/>";
+  const auto section = [&](const std::string& more) {
+    return "<w:p><w:pPr><w:sectPr><w:pgSz w:w=\"15840\"" + more + "/>" + own + "</w:sectPr></w:pPr></w:p>";
+  };
+  auto common = LetterParts(
+      "<w:body><w:p/><w:sectPr>" + Reference("header", "header1.xml") +
+      "<w:pgMar w:top=\"1300\" w:right=\"1440\" w:bottom=\"1200\" w:left=\"1440\" w:header=\"640\" "
+      "w:footer=\"520\"/></w:sectPr></w:body>");
+  AddRelatedPart(common, "header", "header1.xml", WordPart("w:hdr", "<w:p/>"));
+  auto letter =
+      Open(LetterParts("<w:body>" + section("") + section(" w:orient=\"landscape\"") + "</w:body>"));
+  letter.AttachTemplate(Open(common));
+  EXPECT_THAT(
+      DocumentOf(letter),
+      AllOf(HasSubstr(
+                "<w:pgMar w:left=\"1440\" w:right=\"1440\" w:header=\"640\" w:top=\"1300\" w:footer=\"0\" "
+                "w:bottom=\"9\"/>"),
+            HasSubstr("<w:pgMar w:left=\"7\" w:right=\"7\" w:header=\"640\" w:top=\"1300\" w:footer=\"0\" "
+                      "w:bottom=\"9\"/>")));
+}
+
 TEST(CommonTemplate, SpeaksTheLettersOwnPrefixes) {
   const std::string word = "http://purl.oclc.org/ooxml/wordprocessingml/main";
   auto letter = Open(LetterParts("<document xmlns=\"" + word + "\"><body><p/></body></document>"));
