@@ -65,6 +65,9 @@ int TakeOrders(OfficeSession& office, const ResidentMemory& memory, int reports)
       const auto order = ParseOrder(*line);
       if (!order) return kWrongUsage;
       if (!WriteAll(reports, LineOf(Answer(office, *order, memory)))) return EXIT_SUCCESS;
+      if (!office.HasForeignTypefaces()) continue;
+      WriteAll(reports, LineOf(LayoutReport{.kind = LayoutReport::Kind::kSpent}));
+      return EXIT_SUCCESS;
     }
   }
   return EXIT_SUCCESS;

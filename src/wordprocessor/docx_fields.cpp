@@ -108,13 +108,13 @@ Kind KindOfCode(std::string_view code) {
   return found == kFieldKinds.end() ? Kind::kLayout : found->kind;
 }
 
+/// The switch may stand right before its picture: \@"M/d/yy".
 std::string PictureOf(std::string_view code) {
-  while (!code.empty()) {
-    const auto word = TakeWord(code);
-    if (word == "\\@") return std::string(TakeWord(code));
-    if (word.starts_with("\\@")) return std::string(word.substr(2));
-  }
-  return {};
+  constexpr std::string_view kSwitch = "\\@";
+  const auto at = code.find(kSwitch);
+  if (at == code.npos) return {};
+  code.remove_prefix(at + kSwitch.size());
+  return std::string(TakeWord(code));
 }
 
 /// What a button shows: all behind the name of what it starts.

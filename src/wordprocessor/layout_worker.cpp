@@ -176,6 +176,7 @@ void LayoutWorker::Take(const LayoutReport& report) {
     ready_ = true;
     return;
   }
+  if (report.kind == Kind::kSpent && ready_) return LoseProcess();
   const bool answer = report.kind == Kind::kDone || report.kind == Kind::kFailed;
   if (answer && ready_ && !orders_.empty() && orders_.front().id == report.id) return Finish(report);
   Lose(Failure::Kind::kInternal, "The layout process answered what was not asked");

@@ -74,6 +74,7 @@ constexpr auto kReportForms = std::to_array<ReportForm>({
     {LayoutReport::Kind::kBroken, "broken", false, true},
     {LayoutReport::Kind::kDone, "done", true, false},
     {LayoutReport::Kind::kFailed, "failed", true, true},
+    {LayoutReport::Kind::kSpent, "spent", false, false},
 });
 
 std::optional<LayoutReport> ReadReport(const ReportForm& form, const std::vector<std::string_view>& fields) {

@@ -15,6 +15,10 @@
 ///               broken <why>                       no office: the process ends after it
 ///               done <id> <resident KiB>
 ///               failed <id> <resident KiB> <why>   this document only; the process goes on
+///               spent                              the last document has left something behind that others
+///               must
+///                                                  not meet: the process ends, orders not answered go
+///                                                  elsewhere
 namespace wordprocessor {
 
 /// Lay out one document. Orders are answered in the order they were given.
@@ -30,7 +34,7 @@ std::string LineOf(const LayoutOrder& order);
 std::optional<LayoutOrder> ParseOrder(std::string_view line);
 
 struct LayoutReport {
-  enum class Kind { kReady, kBroken, kDone, kFailed };
+  enum class Kind { kReady, kBroken, kDone, kFailed, kSpent };
 
   Kind kind = Kind::kReady;
   std::uint64_t id = 0;            ///< of the order, with kDone and kFailed

@@ -26,8 +26,13 @@ class OfficeSession {
   /// Lays out a text document. Throws std::runtime_error, and leaves no PDF then.
   void Layout(const std::filesystem::path& document, const std::filesystem::path& pdf);
 
+  /// Whether a document has brought typefaces of its own, which this office would use for all others too.
+  bool HasForeignTypefaces() const;
+
  private:
   std::string LastError();
+
+  const std::filesystem::path foreign_typefaces_;
   std::unique_ptr<lok::Office> office_;
 };
 

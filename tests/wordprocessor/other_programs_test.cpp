@@ -1,0 +1,226 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <memory>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "tests/support/temporary_folder.h"
+#include "tests/wordprocessor/docx_builder.h"
+#include "tests/wordprocessor/layout_letter.h"
+#include "wordprocessor/docx_document.h"
+#include "wordprocessor/layout_pool.h"
+#include "wordprocessor/print_file.h"
+
+/// Letters of templates that other programs wrote, laid out: the programs make the templates when the tests
+/// run.
+namespace other_programs {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using wordprocessor::DataContext;
+using wordprocessor::DocxDocument;
+using wordprocessor::LayoutPool;
+
+const std::filesystem::path kSources = ZEMLO_SOURCE_DIR;
+
+const std::string kFields =
+    "<X><CUSTOMER_NAME>Ada</CUSTOMER_NAME><AMOUNT>12.00</AMOUNT><OFFICE_NAME>Office K1</OFFICE_NAME>"
+    "<LTR_DT>October 1, 2024</LTR_DT><GONE>WRONG</GONE><TAX_PERIODS "
+    "State=\"1\"><R><PERIOD_NAME>July</PERIOD_NAME>"
+    "<PERIOD_TAX>1.00</PERIOD_TAX></R><R><PERIOD_NAME>August</PERIOD_NAME><PERIOD_TAX>2.00</PERIOD_TAX></R>"
+    "</TAX_PERIODS></X>";
+
+std::string Quoted(const std::filesystem::path& path) {
+  return " '" + path.string() + "'";
+}
+
+/// All white space as one blank.
+std::string OnOneLine(const std::string& text) {
+  return std::regex_replace(std::regex_replace(text, std::regex("\\s+"), " "), std::regex("^ | $"), "");
+}
+
+class LettersOfOtherPrograms : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    world_ = std::make_unique<World>();
+    const auto tests = kSources / "tests/wordprocessor";
+    const auto templates = kSources / "data/templates";
+    OutputOf("/usr/bin/python3" + Quoted(tests / "programs/make_with_libreoffice.py") +
+             Quoted(world_->folder.path()) + Quoted(tests / "documents/commented.fodt") +
+             Quoted(templates / "CTL110_2407.docx") + Quoted(templates / "PLN106_2409.docx"));
+    OutputOf("/usr/bin/python3" + Quoted(tests / "programs/make_with_python_docx.py") +
+             Quoted(File("python.docx")));
+    OutputOf("pandoc -f markdown-auto_identifiers --track-changes=all -o" + Quoted(File("pandoc.docx")) +
+             Quoted(tests / "documents/reviewed.md"));
+  }
+  static void TearDownTestSuite() { world_ = nullptr; }
+
+  static std::filesystem::path File(const std::string& name) { return world_->folder / name; }
+
+  static std::string Letter(const std::filesystem::path& file, const std::filesystem::path& common = {}) {
+    auto document = DocxDocument::Open(file);
+    if (!common.empty()) document.AttachTemplate(DocxDocument::Open(common));
+    document.MergeBookmarks(DataContext::Parse(kFields));
+    return document.Bytes();
+  }
+
+  static std::filesystem::path Pdf(const std::string& letter) {
+    const auto pdf = File("letter.pdf");
+    world_->pool.Layout("LETTER.docx", letter, pdf).get();
+    return pdf;
+  }
+
+ private:
+  struct World {
+    static wordprocessor::LayoutSettings Settings(const std::filesystem::path& folder) {
+      wordprocessor::LayoutSettings settings;
+      settings.worker_program = std::filesystem::path(ZEMLO_BINARY_DIR) / "bin/zemlo-office-worker";
+      settings.work_folder = folder / "work";
+      return settings;
+    }
+    tests::TemporaryFolder folder;
+    LayoutPool pool{Settings(folder.path())};
+  };
+
+  static std::unique_ptr<World> world_;
+};
+
+std::unique_ptr<LettersOfOtherPrograms::World> LettersOfOtherPrograms::world_;
+
+TEST_F(LettersOfOtherPrograms, ShowTheFinalText) {
+  struct Case {
+    const char* file;
+    const char* text;
+  };
+  const std::vector<Case> cases = {
+      {"changes.docx",
+       "Ada owes the new amount of 12.00 today. Thank you. First half and second half. Bold later. Kept one "
+       "a Kept two c"},
+      {"commented.docx", "Dear Ada, you owe 12.00. cell other Thank you."},
+      {"whole_letter.docx",
+       "Office K1 Notice of change Dear Ada, this is what changed: Period Tax July 1.00 August 2.00 Written "
+       "on 10/1/24 "
+       "A second section for Ada"},
+      {"python.docx",
+       "Office K1 Notice of rates Dear Ada, the rates below apply. Period Tax July 1.00 August 2.00 "
+       "Sincerely 01.10.2024"},
+      {"pandoc.docx",
+       "Notice of change Dear Ada, you owe the new amount of 12.00.1 Thank you. 1 A note for Ada."},
+  };
+  for (const auto& [file, text] : cases) {
+    const auto letter = Letter(File(file));
+    EXPECT_EQ(OnOneLine(PdfText(Pdf(letter))), text) << file;
+    for (const auto& part : PartNamesOf(letter)) {
+      EXPECT_THAT(PartOf(letter, part), AllOf(Not(HasSubstr("LEAK")), Not(HasSubstr("secret"))))
+          << file << " " << part;
+    }
+  }
+}
+
+TEST_F(LettersOfOtherPrograms, TellReadersWhoDoNotSeeThemWhatIsWhat) {
+  const auto pdf = Pdf(Letter(File("whole_letter.docx")));
+  EXPECT_THAT(OutputOf("pdfinfo" + Quoted(pdf)),
+              AllOf(HasSubstr("Title:           Notice of change"), HasSubstr("Author:          Office K1"),
+                    HasSubstr("Tagged:          yes"), Not(HasSubstr("LEAK"))));
+  const auto structure = OnOneLine(OutputOf("pdfinfo -struct-text" + Quoted(pdf) + " | grep -v ' /'"));
+  EXPECT_THAT(
+      structure,
+      AllOf(HasSubstr("H1 (block): \"Notice of change\""), HasSubstr("Figure:"),
+            HasSubstr("TR: TH: P (block): \"Period\" TH: P (block): \"Tax\" TR: TD: P (block): \"July\"")));
+  const auto bytes = wordprocessor::ReadWholeFile(pdf);
+  EXPECT_THAT(bytes, HasSubstr("/Lang(en-US)"));
+  // "The seal", as PDF writes an alternative text.
+  EXPECT_THAT(bytes, HasSubstr("/Alt<FEFF005400680065002000730065"));
+}
+
+struct Word {
+  std::string text;
+  double left;
+  double top;
+};
+
+std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
+  const auto boxes = OutputOf("pdftotext -bbox" + Quoted(pdf) + " -");
+  const std::regex box("<word xMin=\"([^\"]*)\" yMin=\"([^\"]*)\"[^>]*>([^<]*)<");
+  std::vector<Word> words;
+  for (std::sregex_iterator found(boxes.begin(), boxes.end(), box), end; found != end; ++found) {
+    words.push_back({(*found)[3], std::stod((*found)[1]), std::stod((*found)[2])});
+  }
+  return words;
+}
+
+// The letterhead stood at the sheet's edge, and the address above the envelope's window.
+TEST_F(LettersOfOtherPrograms, ALetterSavedAgainLooksAsBefore) {
+  const auto templates = kSources / "data/templates";
+  const auto common = templates / "kvcorr.dot";
+  for (const auto* name : {"CTL110_2407.docx", "PLN106_2409.docx"}) {
+    const auto before = WordsOf(Pdf(Letter(templates / name, common)));
+    const auto after = WordsOf(Pdf(Letter(File(name), common)));
+    ASSERT_EQ(after.size(), before.size()) << name;
+    ASSERT_GT(before.size(), 100u) << name;
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      ASSERT_EQ(after[i].text, before[i].text) << name;
+      // The office rounds the heights of a table's rows when it saves them.
+      EXPECT_NEAR(after[i].left, before[i].left, 0.3) << name << " " << before[i].text;
+      EXPECT_NEAR(after[i].top, before[i].top, 0.3) << name << " " << before[i].text;
+    }
+  }
+}
+
+// Letters of any word processor come in its default typefaces; they were laid out in a much wider one.
+TEST_F(LettersOfOtherPrograms, AreLaidOutAtTheWidthsTheirTypefacesHave) {
+  const auto fonts_of = [](const std::string& typeface) {
+    const auto pdf = Pdf(::Letter("<w:p><w:r><w:rPr><w:rFonts w:ascii=\"" + typeface + "\" w:hAnsi=\"" +
+                                  typeface + "\"/></w:rPr><w:t>Tax</w:t></w:r></w:p>"));
+    return OutputOf("pdffonts" + Quoted(pdf));
+  };
+  EXPECT_THAT(fonts_of("Calibri"), HasSubstr("+Carlito"));
+  EXPECT_THAT(fonts_of("Cambria"), HasSubstr("+Caladea"));
+}
+
+/// A letter in a typeface that no machine has; with `font` it brings that along, hidden as word processors do
+/// it.
+std::string LetterIn(const std::string& typeface, std::string font) {
+  const std::string key = "0123456789ABCDEF0123456789ABCDEF";
+  for (std::size_t i = 0; i < 32 && i < font.size(); ++i) {
+    const auto digits = key.substr(30 - 2 * (i % 16), 2);
+    font[i] = static_cast<char>(font[i] ^ static_cast<char>(std::stoi(digits, nullptr, 16)));
+  }
+  auto parts = LetterParts("<w:body><w:p><w:r><w:rPr><w:rFonts w:ascii=\"" + typeface + "\" w:hAnsi=\"" +
+                           typeface + "\"/></w:rPr><w:t>Tax</w:t></w:r></w:p></w:body>");
+  if (font.empty()) return ZipOf(parts);
+  AddRelatedPart(parts, "fontTable", "fontTable.xml",
+                 WordPart("w:fonts", "<w:font w:name=\"" + typeface +
+                                         "\"><w:embedRegular r:id=\"rFont\" "
+                                         "w:fontKey=\"{01234567-89AB-CDEF-0123-456789ABCDEF}\"/></w:font>"));
+  parts.push_back(
+      {"word/_rels/fontTable.xml.rels",
+       "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\"><Relationship "
+       "Id=\"rFont\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/font\" "
+       "Target=\"fonts/font1.odttf\"/></Relationships>"});
+  parts.push_back({"word/fonts/font1.odttf", font});
+  parts[0].content.insert(parts[0].content.find("<Default"),
+                          "<Default Extension=\"odttf\" "
+                          "ContentType=\"application/vnd.openxmlformats-officedocument.obfuscatedFont\"/>");
+  return ZipOf(parts);
+}
+
+// The office goes on using what one letter brought along, whoever comes next: a letter would come out
+// otherwise after that one than before it.
+TEST_F(LettersOfOtherPrograms, ATypefaceThatALetterBringsIsItsOwn) {
+  const auto font = tests::ReadFile("/usr/share/fonts/truetype/crosextra/Caladea-Regular.ttf");
+  const auto fonts_of = [](const std::string& docx) {
+    return OutputOf("pdffonts" + Quoted(Pdf(DocxDocument::FromBytes(docx, "letter").Bytes())));
+  };
+  EXPECT_THAT(fonts_of(LetterIn("Office Script", "")), Not(HasSubstr("Caladea")));
+  EXPECT_THAT(fonts_of(LetterIn("Office Script", font)), HasSubstr("+Caladea"));
+  EXPECT_THAT(fonts_of(LetterIn("Office Script", "")), Not(HasSubstr("Caladea")));
+}
+
+}  // namespace
+}  // namespace other_programs
