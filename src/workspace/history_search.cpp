@@ -119,7 +119,7 @@ const char* HistorySearch::LetterStatus() const {
 }
 
 void HistorySearch::FillHistory(PageIndex index) {
-  Trap(uses_.services, "ZEMLO_Corresp.FillHistory", [&] {
+  const bool is_done = Trap(uses_.services, "ZEMLO_Corresp.FillHistory", [&] {
     const auto listing = index == PageIndex::kBatch ? PageIndex::kTracking : index;
     uses_.services.host.SetMousePointer(platform::MousePointer::kNormal);
     ListReply(uses_.pages.Letter(listing));
@@ -128,6 +128,7 @@ void HistorySearch::FillHistory(PageIndex index) {
     }
     listing == PageIndex::kTracking ? WithdrawLetterActions() : WithdrawOnlineActions();
   });
+  if (!is_done) uses_.services.status.ShowStatus("Ready");
 }
 
 void HistorySearch::ListReply(LetterPage& page) {

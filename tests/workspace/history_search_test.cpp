@@ -136,6 +136,16 @@ TEST_F(HistorySearchTest, LeavesNothingBehindWhereItCannotBeSent) {
   EXPECT_FALSE(page_.panel.select_customer.enabled()) << "the list of the first search still stands";
 }
 
+TEST_F(HistorySearchTest, DoesNotGoOnSayingThatItRequestsWhereTheListFails) {
+  UserSearches();
+  const auto broken = page_.sdgGrid.ContentChanged.Connect(
+      [] { throw platform::Failure(platform::Failure::Kind::kInternal, "no list"); });
+  ServerReplies({{{"SEQ_NBR", "1"}}});
+  search_.FillHistory(kTracking);
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.FillHistory"));
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+}
+
 TEST_F(HistorySearchTest, NamesTheLetterStatus) {
   const std::map<std::size_t, std::string> names = {{TrackingPage::kAll, "All"},
                                                     {TrackingPage::kSuccessful, "Succeeded"},
