@@ -135,6 +135,16 @@ TEST_F(APickList, ClosesTheListThatTypingOpenedWhenItIsLeft) {
   EXPECT_EQ(list.left, 1);
 }
 
+// The first click beside a list that typing had opened only closed it.
+TEST_F(APickList, LetsAClickBesideTheListReachWhatLiesThere) {
+  QTest::keyClicks(field, QStringLiteral("due 4711"));
+  auto& view = field->view();
+  QTest::mousePress(&view, Qt::LeftButton, {}, view.mapFromGlobal(other->mapToGlobal(QPoint(3, 3))));
+  tests::Settle();
+  EXPECT_FALSE(field->IsOpen());
+  EXPECT_TRUE(other->hasFocus());
+}
+
 TEST_F(APickList, ClosesWithEscAndKeepsItsText) {
   list.Show("Notice");
   field->showPopup();

@@ -168,12 +168,22 @@ bool PickListField::PopupEvent(QEvent* event) {
     view_->setCurrentIndex(view_->indexAt(place));
   }
   if (event->type() == QEvent::MouseButtonPress) {
-    const auto place = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
-    const bool outside = !view_->rect().contains(view_->mapFromGlobal(place));
-    if (outside) hidePopup();
+    auto* press = static_cast<QMouseEvent*>(event);
+    const bool outside = !view_->rect().contains(view_->mapFromGlobal(press->globalPosition().toPoint()));
+    if (outside) PressOutside(*press);
     return outside;
   }
   return false;
+}
+
+// Typing has opened the list: who clicks on means what lies there.
+void PickListField::PressOutside(const QMouseEvent& press) {
+  hidePopup();
+  const auto place = press.globalPosition();
+  auto* meant = QApplication::widgetAt(place.toPoint());
+  if (meant == nullptr || meant->window() != window() || meant == this || isAncestorOf(meant)) return;
+  QApplication::postEvent(meant, new QMouseEvent(QEvent::MouseButtonPress, meant->mapFromGlobal(place), place,
+                                                 press.button(), press.buttons(), press.modifiers()));
 }
 
 bool PickListField::ListTakesKey(QKeyEvent* event) {

@@ -35,6 +35,7 @@ class PickListField : public QComboBox {
 
  private:
   bool PopupEvent(QEvent* event);
+  void PressOutside(const QMouseEvent& press);
   /// Whether the key is no matter of the text any more.
   bool TakesKey(QKeyEvent* event);
   void Pick(const QModelIndex& index);
