@@ -1,5 +1,6 @@
 #include "tracking/letter_fetch.h"
 
+#include "tracking/letter_owner.h"
 #include "workspace/listed_letters.h"
 
 namespace tracking {
@@ -8,6 +9,7 @@ using platform::Criterion;
 
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
+    if (!IsMeant(action, grid)) throw platform::AbandonStep();
     letter_ = LetterOf(action, grid);
     workspace::RequestDescription request{
         .type = 83,
@@ -22,6 +24,15 @@ bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex 
     }
     envelope_.Send(request);
   });
+}
+
+// A letter that is only looked into, for its customer or its bookmarks, goes to nobody.
+bool LetterFetch::IsMeant(const std::string& action, workspace::PageIndex grid) const {
+  const bool goes_out = action == "Letter_Preview" || action == "Letter_Print" || action == "Letter_Save";
+  const bool has_panel =
+      grid == workspace::PageIndex::kCorrespondence || grid == workspace::PageIndex::kTracking;
+  return !goes_out || !has_panel ||
+         AreLettersMeant(services_, state_, pages_.Letter(grid).panel, pages_.sdgGrid(grid));
 }
 
 workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace::PageIndex grid) {

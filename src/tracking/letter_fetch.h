@@ -20,9 +20,11 @@ class LetterFetch {
   using NextOfRun = std::function<std::int32_t(const std::string& action)>;
 
   /// All references outlive this. `letter` is the letter at hand.
-  LetterFetch(const platform::Services& services, workspace::RequestEnvelope& envelope,
-              workspace::LetterData& letter, workspace::Pages& pages, NextOfRun next_of_run)
+  LetterFetch(const platform::Services& services, const workspace::WorkspaceState& state,
+              workspace::RequestEnvelope& envelope, workspace::LetterData& letter, workspace::Pages& pages,
+              NextOfRun next_of_run)
       : services_(services),
+        state_(state),
         envelope_(envelope),
         letter_(letter),
         pages_(pages),
@@ -30,13 +32,16 @@ class LetterFetch {
 
   /// Fetches the letter of the grid's current row, or the next one of a batch reprint (kBatchReprint), which
   /// becomes the letter at hand; `action` is the pending request name and decides what the reply does.
-  /// Returns whether the request is under way: a failure is reported.
+  /// Returns whether the request is under way: a failure is reported, and where the page shows another
+  /// customer than the letters', the user may have declined.
   bool RePrintLetter(const std::string& action, workspace::PageIndex grid);
 
  private:
+  bool IsMeant(const std::string& action, workspace::PageIndex grid) const;
   workspace::LetterData LetterOf(const std::string& action, workspace::PageIndex grid);
 
   const platform::Services& services_;
+  const workspace::WorkspaceState& state_;
   workspace::RequestEnvelope& envelope_;
   workspace::LetterData& letter_;
   workspace::Pages& pages_;

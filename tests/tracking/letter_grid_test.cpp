@@ -60,7 +60,8 @@ class LetterGridTest : public testing::Test {
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
   workspace::CommandGate gate_{fakes_.services(), state_};
-  LetterFetch fetch_{fakes_.services(), envelope_, letter_, pages_, [](const std::string&) { return 0; }};
+  LetterFetch fetch_{fakes_.services(), state_, envelope_,
+                     letter_,           pages_, [](const std::string&) { return 0; }};
   LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_, gate_}};
   platform::Connection clicked_;
 };

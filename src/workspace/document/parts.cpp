@@ -34,7 +34,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
       customer_selection(services, data.state, data.customer),
       batch_reprint(services, envelope, data.letter),
-      letter_fetch(services, envelope, data.letter, data.pages,
+      letter_fetch(services, data.state, envelope, data.letter, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
       local_reprint({services, data.state, data.letter, data.pages, letter_fetch, letter_names,
                      /*batch_browser=*/nullptr}),

@@ -88,6 +88,28 @@ TEST_F(CustomerRoad, KeepsTheCustomerThatTheUserChoseForAListedLetter) {
   EXPECT_EQ(page_.panel.customer_id.caption(), "9000");
 }
 
+// The list was older than the customer that the page showed: a letter of somebody else was printed for it.
+TEST_F(CustomerRoad, AsksBeforeALetterOfAnotherCustomerIsShownSavedOrPrinted) {
+  UserChooses(page_.panel.select_customer, Acme());
+  page_.sdgGrid.UserSelects({0});
+  const auto sent = fakes_.server.requests.size();
+  const std::size_t actions[] = {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReprintLocal};
+  for (const auto action : actions) {
+    fakes_.host.messages.clear();
+    page_.OptLetter[action].UserClicks();
+    EXPECT_THAT(fakes_.host.MessageTexts(),
+                ElementsAre("This letter is for customer 4711.\r\nThe page shows 9000 ACME.\r\n\r\n"
+                            "Do you want to go on?"));
+    EXPECT_EQ(fakes_.host.messages.front().default_answer, platform::MessageAnswer::kNo);
+    EXPECT_EQ(fakes_.server.requests.size(), sent);
+    EXPECT_TRUE(page_.letter_action.enabled());
+    EXPECT_TRUE(page_.sdgGrid.enabled());
+  }
+  fakes_.host.answers = {platform::MessageAnswer::kYes};
+  page_.OptLetter[TrackingPage::kViewLetter].UserClicks();
+  EXPECT_EQ(fakes_.server.requests.size(), sent + 1);
+}
+
 TEST_F(CustomerRoad, LetsTheUserChooseAnotherCustomerOnceThePageIsCleared) {
   auto& page = document_.pages().correspondence;
   struct Way {

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "customers/customer_panel.h"
+#include "platform/controls/grid.h"
+#include "platform/services.h"
+#include "workspace/messaging/workspace_state.h"
+
+namespace tracking {
+
+/// Listed letters are about to be shown, saved or printed. Where the page shows a customer and some of the
+/// letters selected are another one's, the user is asked whether they are meant. Returns whether to go on.
+bool AreLettersMeant(const platform::Services& services, const workspace::WorkspaceState& state,
+                     const customers::CustomerPanel& shown, const platform::Grid& letters);
+
+}  // namespace tracking
