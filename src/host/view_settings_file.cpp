@@ -3,6 +3,10 @@
 #include <QSettings>
 #include <QString>
 
+#include <unistd.h>
+
+#include "platform/file_access.h"
+
 namespace host {
 namespace {
 
@@ -14,7 +18,10 @@ QString KeyOf(std::string_view name) {
 
 ViewSettingsFile::ViewSettingsFile(const DataFolder& folder)
     : file_(std::make_unique<QSettings>(QString::fromStdString((folder.Config() / "desktop.ini").string()),
-                                        QSettings::IniFormat)) {}
+                                        QSettings::IniFormat)) {
+  // The file keeps the permissions that it is made with; where it cannot be made, nothing is remembered.
+  if (const int made = platform::OpenNewFile(folder.Config() / "desktop.ini"); made >= 0) close(made);
+}
 
 ViewSettingsFile::~ViewSettingsFile() = default;
 
