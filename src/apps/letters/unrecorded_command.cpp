@@ -30,6 +30,7 @@ constexpr auto kResultColumns = std::to_array<Listing::Column>({{"note", "Note"}
 
 std::vector<std::string> Arguments(const CommandLine& line) {
   std::vector<std::string> arguments;
+  arguments.reserve(static_cast<std::size_t>(line.ArgumentCount()));
   for (int place = 0; place < line.ArgumentCount(); ++place) arguments.push_back(line.Argument(place));
   return arguments;
 }
