@@ -3,6 +3,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <utility>
 
 #include "apps/product_files.h"
 #include "platform/failure.h"
@@ -114,10 +115,13 @@ class OfficeCheck {
         if (!wordprocessor::HasFont(font)) missing.emplace(font, document);
     }
     for (const auto& [font, document] : missing) {
-      faults_.push_back(
-          "The typeface \"" + font + "\" of \"" + document +
-          "\" is not installed on this machine. Letters are laid out with another one, and their lines "
-          "and pages break elsewhere. Install it.");
+      auto fault = "The typeface \"" + font;
+      fault += "\" of \"" + document;
+      fault +=
+          "\" is not installed on this machine. Letters are laid out with another one, and their lines and "
+          "pages "
+          "break elsewhere. Install it.";
+      faults_.push_back(std::move(fault));
     }
   }
 
