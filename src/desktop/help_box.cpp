@@ -13,9 +13,11 @@ Search. Choose rows of the list to see what can be done with them.</p>
 <table cellspacing="4">
 <tr><td>Alt + underlined letter</td><td>page, field or button of that name; Alt+C selects a customer</td></tr>
 <tr><td>Tab, Shift+Tab</td><td>next and previous field</td></tr>
-<tr><td>F4 or Down</td><td>opens a list; typing moves in it, Enter chooses, Esc closes it</td></tr>
+<tr><td>F4, Down or typing</td><td>opens a list; it offers what holds every typed word, Enter chooses,
+Esc closes it</td></tr>
+<tr><td>The mouse over a grey button or option</td><td>says why it cannot be used</td></tr>
 <tr><td>Space or Enter</td><td>chooses an option; once more repeats it</td></tr>
-<tr><td>Enter in a criterion</td><td>Search</td></tr>
+<tr><td>Enter in a criterion</td><td>Search, and on in the letters found</td></tr>
 <tr><td>Ctrl+V in a form number</td><td>pastes a number that is right; a wrong one beeps</td></tr>
 <tr><td>Shift or Ctrl with a click or arrow</td><td>several rows of a list</td></tr>
 <tr><td>A click on a heading, Alt+Up or Alt+Down</td><td>sorts a list by that column; a second click turns

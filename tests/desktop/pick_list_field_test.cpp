@@ -137,6 +137,8 @@ TEST_F(APickList, ClosesTheListThatTypingOpenedWhenItIsLeft) {
 
 // The first click beside a list that typing had opened only closed it.
 TEST_F(APickList, LetsAClickBesideTheListReachWhatLiesThere) {
+  window.resize(400, 400);  // the list does not lie over the other field
+  tests::Settle();
   QTest::keyClicks(field, QStringLiteral("due 4711"));
   auto& view = field->view();
   QTest::mousePress(&view, Qt::LeftButton, {}, view.mapFromGlobal(other->mapToGlobal(QPoint(3, 3))));

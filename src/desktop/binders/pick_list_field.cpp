@@ -30,6 +30,14 @@ bool MovesInList(int key) {
   return key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_PageUp || key == Qt::Key_PageDown;
 }
 
+/// As a click does. (Only events of the window system give the focus by themselves.)
+void FocusByClick(QWidget* widget) {
+  while (widget != nullptr && (!widget->isEnabled() || !(widget->focusPolicy() & Qt::ClickFocus))) {
+    widget = widget->isWindow() ? nullptr : widget->parentWidget();
+  }
+  if (widget != nullptr) widget->setFocus(Qt::MouseFocusReason);
+}
+
 }  // namespace
 
 PickListField::PickListField(QWidget* parent) : QComboBox(parent), view_(new QListView(this)) {
@@ -182,6 +190,7 @@ void PickListField::PressOutside(const QMouseEvent& press) {
   const auto place = press.globalPosition();
   auto* meant = QApplication::widgetAt(place.toPoint());
   if (meant == nullptr || meant->window() != window() || meant == this || isAncestorOf(meant)) return;
+  FocusByClick(meant);
   QApplication::postEvent(meant, new QMouseEvent(QEvent::MouseButtonPress, meant->mapFromGlobal(place), place,
                                                  press.button(), press.buttons(), press.modifiers()));
 }
