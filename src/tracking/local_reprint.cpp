@@ -86,6 +86,7 @@ void LocalReprint::Count(std::size_t letters) {
   progress_.Begin();
   uses_.state.letters_printed = {};
   uses_.state.letters_to_print = static_cast<std::int16_t>(std::min(letters, kMost));
+  wanted_ = uses_.state.letters_to_print.value();
   if (letters <= kMost) return;
   uses_.services.errors.ReportError("Of the " + std::to_string(letters) + " selected letters the first " +
                                         std::to_string(kMost) +
@@ -128,8 +129,21 @@ void LocalReprint::MakeNextCurrent() {
 
 void LocalReprint::Stop() {
   progress_.Close();
+  const int printed = uses_.state.letters_printed.value();
+  if (wanted_ > 1) {
+    end_ = printed == wanted_
+               ? "All " + std::to_string(wanted_) + " letters were printed."
+               : std::to_string(printed) + " of " + std::to_string(wanted_) + " letters were printed.";
+  }
+  wanted_ = 0;
   uses_.state.letters_to_print = uses_.state.letters_printed;
   uses_.pages.tracking.sdgGrid.SetEnabled(true);
+}
+
+// Beside the status that the last reply leaves.
+void LocalReprint::ReplyHandled() {
+  if (end_.empty() || uses_.state.AwaitsReply()) return;
+  uses_.services.status.ShowReason(std::exchange(end_, {}));
 }
 
 }  // namespace tracking

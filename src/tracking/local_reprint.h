@@ -1,6 +1,6 @@
 #pragma once
 
-#include <functional>
+#include <cstdint>
 #include <string>
 
 #include "platform/services.h"
@@ -41,6 +41,8 @@ class LocalReprint : public workspace::PrintRun {
 
   void LetterPrinted(workspace::RequestDescription& message) override;
   void Stop() override;
+  /// A reply has been handled: where it ended a run of several letters, says how many were printed.
+  void ReplyHandled();
   /// Whether the letter that has been fetched is to be printed: the user has not ended the run.
   bool GoesOn() { return !progress_.TakeCancellation(); }
 
@@ -53,6 +55,8 @@ class LocalReprint : public workspace::PrintRun {
 
   const Uses uses_;
   RunProgress progress_;
+  std::int16_t wanted_ = 0;  // letters of the run, until it ends
+  std::string end_;          // what is to be told of a run that has ended
 };
 
 }  // namespace tracking

@@ -47,6 +47,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
               [this, &data] {
                 data.pages.tracking.letter_action.SetEnabled(true);
                 letter_grid.ReplyHandled();
+                local_reprint.ReplyHandled();
               }),
       downloads(services, data.state) {}
 

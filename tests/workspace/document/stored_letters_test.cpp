@@ -155,6 +155,7 @@ TEST_F(StoredLetters, ArePrintedOneAfterTheOther) {
   EXPECT_EQ(document_.state().pending_request_name, "LetterAU");
   ServerConfirms();
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_EQ(fakes_.status.reason, "All 3 letters were printed.");
   EXPECT_THAT(std::vector(print_.merged), SizeIs(3));
   EXPECT_TRUE(print_.HasCalled("PrintOut 1"));
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
@@ -213,6 +214,7 @@ TEST_F(StoredLetters, StopPrintingAfterTheLetterDuringWhichTheUserEndsTheRun) {
   EXPECT_TRUE(Tracking().sdgGrid.enabled());
   EXPECT_FALSE(document_.state().AwaitsReply());
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
+  EXPECT_EQ(fakes_.status.reason, "1 of 3 letters were printed.");
 
   UserReprints({0, 1, 2});
   ServerBringsLetter();
