@@ -174,6 +174,17 @@ TEST_F(APageWithAList, SelectsTheRowThatIsFoundFromAnywhereOnThePage) {
   EXPECT_THAT(grid.selected_rows(), ElementsAre(5));
 }
 
+TEST_F(APageWithAList, KeepsItsSelectionWhereNothingIsFound) {
+  grid.UserSelects({9});
+  UserFinds("fail");
+  EXPECT_TRUE(panel->view().selectionModel()->isRowSelected(0));
+  QTest::keyClicks(&FindText(), QStringLiteral("x"));
+  EXPECT_TRUE(panel->view().selectionModel()->isRowSelected(9));
+  EXPECT_EQ(CurrentCell().first, 9);
+  UserPresses(Qt::Key_Escape);
+  EXPECT_THAT(grid.selected_rows(), ElementsAre(9));
+}
+
 TEST_F(APageWithAList, TellsOfTheFoundRowOnceWhenTheSearchRests) {
   UserFinds("fail");
   UserPresses(Qt::Key_Return);

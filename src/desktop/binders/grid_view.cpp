@@ -147,13 +147,23 @@ void GridView::CopyRows() {
 }
 
 void GridView::GoToHit(const platform::GridSearch& search) {
-  if (!search.current()) return;
+  if (!search.current()) return LeaveHit();
   const auto& hit = search.hits()[*search.current()];
   MakeCurrent(model_->index(static_cast<int>(hit.row), static_cast<int>(search.ColumnOf(hit))));
   if (!grid_->enabled()) return;
   found_id_ = current_id_;
   SelectOnScreen({hit.row});
   tell_found_soon_.start();
+}
+
+// A row that was gone to while the text was being typed, and that the whole text does not find.
+void GridView::LeaveHit() {
+  tell_found_soon_.stop();
+  if (!std::exchange(found_id_, std::nullopt)) return;
+  ShowSelection();
+  const auto& selected = grid_->selected_rows();
+  if (selected.size() != 1) return;
+  MakeCurrent(model_->index(static_cast<int>(selected.front()), std::max(0, currentIndex().column())));
 }
 
 void GridView::TellFound() {

@@ -39,8 +39,8 @@ class GridView : public QTableView {
   std::function<void()> find_wanted;
   /// Marks what a search finds; null marks nothing.
   void ShowHits(const platform::GridSearch* search) { model_->ShowHits(search); }
-  /// The current hit becomes the current cell, in sight, and its row alone is selected. While the grid is
-  /// disabled the selection stays as it is.
+  /// The current hit becomes the current cell, in sight, and its row alone is selected. Where there is none,
+  /// the selection is again what the grid knows. While the grid is disabled the selection stays as it is.
   void GoToHit(const platform::GridSearch& search);
   /// The search has ended: the grid is told of the row it went to, if it has not been yet.
   void TellFound();
@@ -64,6 +64,7 @@ class GridView : public QTableView {
   void FollowCurrentRow();
   void MakeCurrent(const QModelIndex& cell);
   void ShowSelection();
+  void LeaveHit();
   void SelectOnScreen(const std::vector<std::size_t>& rows);
   void BringIntoSight(std::size_t row);
   bool TakesKey(const QKeyEvent& event);
