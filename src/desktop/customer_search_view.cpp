@@ -8,6 +8,7 @@
 #include "desktop/binders/command_binding.h"
 #include "desktop/binders/text_field_binding.h"
 #include "desktop/field_layout.h"
+#include "desktop/screen_fit.h"
 
 namespace desktop {
 namespace {
@@ -43,7 +44,7 @@ void CustomerSearchView::LayOut() {
   status->setWordWrap(true);
   Bind(form_.status, *status);
   found_->setSelectionMode(QAbstractItemView::SingleSelection);
-  found_->setMinimumSize(kSmallestList);
+  found_->setMinimumSize(SmallestOnScreen(*this, kSmallestList));
   auto* ends = new QHBoxLayout;
   ends->addStretch();
   ends->addWidget(ok_);

@@ -27,6 +27,7 @@ FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent) : Q
   const auto smallest = view->minimumSizeHint().expandedTo(view->minimumSize());
   const bool fits = smallest.boundedTo(RoomOnScreen(*this)) == smallest;
   layout->addWidget(fits ? view : Scrolled(view));
+  if (!fits) resize(view->sizeHint().boundedTo(RoomOnScreen(*this)));
   KeepOnScreen(*this);
   setWindowTitle(ToQt(form.caption()));
   caption_changed_ = form.CaptionChanged.Connect([this] { setWindowTitle(ToQt(form_.caption())); });

@@ -9,6 +9,7 @@
 #include "desktop/binders/command_binding.h"
 #include "desktop/field_layout.h"
 #include "desktop/letter_pictures.h"
+#include "desktop/screen_fit.h"
 
 namespace desktop {
 namespace {
@@ -23,7 +24,7 @@ constexpr int kMostProblemLines = 7;
 
 LetterInformationView::LetterInformationView(frmBatch& form, QWidget* parent)
     : QWidget(parent), form_(form), fields_(new TreeView(this)) {
-  fields_->setMinimumSize(kSmallestTree);
+  fields_->setMinimumSize(SmallestOnScreen(*this, kSmallestTree));
   Bind(form_.tvw, *fields_, QStringLiteral("Fields of the letter"), LetterPicture);
   LayOut();
 }

@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 
 // Nobody knows a window's frame before it is shown.
 constexpr QSize kFrame(12, 44);
+constexpr QSize kRestOfDialog(48, 200);
 
 void MoveOntoScreen(QWidget& window) {
   if (!window.isVisible() || window.isMaximized() || window.isFullScreen()) return;
@@ -51,6 +52,10 @@ class ScreenKeeper : public QObject {
 
 QSize RoomOnScreen(const QWidget& window) {
   return window.screen()->availableSize() - kFrame;
+}
+
+QSize SmallestOnScreen(const QWidget& part, QSize usual) {
+  return usual.boundedTo((RoomOnScreen(part) - kRestOfDialog).expandedTo(kRestOfDialog));
 }
 
 void FitToScreen(QWidget& window, QSize usual) {

@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QLineEdit>
+#include <QTabBar>
 
 #include "desktop/batch_page_view.h"
 #include "desktop/correspondence_page_view.h"
@@ -24,8 +25,10 @@ WorkspaceView::WorkspaceView(workspace::Pages& pages, platform::ViewSettings& se
   const auto show = [this, &tabs] { setCurrentIndex(static_cast<int>(tabs.current())); };
   turned_ = tabs.Changed.Connect(show);
   show();
-  connect(this, &QTabWidget::currentChanged, this,
-          [&tabs](int index) { tabs.Select(static_cast<PageIndex>(index)); });
+  connect(this, &QTabWidget::currentChanged, this, [this, &tabs](int index) {
+    tabs.Select(static_cast<PageIndex>(index));
+    if (isVisible() && !tabBar()->hasFocus()) FocusFirstField();  // walking along the tabs goes on
+  });
 }
 
 void WorkspaceView::FocusFirstField() {

@@ -130,9 +130,10 @@ TEST_F(TheWorkspaceWindow, GivesEachMnemonicOnceOnAPage) {
 }
 
 TEST_F(TheWorkspaceWindow, BeginsInItsFirstFieldAndReachesTheCustomersByKey) {
+  view.FocusFirstField();
   for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {
+    TurnTo(PageIndex::kBatch);
     TurnTo(page);
-    view.FocusFirstField();
     ASSERT_NE(QApplication::focusWidget(), nullptr);
     EXPECT_EQ(QApplication::focusWidget()->accessibleName(), QStringLiteral("Correspondence Names"));
     int selections = 0;
