@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QLineEdit>
+#include <QPushButton>
 #include <QVBoxLayout>
 #include <functional>
 
@@ -141,10 +142,25 @@ TEST_F(APickList, LetsAClickBesideTheListReachWhatLiesThere) {
   tests::Settle();
   QTest::keyClicks(field, QStringLiteral("due 4711"));
   auto& view = field->view();
-  QTest::mousePress(&view, Qt::LeftButton, {}, view.mapFromGlobal(other->mapToGlobal(QPoint(3, 3))));
-  tests::Settle();
+  auto* button = new QPushButton(&window);
+  button->setGeometry(0, 370, 100, 30);
+  button->show();
+  int clicks = 0;
+  QObject::connect(button, &QPushButton::clicked, [&] { ++clicks; });
+  const auto click_on = [&](QWidget& widget) {
+    QTest::mousePress(&view, Qt::LeftButton, {}, view.mapFromGlobal(widget.mapToGlobal(QPoint(3, 3))));
+    tests::Settle();
+  };
+  click_on(*other);
   EXPECT_FALSE(field->IsOpen());
   EXPECT_TRUE(other->hasFocus());
+
+  field->setFocus();
+  QTest::keyClick(field, Qt::Key_Backspace);
+  ASSERT_TRUE(field->IsOpen());
+  click_on(*button);
+  EXPECT_EQ(clicks, 1);
+  EXPECT_FALSE(button->isDown());
 }
 
 TEST_F(APickList, ClosesWithEscAndKeepsItsText) {

@@ -191,8 +191,12 @@ void PickListField::PressOutside(const QMouseEvent& press) {
   auto* meant = QApplication::widgetAt(place.toPoint());
   if (meant == nullptr || meant->window() != window() || meant == this || isAncestorOf(meant)) return;
   FocusByClick(meant);
-  QApplication::postEvent(meant, new QMouseEvent(QEvent::MouseButtonPress, meant->mapFromGlobal(place), place,
-                                                 press.button(), press.buttons(), press.modifiers()));
+  // The release goes to the list's own window, which is closed by then.
+  for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const auto held = type == QEvent::MouseButtonPress ? press.buttons() : Qt::MouseButtons();
+    QApplication::postEvent(meant, new QMouseEvent(type, meant->mapFromGlobal(place), place, press.button(),
+                                                   held, press.modifiers()));
+  }
 }
 
 bool PickListField::ListTakesKey(QKeyEvent* event) {
