@@ -4,7 +4,7 @@
 #include <unicode/casemap.h>
 #include <unicode/errorcode.h>
 #include <unicode/stringpiece.h>
-#include <unicode/utf8.h>
+#include <unicode/uchar.h>
 
 #include <algorithm>
 #include <array>
@@ -93,12 +93,105 @@ std::size_t CharacterLength(std::string_view text) {
   return 0;
 }
 
+/// The character at the start of `text`, which is not empty, and its bytes. A byte that is not UTF-8 is one
+/// of its own and no blank.
+struct FirstCharacter {
+  explicit FirstCharacter(std::string_view text)
+      : length(IsAscii(text.front()) ? 1 : CharacterLength(text)), character(CodePoint(text, length)) {
+    if (length == 0) length = 1;
+  }
+
+  std::size_t length;
+  UChar32 character;
+
+ private:
+  static UChar32 CodePoint(std::string_view text, std::size_t length) {
+    constexpr UChar32 kReplacement = 0xFFFD;
+    if (length == 0) return kReplacement;
+    const auto lead = static_cast<unsigned char>(text.front());
+    if (length == 1) return lead;
+    auto character = static_cast<UChar32>(lead & (0x7FU >> length));
+    for (const char byte : text.substr(1, length - 1)) {
+      character = character << 6 | (static_cast<unsigned char>(byte) & 0x3F);
+    }
+    return character;
+  }
+};
+
+bool IsLineBreak(UChar32 character) {
+  return (character >= 0x0A && character <= 0x0D) || character == 0x85 || character == 0x2028 ||
+         character == 0x2029;
+}
+
+/// What has no width at either end of a text. Joiners and variation selectors belong to the letter before.
+bool IsZeroWidthBlank(UChar32 character) {
+  return character == 0x200B || character == 0x2060 || character == 0xFEFF || character == 0x180E;
+}
+
+bool IsBlankAtEnd(UChar32 character) {
+  return u_isUWhiteSpace(character) || IsZeroWidthBlank(character);
+}
+
+/// How many bytes of blanks `text` starts with.
+std::size_t BlanksLength(std::string_view text) {
+  std::size_t at = 0;
+  while (at < text.size()) {
+    const FirstCharacter next(text.substr(at));
+    if (!IsBlankAtEnd(next.character)) break;
+    at += next.length;
+  }
+  return at;
+}
+
+bool HasLineBreak(std::string_view text) {
+  while (!text.empty()) {
+    const FirstCharacter next(text);
+    if (IsLineBreak(next.character)) return true;
+    text.remove_prefix(next.length);
+  }
+  return false;
+}
+
 }  // namespace
 
 std::string_view Trim(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool IsBlank(std::string_view text) {
+  while (!text.empty()) {
+    const FirstCharacter next(text);
+    const bool is_seen = !u_isUWhiteSpace(next.character) &&
+                         !u_hasBinaryProperty(next.character, UCHAR_DEFAULT_IGNORABLE_CODE_POINT);
+    if (is_seen) return false;
+    text.remove_prefix(next.length);
+  }
+  return true;
+}
+
+std::string_view TrimBlanks(std::string_view text) {
+  if (IsBlank(text)) return {};
+  text.remove_prefix(BlanksLength(text));
+  std::size_t end = 0;  // after the last character that is no blank
+  for (std::size_t at = 0; at < text.size();) {
+    const auto blanks = BlanksLength(text.substr(at));
+    at += blanks > 0 ? blanks : FirstCharacter(text.substr(at)).length;
+    if (blanks == 0) end = at;
+  }
+  return text.substr(0, end);
+}
+
+std::string OnOneLine(std::string_view text) {
+  std::string line;
+  while (!text.empty()) {
+    const auto blanks = text.substr(0, BlanksLength(text));
+    const auto length = blanks.empty() ? FirstCharacter(text).length : blanks.size();
+    line += HasLineBreak(blanks) ? " " : text.substr(0, length);
+    text.remove_prefix(length);
+  }
+  return line;
 }
 
 std::string UpperCase(std::string_view text) {

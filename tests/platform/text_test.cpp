@@ -71,6 +71,36 @@ TEST(Trimming, TakesBlanksAtTheEndsOnly) {
   EXPECT_EQ(Trim(" \ta\r\n "), "\ta\r\n");
 }
 
+// A no-break space with a zero-width space passed as a value, and a pasted cell's line break was printed.
+TEST(Blanks, AreWhatUnicodeTakesForThem) {
+  for (const auto* blank : {"", " \t\r\n", "\u00A0\u200B", "\uFEFF", "\u2000\u2005\u200A\u202F\u205F\u3000",
+                            "\u1680\u180E\u2060", "\u2028\u2029\u0085", "\u200C\u200D\u00AD\u3164"}) {
+    EXPECT_TRUE(IsBlank(blank)) << blank;
+    EXPECT_EQ(TrimBlanks(blank), "") << blank;
+  }
+  for (const auto* seen : {"x", "\u00A0.", "\u3000\u00E9", "\xFF", " \xC2"})
+    EXPECT_FALSE(IsBlank(seen)) << seen;
+}
+
+TEST(Blanks, GoFromBothEndsOfATextAndStayInside) {
+  struct {
+    std::string_view text, trimmed, line;
+  } const cases[] = {
+      {"$5,000\r\n", "$5,000", "$5,000 "},
+      {"\uFEFF\u00A0 June\u00A01 \u200B\t", "June\u00A01", "\uFEFF\u00A0 June\u00A01 \u200B\t"},
+      {"12 Main St\r\n  Troy\nNY", "12 Main St\r\n  Troy\nNY", "12 Main St Troy NY"},
+      {"a \v\n\n b\u2028c\u0085d", "a \v\n\n b\u2028c\u0085d", "a b c d"},
+      {"\u2764\uFE0F ", "\u2764\uFE0F", "\u2764\uFE0F "},  // how the sign is drawn belongs to it
+      {"a\xC2\xFF ", "a\xC2\xFF", "a\xC2\xFF "},
+      {"one", "one", "one"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(TrimBlanks(c.text), c.trimmed);
+    EXPECT_EQ(OnOneLine(c.text), c.line);
+  }
+}
+
 TEST(Replacing, GoesOverTheTextOnce) {
   EXPECT_EQ(ReplaceAll("a||b||", "||", "|"), "a|b|");
   EXPECT_EQ(ReplaceAll("O'Hara's", "'", "''"), "O''Hara''s");

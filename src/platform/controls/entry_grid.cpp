@@ -13,8 +13,10 @@ bool EntryGrid::MayEnter(std::size_t row) const {
 
 void EntryGrid::UserEdits(std::size_t row, std::string text) {
   if (entry != Entry::kText || !MayEnter(row)) return;
-  text = TypedText(text);
-  if (rows()->Text(row, entry_key) != text) Enter(row, std::move(text));
+  auto value = TypedValue(text);
+  const auto lines = TrimBlanks(text);
+  if (rows()->Text(row, entry_key) != value) Enter(row, std::move(value));
+  if (OnOneLine(lines) != lines) LinesJoined(row);
 }
 
 void EntryGrid::UserTicks(std::size_t row, bool tick) {
@@ -49,7 +51,7 @@ std::optional<std::size_t> EntryGrid::NextBlank() const {
   const auto first = current ? *current + 1 : 0;
   for (std::size_t n = 0; n + (current ? 1 : 0) < count; ++n) {
     const auto row = (first + n) % count;
-    if (Trim(rows()->Text(row, entry_key)).empty()) return row;
+    if (IsBlank(rows()->Text(row, entry_key))) return row;
   }
   return std::nullopt;
 }

@@ -18,7 +18,7 @@ class EntryGrid : public Grid {
   Entry entry = Entry::kText;
 
   // The user enters a value: the row becomes the current one, and CellChanged follows where the value
-  // differs. A text goes in as TypedText has it.
+  // differs. A text goes in as TypedValue has it.
   void UserEdits(std::size_t row, std::string text);
   void UserTicks(std::size_t row, bool tick);
   void UserMovesTo(std::size_t row);
@@ -32,6 +32,8 @@ class EntryGrid : public Grid {
 
   /// The user has changed the entry of the current row.
   Event<> CellChanged;
+  /// What the user entered in the row had several lines, and has become one.
+  Event<std::size_t> LinesJoined;
   /// Another row is current, by the user or by MoveTo.
   Event<> CurrentChanged;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/text.h"
 #include "platform/xml_characters.h"
 
 namespace platform {
@@ -14,6 +15,11 @@ std::string TypedText(std::string_view text) {
     text.remove_prefix(std::min(length + 1, text.size()));  // and the byte that cannot stand there
   }
   return kept;
+}
+
+std::string TypedValue(std::string_view text) {
+  const auto typed = TypedText(OnOneLine(TrimBlanks(text)));
+  return std::string(TrimBlanks(typed));
 }
 
 }  // namespace platform

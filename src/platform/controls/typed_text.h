@@ -9,4 +9,8 @@ namespace platform {
 /// than tab and line ends (a word processor's own line break among them), and bytes that are not UTF-8.
 std::string TypedText(std::string_view text);
 
+/// The same for a value of one line, as it stands in a letter: without blanks at either end, its line breaks
+/// (a word processor's own among them) turned into blanks; "" where nothing of it can be seen.
+std::string TypedValue(std::string_view text);
+
 }  // namespace platform
