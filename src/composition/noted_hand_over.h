@@ -3,23 +3,34 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/print_component.h"
 #include "platform/services.h"
 
 namespace composition {
 
-/// Keeps the journal of printed letters for one document.
+/// Keeps the journal of printed letters for one document, and asks its holder before a letter with
+/// placeholders goes out.
 class NotedHandOver : public platform::HandOver {
  public:
-  /// `context` is the letter's data context as it was given to print; `is_noted` says whether the next print
-  /// is one that the holder hears of.
-  NotedHandOver(const platform::Services& services, std::string context, std::function<bool()> is_noted)
-      : services_(services), context_(std::move(context)), is_noted_(std::move(is_noted)) {}
+  struct Holder {
+    /// Whether the next print is one that the holder hears of.
+    std::function<bool()> is_noted;
+    /// platform::HandOver::MayGoUnfilled
+    std::function<bool(const std::vector<std::string>& names)> may_go_unfilled;
+  };
+  /// `context` is the letter's data context as it was given to print.
+  NotedHandOver(const platform::Services& services, std::string context, Holder holder)
+      : services_(services), context_(std::move(context)), holder_(std::move(holder)) {}
+
+  bool MayGoUnfilled(const std::vector<std::string>& names) override {
+    return holder_.may_go_unfilled(names);
+  }
 
   void Begins() override {
     is_begun_ = false;
-    if (!is_noted_()) return;
+    if (!holder_.is_noted()) return;
     services_.print_journal.Begin(context_);
     is_begun_ = true;
   }
@@ -38,7 +49,7 @@ class NotedHandOver : public platform::HandOver {
 
   const platform::Services& services_;
   const std::string context_;
-  const std::function<bool()> is_noted_;
+  const Holder holder_;
   bool is_begun_ = false;
 };
 

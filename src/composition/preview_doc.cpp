@@ -8,6 +8,7 @@
 #include "composition/common_template.h"
 #include "composition/noted_hand_over.h"
 #include "composition/paragraph_marks.h"
+#include "composition/unfilled_letter.h"
 #include "platform/failure.h"
 
 namespace composition {
@@ -95,18 +96,21 @@ bool ZEMLO_PreviewDoc::Preview(const std::string& file_name, const std::string& 
     const auto bookmark_text = GetBKforPrint(services, bookmark_xml);
     Step([&] { ReleaseDocument(); });
     Step([&] { document_ = services.print.NewDocument(); });
-    NoteHandOver(bookmark_xml, [this] { return !BadAddress; });
     services.status.ShowStatus("Prepare Print Preview");
-    if (!bookmark_text.empty()) is_shown = OpenAndPreview(file_name, bookmark_text);
+    if (bookmark_text.empty()) return;
+    is_shown = OpenAndPreview(file_name, bookmark_text, PreviewHandOver(bookmark_xml));
   });
   ShowReady(services);
   return is_shown;
 }
 
-bool ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::string& bookmark_text) {
+bool ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::string& bookmark_text,
+                                      const std::shared_ptr<platform::HandOver>& hand_over) {
   const auto document = RequireDocument();
   bool is_open = false;
   Step([&] { document->Prepare(); });
+  document->SetHandOver(hand_over);
+  document->SetProposedName(ProposedName);
   Step([&] { is_open = document->IsDocumentOpen(file_name); });
   if (is_open) return false;
   Step([&] { document->SetTemplate(CommonTemplatePath(services_.settings)); });
@@ -128,25 +132,26 @@ bool ZEMLO_PreviewDoc::PrintDocument(const std::string& lstrFileName, const std:
     const auto bookmark_text = GetBKforPrint(services_, lstrBookMark);
     ReleaseDocument();
     document_ = services_.print.NewDocument();
-    NoteHandOver(lstrBookMark, [] { return true; });
     services_.status.ShowStatus("Prepare Print");
-    if (!bookmark_text.empty()) printed = OpenAndPrint(lstrFileName, bookmark_text, lBlnShowDialog);
+    if (bookmark_text.empty()) return;
+    OpenAndPrint(lstrFileName, bookmark_text, PrintHandOver(lstrBookMark), lBlnShowDialog, printed);
   });
   ShowReady(services_);
   document_ = nullptr;
   return printed;
 }
 
-bool ZEMLO_PreviewDoc::OpenAndPrint(const std::string& file_name, const std::string& bookmark_text,
-                                    bool show_dialog) {
+void ZEMLO_PreviewDoc::OpenAndPrint(const std::string& file_name, const std::string& bookmark_text,
+                                    const std::shared_ptr<platform::HandOver>& hand_over, bool show_dialog,
+                                    bool& printed) {
   const auto document = RequireDocument();
   document->Prepare();
-  if (document->IsDocumentOpen(file_name)) return false;
+  document->SetHandOver(hand_over);
+  if (document->IsDocumentOpen(file_name)) return;
   OpenOrFail(*document, file_name);
   MergeOrFail(*document, bookmark_text);
-  const bool printed = document->PrintOut(kOneCopy, show_dialog);
+  printed = document->PrintOut(kOneCopy, show_dialog);
   document->EndPrint(kEndPrintOption);
-  return printed;
 }
 
 bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::string& /*lstrTemplateName*/,
@@ -161,10 +166,16 @@ bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::
   return false;
 }
 
-// A document is released before this object goes, and hears of no print then.
-void ZEMLO_PreviewDoc::NoteHandOver(const std::string& bookmark_xml, std::function<bool()> is_noted) {
-  if (!document_) return;
-  document_->SetHandOver(std::make_shared<NotedHandOver>(services_, bookmark_xml, std::move(is_noted)));
+std::shared_ptr<platform::HandOver> ZEMLO_PreviewDoc::PreviewHandOver(const std::string& bookmark_xml) {
+  const auto ask = [&services = services_](const auto& names) { return AskToLetOut(services, names); };
+  return std::make_shared<NotedHandOver>(services_, bookmark_xml,
+                                         NotedHandOver::Holder{[this] { return !BadAddress; }, ask});
+}
+
+std::shared_ptr<platform::HandOver> ZEMLO_PreviewDoc::PrintHandOver(const std::string& bookmark_xml) const {
+  const auto refuse = [](const auto& names) -> bool { RefuseToLetOut(names); };
+  return std::make_shared<NotedHandOver>(services_, bookmark_xml,
+                                         NotedHandOver::Holder{[] { return true; }, refuse});
 }
 
 void ZEMLO_PreviewDoc::AttachNotify() {

@@ -28,13 +28,15 @@ class ZEMLO_PreviewDoc {
 
   /// Merges `lstrBookMark` (XML) into the document and shows it. The preview stays until its reader closes
   /// it, the next call, or the end of this object; the call does not wait for that. What the system has no
-  /// permission for on the way is passed over, but a document that was not merged is never shown. The
+  /// permission for on the way is passed over, but a document that was not merged is never shown. Before a
+  /// letter with a bookmark that nothing filled is printed or saved from the preview, the user is asked. The
   /// template's name is taken for the caller's sake only. Answers false.
   bool PreviewDoc(const std::string& lstrFileName, const std::string& lstrTemplateName,
                   const std::string& lstrBookMark);
 
-  /// Merges and prints without a preview. Answers whether the letter was printed. Raises no WordPrinted: the
-  /// caller has the answer.
+  /// Merges and prints without a preview. Answers whether the letter was printed: one with a bookmark that
+  /// nothing filled never is, because nobody has looked at it. Raises no WordPrinted: the caller has the
+  /// answer.
   bool PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark, bool lBlnShowDialog);
 
   /// Previews as PreviewDoc does, then, where the preview stands, asks where to save. Answers false.
@@ -45,6 +47,10 @@ class ZEMLO_PreviewDoc {
   /// it.
   bool BadAddress = false;
 
+  /// Set by the holder: the name, without an ending, under which a save proposes to keep the letter; ""
+  /// leaves that to the print component.
+  std::string ProposedName;
+
   /// A previewed letter was printed, or saved to a file.
   platform::Event<> WordPrinted;
   /// Follows every print, announced or not: an open form in which the letter was completed closes now.
@@ -53,9 +59,15 @@ class ZEMLO_PreviewDoc {
  private:
   // Both answer whether the merged document is shown.
   bool Preview(const std::string& file_name, const std::string& bookmark_xml);
-  bool OpenAndPreview(const std::string& file_name, const std::string& bookmark_text);
-  bool OpenAndPrint(const std::string& file_name, const std::string& bookmark_text, bool show_dialog);
-  void NoteHandOver(const std::string& bookmark_xml, std::function<bool()> is_noted);
+  bool OpenAndPreview(const std::string& file_name, const std::string& bookmark_text,
+                      const std::shared_ptr<platform::HandOver>& hand_over);
+  /// `printed` is told as soon as it is known: what fails afterwards does not take it back.
+  void OpenAndPrint(const std::string& file_name, const std::string& bookmark_text,
+                    const std::shared_ptr<platform::HandOver>& hand_over, bool show_dialog, bool& printed);
+  // Of a letter whose reader is the user, and of one that nobody sees. The first is released before this
+  // object goes, and hears of no print then.
+  std::shared_ptr<platform::HandOver> PreviewHandOver(const std::string& bookmark_xml);
+  std::shared_ptr<platform::HandOver> PrintHandOver(const std::string& bookmark_xml) const;
   void AttachNotify();
   void OnDocEnd();
   void OnDocPrint();

@@ -12,9 +12,15 @@ using platform::MessageAnswer;
 using platform::MessageIcon;
 
 MessageAnswer WindowlessShell::ShowMessage(const platform::Message& message) {
+  const bool is_about_placeholders = message.topic == platform::MessageTopic::kUnfilledLetter;
+  if (is_about_placeholders && answers_.allow_unfilled) return MessageAnswer::kYes;
   auto text = platform::ReplaceAll(message.text, platform::kLineBreak, "\n");
   if (!text.ends_with('\n')) text += '\n';
   messages_ << text << std::flush;
+  if (is_about_placeholders) {
+    refused_ = true;
+    return MessageAnswer::kNo;
+  }
   if (message.buttons == platform::MessageButtons::kYesNo) {
     return answers_.yes ? MessageAnswer::kYes : message.default_answer;
   }

@@ -15,11 +15,13 @@ namespace host {
 /// The host without a window: messages go to a stream, questions are answered from the command line.
 ///
 /// Information is written and work goes on. An exclamation or critical box makes the command a refused one.
-/// A Yes/No question is answered Yes where the user said so beforehand, else with its default.
+/// A Yes/No question is answered Yes where the user said so beforehand, else with its default. A letter with
+/// placeholders that may not go out makes the command a refused one, too.
 class WindowlessShell : public platform::HostShell, public platform::StatusDisplay {
  public:
   struct Answers {
-    bool yes = false;                      ///< to every question
+    bool yes = false;                      ///< to every question but the next one
+    bool allow_unfilled = false;           ///< to whether a letter with placeholders goes out
     std::optional<std::string> save_file;  ///< where AskSaveFile saves; nothing cancels
     std::optional<std::string> printer;    ///< what AskPrinter takes; nothing takes the current one
   };

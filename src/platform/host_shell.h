@@ -15,6 +15,9 @@ enum class MessageIcon { kNone, kInformation, kExclamation, kQuestion, kCritical
 enum class MessageButtons { kOk, kYesNo };
 enum class MessageAnswer { kOk, kYes, kNo };
 
+/// What a question is about, for a host that was told its answer before it was asked.
+enum class MessageTopic { kAnything, kUnfilledLetter };
+
 /// A modal message box, written down.
 struct Message {
   std::string text;
@@ -22,6 +25,7 @@ struct Message {
   std::string title;
   MessageButtons buttons = MessageButtons::kOk;
   MessageAnswer default_answer = MessageAnswer::kOk;
+  MessageTopic topic = MessageTopic::kAnything;
 };
 
 /// The window the workspace lives in. User-interface thread only.

@@ -19,10 +19,13 @@ class PrintNotify {
   Event<> DocPrint;
 };
 
-/// Told when a letter passes from the program to the spooler or the file system.
+/// Asked, and told, when a letter passes from the program to the spooler or the file system.
 class HandOver {
  public:
   virtual ~HandOver() = default;
+  /// Whether a letter may go out in which nothing has filled these bookmarks, at least one, in document
+  /// order. Asked before the user is asked for a printer or a file; a failure is a No that is reported.
+  virtual bool MayGoUnfilled(const std::vector<std::string>& names) = 0;
   /// The next moment they get it. A failure keeps the letter from being printed or saved.
   virtual void Begins() = 0;
   /// They have taken it: whatever fails from here on must not print it again. No failure leaves this.
@@ -55,17 +58,21 @@ class PrintDocument {
   virtual bool OpenDocument(const std::string& file_name) = 0;
   virtual void SetNotify(std::shared_ptr<PrintNotify> notify) = 0;
   virtual void SetNotifyEnabled(bool enabled) = 0;
-  /// Told of every print and save of this document, before its notify object.
+  /// Asked and told of every print and save of this document, before its notify object.
   virtual void SetHandOver(std::shared_ptr<HandOver> hand_over) = 0;
+  /// The name, without an ending, that SaveToFile proposes to the user; "" proposes the document's own.
+  virtual void SetProposedName(const std::string& name) = 0;
   /// In document order.
   virtual std::vector<DocumentBookmark> Bookmarks() = 0;
   virtual bool MergeBookmarks(const std::string& bookmark_xml) = 0;
   virtual void ShowPreview() = 0;
-  /// Returns whether spooler or file system accepted the letter; false when the user cancelled the dialog.
+  /// Returns whether spooler or file system accepted the letter; false when the user cancelled the dialog or
+  /// would not let it go out unfilled.
   virtual bool PrintOut(int copies, bool show_dialog) = 0;
   virtual void EndPrint(int option) = 0;
   /// Asks for a file where `name` is empty; the format follows the file's ending where `format` is empty.
-  /// Raises DocPrint once the file is written; a cancelled save raises nothing.
+  /// Raises DocPrint once the file is written; a cancelled save, or one that may not go out unfilled, raises
+  /// nothing.
   virtual void SaveToFile(const std::string& name, const std::string& format) = 0;
   virtual void Release(const std::string& template_name) = 0;
 };
@@ -84,6 +91,7 @@ struct PreviewContent {
   std::function<void()> print;
   std::function<void()> save;
   std::function<void()> closed;  ///< called once, from the event loop, when the reader has closed the window
+  std::vector<std::string> not_filled = {};  ///< bookmarks that still show the template's placeholder
 };
 
 /// An open preview; destroying it closes the window without calling `closed`.

@@ -30,6 +30,7 @@ class OfficePrintDocument : public platform::PrintDocument {
   void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) override {
     session_->SetHandOver(std::move(hand_over));
   }
+  void SetProposedName(const std::string& name) override { session_->SetProposedName(name); }
   std::vector<platform::DocumentBookmark> Bookmarks() override { return session_->Bookmarks(); }
   bool MergeBookmarks(const std::string& bookmark_xml) override {
     Kept()->MergeBookmarks(bookmark_xml);

@@ -70,14 +70,16 @@ void PrintSession::OpenDocument(const std::string& file_name) {
   const auto common = common_template_.empty() ? CommonTemplateBeside(file) : common_template_;
   document_.emplace(shop_->templates.Open(file, common));
   file_ = file;
+  not_filled_.clear();
   pages_ = nullptr;
 }
 
 void PrintSession::MergeBookmarks(const std::string& bookmark_xml) {
   const auto context = DataContext::Parse(bookmark_xml);
-  const auto not_filled = Document().MergeBookmarks(context);
+  not_filled_ = Document().MergeBookmarks(context);
   pages_ = nullptr;
-  if (!not_filled.empty()) shop_->outside.observer.BookmarksNotFilled(file_.filename().string(), not_filled);
+  if (not_filled_.empty()) return;
+  shop_->outside.observer.BookmarksNotFilled(file_.filename().string(), not_filled_);
 }
 
 void PrintSession::LayOut() {
@@ -122,6 +124,7 @@ void PrintSession::OpenWindow(const std::shared_ptr<LetterPages>& pages) {
   platform::PreviewContent content;
   content.pdf = pages->Pdf();
   content.title = file_.filename().string();
+  content.not_filled = not_filled_;
   content.print = FromWindow(&PrintSession::PrintFromWindow);
   content.save = FromWindow(&PrintSession::SaveFromWindow);
   // The pages stay while the window stands, whatever is merged meanwhile.
@@ -139,8 +142,14 @@ std::function<void()> PrintSession::FromWindow(void (PrintSession::*step)()) {
   };
 }
 
+bool PrintSession::MayGoOut() const {
+  return not_filled_.empty() || hand_over_ == nullptr || hand_over_->MayGoUnfilled(not_filled_);
+}
+
 void PrintSession::PrintFromWindow() {
-  platform::Trap(shop_->outside.errors, "ZEMLO_Print.PrintOut", [&] { SendToPrinter(1); });
+  platform::Trap(shop_->outside.errors, "ZEMLO_Print.PrintOut", [&] {
+    if (MayGoOut()) SendToPrinter(1);
+  });
 }
 
 void PrintSession::SaveFromWindow() {
@@ -159,6 +168,7 @@ void PrintSession::CloseWindow() {
 }
 
 bool PrintSession::PrintOut(int copies, bool show_dialog) {
+  if (!MayGoOut()) return false;
   Pages();  // laid out while the user chooses
   if (show_dialog) {
     auto& printers = shop_->outside.printers;
@@ -193,12 +203,17 @@ void PrintSession::SendToPrinter(int copies) {
 
 void PrintSession::SaveToFile(const std::string& name, const std::string& format) {
   Document();
+  if (!MayGoOut()) return;
   std::optional<std::string> file = name;
-  if (name.empty()) file = shop_->outside.host.AskSaveFile(file_.stem().string() + ".docx");
+  if (name.empty()) file = shop_->outside.host.AskSaveFile(ProposedFile());
   if (!file || file->empty()) return;
   WriteTo(*file, format);
   shop_->outside.observer.LetterSaved(*file);
   Raise(&PrintNotify::DocPrint);
+}
+
+std::string PrintSession::ProposedFile() const {
+  return (proposed_name_.empty() ? file_.stem().string() : proposed_name_) + ".docx";
 }
 
 void PrintSession::WriteTo(const std::string& file, const std::string& format) {

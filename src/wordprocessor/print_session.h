@@ -61,6 +61,7 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   void SetNotify(std::shared_ptr<platform::PrintNotify> notify) { notify_ = std::move(notify); }
   void SetNotifyEnabled(bool enabled) { notify_enabled_ = enabled; }
   void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) { hand_over_ = std::move(hand_over); }
+  void SetProposedName(std::string name) { proposed_name_ = std::move(name); }
   std::vector<platform::DocumentBookmark> Bookmarks() { return Document().Bookmarks(); }
   void MergeBookmarks(const std::string& bookmark_xml);
   void ShowPreview();
@@ -76,6 +77,9 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   void PagesDone(const std::shared_ptr<LetterPages>& pages);
   void OpenWindow(const std::shared_ptr<LetterPages>& pages);
   std::function<void()> FromWindow(void (PrintSession::*step)());
+  /// Whether the letter may go out as it is; asks its holder where bookmarks are not filled.
+  bool MayGoOut() const;
+  std::string ProposedFile() const;
   void PrintFromWindow();
   void SaveFromWindow();
   void WindowClosed();
@@ -89,11 +93,13 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   std::shared_ptr<platform::PrintNotify> notify_;
   bool notify_enabled_ = false;
   std::shared_ptr<platform::HandOver> hand_over_;
+  std::string proposed_name_;
 
   std::filesystem::path common_template_;
   std::filesystem::path file_;
   std::optional<DocxDocument> document_;
-  std::shared_ptr<LetterPages> pages_;  ///< of the document as it is merged now; none until asked for
+  std::vector<std::string> not_filled_;  ///< bookmarks that the merge left as they were
+  std::shared_ptr<LetterPages> pages_;   ///< of the document as it is merged now; none until asked for
 
   bool preview_wanted_ = false;
   bool in_window_ = false;  ///< the window is calling us

@@ -87,17 +87,17 @@ TEST_F(PreviewDocTest, APreviewOpensWaitsMergesAndShowsInThisOrder) {
   EXPECT_FALSE(preview->PreviewDoc(kFile, kTemplate, kContext));
   EXPECT_THAT(Journal(),
               ElementsAre("print NewDocument", "status Prepare Print Preview", "print Prepare",
-                          "print IsDocumentOpen templates/ctl.docx", "print SetTemplate templates/kvcorr.dot",
-                          "print OpenDocument templates/ctl.docx", "wait 1500", "print SetNotify",
-                          "print SetNotifyEnabled true", "print MergeBookmarks", "print ShowPreview",
-                          "status Ready", "pointer normal"));
+                          "print SetHandOver", "print IsDocumentOpen templates/ctl.docx",
+                          "print SetTemplate templates/kvcorr.dot", "print OpenDocument templates/ctl.docx",
+                          "wait 1500", "print SetNotify", "print SetNotifyEnabled true",
+                          "print MergeBookmarks", "print ShowPreview", "status Ready", "pointer normal"));
   EXPECT_THAT(Reports(), IsEmpty());
 }
 
 TEST_F(PreviewDocTest, APrintTakesNoTemplateAndNoNoticeAndKeepsNoDocument) {
   EXPECT_TRUE(preview->PrintDocument(kFile, kContext, true));
   EXPECT_THAT(Journal(),
-              ElementsAre("print NewDocument", "status Prepare Print", "print Prepare",
+              ElementsAre("print NewDocument", "status Prepare Print", "print Prepare", "print SetHandOver",
                           "print IsDocumentOpen templates/ctl.docx", "print OpenDocument templates/ctl.docx",
                           "print MergeBookmarks", "print PrintOut 1 dialog", "print EndPrint 1",
                           "status Ready", "pointer normal", "print dropped"));
@@ -109,6 +109,56 @@ TEST_F(PreviewDocTest, APrintAnswersWhatThePrinterAnswered) {
   EXPECT_FALSE(preview->PrintDocument(kFile, kContext, false));
   EXPECT_TRUE(print.HasCalled("PrintOut 1"));
   EXPECT_TRUE(print.HasCalled("EndPrint 1"));
+}
+
+// The letter lay in the tray, and was called not printed.
+TEST_F(PreviewDocTest, APrintStaysPrintedWhereItsEndFails) {
+  print.failing = {{"EndPrint", Failure::Kind::kUnavailable}};
+  EXPECT_TRUE(preview->PrintDocument(kFile, kContext, false));
+  EXPECT_THAT(Reports(), ElementsAre("ZEMLO_Corresp.PrintDocument"));
+  EXPECT_EQ(print.calls.back(), "dropped");
+}
+
+TEST_F(PreviewDocTest, ALetterWithAPlaceholderGoesOutOnlyWhenItsReaderSaysSo) {
+  print.not_filled = {"DUE_DT", "U_DAY"};
+  outside.host.answers = {platform::MessageAnswer::kNo};
+  Preview();
+  EXPECT_THAT(outside.host.messages, IsEmpty()) << "it can be looked at";
+  print.UserPrints();
+  EXPECT_EQ(prints_announced, 0);
+  preview->SaveDocument(kFile, kTemplate, kContext);
+  EXPECT_EQ(prints_announced, 0) << "No is the default";
+  ASSERT_EQ(outside.host.messages.size(), 2u);
+  const auto& question = outside.host.messages[1];
+  EXPECT_EQ(
+      question.text,
+      "Nothing fills these places of the letter, which show the template's placeholder:\r\nDUE_DT\r\nU_DAY"
+      "\r\nShould the letter go out all the same?");
+  EXPECT_EQ(question.title, outside.host.caption);
+  EXPECT_EQ(question.icon, platform::MessageIcon::kQuestion);
+  EXPECT_EQ(question.topic, platform::MessageTopic::kUnfilledLetter);
+  EXPECT_THAT(outside.print_journal.notes, IsEmpty());
+
+  outside.host.answers = {platform::MessageAnswer::kYes};
+  print.UserPrints();
+  EXPECT_EQ(prints_announced, 1);
+  EXPECT_THAT(Reports(), IsEmpty());
+}
+
+TEST_F(PreviewDocTest, ALetterWithAPlaceholderIsNeverPrintedUnseen) {
+  print.not_filled = {"DUE_DT", "U_DAY"};
+  EXPECT_FALSE(preview->PrintDocument(kFile, kContext, false));
+  ASSERT_THAT(Reports(), ElementsAre("ZEMLO_Corresp.PrintDocument"));
+  EXPECT_THAT(outside.errors.reports[0].description,
+              testing::HasSubstr("nothing fills \"DUE_DT\", \"U_DAY\"."));
+  EXPECT_THAT(outside.host.messages, IsEmpty());
+  ExpectPutBack();
+}
+
+TEST_F(PreviewDocTest, ASaveProposesTheNameThatTheHolderGives) {
+  preview->ProposedName = "Refund Claim Denial - Ann - 2026-07-14";
+  preview->SaveDocument(kFile, kTemplate, kContext);
+  EXPECT_THAT(print.proposed_names, ElementsAre(preview->ProposedName));
 }
 
 TEST_F(PreviewDocTest, ASaveIsAPreviewThatThenAsksForAFile) {

@@ -30,6 +30,7 @@ class RecordingHost : public platform::HostShell {
   /// Runs while a message box stands.
   std::function<void(const platform::Message&)> user_at_message;
   std::deque<std::optional<std::string>> save_files;
+  std::vector<std::string> suggested_files;  ///< what AskSaveFile was given, oldest first
   std::deque<std::optional<std::string>> printers;
   int beeps = 0;
   int pending_event_runs = 0;
@@ -62,7 +63,8 @@ class RecordingHost : public platform::HostShell {
     Note("pending events");
   }
   void Beep() override { ++beeps; }
-  std::optional<std::string> AskSaveFile(const std::string&) override {
+  std::optional<std::string> AskSaveFile(const std::string& suggested_name) override {
+    suggested_files.push_back(suggested_name);
     return Next(save_files).value_or(std::nullopt);
   }
   std::optional<std::string> AskPrinter(const std::vector<std::string>&, const std::string&) override {

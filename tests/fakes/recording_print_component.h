@@ -29,18 +29,21 @@ class RecordingPrintComponent : public platform::PrintComponent {
   bool merges = true;
   bool prints = true;
   bool save_is_cancelled = false;
-  bool accepts = true;  ///< spooler and file system take what they get
+  bool accepts = true;                  ///< spooler and file system take what they get
+  std::vector<std::string> not_filled;  ///< bookmarks of each merged document
   std::vector<platform::DocumentBookmark> bookmarks;
   /// Operations that fail, by their name.
   std::map<std::string, platform::Failure::Kind> failing;
 
   std::function<void()> while_printing;  ///< runs while a letter is printed
 
-  std::vector<std::string> merged;  ///< the texts given to MergeBookmarks, oldest first
+  std::vector<std::string> proposed_names;  ///< oldest first
+  std::vector<std::string> merged;          ///< the texts given to MergeBookmarks, oldest first
 
   /// The reader of the preview that stands prints it, or closes it. Nothing happens where none stands.
   void UserPrints() {
-    if (Takes(hand_over_.lock())) Tell(&platform::PrintNotify::DocPrint);
+    const auto hand_over = hand_over_.lock();
+    if (MayGo(hand_over) && Takes(hand_over)) Tell(&platform::PrintNotify::DocPrint);
   }
   void UserCloses() { Tell(&platform::PrintNotify::DocEnd); }
 
@@ -76,9 +79,11 @@ class RecordingPrintComponent : public platform::PrintComponent {
       if (enabled) component_.notify_ = notify_;
     }
     void SetHandOver(std::shared_ptr<platform::HandOver> hand_over) override {
+      component_.Called("SetHandOver");
       hand_over_ = std::move(hand_over);
       component_.hand_over_ = hand_over_;
     }
+    void SetProposedName(const std::string& name) override { component_.proposed_names.push_back(name); }
     std::vector<platform::DocumentBookmark> Bookmarks() override {
       component_.Called("Bookmarks");
       return component_.bookmarks;
@@ -92,15 +97,17 @@ class RecordingPrintComponent : public platform::PrintComponent {
     bool PrintOut(int copies, bool show_dialog) override {
       component_.Called("PrintOut", std::to_string(copies) + (show_dialog ? " dialog" : ""));
       if (component_.while_printing) component_.while_printing();
-      if (component_.prints) component_.TakeOrFail(hand_over_);
-      return component_.prints;
+      const bool prints = component_.MayGo(hand_over_) && component_.prints;
+      if (prints) component_.TakeOrFail(hand_over_);
+      return prints;
     }
     void EndPrint(int option) override { component_.Called("EndPrint", std::to_string(option)); }
     void SaveToFile(const std::string& name, const std::string& format) override {
       component_.Called("SaveToFile", "'" + name + "' '" + format + "'");
       const auto notify = notify_;
-      if (!component_.save_is_cancelled) component_.TakeOrFail(hand_over_);
-      if (!component_.save_is_cancelled && notify) notify->DocPrint();
+      const bool saves = component_.MayGo(hand_over_) && !component_.save_is_cancelled;
+      if (saves) component_.TakeOrFail(hand_over_);
+      if (saves && notify) notify->DocPrint();
       // Reads a member on purpose: the document has to outlast its own call, whatever its holder did.
       component_.last_saved_had_notify_ = notify_ != nullptr;
     }
@@ -112,6 +119,9 @@ class RecordingPrintComponent : public platform::PrintComponent {
     std::shared_ptr<platform::HandOver> hand_over_;
   };
 
+  bool MayGo(const std::shared_ptr<platform::HandOver>& hand_over) const {
+    return not_filled.empty() || !hand_over || hand_over->MayGoUnfilled(not_filled);
+  }
   /// Spooler or file system get a letter; whether they take it is `accepts`.
   bool Takes(const std::shared_ptr<platform::HandOver>& hand_over) const {
     if (!hand_over) return accepts;

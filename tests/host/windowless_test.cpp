@@ -35,6 +35,25 @@ TEST(WindowlessShell, AQuestionTakesItsDefaultUnlessTheUserSaidYesBeforehand) {
   EXPECT_EQ(WindowlessShell(loop, messages, yes).ShowMessage(question), MessageAnswer::kYes);
 }
 
+TEST(WindowlessShell, ALetterWithPlaceholdersGoesOutOnlyWhereTheUserSaidThatBeforehand) {
+  EventLoop loop;
+  std::ostringstream messages;
+  platform::Message question{"Go out?", MessageIcon::kQuestion, "t", MessageButtons::kYesNo,
+                             MessageAnswer::kNo};
+  question.topic = platform::MessageTopic::kUnfilledLetter;
+  WindowlessShell::Answers answers;
+  answers.yes = true;
+  WindowlessShell yes_to_all(loop, messages, answers);
+  EXPECT_EQ(yes_to_all.ShowMessage(question), MessageAnswer::kNo);
+  EXPECT_TRUE(yes_to_all.refused());
+  EXPECT_EQ(messages.str(), "Go out?\n");
+
+  answers.allow_unfilled = true;
+  WindowlessShell allowed(loop, messages, answers);
+  EXPECT_EQ(allowed.ShowMessage(question), MessageAnswer::kYes);
+  EXPECT_FALSE(allowed.refused());
+}
+
 TEST(WindowlessShell, AFormNobodyAnswersIsCancelled) {
   EventLoop loop;
   std::ostringstream messages;

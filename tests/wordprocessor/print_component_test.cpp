@@ -34,6 +34,7 @@ class Viewer : public platform::PreviewViewer {
   int opened = 0;
   std::filesystem::path pdf;  ///< of the window opened last
   std::string title;
+  std::vector<std::string> not_filled;
 
   int open() const { return static_cast<int>(windows_.size()); }
   /// What the reader does in the window opened last; the function is the window's own.
@@ -45,6 +46,7 @@ class Viewer : public platform::PreviewViewer {
     ++opened;
     pdf = content.pdf;
     title = content.title;
+    not_filled = content.not_filled;
     return std::make_unique<Window>(*this, std::move(content));
   }
 
@@ -276,6 +278,51 @@ TEST_F(PrintComponentTest, TellsWhichBookmarksNoFieldFilled) {
   document->OpenDocument((templates_ / "OTHER.docx").string());
   EXPECT_TRUE(document->MergeBookmarks(kContext));
   EXPECT_THAT(observer_.lines, ElementsAre("not filled OTHER.docx PHONE"));
+}
+
+/// Answers for a letter that may show placeholders.
+struct Asked : platform::HandOver {
+  bool answer = false;
+  std::vector<std::string> steps;
+
+  bool MayGoUnfilled(const std::vector<std::string>& names) override {
+    for (const auto& name : names) steps.push_back("asks " + name);
+    return answer;
+  }
+  void Begins() override { steps.emplace_back("begins"); }
+  void Accepted() override { steps.emplace_back("accepted"); }
+  void Failed() override { steps.emplace_back("failed"); }
+};
+
+// "...in writing by [Answer or payment due by]." went to the customer.
+TEST_F(PrintComponentTest, AsksBeforeALetterWithAPlaceholderGoesOut) {
+  WriteWholeFile(templates_ / "CTL110.docx", Letter(Bookmark("NAME") + Bookmark("DUE_DT")));
+  GivenMergedLetter();
+  const auto holder = std::make_shared<Asked>();
+  document_->SetHandOver(holder);
+  document_->ShowPreview();
+  events_.RunOne();
+  EXPECT_THAT(viewer_.not_filled, ElementsAre("DUE_DT"));
+  EXPECT_THAT(holder->steps, IsEmpty());
+
+  viewer_.Press(&PreviewContent::print);
+  viewer_.Press(&PreviewContent::save);
+  EXPECT_FALSE(document_->PrintOut(1, false));
+  EXPECT_THAT(holder->steps, ElementsAre("asks DUE_DT", "asks DUE_DT", "asks DUE_DT"));
+  EXPECT_THAT(host_.suggested_files, IsEmpty()) << "asked for a file that is not written";
+  EXPECT_THAT(heard_, IsEmpty());
+
+  holder->answer = true;
+  viewer_.Press(&PreviewContent::print);
+  EXPECT_THAT(heard_, ElementsAre("DocPrint"));
+}
+
+TEST_F(PrintComponentTest, ProposesTheNameItWasGivenElseTheTemplates) {
+  GivenMergedLetter();
+  document_->SaveToFile("", "");
+  document_->SetProposedName("Refund - Ada Fuel Co. - 2026-07-14");
+  document_->SaveToFile("", "");
+  EXPECT_THAT(host_.suggested_files, ElementsAre("CTL110.docx", "Refund - Ada Fuel Co. - 2026-07-14.docx"));
 }
 
 TEST_F(PrintComponentTest, OpensTemplatesOfItsFolderOnly) {
