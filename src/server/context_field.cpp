@@ -17,6 +17,7 @@ void Fill(XmlElement element, const ContextField& field, const Explanations& exp
   SetFlags(element, "State", field.state);
   SetFlags(element, "Err", field.error);
   SetFlags(element, "AddrState", field.address);
+  SetUnlessEmpty(element, "OneOf", field.group);
   if (explanations.descriptors) {
     SetUnlessEmpty(element, "V_EnglishDesc", field.description);
     SetUnlessEmpty(element, "V_ExplainType", ExplainType(field.state));

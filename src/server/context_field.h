@@ -17,6 +17,7 @@ struct ContextField {
   FlagWord address = 0;
   std::string text;
   std::string raw_value;
+  std::string group = {};              ///< of paragraphs of which the letter needs at least one
   std::vector<ContextField> children;  ///< a field has children or a text
   std::string error_place = {};  ///< a sentence: where the error lies and why, beyond what the flags say
 

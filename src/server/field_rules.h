@@ -21,6 +21,7 @@ inline constexpr FieldRules kInState = 0x40;
 inline constexpr FieldRules kOutOfState = 0x80;
 inline constexpr FieldRules kPreferMail = 0x100;
 inline constexpr FieldRules kPreferResidential = 0x200;
+inline constexpr FieldRules kOneOf = 0x400;  ///< the letter needs at least one paragraph of its group
 
 /// What may be asked of the address that a letter goes to.
 inline constexpr FieldRules kOfAddress =
@@ -29,7 +30,10 @@ inline constexpr FieldRules kOfQuery = kAmount | kDay;
 inline constexpr FieldRules kOfReference = kIndirect | kReferenceOptional;
 }  // namespace rule
 
-/// Reads words separated by blanks ("AMOUNT INDIRECT"); nothing where one of them is no rule.
+/// Reads words separated by blanks ("AMOUNT INDIRECT"); nothing where one of them is no rule, or a paragraph
+/// is to be of two groups.
 std::optional<FieldRules> ReadRules(std::string_view words);
+/// The group that the rule ONE_OF:GROUP among the words names; "" where there is none.
+std::string ParagraphGroup(std::string_view words);
 
 }  // namespace server

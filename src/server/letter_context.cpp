@@ -57,6 +57,7 @@ ContextField NewField(const LetterField& definition) {
           .state = KindState(definition.kind) | RuleState(definition.rules),
           .text = "",
           .raw_value = "",
+          .group = definition.group,
           .children = {}};
 }
 

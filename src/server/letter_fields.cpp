@@ -75,10 +75,11 @@ FieldRules PossibleRules(FieldKind kind, const std::string& source) {
     case FieldKind::kFunction:
     case FieldKind::kLocal:
       return rule::kOfReference;
+    case FieldKind::kParagraph:
+      return rule::kOneOf;
     case FieldKind::kTable:
     case FieldKind::kColumn:
     case FieldKind::kUser:
-    case FieldKind::kParagraph:
       break;
   }
   return 0;
@@ -174,7 +175,8 @@ std::vector<LetterField> FindLetterFields(Database& database, const std::string&
                       .ignored_without = rows->Text(row, "FLD_REQ") == "I",
                       .default_text = rows->Text(row, "FLD_DFLT"),
                       .rules = *rules,
-                      .line = has_lines ? rows->Get(row, "FLD_LINE").AsInteger() : 0});
+                      .line = has_lines ? rows->Get(row, "FLD_LINE").AsInteger() : 0,
+                      .group = ParagraphGroup(rows->Text(row, "FLD_RULE"))});
   }
   return fields;
 }

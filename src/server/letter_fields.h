@@ -26,6 +26,7 @@ struct LetterField {
   std::string default_text = {};  ///< stands where there is no value
   FieldRules rules = 0;
   std::int64_t line = 0;  ///< in the file it was read from; 0 where that is not known
+  std::string group = {};  ///< of paragraphs of which the letter needs at least one; "" for everything else
 };
 
 /// What the letter asks of the address it goes to: bits of rule::kOfAddress.

@@ -100,6 +100,13 @@ TEST_F(LetterContext, SaysWhatTheUserHasToEnterAndToChoose) {
   EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x10, 0x10u);
   EXPECT_EQ(Flags("PARA_FREE_TEXT", "State") & 0x2FF, 0x210u);
   EXPECT_EQ(Field("PARA_FREE_TEXT").Text(), "");
+  EXPECT_EQ(Field("PARA_FREE_TEXT").Attribute("OneOf"), std::nullopt) << "this letter does without";
+}
+
+TEST_F(LetterContext, SaysOfWhichParagraphsTheLetterNeedsOne) {
+  GivenContext("105", {{"FORM_NBR", "3100009"}, {"FORM_TYP_CD", "M"}});
+  for (const auto* name : {"PARA_LATE_CLAIM", "PARA_NO_INVOICES", "PARA_NOT_EXEMPT", "PARA_FREE_TEXT"})
+    EXPECT_EQ(Attribute(name, "OneOf"), "REASON") << name;
 }
 
 TEST_F(LetterContext, NamesAreTakenAsTheyAre) {
