@@ -1,5 +1,7 @@
 #include "composition/frm_letter.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "composition/bookmark_name.h"
@@ -15,6 +17,9 @@ namespace {
 
 // A letter without paragraphs may leave this one out: not every sheriff has a second address line.
 constexpr std::string_view kMayBeEmpty = "U_SHERIFFADDR2";
+
+// The attribute by which the server says that the letter needs at least one paragraph of that group.
+constexpr std::string_view kGroup = "OneOf";
 
 }  // namespace
 
@@ -32,6 +37,7 @@ void frmLetter::OnLoad() {
   Trap(services_, "frmLetter.Load", [&] {
     paragraphs_.Begin(FileName);
     ReadBookMarkInput();
+    OfferEntries();
     user_bookmarks_.Show();
     paragraphs_.Show();
     sdgGrid.SetVisible(has_paragraphs_);
@@ -50,6 +56,20 @@ void frmLetter::ReadBookMarkInput() {
   } else {
     ReportUnreadable(services_, BookMarkInput, "frmLetter.load", "frmLetter.Load");
   }
+}
+
+void frmLetter::OfferEntries() {
+  const bool has_values = user_bookmarks_.Offer(Offered);
+  const bool has_choices = paragraphs_.Offer(Offered);
+  if (has_values || has_choices)
+    offered_notice.SetCaption("What was entered for this letter before is filled in again. Check it.");
+}
+
+KeptEntries frmLetter::Entries() const {
+  KeptEntries entries;
+  user_bookmarks_.AddTo(entries);
+  paragraphs_.AddTo(entries);
+  return entries;
 }
 
 bool frmLetter::GetBookMarkCollection(platform::XmlElement root) {
@@ -75,7 +95,7 @@ void frmLetter::AddBookmark(const platform::XmlElement& field) {
   if (state.IsUserType()) {
     user_bookmarks_.Add(description, name);
   } else {
-    paragraphs_.Add(description, name);
+    paragraphs_.Add(description, name, field.Attribute(kGroup).value_or(""));
   }
 }
 
@@ -94,20 +114,22 @@ void frmLetter::cmdOK_click() {
 }
 
 bool frmLetter::ValidateBookMark() {
-  missing_values_.clear();
+  missing_.clear();
   Trap(services_, "frmLetter.ValidateBookMark", [&] {
     if (has_paragraphs_) paragraphs_.GetUnCheckedParaBookMark(context_->Root());
-    missing_values_ = user_bookmarks_.GetEmptySingleBookMark([this](const std::string& name) {
+    missing_ = user_bookmarks_.GetEmptySingleBookMark([this](const std::string& name) {
       return has_paragraphs_ ? paragraphs_.CheckParaBookMark(name) : platform::Trim(name) == kMayBeEmpty;
     });
+    if (has_paragraphs_) std::ranges::move(paragraphs_.GetMissingParagraphs(), std::back_inserter(missing_));
   });
-  return missing_values_.empty();
+  return missing_.empty();
 }
 
 void frmLetter::TellMissingValues() {
-  services_.host.ShowMessage(
-      {"Enter following bookmark value(s):" + std::string(platform::kLineBreak) + missing_values_,
-       platform::MessageIcon::kExclamation, message_title_});
+  const std::string line_break(platform::kLineBreak);
+  auto text = "Enter following bookmark value(s):" + line_break;
+  for (const auto& entry : missing_) text += entry.description + line_break;
+  services_.host.ShowMessage({text, platform::MessageIcon::kExclamation, message_title_});
 }
 
 void frmLetter::PrintPreview() {
@@ -121,6 +143,7 @@ void frmLetter::PrintPreview() {
   ClearForm();
   auto& preview = Preview();
   preview.BadAddress = false;
+  preview.ProposedName = ProposedName;
   preview.PreviewDoc(FileName, TemplateName, XMLBookMark);
 }
 

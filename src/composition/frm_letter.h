@@ -3,13 +3,17 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "composition/kept_entries.h"
+#include "composition/missing_entry.h"
 #include "composition/paragraph_choice.h"
 #include "composition/preview_doc.h"
 #include "composition/user_bookmarks.h"
 #include "platform/controls/command.h"
 #include "platform/controls/entry_grid.h"
 #include "platform/controls/form.h"
+#include "platform/controls/label.h"
 #include "platform/controls/text_box.h"
 #include "platform/services.h"
 #include "platform/xml.h"
@@ -22,8 +26,9 @@ namespace composition {
 /// The caller sets BookMarkInput, FileName and TemplateName, shows the form modally, and reads XMLBookMark
 /// and DocPrinted when it has closed. "Print Preview" completes the context and opens the preview; the form
 /// stays until the letter is printed from there, or the user cancels. Printing more than once is not
-/// possible: the first print closes the form, and with it the preview. User-interface thread only; no
-/// operation fails, what goes wrong is reported.
+/// possible: the first print closes the form, and with it the preview. Whichever way it closes, the caller
+/// may keep what was entered (Entries) and offer it to the next form for the same letter. User-interface
+/// thread only; no operation fails, what goes wrong is reported.
 class frmLetter : public platform::Form {
  public:
   /// `message_title` is the title of the form's message boxes. `services` outlives the form.
@@ -32,17 +37,22 @@ class frmLetter : public platform::Form {
   std::string BookMarkInput;  ///< the letter's data context as the server sent it
   std::string FileName;       ///< the letter's template
   std::string TemplateName;
-  std::string XMLBookMark;  ///< the completed data context; empty where the user cancelled
-  bool DocPrinted = false;  ///< the letter was printed from this form's preview
+  std::string ProposedName;  ///< under which a save from the preview proposes to keep the letter
+  KeptEntries Offered;       ///< what was entered for the same letter before
+  std::string XMLBookMark;   ///< the completed data context; empty where the user cancelled
+  bool DocPrinted = false;   ///< the letter was printed from this form's preview
 
   platform::EntryGrid sdgUserBookmark;  ///< "User Bookmark": columns as in UserBookmarks
   platform::EntryGrid sdgGrid;          ///< "Paragraph Bookmark": columns as in ParagraphChoice
-  platform::TextBox txtParagraph;       ///< the chosen paragraph's wording, or the free text
+  platform::Label offered_notice;  ///< says that what was entered before is filled in; "" where it is not
+  platform::TextBox txtParagraph;  ///< the chosen paragraph's wording, or the free text
   platform::Command cmdOK{"Print Preview"};
   platform::Command cmdCancel{"Cancel Preview"};
 
-  /// Whether values were missing when the form was last confirmed.
-  bool HasMissingValues() const { return !missing_values_.empty(); }
+  /// What was missing when the form was last confirmed.
+  const std::vector<MissingEntry>& missing() const { return missing_; }
+  /// What stands in the form now, also after it was closed in whatever way.
+  KeptEntries Entries() const;
 
  protected:
   void OnLoad() override;
@@ -50,6 +60,7 @@ class frmLetter : public platform::Form {
 
  private:
   void ReadBookMarkInput();
+  void OfferEntries();
   /// Returns whether every field could be read.
   bool GetBookMarkCollection(platform::XmlElement root);
   void AddBookmark(const platform::XmlElement& field);
@@ -69,7 +80,7 @@ class frmLetter : public platform::Form {
   std::optional<platform::XmlDocument> context_;  // nothing where the input did not parse
   bool is_read_ = false;                          // the whole of it
   bool has_paragraphs_ = false;
-  std::string missing_values_;  // one line each
+  std::vector<MissingEntry> missing_;
 
   std::unique_ptr<ZEMLO_PreviewDoc> preview_;
   platform::Connection word_printed_;

@@ -78,6 +78,16 @@ void ZEMLO_LetterCombo::Code(std::string_view code) {
   });
 }
 
+std::string ZEMLO_LetterCombo::DescriptionOf(std::string_view code) {
+  std::string description;
+  Member("DescriptionOf", [&] {
+    if (platform::Trim(code).empty() || !CheckRecordSource()) return;
+    const auto row = rows()->Find(kCodeColumn, RecordSet::Match::kEquals, platform::Trim(code));
+    if (row) description = rows()->Text(*row, kDescriptionColumn);
+  });
+  return description;
+}
+
 void ZEMLO_LetterCombo::Description(std::string_view description) {
   Member("Description = " + std::string(description), [&] {
     if (description.empty()) {

@@ -33,6 +33,8 @@ class ZEMLO_LetterCombo : public platform::PickList {
   void CodeType(std::string code_type) { code_type_ = std::move(code_type); }
 
   std::string Description() const { return shown_text(); }
+  /// The description that goes with a code, whatever is shown; "" where the list has none.
+  std::string DescriptionOf(std::string_view code);
   /// Shows the row of that description. One that is not in the list is reported and leaves the text.
   void Description(std::string_view description);
 

@@ -43,8 +43,36 @@ void ParagraphChoice::Begin(std::string file_name) {
   free_text_.clear();
 }
 
-void ParagraphChoice::Add(const std::string& description, const std::string& name) {
+void ParagraphChoice::Add(const std::string& description, const std::string& name, const std::string& group) {
   rows_->Append({description, 0, name});
+  groups_.push_back(group);
+}
+
+bool ParagraphChoice::Offer(const KeptEntries& kept) {
+  bool is_offered = false;
+  for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
+    const auto name = rows_->Text(row, kName);
+    if (name == kFreeText && !kept.free_text.empty()) {
+      free_text_ = kept.free_text;
+      is_offered = true;
+    }
+    if (!kept.ticked.contains(name)) continue;
+    rows_->Set(row, kTick, 1);
+    is_offered = true;
+  }
+  return is_offered;
+}
+
+void ParagraphChoice::AddTo(KeptEntries& kept) const {
+  kept.free_text = editing_free_text_ ? text_.text() : free_text_;
+  for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
+    if (IsTicked(row)) kept.ticked.insert(rows_->Text(row, kName));
+  }
+}
+
+void ParagraphChoice::Show() {
+  grid_.Bind(rows_);
+  sdgGrid_Change();
 }
 
 void ParagraphChoice::GetParagraphBookmark() {
@@ -127,6 +155,45 @@ void ParagraphChoice::SetInnerState(const std::string& name, bool flag, platform
   state.SaveState(element);
 }
 
+bool ParagraphChoice::IsChosen(std::size_t row) const {
+  return IsTicked(row) && (rows_->Text(row, kName) != kFreeText || !platform::IsBlank(free_text_));
+}
+
+std::vector<MissingEntry> ParagraphChoice::GetMissingParagraphs() {
+  std::vector<MissingEntry> missing;
+  Trap(services_, "frmLetter.GetMissingParagraphs", [&] {
+    std::set<std::string> chosen = {""};  // of no group
+    for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
+      if (IsChosen(row)) chosen.insert(groups_[row]);
+    }
+    for (std::size_t first = 0; first < rows_->RecordCount(); ++first) {
+      if (!chosen.insert(groups_[first]).second) continue;
+      if (missing.empty()) grid_.MoveTo(WhereToChoose(first));
+      missing.push_back(GroupFrom(first));
+    }
+  });
+  return missing;
+}
+
+/// Of the group that begins in this row: the free text that is ticked and blank, else its first paragraph.
+std::size_t ParagraphChoice::WhereToChoose(std::size_t first) const {
+  for (std::size_t row = first; row < rows_->RecordCount(); ++row) {
+    if (groups_[row] == groups_[first] && IsTicked(row)) return row;
+  }
+  return first;
+}
+
+/// The group that begins in this row, as it is asked for.
+MissingEntry ParagraphChoice::GroupFrom(std::size_t first) const {
+  MissingEntry group{.description = "At least one of:", .names = {}, .is_paragraph = true};
+  for (std::size_t row = first; row < rows_->RecordCount(); ++row) {
+    if (groups_[row] != groups_[first]) continue;
+    group.description += (group.names.empty() ? " " : ", ") + rows_->Text(row, kDescription);
+    group.names.push_back(rows_->Text(row, kName));
+  }
+  return group;
+}
+
 bool ParagraphChoice::CheckParaBookMark(const std::string& name) {
   bool is_unchosen = false;
   Trap(services_, "frmLetter.CheckParaBookMark", [&] { is_unchosen = unchosen_.contains(name); });
@@ -146,7 +213,7 @@ void ParagraphChoice::SaveParagraphMarks(platform::XmlElement root) const {
 void ParagraphChoice::ReplaceParagraph(platform::XmlElement root) const {
   using platform::Failure;
   Trap(services_, "frmLetter.ReplaceParagraph", [&] {
-    if (platform::Trim(free_text_).empty()) return;
+    if (platform::IsBlank(free_text_)) return;
     for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
       if (!IsTicked(row) || rows_->Text(row, kName) != kFreeText) continue;
       auto element = root.FirstByTagName(kFreeText);

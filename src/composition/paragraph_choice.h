@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "composition/kept_entries.h"
+#include "composition/missing_entry.h"
 #include "composition/template_bookmarks.h"
 #include "platform/controls/entry_grid.h"
 #include "platform/controls/text_box.h"
@@ -32,9 +34,10 @@ class ParagraphChoice {
 
   /// Forgets the free text; `file_name` is the letter's document from here on.
   void Begin(std::string file_name);
-  void Add(const std::string& description, const std::string& name);
-  /// The grid shows what was added.
-  void Show() { grid_.Bind(rows_); }
+  /// `group`: at least one of the paragraphs with that name of a group is needed; "" where it is free.
+  void Add(const std::string& description, const std::string& name, const std::string& group);
+  /// The grid shows what was added, the text box what stands in its first row.
+  void Show();
 
   /// Reads the paragraphs' wording from the letter's document, opening it where it is not open. Where that
   /// fails, no tick tries again before Release.
@@ -44,6 +47,14 @@ class ParagraphChoice {
 
   /// Collects the user bookmarks that stand in unticked paragraphs: see CheckParaBookMark.
   void GetUnCheckedParaBookMark(platform::XmlElement root);
+  /// The groups of which no paragraph is ticked; a free text without a word does not count. In the grid's
+  /// order; the grid's cursor goes to the first one.
+  std::vector<MissingEntry> GetMissingParagraphs();
+  /// Ticks, and writes, what was entered before; returns whether anything was. AddTo takes the free text as
+  /// it stands in the text box.
+  bool Offer(const KeptEntries& kept);
+  void AddTo(KeptEntries& kept) const;
+
   /// Whether a user bookmark stands in an unticked paragraph, by what was collected last.
   bool CheckParaBookMark(const std::string& name);
   /// Writes into the context which paragraphs the letter is to show, so that the last choice counts: unticked
@@ -66,13 +77,18 @@ class ParagraphChoice {
   void SetState(const std::vector<std::string>& names, bool flag, platform::XmlElement root);
   void SetInnerState(const std::string& name, bool flag, platform::XmlElement root);
   void RequireTemplate();
-  bool IsTicked(std::size_t row) const { return grid_.IsTicked(row); }
+  bool IsTicked(std::size_t row) const { return rows_->Get(row, kTick).AsInteger() != 0; }
+  /// Ticked, and with something to say.
+  bool IsChosen(std::size_t row) const;
+  std::size_t WhereToChoose(std::size_t first) const;
+  MissingEntry GroupFrom(std::size_t first) const;
 
   const platform::Services& services_;
   platform::EntryGrid& grid_;
   platform::TextBox& text_;
   TemplateBookmarks template_;
   std::shared_ptr<platform::RecordSet> rows_;
+  std::vector<std::string> groups_;  // by row
 
   std::string file_name_;
   bool is_unreadable_ = false;  // the last try to read the template has failed

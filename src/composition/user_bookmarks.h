@@ -3,7 +3,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "composition/kept_entries.h"
+#include "composition/missing_entry.h"
 #include "platform/controls/entry_grid.h"
 #include "platform/record_set.h"
 #include "platform/services.h"
@@ -31,9 +34,13 @@ class UserBookmarks {
   /// The grid shows what was added.
   void Show() { grid_.Bind(rows_); }
 
-  /// The descriptions of the values that are missing, each with a line break after it, in the grid's order;
-  /// the grid's cursor goes to the first one.
-  std::string GetEmptySingleBookMark(const MayBeEmpty& may_be_empty);
+  /// Fills in what was entered before; a value that the letter does not ask for is passed over. Returns
+  /// whether anything was.
+  bool Offer(const KeptEntries& kept);
+  void AddTo(KeptEntries& kept) const;
+
+  /// The values that are missing, in the grid's order; the grid's cursor goes to the first one.
+  std::vector<MissingEntry> GetEmptySingleBookMark(const MayBeEmpty& may_be_empty);
   /// Writes the values into the elements of the context. Ends with a report at the first row that has none.
   void ReplaceUserBK(platform::XmlElement root) const;
 
@@ -41,6 +48,7 @@ class UserBookmarks {
   const platform::Services& services_;
   platform::EntryGrid& grid_;
   std::shared_ptr<platform::RecordSet> rows_;
+  platform::Connection lines_joined_;
 };
 
 }  // namespace composition

@@ -125,6 +125,21 @@ TEST_F(TheLetterForm, TakesPastedTextWithoutWhatNoDocumentCarries) {
   EXPECT_THAT(Reports(), IsEmpty());
 }
 
+// A cell copied from a spreadsheet ends with a line break, which stood in the middle of the printed sentence.
+TEST_F(TheLetterForm, TakesAValueAsOneLineWithoutBlanksAroundIt) {
+  Load(kLetter);
+  UserFills(0, "\u00A0 Ann\r\n");
+  EXPECT_EQ(outside.status.LastText(), "Ready");
+  UserFills(1, " 12 Main St\r\n  Troy\n");
+  EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", "12 Main St Troy"));
+  EXPECT_EQ(outside.status.LastText(), "The lines of \"U_TOWN\" have become one line.");
+  UserFills(1, "\u00A0\u200B\uFEFF\u3000\r\n");
+  form->sdgUserBookmark.MoveTo(0);
+  EXPECT_EQ(form->sdgUserBookmark.NextBlank(), 1u);
+  UserConfirms();
+  EXPECT_EQ(Message(), "Enter following bookmark value(s):\r\nU_TOWN\r\n");
+}
+
 TEST_F(TheLetterForm, CannotBeConfirmedWhereAFieldCouldNotBeRead) {
   Load(R"(<C State="8"><A State="8"/><B State="oops"/><D State="8"/></C>)");
   EXPECT_THAT(Reports(), ElementsAre("frmLetter.GetBookMarkCollection"));
@@ -261,6 +276,71 @@ TEST_F(TheLetterForm, LetsAValueInAnUntickedParagraphBeMissing) {
   UserConfirms();
   EXPECT_EQ(Message(), "Enter following bookmark value(s):\r\nLanguage\r\n");
   EXPECT_EQ(print.merged.size(), 1u);
+}
+
+// A refund was denied "for the reason given here:", and none was given.
+TEST_F(TheLetterForm, AsksForAParagraphOfAGroupThatTheLetterNeeds) {
+  Load(R"(<C State="18"><U_DAY State="8" V_EnglishDesc="Day"/><PARA_HELLO State="210"/>)"
+       R"(<PARA_ONE State="210" V_EnglishDesc="First" OneOf="WHY"/>)"
+       R"(<PARA_FREE_TEXT State="210" V_EnglishDesc="Own text" OneOf="WHY"/></C>)");
+  UserTicks(0);
+  UserConfirms();
+  EXPECT_EQ(Message(), "Enter following bookmark value(s):\r\nDay\r\nAt least one of: First, Own text\r\n");
+  UserFills(0, "Monday");
+  UserConfirms();
+  EXPECT_EQ(Message(), "Enter following bookmark value(s):\r\nAt least one of: First, Own text\r\n");
+  EXPECT_EQ(form->sdgGrid.rows()->CurrentRow(), 1u) << "the cursor goes to the group";
+  ASSERT_EQ(form->missing().size(), 1u);
+  EXPECT_THAT(form->missing()[0].names, ElementsAre("PARA_ONE", "PARA_FREE_TEXT"));
+  EXPECT_THAT(print.merged, IsEmpty());
+
+  UserTicks(2);
+  UserWrites("\u00A0\n");
+  UserConfirms();
+  EXPECT_THAT(print.merged, IsEmpty()) << "a free text without a word gives no reason";
+  UserWrites("The claim was paid before.");
+  UserConfirms();
+  EXPECT_EQ(print.merged.size(), 1u);
+  EXPECT_THAT(form->missing(), IsEmpty());
+  EXPECT_THAT(Reports(), IsEmpty());
+}
+
+// What took a quarter of an hour to type was gone with one press of Esc.
+TEST_F(TheLetterForm, KeepsWhatWasEnteredForTheNextFormHoweverItCloses) {
+  Load(kLetterWithParagraphs);
+  EXPECT_EQ(form->offered_notice.caption(), "");
+  UserFills(0, "Monday");
+  UserTicks(kFirst);
+  UserTicks(kFreeText);
+  form->txtParagraph.UserEdits("ABC");  // and the box still has the keyboard
+  form->cmdCancel.UserClicks();
+  const auto kept = form->Entries();
+  EXPECT_EQ(form->XMLBookMark, "");
+
+  form = std::make_unique<frmLetter>(outside.services(), "Letters");
+  form->BookMarkInput = kLetterWithParagraphs;
+  form->FileName = "templates/hrg.docx";
+  form->Offered = kept;
+  form->Load();
+  form->Activate();
+  EXPECT_NE(form->offered_notice.caption(), "");
+  EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Monday", ""));
+  EXPECT_TRUE(form->sdgGrid.IsTicked(kFirst));
+  EXPECT_THAT(form->txtParagraph.text(), HasSubstr("An interpreter")) << "the wording of the first paragraph";
+  form->sdgGrid.UserMovesTo(kFreeText);
+  EXPECT_EQ(form->txtParagraph.text(), "ABC");
+  UserFills(1, "Welsh");
+  UserConfirms();
+  EXPECT_THAT(print.merged.back(), HasSubstr("ABC||"));
+}
+
+TEST_F(TheLetterForm, OffersNothingToFieldsThatTheLetterDoesNotHave) {
+  form = std::make_unique<frmLetter>(outside.services(), "Letters");
+  form->BookMarkInput = kLetter;
+  form->Offered = {.values = {{"GONE", "x"}}, .ticked = {"PARA_ONE"}, .free_text = "ABC"};
+  form->Load();
+  EXPECT_EQ(form->offered_notice.caption(), "");
+  EXPECT_TRUE(form->Entries().values.empty());
 }
 
 TEST_F(TheLetterForm, SaysInTheContextWhatIsTickedWhenItIsConfirmed) {
