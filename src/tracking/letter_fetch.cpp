@@ -1,11 +1,20 @@
 #include "tracking/letter_fetch.h"
 
+#include <string_view>
+
+#include "platform/text.h"
 #include "tracking/letter_owner.h"
 #include "workspace/listed_letters.h"
 
 namespace tracking {
 
 using platform::Criterion;
+
+namespace {
+
+constexpr std::size_t kDayLength = std::string_view("yyyy-mm-dd").size();
+
+}  // namespace
 
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
@@ -39,7 +48,17 @@ workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace
   if (grid == workspace::PageIndex::kBatchReprint) return {.sequence_number = next_of_run_(action)};
   auto& list = pages_.sdgGrid(grid);
   list.ShowCurrent();  // nothing is done to a letter that the user does not see
-  return workspace::CurrentLetter(workspace::ListedLetters(list));
+  auto letter = workspace::CurrentLetter(workspace::ListedLetters(list));
+  const auto& row = *list.rows();
+  const auto text = [&row](const char* column) {
+    return row.HasColumn(column) ? row.Text(column) : std::string();
+  };
+  letter.letter_type = text("LTR_TYP_ID");
+  letter.letter_name = pages_.correspondence.ZEMLO_LetterType.DescriptionOf(letter.letter_type);
+  const auto printed = text("PRNT_TS");
+  const auto day = platform::FirstCharacters(printed, kDayLength);
+  if (platform::ParseDate(day)) letter.day = day;
+  return letter;
 }
 
 }  // namespace tracking

@@ -9,6 +9,8 @@ namespace workspace {
 /// for the next letter while this one stands in a preview: what is recorded of it comes from here.
 struct LetterData {
   std::string letter_type = {};
+  std::string letter_name = {};  ///< in words; "" where it is not known
+  std::string day = {};          ///< yyyy-mm-dd of a stored letter's first print; "" for a new one
   std::string template_name = {};
   std::string template_path = {};  ///< where the template is on this machine
   std::string form_type = {};

@@ -3,6 +3,8 @@
 #include <optional>
 #include <string>
 
+#include "workspace/letter_data.h"
+
 namespace workspace {
 
 /// What the letter information form shows. The times, status and errors are those of a letter that was
@@ -29,9 +31,9 @@ class LetterForms {
 
   /// Shows a data context with its errors.
   virtual void ShowLetterInformation(const LetterInformation& letter) = 0;
-  /// Lets the user fill what only the user knows. `file_name` is the template's local path.
-  virtual EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
-                                       const std::string& context) = 0;
+  /// Lets the user fill what only the user knows. What is entered is kept, however the dialog closes, and
+  /// offered when the same letter for the same customer and form comes again before another one.
+  virtual EnteredLetter EnterBookmarks(const LetterData& letter) = 0;
 };
 
 }  // namespace workspace

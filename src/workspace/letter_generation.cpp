@@ -33,6 +33,7 @@ void LetterGeneration::SelectNewType() {
     if (!RequireTemplate(template_path)) return;
     const auto& shown = uses_.pages.correspondence.panel;
     uses_.letter = {.letter_type = letter_code,
+                    .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
                     .template_name = uses_.state.template_name,
                     .template_path = template_path,
                     .form_type = uses_.request.form_type,
@@ -187,7 +188,7 @@ void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, Le
 
 void LetterGeneration::CompleteLetter(LetterData& letter) const {
   uses_.services.status.ShowStatus("Displaying bookmark information");
-  auto entered = uses_.forms.EnterBookmarks(letter.template_path, letter.template_name, letter.context);
+  auto entered = uses_.forms.EnterBookmarks(letter);
   letter.context = std::move(entered.XMLBookMark);
   letter.printed_from_entry_form = entered.DocPrinted;
   uses_.services.status.ShowStatus("Ready");

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "workspace/address_status.h"
+#include "workspace/proposed_file_name.h"
 
 namespace workspace {
 
@@ -39,7 +40,9 @@ composition::ZEMLO_PreviewDoc& LetterPrinting::PreviewOf(const LetterData& lette
   previewed_letter_ = letter;
   previewed_request_ = request_name;
   ExpectPrint(letter, request_name);
-  return RequirePreview();
+  auto& preview = RequirePreview();
+  preview.ProposedName = ProposedFileName(letter, uses_.services.clock.Today());
+  return preview;
 }
 
 void LetterPrinting::Preview(const LetterData& letter, const std::string& request_name) {

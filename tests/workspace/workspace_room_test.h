@@ -31,9 +31,8 @@ struct ScriptedForms : LetterForms {
     shown.push_back(letter.context);
     information.push_back(letter);
   }
-  EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
-                               const std::string& context) override {
-    entered.push_back(file_name + "|" + template_name + "|" + context);
+  EnteredLetter EnterBookmarks(const LetterData& letter) override {
+    entered.push_back(letter.template_path + "|" + letter.template_name + "|" + letter.context);
     return answer;
   }
 };

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "composition/kept_entries.h"
 #include "platform/services.h"
 #include "workspace/letter_forms.h"
 #include "workspace/messaging/workspace_state.h"
@@ -16,12 +17,21 @@ class LetterDialogs : public LetterForms {
       : services_(services), state_(state) {}
 
   void ShowLetterInformation(const LetterInformation& letter) override;
-  EnteredLetter EnterBookmarks(const std::string& file_name, const std::string& template_name,
-                               const std::string& context) override;
+  EnteredLetter EnterBookmarks(const LetterData& letter) override;
 
  private:
+  /// What tells one letter from another for the person who completes it.
+  struct Key {
+    std::string letter_type, customer_id, form_type, form_number;
+    bool operator==(const Key&) const = default;
+  };
+
   const platform::Services& services_;
   const WorkspaceState& state_;
+
+  // Of the letter that was completed last. They end with the program.
+  Key kept_for_;
+  composition::KeptEntries kept_;
 };
 
 }  // namespace workspace

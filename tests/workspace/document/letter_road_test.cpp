@@ -301,5 +301,43 @@ TEST_F(LetterRoad, ClearsThePage) {
   EXPECT_THAT(fakes_.server.requests, SizeIs(2));
 }
 
+// Esc on the form threw away what had been typed, and a file and a print needed it typed twice.
+TEST_F(LetterRoad, OffersWhatWasEnteredWhenTheSameLetterComesAgainBeforeAnotherOne) {
+  constexpr const char* kAsks = "<XML_CONTEXT State=\"8\"><U_DAY State=\"8\"/></XML_CONTEXT>";
+  const auto value = [](platform::Form& form) -> std::string {
+    return dynamic_cast<composition::frmLetter&>(form).Entries().values["U_DAY"];
+  };
+  std::vector<std::string> offered;
+  fakes_.host.user_in_form = [&](platform::Form& form) {
+    offered.push_back(value(form));
+    auto& values = dynamic_cast<composition::frmLetter&>(form).sdgUserBookmark;
+    if (offered.back().empty()) values.UserEdits(0, "Monday");
+    if (offered.size() == 2) dynamic_cast<composition::frmLetter&>(form).cmdOK.UserClicks();
+    if (offered.size() == 2) print_.UserPrints();
+  };
+  const auto letter_for = [&](const std::string& customer) {
+    UserChoosesCustomer(customer);
+    UserPicksLetterType("110");
+    UserClicksCreateLetter();
+    ServerRepliesWithContext(kAsks, {{"CUST_ID", customer}});
+  };
+  letter_for("4711");  // and the form is closed by its close box
+  letter_for("4711");  // printed
+  fakes_.server.ReplyWithNothing();
+  fakes_.RunEvents();
+  letter_for("4711");
+  letter_for("4712");
+  letter_for("4711");
+  EXPECT_THAT(offered, ElementsAre("", "Monday", "Monday", "", ""));
+  EXPECT_THAT(fakes_.host.messages, IsEmpty());
+}
+
+TEST_F(LetterRoad, ProposesLetterCustomerAndDayForAFile) {
+  GivenLetterIsAskedFor();
+  ServerRepliesWithContext("<XML_CONTEXT><CUSTOMER_NAME>A/B: \"Caf\u00E9\"</CUSTOMER_NAME></XML_CONTEXT>");
+  const auto today = platform::DateText(fakes_.clock.Today());
+  EXPECT_THAT(print_.proposed_names, ElementsAre("Tax liability - A-B- -Caf\u00E9- - " + today));
+}
+
 }  // namespace
 }  // namespace workspace

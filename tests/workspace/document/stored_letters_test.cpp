@@ -121,6 +121,29 @@ TEST_F(StoredLetters, AreRecordedAfterASaveOnlyWhereTheirAddressFailed) {
   EXPECT_THAT(fakes_.print_journal.notes, IsEmpty());
 }
 
+TEST_F(StoredLetters, AreProposedUnderTheirOwnNameAndDayForAFile) {
+  Tracking().sdgGrid.Bind(fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", "17"},
+                                                      {"DCMT_FILE_TXT", "TAX110.DOCX"},
+                                                      {"PRNT_STTS_CD", "P"},
+                                                      {"LTR_TYP_ID", "110"},
+                                                      {"PRNT_TS", "2021-03-04 10.11.12"}}}));
+  UserSelects({0});
+  UserActs(TrackingPage::kSave);
+  ServerBringsLetter();
+  EXPECT_THAT(print_.proposed_names, ElementsAre("Tax liability - 2021-03-04"));
+}
+
+TEST_F(StoredLetters, ThatShowAPlaceholderEndTheirRunUnprinted) {
+  print_.not_filled = {"DUE_DT"};
+  UserReprints({0, 1});
+  const auto sent = Sent();
+  ServerBringsLetter();
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.PrintDocument"));
+  EXPECT_EQ(Sent(), sent) << "nothing is recorded, and no further letter is fetched";
+  EXPECT_TRUE(Tracking().sdgGrid.enabled());
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
+}
+
 TEST_F(StoredLetters, BringTheirTemplateWhereItIsMissing) {
   fakes_.files.content.erase("templates/TAX110.DOCX");
   fakes_.files.content["srv\\TAX110.DOCX"] = "of the server";
