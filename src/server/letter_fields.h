@@ -25,7 +25,7 @@ struct LetterField {
   bool ignored_without = false;   ///< without it there is nothing to write the letter about
   std::string default_text = {};  ///< stands where there is no value
   FieldRules rules = 0;
-  std::int64_t line = 0;  ///< in the file it was read from; 0 where that is not known
+  std::int64_t line = 0;   ///< in the file it was read from; 0 where that is not known
   std::string group = {};  ///< of paragraphs of which the letter needs at least one; "" for everything else
 };
 
