@@ -27,9 +27,9 @@ constexpr int kPages = 3;
 Desktop::Desktop(const host::DataFolder& folder)
     : own_settings_(desktop::ToQt((folder.Config() / "desktop.ini").string()), QSettings::IniFormat),
       view_settings_(folder),
-      shell_(events_),
+      shell_(events_, &view_settings_),
       preview_(events_, shell_.guard(), shell_.window()),
-      notices_(shell_.window()),
+      notices_(shell_),
       office_(folder, {shell_, shell_, events_, preview_, notices_,
                        [this](const std::string& description, const std::string&) { TellError(description); },
                        [this](const std::function<bool()>& done) { shell_.WaitUntil(done); }}) {
@@ -88,7 +88,7 @@ void Desktop::TellFaults() {
 // From any thread.
 void Desktop::TellError(const std::string& description) {
   events_.Post([this, description] {
-    window().ShowNotice(desktop::ToQt(description + " (The error log has the details.)"));
+    shell_.ShowNotice(desktop::ToQt(description + " (The error log has the details.)"));
   });
 }
 

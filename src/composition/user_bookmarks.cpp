@@ -14,7 +14,7 @@ UserBookmarks::UserBookmarks(const platform::Services& services, platform::Entry
       grid_(grid),
       rows_(std::make_shared<platform::RecordSet>(std::vector<std::string>{kDescription, kValue, kName})),
       lines_joined_(grid.LinesJoined.Connect([this](std::size_t row) {
-        services_.status.ShowStatus("The lines of " + platform::Quoted(rows_->Text(row, kDescription)) +
+        services_.status.ShowReason("The lines of " + platform::Quoted(rows_->Text(row, kDescription)) +
                                     " have become one line.");
       })) {
   grid_.columns = {{kDescription, "Bookmark Name", "", false, "", ""},

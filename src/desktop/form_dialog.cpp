@@ -22,11 +22,11 @@ QWidget* Scrolled(QWidget* view) {
 
 }  // namespace
 
-FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent) : QDialog(parent), form_(form) {
-  auto* layout = new QVBoxLayout(this);
+FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent)
+    : QDialog(parent), form_(form), layout_(new QVBoxLayout(this)) {
   const auto smallest = view->minimumSizeHint().expandedTo(view->minimumSize());
   const bool fits = smallest.boundedTo(RoomOnScreen(*this)) == smallest;
-  layout->addWidget(fits ? view : Scrolled(view));
+  layout_->addWidget(fits ? view : Scrolled(view), 1);
   if (!fits) resize(view->sizeHint().boundedTo(RoomOnScreen(*this)));
   KeepOnScreen(*this);
   setWindowTitle(ToQt(form.caption()));
@@ -45,13 +45,24 @@ void FormDialog::FormHidden() {
   if (form_hidden) form_hidden();
 }
 
-void FormDialog::reject() {
+void FormDialog::ShowNotice(const QString& text) {
+  delete notice_;
+  notice_ = new NoticeBar(text, nullptr, this);
+  layout_->insertWidget(0, notice_);
+}
+
+void FormDialog::CloseForm() {
+  if (auto* field = focusWidget()) field->clearFocus();
   form_.Close();
+}
+
+void FormDialog::reject() {
+  CloseForm();
 }
 
 void FormDialog::closeEvent(QCloseEvent* event) {
   event->ignore();  // the form decides, and hides this window when it agrees
-  form_.Close();
+  CloseForm();
 }
 
 }  // namespace desktop

@@ -4,14 +4,11 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace desktop {
@@ -113,26 +110,11 @@ void HostWindow::DropNotice() {
 void HostWindow::ShowNotice(const QString& text, Stays stays) {
   delete notice_;
   notice_stays_ = stays;
-  auto* bar = new QFrame(this);
-  bar->setFrameShape(QFrame::StyledPanel);
-  auto* layout = new QHBoxLayout(bar);
-  layout->setContentsMargins(8, 2, 2, 2);
-  auto* label = new QLabel(text, bar);
-  label->setWordWrap(true);
-  label->setTextFormat(Qt::PlainText);
-  label->setTextInteractionFlags(Qt::TextSelectableByMouse);  // it may name a file
-  auto* dismiss = new QToolButton(bar);
-  dismiss->setText(QStringLiteral("Dismiss"));
-  dismiss->setAutoRaise(true);
-  dismiss->setFocusPolicy(Qt::TabFocus);
-  layout->addWidget(label, 1);
-  layout->addWidget(dismiss);
-  connect(dismiss, &QToolButton::clicked, bar, [this, bar] {
-    bar->hide();
+  const auto dismissed = [this] {
     if (notice_dismissed) notice_dismissed();
-  });
-  content_->insertWidget(0, bar);
-  notice_ = bar;
+  };
+  notice_ = new NoticeBar(text, dismissed, this);
+  content_->insertWidget(0, notice_);
 }
 
 void HostWindow::ShowStatus(const QString& text) {

@@ -6,6 +6,8 @@
 
 #include <QMainWindow>
 
+#include "desktop/notice_bar.h"
+
 class QAction;
 class QLabel;
 class QVBoxLayout;
@@ -13,7 +15,7 @@ class QVBoxLayout;
 namespace desktop {
 
 /// The host's main window: its toolbar, its status bar, and the document in between.
-class HostWindow : public QMainWindow {
+class HostWindow : public QMainWindow, public NoticePlace {
  public:
   explicit HostWindow(const QString& caption);
 
@@ -21,8 +23,9 @@ class HostWindow : public QMainWindow {
   void ShowDocument(QWidget* document);
   /// Whether a notice stays when the user goes on to something else.
   enum class Stays { kNo, kYes };
-  /// A line above the document until the user dismisses it, or another one takes its place.
-  void ShowNotice(const QString& text, Stays stays = Stays::kNo);
+  /// A line above the document.
+  void ShowNotice(const QString& text) override { ShowNotice(text, Stays::kNo); }
+  void ShowNotice(const QString& text, Stays stays);
   /// Takes the line away, unless it is one that stays.
   void DropNotice();
   /// Work goes on behind the window, or none does any more.

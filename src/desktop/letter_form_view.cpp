@@ -7,6 +7,7 @@
 
 #include "desktop/binders/text_box_binding.h"
 #include "desktop/field_layout.h"
+#include "desktop/qt_text.h"
 
 namespace desktop {
 namespace {
@@ -27,6 +28,7 @@ void KeepRowsInSight(EntryGridView& grid, int rows) {
 LetterFormView::LetterFormView(composition::frmLetter& form, QWidget* parent)
     : QWidget(parent),
       form_(form),
+      offer_(new QLabel(this)),
       values_(new EntryGridView(this)),
       paragraphs_(new EntryGridView(this)),
       text_(new QPlainTextEdit(this)),
@@ -62,6 +64,9 @@ void LetterFormView::LayOut() {
 
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
+  offer_->setTextFormat(Qt::PlainText);
+  ShowOffer();
+  layout->addWidget(offer_);
   layout->addWidget(value_box, kRowsOfValues);
   layout->addWidget(paragraph_box_, kRowsOfParagraphs);
   layout->addLayout(ends);
@@ -75,14 +80,20 @@ void LetterFormView::ShowParagraphs() {
   paragraph_box_->setVisible(form_.sdgGrid.visible());
 }
 
+void LetterFormView::ShowOffer() {
+  offer_->setText(ToQt(form_.offered_notice.caption()));
+  offer_->setVisible(!offer_->text().isEmpty());
+}
+
 QSize LetterFormView::sizeHint() const {
   return {fontMetrics().averageCharWidth() * kWidthInCharacters, fontMetrics().height() * kHeightInLines};
 }
 
 void LetterFormView::MoveKeyboardAfterConfirming() {
-  if (!form_.shown() || !form_.HasMissingValues()) return;
-  values_->ShowCurrentRow();
-  values_->setFocus();
+  if (!form_.shown() || form_.missing().empty()) return;
+  auto& grid = form_.missing().front().is_paragraph ? *paragraphs_ : *values_;
+  grid.ShowCurrentRow();
+  grid.setFocus();
 }
 
 void LetterFormView::keyPressEvent(QKeyEvent* event) {

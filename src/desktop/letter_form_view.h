@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QWidget>
@@ -25,10 +26,12 @@ class LetterFormView : public QWidget {
  private:
   void LayOut();
   void ShowParagraphs();
-  /// To the first value that is missing, where the user was told of any.
+  void ShowOffer();
+  /// To the first value or paragraph that is missing, where the user was told of any.
   void MoveKeyboardAfterConfirming();
 
   composition::frmLetter& form_;
+  QLabel* offer_;
   EntryGridView* values_;
   EntryGridView* paragraphs_;
   QPlainTextEdit* text_;

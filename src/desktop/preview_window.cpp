@@ -26,17 +26,18 @@ PreviewDialog::PreviewDialog(platform::PreviewContent content, QtEventQueue& eve
       content_(std::move(content)),
       events_(events),
       guard_(guard),
+      layout_(new QVBoxLayout(this)),
       pages_(new PreviewPages(this)),
       page_number_(new QLabel(this)),
       finds_(new QLabel(this)),
       search_(new QLineEdit(this)) {
   setWindowTitle(ToQt(content_.title));
   setWindowModality(Qt::ApplicationModal);
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  layout->addWidget(MakeToolbar());
-  layout->addWidget(pages_, 1);
+  layout_->setContentsMargins(0, 0, 0, 0);
+  layout_->setSpacing(0);
+  layout_->addWidget(MakeToolbar());
+  AddWarning();
+  layout_->addWidget(pages_, 1);
   FitToScreen(*this, kUsualSize);
 
   if (!pages_->Load(ToQt(content_.pdf.string()))) {
@@ -127,8 +128,36 @@ void PreviewDialog::RunWaiting() {
   RunHeld(std::exchange(waiting_, nullptr));
 }
 
+void PreviewDialog::AddWarning() {
+  if (content_.not_filled.empty()) return;
+  QStringList names;
+  for (const auto& name : content_.not_filled) names += ToQt(name);
+  auto* warning =
+      new QLabel(QStringLiteral("Nothing fills these places of the letter: %1. Print and Save ask "
+                                "before it goes out with placeholders.")
+                     .arg(names.join(QStringLiteral(", "))),
+                 this);
+  warning->setAccessibleName(QStringLiteral("Warning"));
+  warning->setTextFormat(Qt::PlainText);
+  warning->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  warning->setWordWrap(true);
+  warning->setFrameShape(QFrame::StyledPanel);
+  warning->setMargin(6);
+  auto font = warning->font();
+  font.setBold(true);
+  warning->setFont(font);
+  layout_->addWidget(warning);
+}
+
+void PreviewDialog::ShowNotice(const QString& text) {
+  delete notice_;
+  notice_ = new NoticeBar(text, nullptr, this);
+  layout_->insertWidget(layout_->indexOf(pages_), notice_);
+}
+
 void PreviewDialog::RunHeld(const std::function<void()>& work) {
   const auto own_copy = work;
+  delete notice_;  // of the try before
   const QtEventQueue::Hold hold(events_);
   if (own_copy) own_copy();
 }

@@ -1,23 +1,23 @@
 #pragma once
 
-#include "desktop/host_window.h"
+#include "desktop/qt_host_shell.h"
 #include "platform/print_component.h"
 
 namespace desktop {
 
-/// Tells in the window where letters went.
+/// Tells in the window, and in the form or preview in front, where letters went.
 class PrintNotices : public platform::PrintObserver {
  public:
-  /// `window` outlives this.
-  explicit PrintNotices(HostWindow& window) : window_(window) {}
+  /// `shell` outlives this.
+  explicit PrintNotices(QtHostShell& shell) : shell_(shell) {}
 
   void LetterPrinted(const std::string& destination) override;
   void LetterSaved(const std::filesystem::path& file) override;
-  void LayoutUnderWay(bool is_under_way) override { window_.ShowWork(is_under_way); }
+  void LayoutUnderWay(bool is_under_way) override { shell_.window().ShowWork(is_under_way); }
   void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) override;
 
  private:
-  HostWindow& window_;
+  QtHostShell& shell_;
 };
 
 }  // namespace desktop

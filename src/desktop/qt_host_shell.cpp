@@ -7,10 +7,13 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QStandardPaths>
 #include <QTimer>
 
 #include "desktop/form_dialog.h"
@@ -28,6 +31,7 @@ namespace {
 
 constexpr auto kCaption = "Correspondence";
 constexpr auto kTag = "zemlo-corresp";
+constexpr std::string_view kSaveFolder = "SaveFolder";  // in the view settings
 
 struct SaveFormat {
   const char* ending;
@@ -105,7 +109,8 @@ class QtHostShell::BoxScope {
   const WorkScope work_;
 };
 
-QtHostShell::QtHostShell(QtEventQueue& events) : events_(events), window_(QLatin1String(kCaption)) {}
+QtHostShell::QtHostShell(QtEventQueue& events, platform::ViewSettings* remembered)
+    : events_(events), remembered_(remembered), window_(QLatin1String(kCaption)) {}
 
 QtHostShell::~QtHostShell() {
   QtHostShell::SetMousePointer(MousePointer::kNormal);
@@ -208,6 +213,14 @@ void QtHostShell::Show(platform::Form& form) {
   dialog->Present();
 }
 
+void QtHostShell::ShowNotice(const QString& text) {
+  window_.ShowNotice(text);
+  for (auto* front = QApplication::activeModalWidget(); front != nullptr; front = front->parentWidget()) {
+    if (front == &window_) return;
+    if (auto* place = dynamic_cast<NoticePlace*>(front)) return place->ShowNotice(text);
+  }
+}
+
 void QtHostShell::RunPendingEvents() {
   QApplication::processEvents();
 }
@@ -230,12 +243,38 @@ std::optional<std::string> QtHostShell::AskSaveFile(const std::string& suggested
   const BoxScope open(*this);
   QStringList filters;
   for (const auto& format : kSaveFormats) filters += QLatin1String(format.filter);
-  const auto suggested = ToQt(suggested_name);
-  auto filter = suggested.endsWith(QLatin1String(kSaveFormats[1].ending)) ? filters[1] : filters[0];
-  const auto file = QFileDialog::getSaveFileName(Front(), QStringLiteral("Save Letter"), suggested,
-                                                 filters.join(QLatin1String(";;")), &filter);
-  if (file.isEmpty()) return {};
-  return FromQt(WithEnding(file, filter));
+  auto file = QDir(SaveFolder()).filePath(ToQt(suggested_name));
+  auto filter = file.endsWith(QLatin1String(kSaveFormats[1].ending)) ? filters[1] : filters[0];
+  do {
+    // The dialog would ask about the name as it was typed, without the ending that it gets below.
+    file = QFileDialog::getSaveFileName(Front(), QStringLiteral("Save Letter"), file,
+                                        filters.join(QLatin1String(";;")), &filter,
+                                        QFileDialog::DontConfirmOverwrite);
+    if (file.isEmpty()) return {};
+    file = WithEnding(file, filter);
+  } while (!MayReplace(file));
+  if (remembered_ != nullptr) remembered_->Remember(kSaveFolder, FromQt(QFileInfo(file).absolutePath()));
+  return FromQt(file);
+}
+
+/// The one of the last save, else the user's documents.
+QString QtHostShell::SaveFolder() const {
+  const auto last = remembered_ == nullptr ? QString() : ToQt(remembered_->Remembered(kSaveFolder));
+  if (!last.isEmpty() && QFileInfo(last).isDir()) return last;
+  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+
+bool QtHostShell::MayReplace(const QString& file) {
+  const QFileInfo info(file);
+  if (!info.exists()) return true;
+  QMessageBox box(QMessageBox::Question, window_.windowTitle(),
+                  QStringLiteral("\"%1\" is already in the folder \"%2\". Should this letter take its place?")
+                      .arg(info.fileName(), info.absolutePath()),
+                  QMessageBox::Yes | QMessageBox::No, Front());
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(QMessageBox::No);
+  box.setEscapeButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
 }
 
 std::optional<std::string> QtHostShell::AskPrinter(const std::vector<std::string>& printers,

@@ -13,6 +13,7 @@
 #include "platform/controls/form.h"
 #include "platform/host_shell.h"
 #include "platform/status_display.h"
+#include "platform/view_settings.h"
 
 namespace desktop {
 
@@ -24,8 +25,8 @@ class FormDialog;
 /// document takes no command (see BusyGuard).
 class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
  public:
-  /// `events` outlives the shell.
-  explicit QtHostShell(QtEventQueue& events);
+  /// `events` and `remembered` outlive the shell; null remembers nothing.
+  explicit QtHostShell(QtEventQueue& events, platform::ViewSettings* remembered = nullptr);
   ~QtHostShell() override;
 
   HostWindow& window() { return window_; }
@@ -49,9 +50,14 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   void Show(platform::Form& form) override;
   void RunPendingEvents() override;
   void Beep() override;
+  /// Proposes the folder of the last save. Asks before the file that will be written, its ending included,
+  /// takes the place of another one; No leads back to the choice.
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
   std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
                                         const std::string& current) override;
+
+  /// Shows a sentence above the document and, where a form or a preview stands in front, above that too.
+  void ShowNotice(const QString& text);
 
   /// Returns when `done` holds. The window is painted meanwhile; replies, keys and clicks wait.
   void WaitUntil(const std::function<bool()>& done);
@@ -71,10 +77,13 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
 
   std::unique_ptr<FormDialog> MakeDialog(platform::Form& form);
   QWidget* Front();
+  QString SaveFolder() const;
+  bool MayReplace(const QString& file);
   void ShowPointer();
   void TellGuard();
 
   QtEventQueue& events_;
+  platform::ViewSettings* const remembered_;
   HostWindow window_;
   BusyGuard guard_{window_};
   std::map<std::type_index, ViewMaker> makers_;

@@ -129,10 +129,10 @@ TEST_F(TheLetterForm, TakesPastedTextWithoutWhatNoDocumentCarries) {
 TEST_F(TheLetterForm, TakesAValueAsOneLineWithoutBlanksAroundIt) {
   Load(kLetter);
   UserFills(0, "\u00A0 Ann\r\n");
-  EXPECT_EQ(outside.status.LastText(), "Ready");
+  EXPECT_EQ(outside.status.reason, "");
   UserFills(1, " 12 Main St\r\n  Troy\n");
   EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", "12 Main St Troy"));
-  EXPECT_EQ(outside.status.LastText(), "The lines of \"U_TOWN\" have become one line.");
+  EXPECT_EQ(outside.status.reason, "The lines of \"U_TOWN\" have become one line.");
   UserFills(1, "\u00A0\u200B\uFEFF\u3000\r\n");
   form->sdgUserBookmark.MoveTo(0);
   EXPECT_EQ(form->sdgUserBookmark.NextBlank(), 1u);

@@ -100,6 +100,22 @@ TEST_F(TheLetterForm, GoesBackToTheFirstMissingValue) {
   EXPECT_EQ(Values()[1], "noon");
 }
 
+// Values that had been typed were gone after Esc or the close box.
+TEST_F(TheLetterForm, LosesNothingThatWasTypedWhenItIsLeft) {
+  UserTypes("Monday");
+  UserPresses(Qt::Key_Escape);
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(Values()[0], "Monday") << "there was nothing that Esc could have brought back";
+  UserTypes("Tuesday");
+  UserPresses(Qt::Key_Escape);
+  EXPECT_EQ(Values()[0], "Monday");
+  UserPresses(Qt::Key_Down);
+  UserTypes("noon");
+  dialog->close();
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_EQ(form.Entries().values, (std::map<std::string, std::string>{{"U_A", "Monday"}, {"U_B", "noon"}}));
+}
+
 TEST_F(TheLetterForm, IsLeftByEscape) {
   UserPresses(Qt::Key_Escape);
   EXPECT_FALSE(dialog->isVisible());

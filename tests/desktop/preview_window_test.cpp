@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPdfWriter>
@@ -9,6 +10,7 @@
 
 #include "desktop/qt_preview_viewer.h"
 #include "tests/desktop/window_driver.h"
+#include "tests/desktop/window_reader.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -35,6 +37,7 @@ class APreview : public testing::Test {
     platform::PreviewContent content;
     content.pdf = folder / "letter.pdf";
     content.title = "CTL_0304.docx";
+    content.not_filled = not_filled;
     content.print = [this] {
       happened.push_back("print");
       if (released_while_printing) open.reset();
@@ -56,6 +59,7 @@ class APreview : public testing::Test {
   std::unique_ptr<platform::PreviewWindow> open;
   std::vector<std::string> happened;
   bool released_while_printing = false;
+  std::vector<std::string> not_filled;
 };
 
 TEST_F(APreview, StandsOnTheScreenWithItsTitle) {
@@ -158,6 +162,27 @@ TEST_F(APreview, FitsTheWidthUntilTheReaderZooms) {
   Window()->resize(700, 500);
   tests::Settle();
   EXPECT_EQ(pages.zoomFactor(), zoomed);
+}
+
+TEST_F(APreview, WarnsAboveThePagesOfPlacesThatShowAPlaceholder) {
+  not_filled = {"DUE_DT", "U_DAY"};
+  Open();
+  const auto labels = Window()->findChildren<QLabel*>();
+  const auto warning = std::ranges::find(labels, QStringLiteral("Warning"), &QWidget::accessibleName);
+  ASSERT_NE(warning, labels.end());
+  EXPECT_TRUE((*warning)->isVisible());
+  EXPECT_THAT((*warning)->text().toStdString(), testing::HasSubstr("DUE_DT, U_DAY."));
+  EXPECT_LT((*warning)->mapTo(Window(), QPoint()).y(), Window()->pages().mapTo(Window(), QPoint()).y());
+}
+
+TEST_F(APreview, SaysWhatFailedUntilSomethingElseIsTried) {
+  Open();
+  Window()->ShowNotice(QStringLiteral("The printer is jammed."));
+  Window()->ShowNotice(QStringLiteral("The disk is full."));
+  tests::Settle();
+  EXPECT_THAT(tests::NoticesIn(*Window()), ElementsAre("The disk is full."));
+  QTest::keyClick(Window(), Qt::Key_P, Qt::ControlModifier);
+  EXPECT_THAT(tests::NoticesIn(*Window()), IsEmpty());
 }
 
 TEST_F(APreview, SaysSoWhenThePagesCannotBeRead) {

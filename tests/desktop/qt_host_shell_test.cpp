@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -12,6 +13,9 @@
 #include "desktop/form_dialog.h"
 #include "platform/failure.h"
 #include "tests/desktop/window_driver.h"
+#include "tests/desktop/window_reader.h"
+#include "tests/fakes/fake_view_settings.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
@@ -267,6 +271,83 @@ TEST_F(TheHostShell, AsksForAPrinterWithTheCurrentOneChosen) {
 
   tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); });
   EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), std::nullopt);
+}
+
+TEST_F(TheHostShell, ShowsANoticeAboveTheFormInFrontToo) {
+  tests::OnNextModal([&](QWidget& window) {
+    shell.ShowNotice(QStringLiteral("The disk is full."));
+    tests::Settle();
+    EXPECT_THAT(tests::NoticesIn(window), testing::ElementsAre("The disk is full."));
+    form.Close();
+  });
+  shell.ShowModal(form);
+  EXPECT_THAT(tests::NoticesIn(shell.window()), testing::ElementsAre("The disk is full."));
+}
+
+/// A user at the file dialog of a save, in a folder of the test's own.
+class ASave : public testing::Test {
+ protected:
+  /// What stands in front is worked by the steps, one after the other.
+  std::optional<std::string> Save(std::vector<std::function<void(QWidget&)>> steps) {
+    steps_ = std::move(steps);
+    Next(0);
+    return shell.AskSaveFile("Refund - Ann - 2026-07-14.docx");
+  }
+  std::function<void(QWidget&)> Names(const QString& name) {
+    return [this, name](QWidget& window) {
+      auto& dialog = dynamic_cast<QFileDialog&>(window);
+      proposed.push_back(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text().toStdString());
+      folders.push_back(dialog.directory().absolutePath().toStdString());
+      dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      QTest::keyClick(&dialog, Qt::Key_Return);
+    };
+  }
+  std::function<void(QWidget&)> Answers(QMessageBox::StandardButton answer) {
+    return [this, answer](QWidget& window) {
+      auto& box = dynamic_cast<QMessageBox&>(window);
+      questions.push_back(box.text().toStdString());
+      EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::No));
+      box.button(answer)->click();
+    };
+  }
+
+  tests::TemporaryFolder folder;
+  fakes::FakeViewSettings remembered;
+  desktop::QtEventQueue queue;
+  desktop::QtHostShell shell{queue, &remembered};
+  std::vector<std::string> proposed, folders, questions;
+
+ private:
+  void Next(std::size_t step) {
+    if (step == steps_.size()) return;
+    tests::OnNextModal([this, step](QWidget& window) {
+      Next(step + 1);
+      steps_[step](window);
+    });
+  }
+  std::vector<std::function<void(QWidget&)>> steps_;
+};
+
+// "Hartsfield" was typed where Hartsfield.docx was, and the file was replaced without a word.
+TEST_F(ASave, AsksAboutTheFileThatIsWrittenWithItsEnding) {
+  const auto there = (folder / "Hartsfield.docx").string();
+  tests::WriteFile(there, "of last week");
+  const auto name = QString::fromStdString((folder / "Hartsfield").string());
+  const auto other = QString::fromStdString((folder / "Hartsfield 2.pdf").string());
+
+  EXPECT_EQ(Save({Names(name), Answers(QMessageBox::No), Names(other)}), other.toStdString());
+  EXPECT_THAT(questions,
+              testing::ElementsAre(testing::HasSubstr("\"Hartsfield.docx\" is already in the folder")));
+  EXPECT_EQ(proposed[1], "Hartsfield.docx") << "No leads back to the choice";
+
+  EXPECT_EQ(Save({Names(name), Answers(QMessageBox::Yes)}), there);
+}
+
+TEST_F(ASave, ProposesItsNameInTheFolderOfTheSaveBefore) {
+  Save({Names(QString::fromStdString((folder / "a.docx").string()))});
+  EXPECT_EQ(Save({Names(QStringLiteral("b.docx"))}), (folder / "b.docx").string());
+  EXPECT_THAT(proposed, testing::Each("Refund - Ann - 2026-07-14.docx"));
+  EXPECT_EQ(folders[1], folder.path().string());
 }
 
 }  // namespace

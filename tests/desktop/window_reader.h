@@ -15,6 +15,8 @@
 #include <QTabBar>
 #include <QTableView>
 
+#include "desktop/notice_bar.h"
+
 /// A window as a person meets it: what can be read of it, and what is read out.
 namespace tests {
 
@@ -95,6 +97,16 @@ inline std::vector<std::string> NamelessIn(QWidget& window) {
   std::vector<std::string> nameless;
   if (auto* whole = QAccessible::queryAccessibleInterface(&window)) CollectNameless(*whole, nameless);
   return nameless;
+}
+
+/// The sentences that stand above what the window shows.
+inline std::vector<std::string> NoticesIn(const QWidget& window) {
+  std::vector<std::string> notices;
+  for (const auto* frame : window.findChildren<QFrame*>()) {
+    if (dynamic_cast<const desktop::NoticeBar*>(frame) == nullptr || !frame->isVisibleTo(&window)) continue;
+    notices.push_back(frame->findChild<QLabel*>()->text().toStdString());
+  }
+  return notices;
 }
 
 }  // namespace tests

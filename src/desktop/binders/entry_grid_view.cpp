@@ -110,6 +110,8 @@ void EntryGridView::ToggleTick() {
 }
 
 void EntryGridView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  const bool is_given_up = hint == QAbstractItemDelegate::RevertModelCache;
+  if (is_given_up && model_->data(currentIndex(), Qt::EditRole).toString().isEmpty()) commitData(editor);
   QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
   if (hint == QAbstractItemDelegate::SubmitModelCache) EditNextBlank();
   if (hint == QAbstractItemDelegate::EditNextItem) EditNeighbour(1);

@@ -13,7 +13,8 @@ namespace desktop {
 /// of the grid and the cursor go together.
 ///
 /// Enter takes the value and goes to the next row without one, Tab to the next row; where there is none the
-/// keyboard goes on to the next control.
+/// keyboard goes on to the next control. Esc while typing brings the value back that was there; where there
+/// was none, it keeps what was typed.
 class EntryGridView : public QTableView {
  public:
   explicit EntryGridView(QWidget* parent = nullptr);
