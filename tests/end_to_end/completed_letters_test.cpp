@@ -50,10 +50,66 @@ TEST_F(CompletedLetters, ShowTheTickedParagraphsTheFreeTextAndNoOthers) {
 }
 
 TEST_F(CompletedLetters, ShowNoOptionalParagraphWhereNoneIsTicked) {
-  const auto letter = Letters("letter", Refund({}));
+  const auto letter = Letters("letter", Hearing({"--print"}));
   ASSERT_EQ(letter.status, 0) << letter.err;
-  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("for the reason given here: If you disagree"),
-                                    HasSubstr("Refund Examiner"), Not(HasSubstr("[The officer may"))));
+  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("Room 7"), Not(HasSubstr("interpreter")),
+                                    Not(HasSubstr("If you do not appear")), Not(HasSubstr("["))));
+}
+
+// A refund was denied "for the reason given here:", and the next sentence followed.
+TEST_F(CompletedLetters, AreRefusedWithoutAParagraphThatTheyNeed) {
+  for (const auto& words :
+       {Refund({}), Refund({"--paragraph", "PARA_FREE_TEXT", "--free-text", "\u00A0\n"})}) {
+    const auto letter = Letters("letter", words);
+    EXPECT_EQ(letter.status, 1);
+    EXPECT_THAT(letter.err,
+                AllOf(HasSubstr("At least one of: Claim filed too late, Invoices missing, "),
+                      HasSubstr("--paragraph takes at least one of PARA_LATE_CLAIM, PARA_NO_INVOICES, "
+                                "PARA_NOT_EXEMPT, PARA_FREE_TEXT (with --free-text).\n")));
+  }
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_EQ(History("SEQ_NBR"), "");
+}
+
+TEST_F(CompletedLetters, ShowAValueOnOneLineAndTakeNoneThatOnlyLooksFilled) {
+  const auto bond = [this](const char* amount) {
+    return Letters("letter", {"--type", "103", "--customer", "100001", "--print", "--set",
+                              "U_BOND_DT=June 1\r\n", "--set", std::string("U_BOND_AMT=") + amount});
+  };
+  const auto blank = bond("\u00A0\u200B");
+  EXPECT_EQ(blank.status, 1);
+  EXPECT_THAT(blank.err,
+              HasSubstr("Enter following bookmark value(s):\nAmount of the bond\n--set takes U_BOND_AMT."));
+  const auto letter = bond("\u00A0$5,000\n and costs\n");
+  ASSERT_EQ(letter.status, 0) << letter.err;
+  EXPECT_THAT(PdfText(Printed().front()), HasSubstr("$5,000 and costs"));
+  EXPECT_THAT(PrintedWords(), HasSubstr("on file by June 1,"));
+}
+
+// "...in writing by [Answer or payment due by]." went to a customer.
+TEST_F(CompletedLetters, GoOutWithPlaceholdersOnlyWhenThatIsAllowed) {
+  const auto definitions = (data_ / "server/server.db").string();
+  RunShell("sqlite3 " + Quoted(definitions) +
+           " \"DELETE FROM letter_field WHERE LTR_TYP_ID = '102' AND FLD_NM = 'DUE_DT'\"");
+  const auto notice = [this](const std::vector<std::string>& more) {
+    std::vector<std::string> words = {"--type", "102", "--customer", "100001"};
+    words.insert(words.end(), more.begin(), more.end());
+    return Letters("letter", words);
+  };
+  const auto file = (data_ / "notice.pdf").string();
+  for (const auto& way : {std::vector<std::string>{"--print", "--yes"}, {"--save", file}}) {
+    const auto letter = notice(way);
+    EXPECT_EQ(letter.status, 1) << letter.err;
+    EXPECT_THAT(letter.err, AllOf(HasSubstr("placeholder:\nDUE_DT\n"), HasSubstr("--allow-unfilled")));
+  }
+  EXPECT_THAT(Printed(), IsEmpty());
+  EXPECT_FALSE(std::filesystem::exists(file));
+  EXPECT_EQ(History("SEQ_NBR"), "");
+  EXPECT_EQ(notice({}).status, 0) << "it may be looked at";
+
+  const auto letter = notice({"--print", "--allow-unfilled"});
+  EXPECT_EQ(letter.status, 0) << letter.err;
+  EXPECT_EQ(Printed().size(), 1u);
 }
 
 TEST_F(CompletedLetters, LeaveOutAValueWithTheParagraphItStandsIn) {

@@ -82,6 +82,7 @@ void HeadlessOffice::CompleteLetter(composition::frmLetter& form) {
   options_.entries.FillIn(form);
   preview_.SetWish(options_.preview);
   form.cmdOK.UserClicks();
+  std::cerr << OptionsForMissing(form);
   loop_.RunUntil([&] { return !form.shown() || (!office_.HasWorkUnderWay() && !preview_.is_open()); });
 }
 

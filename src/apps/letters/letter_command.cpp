@@ -43,6 +43,12 @@ int StatusOf(const HeadlessOffice& office, const ErrorNotice& error_notice) {
   return office.refused() || error_notice.given() ? kRefused : kDone;
 }
 
+/// Of a letter that shows placeholders and was not printed or saved for that reason.
+void TellWayOut(const HeadlessOffice& office) {
+  if (office.outcome().not_filled.empty() || !office.refused() || IsMade(office)) return;
+  std::cerr << "The letter did not go out. --allow-unfilled prints or saves it with its placeholders.\n";
+}
+
 void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   const auto& outcome = office.outcome();
   if (!outcome.not_filled.empty() && !line.IsQuiet()) {
@@ -98,13 +104,16 @@ int RunLetter(const QStringList& words) {
       .Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
       .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
-      .Option("yes", "", "Answers every question about the letter with Yes.")
+      .Option("allow-unfilled", "",
+              "Prints or saves the letter though bookmarks of its template have no field.")
+      .Option("yes", "", "Answers every other question about the letter with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
   if (const auto fault = OptionFault(line)) return line.WrongUsage(*fault);
 
   HeadlessOffice::Options options;
   options.answers.yes = line.IsSet("yes");
+  options.answers.allow_unfilled = line.IsSet("allow-unfilled");
   if (line.IsSet("save")) options.answers.save_file = std::filesystem::absolute(line.Value("save")).string();
   options.preview = line.IsSet("print") ? Wish::kPrint : line.IsSet("save") ? Wish::kSave : Wish::kClose;
   options.entries = EntriesOf(line);
@@ -118,6 +127,7 @@ int RunLetter(const QStringList& words) {
   AskForLetter(office, line);
   if (line.IsSet("explain")) ExplainLetter(office, std::cout);
   if (has_entries && !office.refused() && !error_notice.given()) RefuseUnusedEntries(office);
+  TellWayOut(office);
   const int status = StatusOf(office, error_notice);
   Tell(office, status == kDone, line);
   return status;

@@ -46,7 +46,25 @@ void Tick(composition::frmLetter& form, const std::string& paragraph) {
   form.sdgGrid.UserMovesTo(*row);
 }
 
+std::string NamesIn(const composition::MissingEntry& group) {
+  std::string listed;
+  for (const auto& name : group.names) {
+    listed += (listed.empty() ? "" : ", ") + name;
+    if (name == ParagraphChoice::kFreeText) listed += " (with --free-text)";
+  }
+  return listed;
+}
+
 }  // namespace
+
+std::string OptionsForMissing(const composition::frmLetter& form) {
+  std::string options;
+  for (const auto& entry : form.missing()) {
+    options += entry.is_paragraph ? "--paragraph takes at least one of " + NamesIn(entry) + ".\n"
+                                  : "--set takes " + entry.names.front() + ".\n";
+  }
+  return options;
+}
 
 std::optional<std::string> LetterEntries::Refusal(const composition::frmLetter& form) const {
   for (const auto& [name, value] : values) {

@@ -24,4 +24,8 @@ struct LetterEntries {
   void FillIn(composition::frmLetter& form) const;
 };
 
+/// How the command line gives what the form has just asked for, a line for each: the names that --set and
+/// --paragraph take. "" where nothing is missing.
+std::string OptionsForMissing(const composition::frmLetter& form);
+
 }  // namespace apps
