@@ -38,7 +38,7 @@ std::string LetterOptionFault(const CommandLine& line) {
 void AskForLetter(HeadlessOffice& office, const CommandLine& line) {
   FillRequest(office, line);
   auto& create = office.page().OptOnline[workspace::CorrespondencePage::kCreateLetter];
-  RequireEnabled(office, create, PageIndex::kCorrespondence);
+  RequireEnabled(create);
   create.UserClicks();
   office.RunUntilIdle();
 }

@@ -133,7 +133,7 @@ int RunHistory(const QStringList& words) {
   auto& pages = office.workspace().pages();
   pages.tabs.Select(PageIndex::kTracking);
   FillCriteria(office, line);
-  RequireEnabled(office, pages.tracking.search, PageIndex::kTracking);
+  RequireEnabled(pages.tracking.search);
   pages.tracking.search.UserClicks();
   office.RunUntilIdle();
   if (office.refused()) return kRefused;

@@ -36,13 +36,9 @@ void ChooseCustomer(HeadlessOffice& office, const std::string& id, workspace::Pa
   office.workspace().FillCustomerField(*customer, page);
 }
 
-void RequireEnabled(HeadlessOffice& office, const platform::Control& command, workspace::PageIndex page) {
+void RequireEnabled(const platform::Control& command) {
   if (command.enabled()) return;
-  std::string reasons;
-  for (const auto& message : office.workspace().CheckMessages(page)) {
-    reasons += (reasons.empty() ? "" : "\n") + message;
-  }
-  Refuse(reasons);
+  Refuse(command.why_disabled ? command.why_disabled() : "The command is disabled.");
 }
 
 }  // namespace apps

@@ -19,7 +19,7 @@ void Type(platform::TextField& field, const std::string& text, const std::string
 /// Chooses the customer for the page.
 void ChooseCustomer(HeadlessOffice& office, const std::string& id, workspace::PageIndex page);
 
-/// What keeps the page's command disabled is the refusal.
-void RequireEnabled(HeadlessOffice& office, const platform::Control& command, workspace::PageIndex page);
+/// What keeps the command disabled is the refusal.
+void RequireEnabled(const platform::Control& command);
 
 }  // namespace apps
