@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "wordprocessor/docx_package.h"
+#include "wordprocessor/docx_story.h"
+
+namespace wordprocessor {
+
+/// Something that its author's work has left in a template, and that its letters do not show as it stands.
+struct DocxLeftover {
+  enum class Kind : std::uint8_t {
+    kComment,
+    kInserted,  ///< tracked changes
+    kDeleted,
+    kMovedHere,
+    kMovedAway,
+    kFormatted,
+    kCellsMerged,
+    kHiddenText,
+    kDateField,
+    kMergeField,
+    kConditionField,
+    kOutsideField,
+    kMacroField,
+    kInformationField,
+    kCutField,
+    kLinkedPicture,
+    kLinkedObject,
+    kLinkedFile,
+    kInsertedFile,
+    kEmbeddedObject,
+    kControl,
+    kMacro,
+    kBoundControl,  ///< a content control whose text comes from data
+  };
+
+  Kind kind;
+  std::string what;   ///< the words, the field's code, the address; "" for looks and ends of paragraphs
+  std::string who;    ///< who commented or changed; "" where it is not said
+  std::string place;  ///< where an author finds it: `page header of the first page, after "Dear"`
+};
+
+/// All of them by parts, in document order within one: what CleanStory does away with, found by the same
+/// rules. Throws Failure kDamaged where a part cannot be read.
+std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::string& main_part);
+
+}  // namespace wordprocessor

@@ -1,0 +1,74 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/wordprocessor/docx_builder.h"
+#include "tests/wordprocessor/letter_markup.h"
+#include "wordprocessor/docx_blueprint.h"
+#include "wordprocessor/docx_survey.h"
+
+/// What a check of templates is told of a template's leftovers.
+namespace markup {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using wordprocessor::DocxLeftover;
+using wordprocessor::DocxPackage;
+
+/// "kind number: what (who): place", one each.
+std::vector<std::string> LeftoversOf(const std::string& docx) {
+  const auto package = DocxPackage::FromBytes(docx, "letter.docx");
+  std::vector<std::string> told;
+  for (const auto& leftover : FindLeftovers(package, FindMainPart(package))) {
+    told.push_back(std::to_string(static_cast<int>(leftover.kind)) + ": " + leftover.what +
+                   (leftover.who.empty() ? "" : " (" + leftover.who + ")") + ": " + leftover.place);
+  }
+  return told;
+}
+
+std::string Numbered(DocxLeftover::Kind kind) {
+  return std::to_string(static_cast<int>(kind)) + ": ";
+}
+
+TEST(Leftovers, AreFoundWithTheirPlaceAndWhoLeftThem) {
+  using Kind = DocxLeftover::Kind;
+  auto parts = LetterParts(
+      "<w:body>" +
+      Paragraph(Text("Dear ") + "<w:commentRangeStart w:id=\"0\"/>" + Text("you") +
+                "<w:commentRangeEnd w:id=\"0\"/><w:r><w:commentReference w:id=\"0\"/></w:r>" + Del("old") +
+                Ins("new")) +
+      Table(Row(Cell(Paragraph(Text("secret", "<w:vanish/>"))))) +
+      Paragraph(Text("a longer sentence that ends before the date ") + Field("DATE", Text("1.1."))) +
+      "<w:sectPr><w:headerReference w:type=\"first\" r:id=\"rel_header1.xml\"/></w:sectPr></w:body>");
+  AddRelatedPart(parts, "header", "header1.xml",
+                 WordPart("w:hdr", Paragraph(Text("From ") + Field(" MERGEFIELD Name ", Text("x")) +
+                                             Field("PAGE", Text("1")))));
+  AddRelatedPart(parts, "comments", "comments.xml",
+                 WordPart("w:comments", "<w:comment w:id=\"0\" w:author=\"Eve\">" + Paragraph(Text("Who?")) +
+                                            "</w:comment>"));
+  AddRelatedPart(parts, "vbaProject", "vbaProject.bin", "x");
+  EXPECT_THAT(LeftoversOf(ZipOf(parts)),
+              ElementsAre(Numbered(Kind::kComment) + "Who? (Eve): text, after \"Dear\"",
+                          Numbered(Kind::kDeleted) + "old (LEAK): text, after \"Dear you\"",
+                          Numbered(Kind::kInserted) + "new (LEAK): text, after \"Dear you\"",
+                          Numbered(Kind::kHiddenText) + "secret: text, in a table, after \"Dear younew\"",
+                          Numbered(Kind::kDateField) + "DATE: text, after \"that ends before the date\"",
+                          Numbered(Kind::kMergeField) +
+                              "MERGEFIELD Name: page header of the first page, after \"From\"",
+                          Numbered(Kind::kMacro) + "word/vbaProject.bin: document"));
+}
+
+TEST(Leftovers, AreNoneInWhatGoesOut) {
+  EXPECT_THAT(
+      LeftoversOf(LetterOf("<w:body>" + Paragraph(Mark("NAME", Field("PAGE", Text("1")))) + "</w:body>")),
+      IsEmpty());
+  EXPECT_THAT(LeftoversOf(LetterFrom(
+                  LetterOf("<w:body>" + Paragraph(Del("x") + Field("DATE", Text("1"))) + "</w:body>"))),
+              IsEmpty());
+}
+
+}  // namespace
+}  // namespace markup
