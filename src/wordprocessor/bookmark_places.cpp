@@ -1,9 +1,11 @@
 #include "wordprocessor/bookmark_places.h"
 
+#include <algorithm>
 #include <array>
 #include <unordered_map>
 
 #include "wordprocessor/bookmark_index.h"
+#include "wordprocessor/bookmark_row_finder.h"
 #include "wordprocessor/docx_escape.h"
 
 namespace wordprocessor {
@@ -132,6 +134,21 @@ std::vector<BookmarkPlace> BookmarkPlacesOf(const DocxTree& tree, DocxStory::Kin
         tree.Ancestor(range.start, DocxKind::kCell) != tree.Ancestor(range.end, DocxKind::kCell);
   }
   return places;
+}
+
+std::vector<std::string> BookmarksInRowsOf(const DocxTree& tree, std::string_view table) {
+  const BookmarkIndex index(tree);
+  const auto bookmark = std::ranges::find_if(
+      index.ranges, [&](const BookmarkRange& range) { return range.name == table && range.has_end(); });
+  std::vector<std::string> names;
+  if (bookmark == index.ranges.end()) return names;
+  const auto rows = RowFinder(tree).Find(index, *bookmark);
+  for (auto unit = rows.first; unit != kNoNode; unit = unit == rows.last ? kNoNode : tree[unit].next) {
+    for (const auto& range : index.ranges) {
+      if (range.start != bookmark->start && tree.Contains(unit, range.start)) names.emplace_back(range.name);
+    }
+  }
+  return names;
 }
 
 std::vector<std::string> BookmarksWithoutEnd(const DocxTree& tree) {

@@ -26,6 +26,10 @@ std::string_view PlaceName(BookmarkPlace::Where where);
 /// lack an end are left out, they hold nothing.
 std::vector<BookmarkPlace> BookmarkPlacesOf(const DocxTree& tree, DocxStory::Kind kind);
 
+/// The bookmarks in the table rows that the bookmark `table` repeats, in document order; none where it stands
+/// in no table.
+std::vector<std::string> BookmarksInRowsOf(const DocxTree& tree, std::string_view table);
+
 /// The names of the bookmarks that begin and never end.
 std::vector<std::string> BookmarksWithoutEnd(const DocxTree& tree);
 

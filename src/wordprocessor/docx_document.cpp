@@ -58,6 +58,15 @@ std::vector<std::string> DocxDocument::BookmarksWithoutEnd() const {
   return names;
 }
 
+std::vector<std::string> DocxDocument::BookmarksInRowsOf(const std::string& table) const {
+  std::vector<std::string> names;
+  for (std::size_t i = 0; i < edited_.size(); ++i) {
+    auto of_part = wordprocessor::BookmarksInRowsOf(TreeOf(i), table);
+    std::move(of_part.begin(), of_part.end(), std::back_inserter(names));
+  }
+  return names;
+}
+
 std::vector<platform::DocumentBookmark> DocxDocument::Bookmarks() const {
   std::vector<platform::DocumentBookmark> bookmarks;
   for (auto& place : BookmarkPlaces()) bookmarks.push_back(std::move(place.bookmark));

@@ -34,6 +34,8 @@ class DocxDocument {
   std::vector<platform::DocumentBookmark> Bookmarks() const;
   std::vector<BookmarkPlace> BookmarkPlaces() const;
   std::vector<std::string> BookmarksWithoutEnd() const;
+  /// The bookmarks in the table rows that the bookmark `table` repeats.
+  std::vector<std::string> BookmarksInRowsOf(const std::string& table) const;
 
   /// Takes from the common template what the letter has none of: headers, footers, page size and margins,
   /// styles (docx_common_template.h says which). Before anything is merged: the letter begins anew. Throws as

@@ -107,6 +107,8 @@ constexpr auto kKinds = std::to_array<NamedKind>({
     {Ns::kWord, "customXmlMoveFromRangeEnd", DocxKind::kChangeRange},
     {Ns::kWord, "customXmlMoveToRangeStart", DocxKind::kChangeRange},
     {Ns::kWord, "customXmlMoveToRangeEnd", DocxKind::kChangeRange},
+    {Ns::kWord, "permStart", DocxKind::kChangeRange},
+    {Ns::kWord, "permEnd", DocxKind::kChangeRange},
     {Ns::kWord, "pPrChange", DocxKind::kPropertyChange},
     {Ns::kWord, "rPrChange", DocxKind::kPropertyChange},
     {Ns::kWord, "sectPrChange", DocxKind::kPropertyChange},

@@ -68,7 +68,7 @@ enum class DocxKind : std::uint8_t {
   kDeleted,         ///< w:del, w:moveFrom and w:cellDel, likewise
   kDeletedText,     ///< w:delText and w:delInstrText
   kMergedCell,      ///< w:cellMerge
-  kChangeRange,     ///< where a tracked move or a change of tags starts or ends
+  kChangeRange,     ///< where a tracked move, a change of tags or somebody's right to edit starts or ends
   kPropertyChange,  ///< what properties were before a tracked change
   kVanish,          ///< w:vanish, of hidden text
 };

@@ -45,6 +45,26 @@ bool DropDataBindings(DocxTree& tree) {
   return any;
 }
 
+bool IsPath(std::string_view text) {
+  return text.find(":\\") != text.npos || text.starts_with("\\\\") || text.starts_with("file:") ||
+         text.starts_with("/home/") || text.starts_with("/Users/");
+}
+
+/// Word processors have written the picture's file into its alternative text: no description, and a place of
+/// the author's machine.
+bool DropPicturePaths(DocxTree& tree) {
+  bool any = false;
+  for (NodeId node = 0; node < tree.size(); ++node) {
+    const auto name = LocalNameOf(tree[node].name());
+    if (name != "docPr" && name != "cNvPr" && name != "shape") continue;
+    const std::string_view attribute = name == "shape" ? "alt" : "descr";
+    if (!IsPath(tree.Attribute(node, attribute))) continue;
+    tree.DropAttribute(node, attribute);
+    any = true;
+  }
+  return any;
+}
+
 }  // namespace
 
 std::vector<DocxStory> ReadStories(const DocxPackage& package, const std::string& main_part) {
@@ -71,6 +91,7 @@ bool CleanStory(DocxStory& story, const HiddenStyles& styles, const std::vector<
   changed = removal.Run() || changed;
   changed = DropOutside(tree, relations) || changed;
   changed = DropDataBindings(tree) || changed;
+  changed = DropPicturePaths(tree) || changed;
   story.dates = SettleFields(tree, changed);
   return changed;
 }

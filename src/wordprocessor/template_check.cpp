@@ -39,7 +39,10 @@ std::string FieldNameOf(const std::string& bookmark) {
 class TemplateCheck {
  public:
   TemplateCheck(const DocxDocument& document, const std::vector<TemplateField>& fields)
-      : fields_(fields), places_(document.BookmarkPlaces()), endless_(document.BookmarksWithoutEnd()) {}
+      : document_(document),
+        fields_(fields),
+        places_(document.BookmarkPlaces()),
+        endless_(document.BookmarksWithoutEnd()) {}
 
   std::vector<TemplateFinding> Run() && {
     for (const auto& place : places_) CheckPlace(place);
@@ -70,7 +73,8 @@ class TemplateCheck {
     }
     if (field->kind == Kind::kColumn && !IsInside(*field, name)) {
       Find(Grade::kError, name,
-           "The bookmark is a column of \"" + field->table + "\", but stands outside of that bookmark.");
+           "The bookmark is a column of \"" + field->table +
+               "\", but stands outside of the rows of that bookmark.");
     }
     if (field->kind == Kind::kParagraph && IsBlank(place.bookmark.Text)) {
       Find(Grade::kError, name, "The optional paragraph has no wording: set the bookmark around its text.");
@@ -78,10 +82,8 @@ class TemplateCheck {
   }
 
   bool IsInside(const TemplateField& column, const std::string& name) const {
-    return std::ranges::any_of(places_, [&](const BookmarkPlace& outer) {
-      return outer.bookmark.Name == column.table &&
-             std::ranges::find(outer.bookmark.Inner, name) != outer.bookmark.Inner.end();
-    });
+    const auto in_rows = document_.BookmarksInRowsOf(column.table);
+    return std::ranges::find(in_rows, name) != in_rows.end();
   }
 
   /// A misspelling differs in a letter or two; names that differ in more are other names.
@@ -112,6 +114,7 @@ class TemplateCheck {
     }
   }
 
+  const DocxDocument& document_;
   const std::vector<TemplateField>& fields_;
   const std::vector<BookmarkPlace> places_;
   const std::vector<std::string> endless_;

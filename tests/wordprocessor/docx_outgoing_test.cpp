@@ -43,7 +43,9 @@ void InsertInto(std::string& part, const std::string& end, const std::string& co
 /// a value of theirs would.
 std::vector<DocxPart> TemplateOfABusyAuthor() {
   const std::string drawing =
-      "<w:p><w:r><w:drawing><a:blip xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
+      "<w:p><w:permStart w:id=\"1\" w:ed=\"LEAK\"/><w:permEnd w:id=\"1\"/><w:r><w:drawing><pic:cNvPr "
+      "xmlns:pic=\"pic\" id=\"1\" descr=\"C:\\Users\\LEAK\\logo.png\"/><a:blip "
+      "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
       "r:embed=\"rPicture\" r:link=\"rLinked\"/></w:drawing></w:r></w:p>";
   const std::string object =
       "<w:p><w:r><w:object><v:shape xmlns:v=\"urn:schemas-microsoft-com:vml\"><v:imagedata "

@@ -56,6 +56,13 @@ TEST(TemplateCheck, ASoundTemplateHasNoFindings) {
       IsEmpty());
 }
 
+TEST(TemplateCheck, ATablesBookmarkMayStandAnywhereInItsRow) {
+  const auto column = Start("PERIOD_TAX", 1) + kRun + End(1);
+  EXPECT_THAT(Findings(Row(column, Start("PERIODS", 2) + End(2)) + kParagraph), IsEmpty());
+  EXPECT_THAT(Findings(Row(kRun, Start("PERIODS", 2) + End(2)) + Row(column, kRun) + kParagraph),
+              ElementsAre("error PERIOD_TAX "));
+}
+
 TEST(TemplateCheck, NamesThatNoFieldHasGetTheLikeliestName) {
   EXPECT_THAT(
       Findings(Marked("CUSTOMER_NMAE", "n", 1) + Marked("Ltr_Dt__2", "d", 2) + Marked("WEATHER", "w", 3) +
