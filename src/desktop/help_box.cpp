@@ -26,6 +26,8 @@ the order round</td></tr>
 <tr><td>Ctrl+A, Ctrl+C in a list</td><td>selects every row; copies the selected rows for a spreadsheet</td></tr>
 <tr><td>Right click or Menu key in a list</td><td>hides, shows and fits columns; drag a heading to move or widen
 it</td></tr>
+<tr><td>Enter, Tab, Space in a letter's form</td><td>next missing value, next value, ticks a paragraph; Esc
+closes the form, which offers the same entries when the same letter is asked for again</td></tr>
 <tr><td>Ctrl+P, Ctrl+S, Ctrl+F, Esc</td><td>in a preview: print, save, find, close</td></tr>
 </table>)";
 

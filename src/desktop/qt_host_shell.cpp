@@ -253,15 +253,17 @@ std::optional<std::string> QtHostShell::AskSaveFile(const std::string& suggested
     if (file.isEmpty()) return {};
     file = WithEnding(file, filter);
   } while (!MayReplace(file));
-  if (remembered_ != nullptr) remembered_->Remember(kSaveFolder, FromQt(QFileInfo(file).absolutePath()));
+  const QFileInfo folder(QFileInfo(file).absolutePath());
+  if (remembered_ != nullptr && folder.isDir()) remembered_->Remember(kSaveFolder, FromQt(folder.filePath()));
   return FromQt(file);
 }
 
-/// The one of the last save, else the user's documents.
+/// The one of the last save, else the user's documents; home for a user who has no such folder.
 QString QtHostShell::SaveFolder() const {
   const auto last = remembered_ == nullptr ? QString() : ToQt(remembered_->Remembered(kSaveFolder));
   if (!last.isEmpty() && QFileInfo(last).isDir()) return last;
-  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  const auto documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QFileInfo(documents).isDir() ? documents : QDir::homePath();
 }
 
 bool QtHostShell::MayReplace(const QString& file) {
