@@ -77,7 +77,7 @@ TEST_F(Contexts, LeaveOutWhatOnlyTheUserKnows) {
 TEST_F(Contexts, ShowTheOptionalParagraphsWhoseLineIsDeleted) {
   const std::vector<std::string> letter = {"--type", "105", "--form-type", "M", "--form", "3100009-3"};
   ASSERT_EQ(Context(letter).status, 0);
-  ReplaceInContext("<PARA_LATE_CLAIM V_EnglishDesc=\"Claim filed too late\"/>", "");
+  ReplaceInContext("<PARA_LATE_CLAIM OneOf=\"REASON\" V_EnglishDesc=\"Claim filed too late\"/>", "");
   const auto merge = Merge("RFD105_2406.docx");
   EXPECT_EQ(merge.status, 0) << merge.err;
   auto ticked = letter;
