@@ -61,7 +61,7 @@ class CommandReasons {
   }
   void ExplainLetterAction(platform::Control& action, const platform::Grid& letters, bool of_one) const {
     Explain(action, [&services = services_, &letters, of_one] {
-      const auto reason = WhyNotWithSelected(letters, of_one);
+      auto reason = WhyNotWithSelected(letters, of_one);
       if (!reason.empty()) return reason;
       std::string by_status;
       platform::Trap(services, "ZEMLO_Correspondence.LetterActClick", [&] {
