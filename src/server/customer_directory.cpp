@@ -42,7 +42,9 @@ CustomerDirectory::CustomerDirectory(const std::filesystem::path& data_folder)
 CustomerDirectory::~CustomerDirectory() = default;
 
 std::vector<CustomerListing> CustomerDirectory::Find(std::string_view text, std::size_t limit) {
+  Transaction transaction(*database_, Transaction::Purpose::kReading);
   const auto rows = FindCustomers(*database_, text, limit);
+  transaction.Commit();
   std::vector<CustomerListing> listings(rows->RecordCount());
   for (std::size_t row = 0; row < listings.size(); ++row) {
     for (const auto& listed : kListedColumns) listings[row].*listed.field = rows->Text(row, listed.column);

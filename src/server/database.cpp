@@ -69,23 +69,26 @@ QSqlDatabase Connection(const std::string& name) {
 }  // namespace
 
 Database::Database(const std::filesystem::path& file, Opening opening, const Dialect& dialect)
-    : dialect_(dialect), name_(NewConnectionName()) {
-  if (opening == Opening::kExisting && !std::filesystem::exists(file)) {
-    throw Failure(Failure::Kind::kNotFound, "The server's database \"" + file.string() +
-                                                "\" is missing. Make the disk it lies on available again, or "
-                                                "restore it from a backup.");
-  }
+    : dialect_(dialect), name_(NewConnectionName()), file_(file) {
+  if (opening == Opening::kExisting) RequireReadable(file_);
   try {
-    auto connection =
-        QSqlDatabase::addDatabase(QLatin1String(dialect.Driver()), QString::fromStdString(name_));
-    dialect_.Locate(connection, file);
-    if (!connection.open()) throw RefusalOf(connection.lastError());
-    opening == Opening::kNew ? dialect_.ConfigureForFilling(connection) : dialect_.Configure(connection);
+    QSqlDatabase::addDatabase(QLatin1String(dialect.Driver()), QString::fromStdString(name_));
+    Open(opening);
   } catch (Failure& failure) {
-    failure.AddContext("opening \"" + file.string() + "\"");
+    if (failure.kind() == Failure::Kind::kUnavailable)
+      failure.AddContext("opening \"" + file_.string() + "\"");
     QSqlDatabase::removeDatabase(QString::fromStdString(name_));
     throw;
   }
+}
+
+void Database::Open(Opening opening) {
+  const auto stamp = StampOf(file_);
+  auto connection = Connection(name_);
+  dialect_.Locate(connection, file_);
+  if (!connection.open()) throw RefusalOf(connection.lastError());
+  opening == Opening::kNew ? dialect_.ConfigureForFilling(connection) : dialect_.Configure(connection);
+  unlocked_ = dialect_.SeesChanges(connection) ? std::nullopt : std::optional(stamp);
 }
 
 platform::Failure FullDisk() {
@@ -95,6 +98,8 @@ platform::Failure FullDisk() {
 
 platform::Failure Database::RefusalOf(const QSqlError& error) const {
   if (dialect_.IsFull(Connection(name_), error)) return FullDisk();
+  if (dialect_.IsDamaged(error)) return DamagedData(file_);
+  if (dialect_.MayOnlyRead(error)) return NoRightToChange(file_);
   return {Failure::Kind::kUnavailable,
           "The server's database reports an error: " + error.text().trimmed().toStdString() + "."};
 }
@@ -209,7 +214,18 @@ void Database::Settle() {
   dialect_.Settle(connection);
 }
 
+void Database::RequireUnchanged() const {
+  if (!unlocked_ || *unlocked_ == StampOf(file_)) return;
+  throw Failure(Failure::Kind::kUnavailable,
+                "The server's data were changed while they were being read. Try again.");
+}
+
 void Database::Begin(const std::string& statement) {
+  if (unlocked_ && *unlocked_ != StampOf(file_)) {
+    ForgetStatements();
+    Connection(name_).close();
+    Open(Opening::kExisting);
+  }
   constexpr int kTries = 3;  // each waits as long as the connection waits for a busy database
   for (int attempt = 1;; ++attempt) {
     QSqlQuery query(Connection(name_));
@@ -232,6 +248,7 @@ Transaction::~Transaction() {
 }
 
 void Transaction::Commit() {
+  database_.RequireUnchanged();
   QSqlQuery query(Connection(database_.name_));
   if (!query.exec(QStringLiteral("COMMIT"))) throw database_.RefusalOf(query.lastError());
   open_ = false;

@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "platform/record_set.h"
 #include "platform/value.h"
+#include "server/database_file.h"
 #include "server/dialect.h"
 
 class QSqlError;
@@ -27,14 +28,16 @@ class Database {
     kNew,       ///< makes the file where it is missing, to be filled as a whole by one transaction
   };
 
-  /// Throws Failure kNotFound (see Opening) or kUnavailable, naming the file.
+  /// Throws Failure kNotFound (see Opening), kPermissionDenied, kDamaged or kUnavailable, naming the file.
+  /// Who may not write there can read all the same.
   Database(const std::filesystem::path& file, Opening opening, const Dialect& dialect = SqliteDialect());
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
   ~Database();
 
   /// The rows of a SELECT (or of a change with RETURNING), the first one current. Numbers come as integers,
-  /// everything else as text, bytes (Dialect::Utf8Of) too. Throws Failure kUnavailable, as does Change.
+  /// everything else as text, bytes (Dialect::Utf8Of) too. Throws Failure kUnavailable, or kDamaged and
+  /// kPermissionDenied naming the file, as does Change.
   std::shared_ptr<platform::RecordSet> Select(const std::string& statement,
                                               const std::vector<platform::Value>& values = {});
   /// Returns how many rows were changed.
@@ -65,11 +68,16 @@ class Database {
   platform::Failure RefusalOf(const QSqlError& error) const;
   QSqlQuery& Prepared(const std::string& statement, const std::vector<platform::Value>& values);
   QSqlQuery& Execute(const std::string& statement, const std::vector<platform::Value>& values);
+  void Open(Opening opening);
   void Begin(const std::string& statement);
+  void RequireUnchanged() const;
 
   // Constant after construction.
   const Dialect& dialect_;
   const std::string name_;
+  const std::filesystem::path file_;
+
+  std::optional<FileStamp> unlocked_;  // when it was opened, where the connection sees no changes
 
   std::unordered_map<std::string, std::unique_ptr<QSqlQuery>> prepared_;
 };
@@ -85,7 +93,8 @@ class Transaction {
   Transaction& operator=(const Transaction&) = delete;
   ~Transaction();
 
-  /// Returns when the changes are on the disk. Throws Failure kUnavailable; nothing is stored then.
+  /// Returns when the changes are on the disk. Throws Failure kUnavailable; nothing is stored then, and what
+  /// was read may be half a change of another program.
   void Commit();
 
  private:

@@ -37,7 +37,8 @@ class Dialect {
   /// Says where the data is, before the connection is opened.
   virtual void Locate(QSqlDatabase& connection, const std::filesystem::path& file) const = 0;
   /// Settles how a connection that has just been opened behaves. On a disk that takes nothing more, or is
-  /// read only, the connection is made one that can read all the same. Throws Failure kUnavailable.
+  /// read only, and for a user who may not write, the connection is made one that can read all the same.
+  /// Throws Failure kUnavailable, kDamaged or kPermissionDenied.
   virtual void Configure(QSqlDatabase& connection) const = 0;
   /// The same for a connection that fills a new file, which counts for nothing until it is whole.
   virtual void ConfigureForFilling(QSqlDatabase& connection) const = 0;
@@ -49,6 +50,13 @@ class Dialect {
   virtual bool IsBusy(const QSqlError& error) const = 0;
   /// Whether the statement that just failed found no room on the disk.
   virtual bool IsFull(const QSqlDatabase& connection, const QSqlError& error) const = 0;
+  /// Whether the statement that just failed met data that are not what the engine wrote.
+  virtual bool IsDamaged(const QSqlError& error) const = 0;
+  /// Whether the statement that just failed would have changed data that may only be read.
+  virtual bool MayOnlyRead(const QSqlError& error) const = 0;
+  /// False for a connection that reads the file as if nobody ever wrote to it: whoever reads asks before and
+  /// after whether somebody did.
+  virtual bool SeesChanges(const QSqlDatabase& connection) const = 0;
   /// `limits` outlives the guard.
   virtual std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection,
                                               const ReadingLimits& limits) const = 0;

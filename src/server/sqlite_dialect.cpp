@@ -8,11 +8,11 @@
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlResult>
-#include <QStorageInfo>
 #include <QUrl>
 #include <QVariant>
 
 #include "platform/failure.h"
+#include "server/database_file.h"
 #include "server/dialect.h"
 
 namespace server {
@@ -52,9 +52,14 @@ bool FoundNoRoom(const QSqlDatabase& connection, const QSqlError& error) {
   return PrimaryCode(error) == SQLITE_FULL || (PrimaryCode(error) == SQLITE_IOERR && has_no_room);
 }
 
+bool IsNoData(const QSqlError& error) {
+  return PrimaryCode(error) == SQLITE_CORRUPT || PrimaryCode(error) == SQLITE_NOTADB;
+}
+
 void Run(QSqlDatabase& connection, const char* statement) {
   QSqlQuery query(connection);
   if (query.exec(QString::fromLatin1(statement))) return;
+  if (IsNoData(query.lastError())) throw DamagedData(connection.databaseName().toStdString());
   if (FoundNoRoom(connection, query.lastError())) throw FullDisk();
   throw Failure(Failure::Kind::kUnavailable, "The server's database refuses \"" + std::string(statement) +
                                                  "\": " + query.lastError().text().toStdString() + ".");
@@ -100,23 +105,29 @@ QString Uri(const QString& file, const char* parameters) {
 bool IsAtRest(const QString& file) {
   std::error_code missing;
   const auto log_size = std::filesystem::file_size((file + QLatin1String("-wal")).toStdString(), missing);
-  return QStorageInfo(file).isReadOnly() && (missing || log_size == 0);
+  return !MayChange(file.toStdString()) && (missing || log_size == 0);
 }
 
-/// The index of the write-ahead log lies in a shared file that is made anew by the first program that opens
-/// the data, also to read: a disk without 32 KB of room keeps everybody out. This program can keep the index
-/// to itself instead, with others shut out as long as it has the data open; a disk that nobody can write to
-/// needs no log.
-bool OpenWithoutRoom(QSqlDatabase& connection) {
-  const auto file = connection.databaseName();
-  connection.close();
-  connection.setDatabaseName(Uri(file, IsAtRest(file) ? "immutable=1" : "vfs=unix-excl"));
-  connection.setConnectOptions(QLatin1String(kOptions) + QLatin1String(";QSQLITE_OPEN_URI"));
-  if (!connection.open()) return false;
+constexpr auto kUnlocked = "immutable=1";
+
+/// Settles what does not have to be written down.
+bool CanRead(QSqlDatabase& connection) {
   QSqlQuery query(connection);
   return query.exec(QStringLiteral("PRAGMA synchronous = FULL")) &&
          query.exec(QStringLiteral("PRAGMA foreign_keys = ON")) &&
          query.exec(QStringLiteral("SELECT COUNT(*) FROM sqlite_master"));
+}
+
+/// The index of the write-ahead log lies in a shared file that is made anew by the first program that opens
+/// the data, also to read: a disk without 32 KB of room keeps everybody out. This program can keep the index
+/// to itself instead, with others shut out as long as it has the data open; who cannot write there needs no
+/// log.
+bool OpenWithoutRoom(QSqlDatabase& connection) {
+  const auto file = connection.databaseName();
+  connection.close();
+  connection.setDatabaseName(Uri(file, IsAtRest(file) ? kUnlocked : "vfs=unix-excl"));
+  connection.setConnectOptions(QLatin1String(kOptions) + QLatin1String(";QSQLITE_OPEN_URI"));
+  return connection.open() && CanRead(connection);
 }
 
 class Sqlite : public Dialect {
@@ -129,10 +140,18 @@ class Sqlite : public Dialect {
   }
 
   void Configure(QSqlDatabase& connection) const override {
+    const std::filesystem::path file = connection.databaseName().toStdString();
+    if (!MayChange(file)) {
+      // Where another program has the data open, its log and index can be read along.
+      if (CanRead(connection) || OpenWithoutRoom(connection)) return;
+      const bool is_damaged =
+          IsNoData(QSqlQuery(QStringLiteral("PRAGMA schema_version"), connection).lastError());
+      throw is_damaged ? DamagedData(file) : NoRightToChange(file);
+    }
     try {
       for (const auto* pragma : kPragmas) Run(connection, pragma);
-    } catch (const Failure&) {
-      if (!OpenWithoutRoom(connection)) throw;
+    } catch (const Failure& failure) {
+      if (failure.kind() == Failure::Kind::kDamaged || !OpenWithoutRoom(connection)) throw;
     }
   }
 
@@ -149,6 +168,12 @@ class Sqlite : public Dialect {
 
   bool IsFull(const QSqlDatabase& connection, const QSqlError& error) const override {
     return FoundNoRoom(connection, error);
+  }
+
+  bool IsDamaged(const QSqlError& error) const override { return IsNoData(error); }
+  bool MayOnlyRead(const QSqlError& error) const override { return PrimaryCode(error) == SQLITE_READONLY; }
+  bool SeesChanges(const QSqlDatabase& connection) const override {
+    return !connection.databaseName().endsWith(QLatin1String(kUnlocked));
   }
 
   std::unique_ptr<ReadingGuard> Guard(QSqlDatabase& connection, const ReadingLimits& limits) const override {
