@@ -101,7 +101,10 @@ std::string WhyNot(const Failure& failure, const ReadingLimits& limits) {
 }  // namespace
 
 bool IsFieldQuery(std::string_view statement) {
-  return statement.starts_with("SELECT ") && statement.find(';') == std::string_view::npos && Bind(statement);
+  const auto first_word = statement.substr(0, statement.find_first_of(" \n\t("));
+  const bool asks =
+      platform::EqualsIgnoringCase(first_word, "SELECT") || platform::EqualsIgnoringCase(first_word, "WITH");
+  return asks && statement.find(';') == std::string_view::npos && Bind(statement);
 }
 
 ReadingLimits FieldQueryLimits(std::stop_token ending) {

@@ -15,8 +15,14 @@ struct FieldFinding {
   std::string reason = {};  ///< of an error, a clause; "" where the error says it all
 };
 
-/// Whether a letter definition may hold it: one SELECT, about the letter's own subject.
+/// Whether a letter definition may hold it: one SELECT (or WITH ... SELECT), about the letter's own subject.
+/// One that begins like that and does more than read fails when it runs.
 bool IsFieldQuery(std::string_view statement);
+
+/// The same for who writes one.
+inline constexpr std::string_view kFieldQueryRule =
+    "A QUERY is one SELECT, or WITH ... SELECT, that only reads, without \";\"; it may ask for :customer, "
+    ":form_type, :form_number and :today.";
 
 /// What the queries of one letter may take together, from now on. The server answers one request after the
 /// other: others wait no longer than this for a query that does not end.

@@ -62,6 +62,29 @@ bool IsKnownSource(FieldKind kind, const std::string& source) {
   return source.empty();
 }
 
+/// What is said of a source that the field cannot come from.
+std::string SourceFault(FieldKind kind, const std::string& subject, const std::string& source) {
+  const auto fault = subject + " cannot come from \"" + source + "\".";
+  return kind == FieldKind::kQuery ? fault + " " + std::string(kFieldQueryRule) : fault;
+}
+
+void RequireKnown(const platform::RecordSet& rows, std::size_t row) {
+  const auto kind = FindKind(rows.Text(row, "FLD_KIND"));
+  const auto field = "The field \"" + rows.Text(row, "FLD_NM") + "\" of letter type \"" +
+                     rows.Text(row, "LTR_TYP_ID") + "\"";
+  if (!kind || !ReadRules(rows.Text(row, "FLD_RULE"))) {
+    throw platform::Failure(
+        platform::Failure::Kind::kRefused,
+        field + " is of a kind this program does not know. Use the program that made the data.");
+  }
+  if (IsKnownSource(*kind, rows.Text(row, "FLD_SRC"))) return;
+  throw platform::Failure(
+      platform::Failure::Kind::kRefused,
+      SourceFault(*kind, field + ", of kind \"" + rows.Text(row, "FLD_KIND") + "\",",
+                  rows.Text(row, "FLD_SRC")) +
+          " Correct it in the letter definitions, or use the program that made the data.");
+}
+
 /// The rules that mean something for the field.
 FieldRules PossibleRules(FieldKind kind, const std::string& source) {
   switch (kind) {
@@ -102,9 +125,8 @@ class DefinitionCheck {
     const auto kind = FindKind(text("FLD_KIND"));
     if (!kind) table_.Refuse(row, "FLD_KIND", "There is no kind of field \"" + text("FLD_KIND") + "\".");
     if (!IsKnownSource(*kind, text("FLD_SRC"))) {
-      table_.Refuse(
-          row, "FLD_SRC",
-          "A field of kind \"" + text("FLD_KIND") + "\" cannot come from \"" + text("FLD_SRC") + "\".");
+      table_.Refuse(row, "FLD_SRC",
+                    SourceFault(*kind, "A field of kind \"" + text("FLD_KIND") + "\"", text("FLD_SRC")));
     }
     if (!IsFieldName(text("FLD_NM")))
       table_.Refuse(row, "FLD_NM", "\"" + text("FLD_NM") + "\" names no field.");
@@ -158,23 +180,16 @@ std::vector<LetterField> FindLetterFields(Database& database, const std::string&
   const bool has_lines = rows->HasColumn("FLD_LINE");
   std::vector<LetterField> fields;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
-    const auto kind = FindKind(rows->Text(row, "FLD_KIND"));
-    const auto rules = ReadRules(rows->Text(row, "FLD_RULE"));
-    if (!kind || !rules || !IsKnownSource(*kind, rows->Text(row, "FLD_SRC"))) {
-      throw platform::Failure(
-          platform::Failure::Kind::kRefused,
-          "The field \"" + rows->Text(row, "FLD_NM") + "\" of letter type \"" + letter_type +
-              "\" is of a kind this program does not know. Use the program that made the data.");
-    }
+    RequireKnown(*rows, row);
     fields.push_back({.name = rows->Text(row, "FLD_NM"),
                       .parent = rows->Text(row, "FLD_PARENT"),
                       .description = rows->Text(row, "FLD_DES"),
-                      .kind = *kind,
+                      .kind = FindKind(rows->Text(row, "FLD_KIND")).value(),
                       .source = rows->Text(row, "FLD_SRC"),
                       .required = rows->Text(row, "FLD_REQ") == "Y",
                       .ignored_without = rows->Text(row, "FLD_REQ") == "I",
                       .default_text = rows->Text(row, "FLD_DFLT"),
-                      .rules = *rules,
+                      .rules = ReadRules(rows->Text(row, "FLD_RULE")).value(),
                       .line = has_lines ? rows->Get(row, "FLD_LINE").AsInteger() : 0,
                       .group = ParagraphGroup(rows->Text(row, "FLD_RULE"))});
   }

@@ -64,6 +64,23 @@ TEST_F(FieldQuery, OnlyTheFirstRowIsRead) {
   EXPECT_NE(Field().Text(), "");
 }
 
+TEST_F(FieldQuery, OneThatBeginsWithItsTablesIsRead) {
+  GivenQuery("WITH own AS (SELECT CUST_ID FROM customer WHERE CUST_ID = :customer) SELECT CUST_ID FROM own");
+  EXPECT_EQ(Field().Text(), "100001");
+  GivenQuery("WITH gone AS (SELECT 1) DELETE FROM customer");
+  EXPECT_THAT(Explanation(), AllOf(HasSubstr("it does more than read"), HasSubstr(kQueryLine)));
+}
+
+TEST_F(FieldQuery, WhatIsNoSelectIsRefusedWithTheRule) {
+  for (const std::string statement : {"DELETE FROM customer", "SELECT 1; SELECT 2", "SELECT :shoe_size"}) {
+    GivenQuery(statement);
+    EXPECT_THAT(Ask(Letter()).error, AllOf(HasSubstr("\"TANK_CNT\""), HasSubstr("\"" + statement + "\""),
+                                           HasSubstr("A QUERY is one SELECT")));
+  }
+  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+  EXPECT_EQ(database.Select("SELECT COUNT(*) FROM customer")->FirstText(), "30");
+}
+
 TEST_F(FieldQuery, OneThatDoesNotEndCostsItsFieldAndTheNextRequestIsAnswered) {
   GivenQuery(kEndless);
   EXPECT_THAT(Explanation(),
