@@ -2,12 +2,15 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QString>
 #include <QVariant>
+
+#include "platform/file_failure.h"
 
 namespace reference {
 namespace {
@@ -80,9 +83,8 @@ void SqliteConnection::Fail(const QSqlQuery& query) const {
   const auto error = query.lastError();
   constexpr int kFull = 13;  // SQLITE_FULL
   const bool is_full = (error.nativeErrorCode().toInt() & 0xFF) == kFull;
-  const auto reason = is_full                          ? QStringLiteral("the disk is full")
-                      : error.databaseText().isEmpty() ? error.text()
-                                                       : error.databaseText();
+  if (is_full) throw platform::FileFailure("could not be written", file_, ENOSPC);
+  const auto reason = error.databaseText().isEmpty() ? error.text() : error.databaseText();
   throw Failure(KindOf(error), reason.toStdString() + " (\"" + file_.filename().string() + "\")");
 }
 

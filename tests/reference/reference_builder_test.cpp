@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
+#include "reference/sqlite_connection.h"
 #include "tests/reference/reference_world.h"
 
 namespace reference_tests {
@@ -108,6 +109,20 @@ TEST_F(ReferenceBuilder, AMissingOrDamagedDatabaseIsNamedWithTheWayOut) {
     EXPECT_TRUE(Build()) << "a damaged file is replaced: " << content;
     EXPECT_NO_THROW(read());
   }
+}
+
+TEST_F(ReferenceBuilder, AFullDiskIsNamedWithFileAndFolder) {
+  fs::create_directories(database_file_.parent_path());
+  reference::SqliteConnection connection(database_file_, reference::SqliteConnection::Mode::kReadWrite);
+  connection.Execute("PRAGMA max_page_count = 2");  // the engine takes it for a disk without room
+  const auto fill = [&] {
+    for (const auto* table : {"a", "b", "c"})
+      connection.Execute(std::string("CREATE TABLE ") + table + " (x)");
+  };
+  ExpectFailure(Failure::Kind::kUnavailable,
+                "The file \"" + database_file_.filename().string() + "\" in the folder \"" +
+                    database_file_.parent_path().string() + "\" could not be written: the disk is full",
+                fill);
 }
 
 TEST_F(ReferenceBuilder, ATruncatedDatabaseNeverCrashes) {
