@@ -47,6 +47,10 @@ bool DataFolder::IsNew() const {
   return !error;  // a folder that cannot be looked into may hold anything
 }
 
+bool DataFolder::IsPrepared() const {
+  return platform::IsThere(Settings());
+}
+
 void DataFolder::Create() const {
   for (const auto& folder : {root_, Templates(), Printed(), Unrecorded(), Config(), Work()}) {
     try {

@@ -41,8 +41,8 @@ class DataFolder {
   /// Whether there is nothing yet, neither an office nor anything else: no folder, or an empty one. What a
   /// new disk brings along does not count.
   bool IsNew() const;
-  /// Whether `init` has been here.
-  bool IsPrepared() const { return std::filesystem::exists(Settings()); }
+  /// Whether `init` has been here. Throws FileFailure where this program may not look.
+  bool IsPrepared() const;
 
  private:
   std::filesystem::path root_;

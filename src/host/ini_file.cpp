@@ -22,6 +22,7 @@ std::string_view Trim(std::string_view text) {
 }
 
 std::string AllOf(const std::filesystem::path& file) {
+  if (std::filesystem::is_directory(file)) throw platform::FileFailure("could not be read", file, EISDIR);
   errno = 0;
   std::ifstream stream(file, std::ios::binary);
   std::ostringstream text;

@@ -19,7 +19,7 @@ constexpr auto kUnfinished = ", unfinished";
 }  // namespace
 
 std::optional<OfficeMark> ReadOfficeMark(const DataFolder& folder) {
-  if (!std::filesystem::exists(folder.Mark())) return std::nullopt;
+  if (!platform::IsThere(folder.Mark())) return std::nullopt;
   std::ifstream file(folder.Mark());
   std::string line;
   while (std::getline(file, line) && line.starts_with('#')) {

@@ -18,7 +18,8 @@ struct OfficeMark {
   bool is_whole = true;  ///< false while `init` has not come to its end for the first time
 };
 
-/// Nothing where there is no mark. One that cannot be read says that the folder is an office's.
+/// Nothing where there is no mark. One that cannot be read says that the folder is an office's. Throws
+/// FileFailure where this program may not look for it.
 std::optional<OfficeMark> ReadOfficeMark(const DataFolder& folder);
 
 /// Replaces the mark. Throws FileFailure naming the file.

@@ -45,7 +45,7 @@ std::string WhyNoSettings(const DataFolder& folder) {
 
 SettingsFile::SettingsFile(const DataFolder& folder) : folder_(folder) {
   const auto file = folder_.Settings();
-  if (!std::filesystem::exists(file)) throw Failure(Failure::Kind::kNotFound, WhyNoSettings(folder_));
+  if (!platform::IsThere(file)) throw Failure(Failure::Kind::kNotFound, WhyNoSettings(folder_));
   const auto ini = IniFile::Read(file);
   for (const auto& bad : ini.bad_lines)
     Complain(bad.line, "\"" + bad.text + "\" is no setting; write KEY=VALUE.");

@@ -18,7 +18,8 @@ namespace host {
 class SettingsFile : public platform::Settings, public platform::SettingsStore {
  public:
   /// Throws Failure kNotFound where the folder has no settings (the message tells a new folder, which `init`
-  /// prepares, from one that has lost them), kDamaged where the file is not written in UTF-8.
+  /// prepares, from one that has lost them), kPermissionDenied where they may not be read, kDamaged where the
+  /// file is not written in UTF-8.
   explicit SettingsFile(const DataFolder& folder);
 
   /// Writes the first settings with an explanation of each, unless there are settings already: the demo

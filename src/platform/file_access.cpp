@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <system_error>
 #include <vector>
 
 #include "platform/file_failure.h"
@@ -60,6 +61,13 @@ bool IsShared(const fs::path& folder) {
   return stat(folder.c_str(), &known) == 0 && IsSharedFolder(known);
 }
 
+bool IsThere(const fs::path& path) {
+  std::error_code unknown;
+  const auto status = fs::status(path, unknown);
+  if (fs::status_known(status)) return fs::exists(status);
+  throw FileFailure("could not be looked for", path, unknown.value());
+}
+
 int OpenNewFile(const fs::path& file) {
   const int made = open(file.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, kOwnersFile);
   if (made >= 0) Protect(made, FolderOf(file));
@@ -89,7 +97,9 @@ void MakeFolder(const fs::path& folder) {
       throw FolderFailure("could not be made", missing, errno);
     }
   }
-  if (!fs::is_directory(whole)) throw FolderFailure("could not be made", whole, ENOTDIR);
+  std::error_code unknown;
+  if (fs::is_directory(whole, unknown)) return;
+  throw FolderFailure("could not be made", whole, unknown ? unknown.value() : ENOTDIR);
 }
 
 }  // namespace platform

@@ -13,6 +13,10 @@ namespace platform {
 /// (set-group-id bit), as `zemlo-letters init --group` leaves it.
 bool IsShared(const std::filesystem::path& folder);
 
+/// Whether there is something of that name, or a link to it. Throws FileFailure where this program may not
+/// look.
+bool IsThere(const std::filesystem::path& path);
+
 /// Makes the file and opens it for reading and writing. Returns the descriptor, which the caller closes; -1
 /// with errno set where it cannot, EEXIST where there is one.
 int OpenNewFile(const std::filesystem::path& file);

@@ -16,11 +16,14 @@ struct Remedy {
 
 constexpr std::string_view kFreeSpace = "Free some space there, or choose another folder.";
 constexpr std::string_view kOtherFolder = "Choose another folder, or ask for the right to use this one.";
+constexpr std::string_view kFolderInPlace =
+    "A folder has the file's name. Move it away and put the file there.";
 constexpr std::string_view kCheckName = "Check the name, or create the folder first.";
 
 constexpr auto kRemedies = std::to_array<Remedy>({
     {ENOENT, Failure::Kind::kNotFound, kCheckName},
     {ENOTDIR, Failure::Kind::kNotFound, kCheckName},
+    {EISDIR, Failure::Kind::kDamaged, kFolderInPlace},
     {EACCES, Failure::Kind::kPermissionDenied, kOtherFolder},
     {EPERM, Failure::Kind::kPermissionDenied, kOtherFolder},
     {EROFS, Failure::Kind::kPermissionDenied, kOtherFolder},

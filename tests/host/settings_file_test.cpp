@@ -1,6 +1,7 @@
 #include "host/settings_file.h"
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "platform/failure.h"
 #include "tests/support/temporary_folder.h"
@@ -95,6 +96,36 @@ TEST(SettingsFile, IsReadAsPeopleWriteIt) {
   EXPECT_EQ(settings.Region(), "K1");
   EXPECT_EQ(settings.PdfFolder(), "/srv/letters, printed;old");
   EXPECT_EQ(settings.Printer(), "Room 12 ; left");
+}
+
+TEST(SettingsFile, InAFolderOfSomebodyElseOrBehindAFolderOfItsNameIsNamed) {
+  const auto why_not = [](const std::filesystem::path& folder) -> std::string {
+    try {
+      const SettingsFile settings{DataFolder(folder)};
+    } catch (const platform::Failure& failure) {
+      return failure.description();
+    }
+    return "";
+  };
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "settings.ini");
+  EXPECT_THAT(why_not(folder.path()), testing::AllOf(testing::HasSubstr("\"settings.ini\" in the folder \""),
+                                                     testing::HasSubstr("Move it away")));
+  std::filesystem::permissions(folder.path(), std::filesystem::perms::none);
+  constexpr uid_t kNobody = 65534;
+  const auto user = geteuid();
+  ASSERT_EQ(seteuid(user == 0 ? kNobody : user), 0);
+  const auto denied = why_not(folder.path());
+  std::string no_mark;
+  try {
+    ReadOfficeMark(DataFolder(folder.path()));
+  } catch (const platform::Failure& failure) {
+    no_mark = failure.description();
+  }
+  ASSERT_EQ(seteuid(user), 0);
+  EXPECT_THAT(denied, testing::AllOf(testing::HasSubstr("\"settings.ini\" in the folder \""),
+                                     testing::HasSubstr("Permission denied. Choose another folder")));
+  EXPECT_THAT(no_mark, testing::HasSubstr("\"office.txt\" in the folder \""));
 }
 
 TEST(SettingsFile, AFileThatIsNotUtf8IsRefusedByName) {

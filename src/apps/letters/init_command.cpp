@@ -37,7 +37,7 @@ Places PlacesOf(const host::DataFolder& folder) {
 
 void CopyLetterhead(const std::filesystem::path& product, const std::filesystem::path& templates) {
   const auto target = templates / "kvcorr.dot";
-  if (std::filesystem::exists(target)) return;
+  if (platform::IsThere(target)) return;
   platform::MakeFolder(templates);
   host::DiskFiles().CopyFile((product / "templates" / "kvcorr.dot").string(), target.string());
 }

@@ -6,6 +6,7 @@
 
 #include "host/settings_file.h"
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "server/server_folders.h"
 
 namespace apps {
@@ -27,7 +28,7 @@ bool HoldsOfficeFiles(const host::DataFolder& folder) {
   const auto ours = std::to_array<fs::path>({folder.Settings(), folder.ReferenceDatabase(),
                                              folder.Templates(), folder.Printed(), folder.Unrecorded(),
                                              folder.Config(), server::ServerFolder(folder.root())});
-  return std::ranges::any_of(ours, [](const fs::path& path) { return fs::exists(path); });
+  return std::ranges::any_of(ours, [](const fs::path& path) { return platform::IsThere(path); });
 }
 
 /// Folders of programs that left no mark: they made demo data only, with the demo user's settings.
@@ -37,7 +38,7 @@ OfficeMark MarkOfUnmarked(const host::DataFolder& folder) {
 }
 
 void RequireFile(const host::DataFolder& folder, const fs::path& file, const std::string& what) {
-  if (fs::exists(file)) return;
+  if (platform::IsThere(file)) return;
   RefuseInit(
       "\"" + folder.root().string() + "\" has held an office's data, but " + what + " \"" + file.string() +
       "\" is missing. Make the disk it lies on available again, or restore it from a backup. Nothing was "
@@ -64,7 +65,7 @@ InitPlan PlanInit(const host::DataFolder& folder, std::optional<OfficeKind> aske
   }
   const auto database = server::DatabaseFile(folder.root());
   auto mark = host::ReadOfficeMark(folder);
-  if (!mark && !fs::exists(database) && !HoldsOfficeFiles(folder)) {
+  if (!mark && !platform::IsThere(database) && !HoldsOfficeFiles(folder)) {
     RefuseInit("\"" + folder.root().string() +
                "\" is no new folder, and what lies there is no office's. Name a new one with --data DIR.");
   }
