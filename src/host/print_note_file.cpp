@@ -107,6 +107,24 @@ void WriteAll(int descriptor, std::string_view text, const std::filesystem::path
   if (fsync(descriptor) != 0) Fail("could not be written", file);
 }
 
+/// What is no file may be waited for without end, or do something when it is opened.
+void RequireFile(const struct stat& status, const std::filesystem::path& file) {
+  if (S_ISREG(status.st_mode)) return;
+  throw Failure(Failure::Kind::kDamaged,
+                "\"" + file.string() +
+                    "\" has the name of a letter's note and is no file. Look what it "
+                    "is, and move it out of the folder.");
+}
+
+/// Opens the note for reading and writing, without waiting; -1 where it has just gone.
+int OpenNote(const std::filesystem::path& file) {
+  struct stat status {};
+  if (stat(file.c_str(), &status) == 0) RequireFile(status, file);
+  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (descriptor < 0 && errno != ENOENT) Fail("could not be read", file);
+  return descriptor;
+}
+
 bool IsStillNamed(int descriptor, const std::filesystem::path& file) {
   struct stat open_file {};
   struct stat named_file {};
@@ -138,10 +156,11 @@ PrintNoteFile PrintNoteFile::Write(const std::filesystem::path& folder, PrintNot
 std::optional<PrintNoteFile> PrintNoteFile::Take(const std::filesystem::path& file) {
   const auto stage = StageOf(file);
   if (!stage) return std::nullopt;
-  const int descriptor = open(file.c_str(), O_RDWR | O_CLOEXEC);
-  if (descriptor < 0 && errno == ENOENT) return std::nullopt;
-  if (descriptor < 0) Fail("could not be read", file);
+  const int descriptor = OpenNote(file);
+  if (descriptor < 0) return std::nullopt;
   PrintNoteFile taken(file, descriptor);
+  struct stat status {};
+  if (fstat(descriptor, &status) == 0) RequireFile(status, file);  // another one may stand there by now
   if (flock(descriptor, LOCK_EX | LOCK_NB) != 0 || !IsStillNamed(descriptor, file)) return std::nullopt;
   taken.note_ = platform::While("reading the letter's note \"" + file.string() + "\"",
                                 [&] { return NoteOf(ReadAll(descriptor, file)); });

@@ -18,7 +18,8 @@ class PrintNoteFile {
   /// Writes the note of a letter that is being handed over. Throws Failure naming the folder where it cannot.
   static PrintNoteFile Write(const std::filesystem::path& folder, platform::PrintNote note);
   /// The note of that file; nothing where another program deals with it or has just done so, or where the
-  /// name is none of a note. Throws Failure kDamaged for a file that is no note.
+  /// name is none of a note. Throws Failure kDamaged for a file that is no note, and for what is
+  /// no file, such as a named pipe.
   static std::optional<PrintNoteFile> Take(const std::filesystem::path& file);
 
   /// Whether the file is a note that this user may not deal with.

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/failure.h"
@@ -165,6 +166,26 @@ TEST_F(PrintJournalTest, ReportsAFileThatIsNoNoteAndOffersTheOthers) {
   EXPECT_THAT(Program()->LeftBehind(), SizeIs(1));
   EXPECT_THAT(errors_.Procedures(), ElementsAre("PrintJournal.LeftBehind"));
   EXPECT_THAT(Files(), SizeIs(3));
+}
+
+// The program waited for good for a named pipe's writer, and nothing could be printed any more.
+TEST_F(PrintJournalTest, ReportsWhatIsNoFileWithoutWaitingForIt) {
+  {
+    const auto program = Program();
+    Prints(*program, "K1");
+  }
+  const auto notes = data_ / "unrecorded";
+  ASSERT_EQ(mknod((notes / "K2.printed").c_str(), S_IFIFO | 0600, 0), 0);
+  ASSERT_EQ(mknod((notes / "K3.recording").c_str(), S_IFSOCK | 0600, 0), 0);
+  std::filesystem::create_directory(notes / "K4.printed");
+  std::filesystem::create_symlink("/dev/zero", notes / "K5.handing-over");
+  alarm(60);  // ends a test that waits
+  EXPECT_THAT(Program()->LeftBehind(), SizeIs(1));
+  alarm(0);
+  EXPECT_THAT(errors_.Procedures(), SizeIs(4));
+  for (const auto& report : errors_.reports)
+    EXPECT_THAT(report.description, testing::HasSubstr("is no file"));
+  EXPECT_THAT(Files(), SizeIs(5));
 }
 
 TEST_F(PrintJournalTest, IsNotStoppedByAnotherUsersNotesAndSaysWhoseTheyAre) {
