@@ -123,13 +123,28 @@ bool IsLineBreak(UChar32 character) {
          character == 0x2029;
 }
 
-/// What has no width at either end of a text. Joiners and variation selectors belong to the letter before.
-bool IsZeroWidthBlank(UChar32 character) {
-  return character == 0x200B || character == 0x2060 || character == 0xFEFF || character == 0x180E;
-}
+struct CharacterRange {
+  UChar32 first;
+  UChar32 last;
+};
+/// What shows nothing at either end of a text, besides white space. Joiners and variation selectors are none:
+/// they belong to the letter before.
+constexpr auto kUnseenAtEnd = std::to_array<CharacterRange>({
+    {0x00AD, 0x00AD},  // soft hyphen
+    {0x115F, 0x1160},  // Hangul fillers
+    {0x180E, 0x180E},  // Mongolian vowel separator
+    {0x200B, 0x200B},  // zero-width space
+    {0x2060, 0x2064},  // word joiner, invisible operators
+    {0x3164, 0x3164},  // Hangul filler
+    {0xFEFF, 0xFEFF},  // zero-width no-break space
+    {0xFFA0, 0xFFA0},  // halfwidth Hangul filler
+});
 
 bool IsBlankAtEnd(UChar32 character) {
-  return u_isUWhiteSpace(character) || IsZeroWidthBlank(character);
+  return u_isUWhiteSpace(character) ||
+         std::ranges::any_of(kUnseenAtEnd, [character](const CharacterRange& range) {
+           return range.first <= character && character <= range.last;
+         });
 }
 
 /// How many bytes of blanks `text` starts with.

@@ -17,8 +17,8 @@ std::string_view Trim(std::string_view text);
 /// Whether a reader sees nothing of it: Unicode's white space and line ends, and the characters that have no
 /// width and no ink, such as the zero-width space and the byte order mark.
 bool IsBlank(std::string_view text);
-/// `text` without white space, line ends and zero-width blanks at either end, in Unicode's sense; "" where it
-/// is blank. `text` is UTF-8; bytes that are not stay.
+/// `text` without white space, line ends and other characters that show nothing at either end, in Unicode's
+/// sense; "" where it is blank. `text` is UTF-8; bytes that are not stay.
 std::string_view TrimBlanks(std::string_view text);
 /// `text` on one line: each run of line breaks, and the blanks around it, has become one blank.
 std::string OnOneLine(std::string_view text);

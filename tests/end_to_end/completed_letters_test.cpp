@@ -76,10 +76,12 @@ TEST_F(CompletedLetters, ShowAValueOnOneLineAndTakeNoneThatOnlyLooksFilled) {
     return Letters("letter", {"--type", "103", "--customer", "100001", "--print", "--set",
                               "U_BOND_DT=June 1\r\n", "--set", std::string("U_BOND_AMT=") + amount});
   };
-  const auto blank = bond("\u00A0\u200B");
-  EXPECT_EQ(blank.status, 1);
-  EXPECT_THAT(blank.err,
-              HasSubstr("Enter following bookmark value(s):\nAmount of the bond\n--set takes U_BOND_AMT."));
+  for (const auto* nothing : {"\u00A0\u200B", "\u2060", "\u3164", "\u00AD"}) {
+    const auto blank = bond(nothing);
+    EXPECT_EQ(blank.status, 1) << nothing;
+    EXPECT_THAT(blank.err,
+                HasSubstr("Enter following bookmark value(s):\nAmount of the bond\n--set takes U_BOND_AMT."));
+  }
   const auto letter = bond("\u00A0$5,000\n and costs\n");
   ASSERT_EQ(letter.status, 0) << letter.err;
   EXPECT_THAT(PdfText(Printed().front()), HasSubstr("$5,000 and costs"));

@@ -90,6 +90,8 @@ TEST(Blanks, GoFromBothEndsOfATextAndStayInside) {
       {"\uFEFF\u00A0 June\u00A01 \u200B\t", "June\u00A01", "\uFEFF\u00A0 June\u00A01 \u200B\t"},
       {"12 Main St\r\n  Troy\nNY", "12 Main St\r\n  Troy\nNY", "12 Main St Troy NY"},
       {"a \v\n\n b\u2028c\u0085d", "a \v\n\n b\u2028c\u0085d", "a b c d"},
+      {"\u2060\u00AD5\u00AD0\u3164\u2064", "5\u00AD0", "\u2060\u00AD5\u00AD0\u3164\u2064"},
+      {"\u115F\u1160\uFFA0 \u2061x\u2062\u2063\u180E", "x", "\u115F\u1160\uFFA0 \u2061x\u2062\u2063\u180E"},
       {"\u2764\uFE0F ", "\u2764\uFE0F", "\u2764\uFE0F "},  // how the sign is drawn belongs to it
       {"a\xC2\xFF ", "a\xC2\xFF", "a\xC2\xFF "},
       {"one", "one", "one"},
