@@ -14,19 +14,31 @@ using platform::MessageIcon;
 MessageAnswer WindowlessShell::ShowMessage(const platform::Message& message) {
   const bool is_about_placeholders = message.topic == platform::MessageTopic::kUnfilledLetter;
   if (is_about_placeholders && answers_.allow_unfilled) return MessageAnswer::kYes;
-  auto text = platform::ReplaceAll(message.text, platform::kLineBreak, "\n");
-  if (!text.ends_with('\n')) text += '\n';
-  messages_ << text << std::flush;
+  const auto text = platform::ReplaceAll(message.text, platform::kLineBreak, "\n");
   if (is_about_placeholders) {
+    Write(streams_.reasons, text);
     refused_ = true;
     return MessageAnswer::kNo;
   }
   if (message.buttons == platform::MessageButtons::kYesNo) {
-    return answers_.yes ? MessageAnswer::kYes : message.default_answer;
+    const auto answer = answers_.yes ? MessageAnswer::kYes : message.default_answer;
+    Write(answer == MessageAnswer::kYes ? streams_.notices : streams_.reasons, text);
+    return answer;
   }
+  Write(StreamFor(message.icon), text);
   if (message.icon == MessageIcon::kExclamation) warned_ = true;
   if (message.icon == MessageIcon::kCritical) refused_ = true;
   return MessageAnswer::kOk;
+}
+
+std::ostream& WindowlessShell::StreamFor(MessageIcon icon) const {
+  const bool is_reason =
+      icon == MessageIcon::kCritical || (icon == MessageIcon::kExclamation && !is_starting_);
+  return is_reason ? streams_.reasons : streams_.notices;
+}
+
+void WindowlessShell::Write(std::ostream& stream, std::string_view text) const {
+  stream << text << (text.ends_with('\n') ? "" : "\n") << std::flush;
 }
 
 void WindowlessShell::ShowModal(platform::Form& form) {
@@ -58,7 +70,7 @@ void WindowlessShell::ShowStatus(std::string_view text) {
 }
 
 void WindowlessShell::ShowReason(std::string_view text) {
-  messages_ << text << '\n' << std::flush;
+  Write(StreamFor(MessageIcon::kExclamation), text);
 }
 
 }  // namespace host

@@ -12,11 +12,14 @@
 
 namespace host {
 
-/// The host without a window: messages go to a stream, questions are answered from the command line.
+/// The host without a window: messages go to two streams, questions are answered from the command line.
 ///
 /// Information is written and work goes on. An exclamation or critical box makes the command a refused one.
 /// A Yes/No question is answered Yes where the user said so beforehand, else with its default. A letter with
 /// placeholders that may not go out makes the command a refused one, too.
+///
+/// What may be why the work is not done goes to `reasons`, everything else to `notices`: information,
+/// questions that were answered Yes, and until AskingBegins everything but critical boxes.
 class WindowlessShell : public platform::HostShell, public platform::StatusDisplay {
  public:
   struct Answers {
@@ -28,14 +31,22 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   /// Answers one kind of form: returns whether it knew the form. It works the form's controls and closes it.
   using FormAnswerer = std::function<bool(platform::Form& form)>;
 
-  /// `messages` outlives the shell.
-  WindowlessShell(EventLoop& loop, std::ostream& messages, Answers answers)
-      : loop_(loop), messages_(messages), answers_(std::move(answers)) {}
+  /// Where messages are written. Both streams outlive the shell and may be one.
+  struct Streams {
+    std::ostream& reasons;
+    std::ostream& notices;
+  };
+  WindowlessShell(EventLoop& loop, Streams streams, Answers answers)
+      : loop_(loop), streams_(streams), answers_(std::move(answers)) {}
 
   /// Whether a box has refused what was asked for.
   bool refused() const { return refused_ || warned_; }
-  /// The exclamation boxes so far were about something else than what will be asked for.
-  void PassOverWarnings() { warned_ = false; }
+  /// The program has started. The exclamation boxes so far were about something else than what will be asked
+  /// for.
+  void AskingBegins() {
+    warned_ = false;
+    is_starting_ = false;
+  }
   void AnswerFormsWith(FormAnswerer answerer) { form_answerers_.push_back(std::move(answerer)); }
   /// Told every status text that differs from the one before.
   std::function<void(const std::string& text)> status_listener;
@@ -55,7 +66,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
 
   void CommandBegins() override {}
   void ShowStatus(std::string_view text) override;
-  /// A reason is written like a message: it belongs to one.
+  /// A reason is written like an exclamation: it belongs to one.
   void ShowReason(std::string_view text) override;
   void SetReady(bool ready) override { ready_ = ready; }
   void EnableToolbarButton(int, bool, std::string_view) override {}
@@ -63,12 +74,16 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   bool ready() const { return ready_; }
 
  private:
+  std::ostream& StreamFor(platform::MessageIcon icon) const;
+  void Write(std::ostream& stream, std::string_view text) const;
+
   EventLoop& loop_;
-  std::ostream& messages_;
+  const Streams streams_;
   const Answers answers_;
   std::vector<FormAnswerer> form_answerers_;
   std::string status_;
   bool ready_ = true;
+  bool is_starting_ = true;
   bool warned_ = false;   // by an exclamation box
   bool refused_ = false;  // by a critical one
 };

@@ -21,6 +21,13 @@ class Scripts : public PreparedOffice {
         "SELECT RAISE(FAIL, 'database or disk is full'); END");
   }
   void ServerTakesRecords() { Sql("DROP TRIGGER full"); }
+  /// Every start has something to tell: a line of the catalogue without its file, and a failed download.
+  void TellsOfOtherLetters() {
+    std::filesystem::remove(data_ / "server/templates/CTL110_2701.docx");
+    WriteFile(data_ / "server/templates/BND103_2405.docx", "");
+    RemoveLocalCopy();
+  }
+  void RemoveLocalCopy() { std::filesystem::remove(data_ / "templates/BND103_2405.docx"); }
   Outcome Print(std::vector<std::string> more = {}) {
     more.insert(more.begin(), {"--type", "101", "--customer", "100001", "--print"});
     return Letters("letter", more);
@@ -69,7 +76,8 @@ TEST_F(Scripts, RecordTheLettersThatWait) {
 
   const auto refused = Letters("unrecorded", {"--record", "--json"});
   EXPECT_EQ(refused.status, 4);
-  EXPECT_THAT(refused.out, AllOf(HasSubstr("\"result\": \"not recorded\""), HasSubstr("disk is full")));
+  EXPECT_THAT(refused.out, AllOf(HasSubstr("\"result\": \"not recorded\""), HasSubstr("disk is full"),
+                                 Not(HasSubstr("\"reason\": \"\\n")), Not(HasSubstr("\"reason\": \"\""))));
 
   ServerTakesRecords();
   const auto key = Notes().front().stem().string();
@@ -112,6 +120,40 @@ TEST_F(Scripts, FindTheReasonOfARefusalInTheJson) {
     EXPECT_NE(run.status, 0) << reason;
     EXPECT_THAT(run.out, AllOf(HasSubstr("\"reason\": \""), HasSubstr(reason))) << words[0];
   }
+}
+
+// What was told on the way, of other letters, stood in front of the reason.
+TEST_F(Scripts, FindNothingButTheReasonInTheReason) {
+  ServerTakesNoRecords();
+  ASSERT_EQ(Print().status, 4);
+  TellsOfOtherLetters();
+  const std::string reason = "There is no letter type \"999\". \"zemlo-letters types\" lists them.";
+  const auto refused = Letters("letter", {"--type", "999", "--customer", "100001", "--json"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_EQ(refused.out,
+            "{\n    \"reason\": \"There is no letter type \\\"999\\\". \\\"zemlo-letters types\\\" lists "
+            "them.\"\n}\n");
+  EXPECT_THAT(refused.err,
+              AllOf(HasSubstr("CTL110_2701.docx"), HasSubstr("is not recorded"), HasSubstr(reason)));
+  EXPECT_EQ(Letters("letter", {"--type", "999", "--customer", "100001", "--quiet"}).err, reason + "\n");
+
+  const auto printed = Print({"--json"});
+  EXPECT_EQ(printed.status, 4);
+  EXPECT_THAT(printed.out, AllOf(HasSubstr("disk is full"), Not(HasSubstr("CTL110_2701.docx"))));
+}
+
+TEST_F(Scripts, HearNothingButRefusalsWhenTheyAskForQuiet) {
+  TellsOfOtherLetters();
+  EXPECT_THAT(Print().err, AllOf(HasSubstr("CTL110_2701.docx"), HasSubstr("File download not successful.")));
+  RemoveLocalCopy();
+  const auto letter = Print({"--quiet"});
+  EXPECT_EQ(letter.status, 0);
+  EXPECT_EQ(letter.err, "");
+  EXPECT_THAT(letter.out, StartsWith("Printed: "));
+  const auto init = Letters("init", {"--quiet"});
+  EXPECT_EQ(init.status, 0);
+  EXPECT_EQ(init.out + init.err, "");
+  EXPECT_THAT(Letters("init", {}).out, HasSubstr("is ready"));
 }
 
 TEST_F(Scripts, LearnThatTheOutputWasLost) {

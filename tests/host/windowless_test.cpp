@@ -16,7 +16,7 @@ using platform::MessageIcon;
 TEST(WindowlessShell, OnlyAnExclamationOrACriticalBoxRefusesTheCommand) {
   EventLoop loop;
   std::ostringstream messages;
-  WindowlessShell shell(loop, messages, {});
+  WindowlessShell shell(loop, {messages, messages}, {});
   shell.ShowMessage({"For your information.", MessageIcon::kInformation, "t"});
   EXPECT_FALSE(shell.refused());
   shell.ShowMessage({"first\r\nsecond\r\n", MessageIcon::kExclamation, "t"});
@@ -24,15 +24,35 @@ TEST(WindowlessShell, OnlyAnExclamationOrACriticalBoxRefusesTheCommand) {
   EXPECT_EQ(messages.str(), "For your information.\nfirst\nsecond\n");
 }
 
+TEST(WindowlessShell, TellsWhatRefusesApartFromWhatDoesNot) {
+  EventLoop loop;
+  std::ostringstream reasons;
+  std::ostringstream notices;
+  WindowlessShell::Answers yes;
+  yes.yes = true;
+  WindowlessShell shell(loop, {reasons, notices}, yes);
+  shell.ShowMessage({"another letter's file", MessageIcon::kExclamation, "t"});
+  shell.ShowReason("at the start");
+  shell.AskingBegins();
+  EXPECT_FALSE(shell.refused());
+  shell.ShowMessage({"information", MessageIcon::kInformation, "t"});
+  shell.ShowMessage({"Sure?", MessageIcon::kQuestion, "t", MessageButtons::kYesNo, MessageAnswer::kNo});
+  EXPECT_EQ(reasons.str(), "");
+  EXPECT_EQ(notices.str(), "another letter's file\nat the start\ninformation\nSure?\n");
+  shell.ShowReason("because");
+  shell.ShowMessage({"refused", MessageIcon::kExclamation, "t"});
+  EXPECT_EQ(reasons.str(), "because\nrefused\n");
+}
+
 TEST(WindowlessShell, AQuestionTakesItsDefaultUnlessTheUserSaidYesBeforehand) {
   EventLoop loop;
   std::ostringstream messages;
   const platform::Message question{"Sure?", MessageIcon::kQuestion, "t", MessageButtons::kYesNo,
                                    MessageAnswer::kNo};
-  EXPECT_EQ(WindowlessShell(loop, messages, {}).ShowMessage(question), MessageAnswer::kNo);
+  EXPECT_EQ(WindowlessShell(loop, {messages, messages}, {}).ShowMessage(question), MessageAnswer::kNo);
   WindowlessShell::Answers yes;
   yes.yes = true;
-  EXPECT_EQ(WindowlessShell(loop, messages, yes).ShowMessage(question), MessageAnswer::kYes);
+  EXPECT_EQ(WindowlessShell(loop, {messages, messages}, yes).ShowMessage(question), MessageAnswer::kYes);
 }
 
 TEST(WindowlessShell, ALetterWithPlaceholdersGoesOutOnlyWhereTheUserSaidThatBeforehand) {
@@ -43,13 +63,13 @@ TEST(WindowlessShell, ALetterWithPlaceholdersGoesOutOnlyWhereTheUserSaidThatBefo
   question.topic = platform::MessageTopic::kUnfilledLetter;
   WindowlessShell::Answers answers;
   answers.yes = true;
-  WindowlessShell yes_to_all(loop, messages, answers);
+  WindowlessShell yes_to_all(loop, {messages, messages}, answers);
   EXPECT_EQ(yes_to_all.ShowMessage(question), MessageAnswer::kNo);
   EXPECT_TRUE(yes_to_all.refused());
   EXPECT_EQ(messages.str(), "Go out?\n");
 
   answers.allow_unfilled = true;
-  WindowlessShell allowed(loop, messages, answers);
+  WindowlessShell allowed(loop, {messages, messages}, answers);
   EXPECT_EQ(allowed.ShowMessage(question), MessageAnswer::kYes);
   EXPECT_FALSE(allowed.refused());
 }
@@ -57,7 +77,7 @@ TEST(WindowlessShell, ALetterWithPlaceholdersGoesOutOnlyWhereTheUserSaidThatBefo
 TEST(WindowlessShell, AFormNobodyAnswersIsCancelled) {
   EventLoop loop;
   std::ostringstream messages;
-  WindowlessShell shell(loop, messages, {});
+  WindowlessShell shell(loop, {messages, messages}, {});
   platform::Form form("Letter Bookmark");
   shell.ShowModal(form);
   EXPECT_FALSE(form.shown());

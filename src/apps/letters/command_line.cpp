@@ -2,6 +2,8 @@
 
 #include <iostream>
 
+#include "apps/letters/standard_streams.h"
+
 namespace apps {
 
 CommandLine::CommandLine(const char* command, const char* summary, const char* arguments)
@@ -34,6 +36,7 @@ std::optional<int> CommandLine::Parse(const QStringList& words, int least, int m
     std::cout << parser_.helpText().toStdString();
     return kDone;
   }
+  if (IsQuiet()) DropNotices();
   arguments_ = parser_.positionalArguments();
   for (const auto& fault : {OptionFault(), ArgumentFault(least, most)}) {
     if (!fault.empty()) return WrongUsage(fault);

@@ -42,7 +42,8 @@ class CommandLine {
   CommandLine& JsonOption();
 
   /// Reads the words after the command's name. Help and wrong usage are told and answered with the status to
-  /// exit with; nothing when the command can go on. `least` and `most` count the arguments.
+  /// exit with; nothing when the command can go on. `least` and `most` count the arguments. With --quiet
+  /// notices (standard_streams.h) are dropped from here on.
   std::optional<int> Parse(const QStringList& words, int least = 0, int most = 0);
 
   bool IsSet(const char* option) const { return parser_.isSet(QLatin1String(option)); }

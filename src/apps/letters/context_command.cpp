@@ -8,6 +8,7 @@
 #include "apps/letters/harmless_text.h"
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
+#include "apps/letters/standard_streams.h"
 #include "wordprocessor/print_file.h"
 
 namespace apps {
@@ -15,8 +16,8 @@ namespace {
 
 void TellMissing(const std::vector<std::string>& missing) {
   if (missing.empty()) return;
-  std::cerr << "Only you know these values; write a field for each into the context:\n";
-  for (const auto& value : missing) std::cerr << "  " << value << '\n';
+  Notices() << "Only you know these values; write a field for each into the context:\n";
+  for (const auto& value : missing) Notices() << "  " << value << '\n';
 }
 
 }  // namespace
@@ -31,7 +32,7 @@ int RunContext(const QStringList& words) {
     return line.WrongUsage("Name --customer, or --form-type and --form.");
 
   HeadlessOffice::Options options;
-  options.is_quiet = true;
+  options.tell_left_behind = false;
   HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
   if (office.refused()) return kRefused;
@@ -46,7 +47,7 @@ int RunContext(const QStringList& words) {
   } else {
     std::cout << WithReferences(made.xml);
   }
-  if (!line.IsQuiet()) TellMissing(made.missing);
+  TellMissing(made.missing);
   return kDone;
 }
 

@@ -6,24 +6,25 @@
 #include <utility>
 
 #include "apps/letters/letters_left_behind.h"
+#include "apps/letters/standard_streams.h"
 
 namespace apps {
 
 HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
     : folder_(folder),
       options_(std::move(options)),
-      shell_(loop_, std::cerr, options_.answers),
+      shell_(loop_, {std::cerr, Notices()}, options_.answers),
       preview_(loop_, options_.entries.IsEmpty() ? options_.preview : host::WindowlessPreview::Wish::kClose),
       office_(folder, {shell_, shell_, loop_, preview_, outcome_,
                        [this](const std::string& description, const std::string& procedure) {
                          TellReport(description, procedure);
                        }}) {
-  for (const auto& fault : office_.Faults()) std::cerr << fault << '\n';
+  for (const auto& fault : office_.Faults()) Notices() << fault << '\n';
   shell_.AnswerFormsWith([this](platform::Form& form) { return AnswerLetterForm(form); });
   if (options_.tell_steps) {
     // Files are looked at and fetched one by one: each step is told once.
     shell_.status_listener = [told = std::set<std::string>()](const std::string& text) mutable {
-      if (told.insert(text).second) std::cerr << "   " << text << '\n';
+      if (told.insert(text).second) Notices() << "   " << text << '\n' << std::flush;
     };
   }
 }
@@ -35,16 +36,20 @@ void HeadlessOffice::Start() {
   settled_ = notes.Settled.Connect([this](const std::string&, platform::PrintJournal::Outcome outcome) {
     ++(outcome == platform::PrintJournal::Outcome::kRecorded ? recorded_ : not_recorded_);
   });
-  if (!options_.is_quiet) TellLettersLeftBehind();
+  if (options_.tell_left_behind) TellLettersLeftBehind();
   workspace().Show();
   RunUntilIdle();
   // A template that could not be fetched stops the letter that needs it, and no other.
-  shell_.PassOverWarnings();
+  shell_.AskingBegins();
 }
 
 void HeadlessOffice::TellReport(const std::string& description, const std::string& procedure) {
   // A wrong line of the template catalogue is a fault of that line.
-  if (procedure != "ZEMLO_Corresp.CopyTemplate") reported_ = true;
+  if (procedure == "ZEMLO_Corresp.CopyTemplate") {
+    if (told_lines_.insert(description).second) Notices() << description << '\n';
+    return;
+  }
+  reported_ = true;
   // One fault is met by many procedures.
   if (std::exchange(last_report_, description) != description) std::cerr << description << '\n';
 }
@@ -52,7 +57,7 @@ void HeadlessOffice::TellReport(const std::string& description, const std::strin
 void HeadlessOffice::TellLettersLeftBehind() const {
   const auto letters = LettersLeftBehind(folder_).Count();
   if (letters == 0) return;
-  std::cerr << (letters == 1 ? "A letter that was printed is"
+  Notices() << (letters == 1 ? "A letter that was printed is"
                              : std::to_string(letters) + " letters that were printed are")
             << " not recorded in the letter history. \"zemlo-letters unrecorded\" lists what waits.\n";
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 
 #include "apps/letters/letter_entries.h"
@@ -17,9 +18,9 @@ class HeadlessOffice {
   struct Options {
     host::WindowlessShell::Answers answers;
     host::WindowlessPreview::Wish preview = host::WindowlessPreview::Wish::kClose;
-    LetterEntries entries;    ///< for the form in which a letter is completed
-    bool tell_steps = false;  ///< status texts go to standard error
-    bool is_quiet = false;    ///< nothing is told but refusals
+    LetterEntries entries;         ///< for the form in which a letter is completed
+    bool tell_steps = false;       ///< status texts are notices
+    bool tell_left_behind = true;  ///< a notice says so where letters wait for their record
   };
   /// Throws Failure where the data folder has not been prepared.
   HeadlessOffice(const host::DataFolder& folder, Options options);
@@ -57,6 +58,7 @@ class HeadlessOffice {
   host::PrintOutcome outcome_;
   bool reported_ = false;
   std::string last_report_;
+  std::set<std::string> told_lines_;  // of the template catalogue
   bool asked_for_entries_ = false;
   bool entries_refused_ = false;
   int recorded_ = 0;

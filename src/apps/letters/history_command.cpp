@@ -11,6 +11,7 @@
 #include "apps/letters/headless_office.h"
 #include "apps/letters/listing.h"
 #include "apps/letters/page_user.h"
+#include "apps/letters/standard_streams.h"
 
 namespace apps {
 namespace {
@@ -125,9 +126,7 @@ int RunHistory(const QStringList& words) {
   if (const auto status = line.Parse(words)) return *status;
   if (const auto fault = CriterionFault(line)) return line.WrongUsage(*fault);
 
-  HeadlessOffice::Options options;
-  options.is_quiet = line.IsQuiet();
-  HeadlessOffice office(line.Data(), std::move(options));
+  HeadlessOffice office(line.Data(), {});
   office.Start();
   if (office.refused()) return kRefused;
   auto& pages = office.workspace().pages();
@@ -138,7 +137,7 @@ int RunHistory(const QStringList& words) {
   office.RunUntilIdle();
   if (office.refused()) return kRefused;
   const auto& letters = pages.tracking.sdgGrid.rows();
-  if ((!letters || letters->IsEmpty()) && !line.IsQuiet()) std::cerr << "No letter history record found\n";
+  if (!letters || letters->IsEmpty()) Notices() << "No letter history record found\n";
   ShowRows(pages.tracking.sdgGrid);
   if (office.refused()) return kRefused;
   List(pages.tracking.sdgGrid, line.IsSet("json"));

@@ -4,6 +4,7 @@
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/init_plan.h"
+#include "apps/letters/standard_streams.h"
 #include "apps/office_check.h"
 #include "apps/product_files.h"
 #include "host/accounts.h"
@@ -64,7 +65,7 @@ void TellFaults(const host::DataFolder& folder) {
   const host::SettingsFile settings(folder);
   reference::ReferenceDatabase reference(settings.LocalDatabasePath(), clock);
   for (const auto& fault : CheckOffice(folder, settings, reference, Typefaces::kOfEveryTemplate))
-    std::cerr << fault << '\n';
+    Notices() << fault << '\n';
 }
 
 }  // namespace
@@ -108,7 +109,7 @@ int RunInit(const QStringList& words) {
   // Last: from here on what is missing is a loss.
   if (plan.is_new || !host::ReadOfficeMark(folder)) host::LeaveOfficeMark(folder, {.kind = plan.kind});
   TellFaults(folder);
-  std::cout << "The data folder is ready: " << folder.root().string() << '\n';
+  if (!line.IsQuiet()) std::cout << "The data folder is ready: " << folder.root().string() << '\n';
   return kDone;
 }
 

@@ -51,10 +51,10 @@ void TellWayOut(const HeadlessOffice& office) {
 
 void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   const auto& outcome = office.outcome();
-  if (!outcome.not_filled.empty() && !line.IsQuiet()) {
-    std::cerr << "These bookmarks of the template have no field:";
-    for (const auto& name : outcome.not_filled) std::cerr << ' ' << name;
-    std::cerr << '\n';
+  if (!outcome.not_filled.empty()) {
+    Notices() << "These bookmarks of the template have no field:";
+    for (const auto& name : outcome.not_filled) Notices() << ' ' << name;
+    Notices() << '\n';
   }
   if (IsMade(office) && !office.recorded()) {
     std::cerr
@@ -118,8 +118,7 @@ int RunLetter(const QStringList& words) {
   options.preview = line.IsSet("print") ? Wish::kPrint : line.IsSet("save") ? Wish::kSave : Wish::kClose;
   options.entries = EntriesOf(line);
   const bool has_entries = !options.entries.IsEmpty();
-  options.is_quiet = line.IsQuiet();
-  options.tell_steps = !line.IsSet("json") && !line.IsQuiet() && IsWatched();
+  options.tell_steps = !line.IsSet("json") && IsWatched();
   HeadlessOffice office(line.Data(), std::move(options));
   office.Start();
   if (office.refused()) return kRefused;

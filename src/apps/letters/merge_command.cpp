@@ -11,6 +11,7 @@
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/interruption.h"
+#include "apps/letters/standard_streams.h"
 #include "platform/failure.h"
 #include "wordprocessor/merge_clashes.h"
 #include "wordprocessor/merge_jobs.h"
@@ -40,7 +41,7 @@ std::string ReadJobList(const std::string& file) {
 /// Tells how each job ended, and keeps count.
 class Teller {
  public:
-  Teller(bool with_lines, bool is_quiet) : with_lines_(with_lines), is_quiet_(is_quiet) {}
+  explicit Teller(bool with_lines) : with_lines_(with_lines) {}
 
   void Tell(const MergeResult& result) {
     const auto line = with_lines_ ? "Line " + std::to_string(result.number) + ": " : std::string();
@@ -52,10 +53,10 @@ class Teller {
     }
     ++made_;
     std::cout << result.output.string() << std::endl;  // told even where this program is killed next
-    if (result.not_filled.empty() || is_quiet_) return;
-    std::cerr << line << "These bookmarks have no field:";
-    for (const auto& name : result.not_filled) std::cerr << ' ' << name;
-    std::cerr << '\n';
+    if (result.not_filled.empty()) return;
+    Notices() << line << "These bookmarks have no field:";
+    for (const auto& name : result.not_filled) Notices() << ' ' << name;
+    Notices() << '\n';
   }
   int made() const { return made_; }
   int failed() const { return failed_; }
@@ -63,7 +64,6 @@ class Teller {
 
  private:
   const bool with_lines_;
-  const bool is_quiet_;
   int made_ = 0;
   int failed_ = 0;
   bool has_refused_unfilled_ = false;
@@ -89,7 +89,7 @@ bool TellClashes(const std::vector<wordprocessor::MergeJob>& jobs, Teller& telle
 /// Returns the exit status.
 int MergeAll(const wordprocessor::MergeJobList& list, const CommandLine& line, int workers) {
   const bool is_list = line.IsSet("jobs");
-  Teller teller(is_list, line.IsQuiet());
+  Teller teller(is_list);
   for (const auto& bad_line : list.bad_lines) teller.Tell(bad_line);
   if (TellClashes(list.jobs, teller)) return kRefused;
   std::optional<Interruption> interruption;

@@ -20,6 +20,7 @@ namespace {
 constexpr std::size_t kBlock = 65536;
 
 const OutputBuffer* told = nullptr;
+std::ostream* notices = nullptr;
 
 /// A descriptor that was closed when the program began would be given to the first file it opens, and results
 /// would be written into that. Standard output and error that cannot be written to stand there instead.
@@ -28,6 +29,11 @@ void KeepDescriptors() {
     if (fcntl(descriptor, F_GETFD) >= 0) continue;
     if (open("/dev/null", O_RDONLY) != descriptor) return;  // NOLINT: the lowest free one, kept for good
   }
+}
+
+std::string WithoutLastBreak(std::string text) {
+  while (text.ends_with('\n')) text.pop_back();
+  return text;
 }
 
 }  // namespace
@@ -42,9 +48,9 @@ std::streamsize OutputBuffer::xsputn(const char* text, std::streamsize size) {
   is_used_ = true;
   waiting_.append(text, static_cast<std::size_t>(size));
   // A character whose end is still to come waits for it.
-  if (kind_ == Kind::kMessages || waiting_.size() >= kBlock)
+  if (kind_ != Kind::kResults || waiting_.size() >= kBlock)
     WriteOut(waiting_.size() - UnfinishedAtEnd(waiting_));
-  return failure_ == 0 || kind_ == Kind::kMessages ? size : 0;
+  return failure_ == 0 || kind_ != Kind::kResults ? size : 0;
 }
 
 int OutputBuffer::sync() {
@@ -55,7 +61,7 @@ int OutputBuffer::sync() {
 void OutputBuffer::WriteOut(std::size_t size) {
   const auto text = Harmless(std::string_view(waiting_).substr(0, size));
   waiting_.erase(0, size);
-  if (kind_ == Kind::kMessages) kept_ += text;
+  if (kind_ == Kind::kReasons) kept_ += text;
   for (std::size_t done = 0; done < text.size() && failure_ == 0;) {
     const auto count = write(descriptor_, text.data() + done, text.size() - done);
     if (count < 0 && errno == EINTR) continue;
@@ -74,17 +80,21 @@ void OutputBuffer::Close() {
 
 StandardStreams::StandardStreams()
     : out_(STDOUT_FILENO, OutputBuffer::Kind::kResults),
-      err_(STDERR_FILENO, OutputBuffer::Kind::kMessages),
+      err_(STDERR_FILENO, OutputBuffer::Kind::kReasons),
+      notice_(STDERR_FILENO, OutputBuffer::Kind::kNotices),
+      notices_(&notice_),
       cout_(std::cout.rdbuf(&out_)),
       cerr_(std::cerr.rdbuf(&err_)) {
   KeepDescriptors();
   // Neither a reader who goes away nor a file that may not grow ends a print half way.
   for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
   told = &err_;
+  notices = &notices_;
 }
 
 StandardStreams::~StandardStreams() {
   told = nullptr;
+  notices = nullptr;
   std::cout.rdbuf(cout_);
   std::cerr.rdbuf(cerr_);
 }
@@ -103,10 +113,23 @@ int StandardStreams::End(int status, bool as_json) {
   return status == kDone ? kOutputLost : status;
 }
 
+std::ostream& Notices() {
+  static std::ostream nowhere(nullptr);
+  return notices == nullptr ? nowhere : *notices;
+}
+
+void DropNotices() {
+  Notices().rdbuf(nullptr);
+}
+
+Telling::Telling() : begin_(told == nullptr ? 0 : told->kept().size()) {}
+
+std::string Telling::Text() const {
+  return told == nullptr ? "" : WithoutLastBreak(told->kept().substr(begin_));
+}
+
 std::string Told() {
-  auto text = told == nullptr ? std::string() : told->kept();
-  while (text.ends_with('\n')) text.pop_back();
-  return text;
+  return told == nullptr ? "" : WithoutLastBreak(told->kept());
 }
 
 bool IsWatched() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <ostream>
 #include <streambuf>
 #include <string>
 
@@ -10,8 +12,9 @@ namespace apps {
 class OutputBuffer : public std::streambuf {
  public:
   enum class Kind {
-    kResults,   ///< written by the block
-    kMessages,  ///< written at once, and kept
+    kResults,  ///< written by the block
+    kReasons,  ///< written at once, and kept
+    kNotices,  ///< written at once
   };
   OutputBuffer(int descriptor, Kind kind) : descriptor_(descriptor), kind_(kind) {}
 
@@ -19,7 +22,7 @@ class OutputBuffer : public std::streambuf {
   bool is_used() const { return is_used_; }
   /// The errno of the first write that failed; 0 where none has.
   int failure() const { return failure_; }
-  /// All that was written of kMessages.
+  /// All that was written of kReasons.
   const std::string& kept() const { return kept_; }
   /// Writes what is left, and closes the descriptor: some file systems tell only then that they are full.
   void Close();
@@ -42,8 +45,8 @@ class OutputBuffer : public std::streambuf {
 
 /// Standard output and standard error of a command, from its first word to its exit status.
 ///
-/// Results go to std::cout, everything else to std::cerr. There is one in a program, and it outlives whoever
-/// writes.
+/// Results go to std::cout, refusals and what belongs to them to std::cerr, everything else to Notices(),
+/// which ends in standard error, too. There is one in a program, and it outlives whoever writes.
 class StandardStreams {
  public:
   StandardStreams();
@@ -61,11 +64,29 @@ class StandardStreams {
  private:
   OutputBuffer out_;
   OutputBuffer err_;
+  OutputBuffer notice_;
+  std::ostream notices_;
   std::streambuf* const cout_;
   std::streambuf* const cerr_;
 };
 
-/// What was told on standard error so far, without the last line break: the "reason" of a JSON result.
+/// What a person wants to know and is no refusal: it stands on standard error, and in no "reason".
+std::ostream& Notices();
+/// From here on notices are dropped (--quiet).
+void DropNotices();
+
+/// The refusals that are told on std::cerr while this lives: the "reason" of a JSON result.
+class Telling {
+ public:
+  Telling();
+  /// Without the last line break.
+  std::string Text() const;
+
+ private:
+  const std::size_t begin_;
+};
+
+/// All that was told on std::cerr so far, without the last line break.
 std::string Told();
 
 /// Whether a person watches standard error: who does is told each step.

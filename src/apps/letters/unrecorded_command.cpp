@@ -92,7 +92,7 @@ bool IsRecorded(HeadlessOffice& office, const PrintJournal::Left& letter) {
 
 int Record(const host::DataFolder& folder, const std::vector<std::string>& keys, bool as_json) {
   HeadlessOffice::Options options;
-  options.is_quiet = true;
+  options.tell_left_behind = false;
   HeadlessOffice office(folder, std::move(options));
   office.Start();
   if (office.refused()) return kRefused;
@@ -104,10 +104,9 @@ int Record(const host::DataFolder& folder, const std::vector<std::string>& keys,
       AddResult(listing, letter, "left", "Look whether it was printed, and name the note to record it.");
       continue;
     }
-    const auto told_before = Told().size();
+    const Telling telling;
     const bool is_recorded = IsRecorded(office, letter);
-    AddResult(listing, letter, is_recorded ? "recorded" : "not recorded",
-              is_recorded ? "" : Told().substr(told_before));
+    AddResult(listing, letter, is_recorded ? "recorded" : "not recorded", is_recorded ? "" : telling.Text());
     all_recorded = all_recorded && is_recorded;
   }
   Print(listing, as_json);
