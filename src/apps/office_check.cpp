@@ -1,8 +1,10 @@
 #include "apps/office_check.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <set>
+#include <system_error>
 #include <utility>
 
 #include "apps/product_files.h"
@@ -11,6 +13,8 @@
 #include "server/server_folders.h"
 #include "server/tab_table.h"
 #include "wordprocessor/fonts.h"
+#include "wordprocessor/printer_queues.h"
+#include "wordprocessor/printers.h"
 
 namespace apps {
 namespace {
@@ -67,6 +71,7 @@ class OfficeCheck {
 
   std::vector<std::string> Run(Typefaces typefaces) && {
     faults_ = settings_.faults();
+    CheckPrinting();
     CheckRegion();
     const auto documents = CheckCatalogue();
     CheckFonts(typefaces == Typefaces::kOfEveryTemplate ? documents : std::set<std::string>());
@@ -74,6 +79,26 @@ class OfficeCheck {
   }
 
  private:
+  void CheckPrinting() {
+    const auto folder = settings_.PdfFolder();
+    std::error_code unknown;
+    const auto status = fs::status(folder, unknown);
+    if (fs::exists(status) && !fs::is_directory(status)) {
+      faults_.push_back(Named(settings_file_) + ": [Folders] Printed " + Named(folder) +
+                        " is a file and no folder, so that no letter can be filed there. Name a folder.");
+    }
+    const auto printer = settings_.Printer();
+    // Asking the spooler may take a while: where nothing is set, nobody does before the first letter.
+    if (printer.empty() || printer == wordprocessor::Printers::kPdfFolder) return;
+    const auto queues = wordprocessor::CupsQueues().Names();
+    if (std::ranges::find(queues, printer) != queues.end()) return;
+    faults_.push_back(
+        Named(settings_file_) + ": [Printing] Printer \"" + printer +
+        "\" is no print queue of this machine, so that no letter can be printed there. " +
+        (queues.empty() ? "The spooler names none" : "There is " + Listed({queues.begin(), queues.end()})) +
+        "; \"PDF folder\" files letters instead.");
+  }
+
   void CheckRegion() {
     std::set<std::string> regions;
     const auto rows = reference_.Select("SELECT DISTINCT REGION FROM FLS_LETTER");

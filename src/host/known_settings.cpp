@@ -50,6 +50,13 @@ namespace {
 std::string_view AnyText(const std::string&) {
   return "";
 }
+// The connection text is the given one; there is one kind of reference database.
+std::string_view Provider(const std::string& value) {
+  const auto name = value.substr(0, value.find_last_not_of("; ") + 1);
+  return platform::EqualsIgnoringCase(name, "Provider=SQLite")
+             ? ""
+             : "names no kind of reference database there is; write \"Provider=SQLite;\"";
+}
 std::string_view Path(const std::string& value) {
   return value.starts_with('~') || value.find('$') != std::string::npos
              ? "is taken as it stands, and ~ and $ mean nothing here; write the whole path"
@@ -73,7 +80,7 @@ constexpr auto kSettings = std::to_array<Setting>({
     {"Folders", "Config", Path},
     {"Folders", "ReferenceDatabase", Path},
     {"Folders", "Printed", Path},
-    {"Reference", "Provider", AnyText},
+    {"Reference", "Provider", Provider},
     {"Printing", "Printer", AnyText},
     {"Preview", "DelayMilliseconds", Milliseconds},
     {"Preview", "LayoutSeconds", Seconds},

@@ -69,6 +69,16 @@ TEST_F(OfficeFaults, WrongSettingsAreNamedInsteadOfAnEmptyList) {
   EXPECT_THAT(unread.err, HasSubstr("is written in UTF-16"));
 }
 
+TEST_F(OfficeFaults, WhereNoLetterCanGoIsNamedBeforeOneIsPrinted) {
+  WriteFile(data_ / "settings.ini",
+            "[User]\nId=DEMO01\nRegion=K1\n[Folders]\nPrinted=office.txt\n[Printing]\nPrinter=NoSuchQueue\n");
+  for (const auto& run : {Letters("types", {}), Letters("init", {})}) {
+    EXPECT_EQ(run.status, 0) << run.err;
+    EXPECT_THAT(run.err, AllOf(HasSubstr("[Folders] Printed \"" + (data_ / "office.txt").string() + "\""),
+                               HasSubstr("[Printing] Printer \"NoSuchQueue\"")));
+  }
+}
+
 TEST_F(OfficeFaults, LettersWithoutTheirTypefacesAreNotMadeSilently) {
   const auto no_fonts = data_ / "fonts.conf";
   WriteFile(no_fonts, "<?xml version=\"1.0\"?><fontconfig></fontconfig>");

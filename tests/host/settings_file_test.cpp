@@ -71,6 +71,8 @@ TEST(SettingsFile, WhatIsWrongIsNamedWithItsLineAndCountsAsNotSet) {
             {"line 2", "\"abc\"", "[Preview] LayoutSeconds", "seconds from 1"}},
            {"[Preview]\nLayoutSeconds=0\n", {"\"0\"", "seconds from 1"}},
            {"[Preview]\nDelayMilliseconds=1.5\n", {"\"1.5\"", "milliseconds"}},
+           {"[Reference]\nProvider=Foo;\n",
+            {"line 2", "\"Foo;\"", "[Reference] Provider", "Provider=SQLite;"}},
            {"[Folders]\nPrinted=~/letters\n", {"\"~/letters\"", "[Folders] Printed", "whole path"}},
            {"[Folders]\nTemplates=$HOME/letters\n", {"\"$HOME/letters\"", "[Folders] Templates"}},
            {"[DMVKorvadsk]\nSystem\\DontPrint=yes\n", {"\"yes\"", "neither Y nor N"}}}) {
@@ -89,6 +91,7 @@ TEST(SettingsFile, IsReadAsPeopleWriteIt) {
   const TemporaryFolder folder;
   WriteFile(folder / "settings.ini",
             "\xEF\xBB\xBF[user]\r\n id = OFFICER 7 ; until May\r\nREGION=K1\r\n"
+            "[Reference]\r\nProvider=provider=sqlite\r\n"
             "[Folders]\r\nPrinted=/srv/letters, printed;old\r\n[Printing]\nPrinter=\"Room 12 ; left\"\n");
   const SettingsFile settings{DataFolder(folder.path())};
   EXPECT_THAT(settings.faults(), testing::IsEmpty());
