@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QRegularExpression>
 #include <QSignalBlocker>
 
 #include "desktop/binders/binding.h"
@@ -48,7 +49,8 @@ class DayEdit : public QDateEdit {
     const auto& text = event->text();
     if (text.size() == 1 && text.front().isDigit()) return TypeDigit(event);
     if (text == QStringLiteral("/")) {
-      if (!std::exchange(moved_on_, false)) QDateEdit::keyPressEvent(event);
+      keys_ += text;
+      if (!BeginsWithMonth() && !std::exchange(moved_on_, false)) QDateEdit::keyPressEvent(event);
       return;
     }
     ForgetTyped();
@@ -63,6 +65,11 @@ class DayEdit : public QDateEdit {
   void TypeDigit(QKeyEvent* digit) {
     ChooseSection();
     const auto section = Section();
+    if (keys_.isEmpty()) {
+      before_ = date();
+      began_with_month_ = section == 0;
+    }
+    keys_ += digit->text();
     QDateEdit::keyPressEvent(digit);
     moved_on_ = Section() != section;
     typed_.at(section) += digit->text();
@@ -78,6 +85,20 @@ class DayEdit : public QDateEdit {
     } else if (typed_.at(Section()).isEmpty()) {
       Select(Section());
     }
+  }
+  /// A second slash tells that a whole date is typed, though day or year was selected: what they have got of
+  /// it goes to month and day.
+  bool BeginsWithMonth() {
+    static const QRegularExpression kMonthAndDay(QStringLiteral("^(\\d{1,2})/(\\d{1,2})/$"));
+    const auto keys = kMonthAndDay.match(keys_);
+    if (began_with_month_ || !keys.hasMatch()) return false;
+    typed_ = {keys.captured(1), keys.captured(2), {}};
+    const QDate day(before_.year(), typed_[0].toInt(), typed_[1].toInt());
+    setDate(day.isValid() ? day : before_);
+    began_with_month_ = true;
+    moved_on_ = false;
+    Select(2);
+    return true;
   }
   /// A day that the date before did not have, once its year is there.
   void TakeTyped() {
@@ -99,6 +120,7 @@ class DayEdit : public QDateEdit {
   void Select(std::size_t section) { setSelectedSection(sectionAt(static_cast<int>(section))); }
   void ForgetTyped() {
     typed_.fill({});
+    keys_.clear();
     moved_on_ = false;
   }
   bool SelectsSeveral() const { return lineEdit()->selectedText().contains(QLatin1Char('/')); }
@@ -110,7 +132,11 @@ class DayEdit : public QDateEdit {
     return static_cast<std::size_t>(line->text().left(place).count(QLatin1Char('/')));
   }
 
-  std::array<QString, 3> typed_;  // since the last key that was no part of a date: month, day, year
+  // Since the last key that was no part of a date.
+  std::array<QString, 3> typed_;  // month, day, year
+  QString keys_;                  // all of them, slashes too
+  QDate before_;                  // the date at the first of them
+  bool began_with_month_ = false;
   bool moved_on_ = false;  // a full section went on to the next one; the slash after it does not once more
   QDate erased_ = QDate::currentDate();
 };
