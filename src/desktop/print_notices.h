@@ -13,7 +13,7 @@ class PrintNotices : public platform::PrintObserver {
 
   void LetterPrinted(const std::string& destination) override;
   void LetterSaved(const std::filesystem::path& file) override;
-  void LayoutUnderWay(bool is_under_way) override { shell_.window().ShowWork(is_under_way); }
+  void LayoutUnderWay(bool is_under_way) override { shell_.LayoutUnderWay(is_under_way); }
   void BookmarksNotFilled(const std::string& document, const std::vector<std::string>& names) override;
 
  private:

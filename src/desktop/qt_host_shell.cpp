@@ -147,7 +147,13 @@ void QtHostShell::SetReady(bool ready) {
 }
 
 void QtHostShell::TellGuard() {
-  guard_.SetBusy(!ready_ || pointer_ == MousePointer::kHourglass || under_work_ > 0);
+  guard_.SetBusy(!ready_ || pointer_ == MousePointer::kHourglass || under_work_ > 0 || layout_under_way_);
+}
+
+void QtHostShell::LayoutUnderWay(bool is_under_way) {
+  layout_under_way_ = is_under_way;
+  window_.ShowWork(is_under_way);
+  TellGuard();
 }
 
 QWidget* QtHostShell::Front() {

@@ -62,6 +62,10 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   /// Returns when `done` holds. The window is painted meanwhile; replies, keys and clicks wait.
   void WaitUntil(const std::function<bool()>& done);
 
+  /// A preview is being laid out, or no more: the page waits for it, so that it opens over what it was asked
+  /// of.
+  void LayoutUnderWay(bool is_under_way);
+
   void ShowStatus(std::string_view text) override;
   void CommandBegins() override { window_.DropNotice(); }
   void ShowReason(std::string_view text) override;
@@ -93,6 +97,7 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   bool ready_ = true;
   int open_boxes_ = 0;
   int under_work_ = 0;  // things that keep the user, boxes among them
+  bool layout_under_way_ = false;
 };
 
 }  // namespace desktop

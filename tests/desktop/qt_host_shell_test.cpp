@@ -232,6 +232,20 @@ TEST_F(TheHostShell, TakesNoCommandOfTheDocumentWhileItWaits) {
 }
 
 // A box made the pointer normal, and a print that waited for a quiet moment began under it.
+// The page was cleared, or another row chosen, and then the preview of the letter before opened over it.
+TEST_F(TheHostShell, IsBusyUntilThePreviewThatIsLaidOutIsThere) {
+  int idle = 0;
+  const auto told = shell.guard().Idle.Connect([&idle] { ++idle; });
+  shell.LayoutUnderWay(true);
+  shell.SetMousePointer(platform::MousePointer::kHourglass);
+  shell.SetMousePointer(platform::MousePointer::kNormal);
+  EXPECT_TRUE(shell.guard().busy());
+  EXPECT_EQ(idle, 0);
+  shell.LayoutUnderWay(false);
+  EXPECT_FALSE(shell.guard().busy());
+  EXPECT_EQ(idle, 1);
+}
+
 TEST_F(TheHostShell, IsBusyUnderAnOpenBoxAndWhileAReplyIsAwaitedWhateverThePointer) {
   int idle = 0;
   const auto told = shell.guard().Idle.Connect([&idle] { ++idle; });
