@@ -1,6 +1,7 @@
 #include "platform/file_access.h"
 
 #include <fcntl.h>
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,6 +55,11 @@ std::vector<fs::path> Missing(const fs::path& folder) {
   return missing;
 }
 
+std::string AccountName(uid_t number) {
+  const auto* const account = getpwuid(number);
+  return account == nullptr ? std::to_string(number) : account->pw_name;
+}
+
 }  // namespace
 
 bool IsShared(const fs::path& folder) {
@@ -66,6 +72,20 @@ bool IsThere(const fs::path& path) {
   const auto status = fs::status(path, unknown);
   if (fs::status_known(status)) return fs::exists(status);
   throw FileFailure("could not be looked for", path, unknown.value());
+}
+
+int WhyNot(Use use, const fs::path& path) {
+  const int mode = use == Use::kReading ? R_OK : W_OK;
+  return faccessat(AT_FDCWD, path.c_str(), mode, AT_EACCESS) == 0 ? 0 : errno;
+}
+
+std::string OwnerOf(const fs::path& path) {
+  struct stat known = {};
+  return stat(path.c_str(), &known) == 0 ? AccountName(known.st_uid) : "?";
+}
+
+std::string OwnAccount() {
+  return AccountName(geteuid());
 }
 
 int OpenNewFile(const fs::path& file) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 /// Who may use what the programs write: letters, notes, logs and databases hold personal data.
 ///
@@ -16,6 +17,16 @@ bool IsShared(const std::filesystem::path& folder);
 /// Whether there is something of that name, or a link to it. Throws FileFailure where this program may not
 /// look.
 bool IsThere(const std::filesystem::path& path);
+
+enum class Use { kReading, kWriting };
+
+/// 0 where this program may use the file or folder in that way; else the operating system's error number.
+int WhyNot(Use use, const std::filesystem::path& path);
+
+/// Whose it is: the account's name, or its number where it has none; "?" where nobody can say.
+std::string OwnerOf(const std::filesystem::path& path);
+/// The account this program runs under.
+std::string OwnAccount();
 
 /// Makes the file and opens it for reading and writing. Returns the descriptor, which the caller closes; -1
 /// with errno set where it cannot, EEXIST where there is one.

@@ -1,14 +1,10 @@
 #include "server/database_file.h"
 
-#include <fcntl.h>
-#include <pwd.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <string>
 #include <system_error>
 
+#include "platform/file_access.h"
 #include "platform/file_failure.h"
 
 namespace server {
@@ -17,43 +13,34 @@ namespace {
 using platform::Failure;
 namespace fs = std::filesystem;
 
-bool MayUse(const fs::path& path, int how) {
-  return faccessat(AT_FDCWD, path.c_str(), how, AT_EACCESS) == 0;
-}
-
-std::string AccountName(uid_t number) {
-  const auto* const account = getpwuid(number);
-  return account == nullptr ? std::to_string(number) : account->pw_name;
-}
-
 }  // namespace
 
 void RequireReadable(const fs::path& file) {
-  if (!MayUse(file, R_OK)) {
-    if (errno != ENOENT) throw platform::FileFailure("could not be read", file, errno);
+  const int refused = platform::WhyNot(platform::Use::kReading, file);
+  if (refused == ENOENT) {
     throw Failure(Failure::Kind::kNotFound, "The server's database \"" + file.string() +
                                                 "\" is missing. Make the disk it lies on available again, or "
                                                 "restore it from a backup.");
   }
+  if (refused != 0) throw platform::FileFailure("could not be read", file, refused);
   std::error_code unknown;
   if (fs::file_size(file, unknown) == 0) throw DamagedData(file);
 }
 
 bool MayChange(const fs::path& file) {
-  return MayUse(file, W_OK) && MayUse(file.parent_path(), W_OK | X_OK);
+  return platform::WhyNot(platform::Use::kWriting, file) == 0 &&
+         platform::WhyNot(platform::Use::kWriting, file.parent_path()) == 0;
 }
 
 Failure NoRightToChange(const fs::path& file) {
   const auto name = "The server's database \"" + file.filename().string() + "\" in the folder \"" +
                     file.parent_path().string() + "\" ";
-  if (!MayUse(file, W_OK) && errno == EROFS) {
+  if (platform::WhyNot(platform::Use::kWriting, file) == EROFS) {
     return {Failure::Kind::kPermissionDenied,
             name + "lies on a disk that is mounted read only. Make that disk writable and try again."};
   }
-  struct stat known = {};
-  const auto owner = stat(file.c_str(), &known) == 0 ? AccountName(known.st_uid) : "?";
-  return {Failure::Kind::kPermissionDenied, name + "belongs to \"" + owner + "\", and \"" +
-                                                AccountName(geteuid()) +
+  return {Failure::Kind::kPermissionDenied, name + "belongs to \"" + platform::OwnerOf(file) + "\", and \"" +
+                                                platform::OwnAccount() +
                                                 "\" has no right to change it. Ask for the right to write to "
                                                 "that file and folder."};
 }
