@@ -137,6 +137,10 @@ TEST_F(Scripts, FindNothingButTheReasonInTheReason) {
               AllOf(HasSubstr("CTL110_2701.docx"), HasSubstr("is not recorded"), HasSubstr(reason)));
   EXPECT_EQ(Letters("letter", {"--type", "999", "--customer", "100001", "--quiet"}).err, reason + "\n");
 
+  WriteFile(data_ / "unrecorded/damaged.printed", "<letter");
+  EXPECT_THAT(Letters("unrecorded", {"--record", "x", "--json"}).out,
+              HasSubstr("\"reason\": \"There is no note \\\"x\\\""));
+
   const auto printed = Print({"--json"});
   EXPECT_EQ(printed.status, 4);
   EXPECT_THAT(printed.out, AllOf(HasSubstr("disk is full"), Not(HasSubstr("CTL110_2701.docx"))));

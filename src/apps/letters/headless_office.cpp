@@ -39,19 +39,28 @@ void HeadlessOffice::Start() {
   if (options_.tell_left_behind) TellLettersLeftBehind();
   workspace().Show();
   RunUntilIdle();
+  has_started_ = true;
+  TellOtherFaults();
   // A template that could not be fetched stops the letter that needs it, and no other.
   shell_.AskingBegins();
 }
 
 void HeadlessOffice::TellReport(const std::string& description, const std::string& procedure) {
-  // A wrong line of the template catalogue is a fault of that line.
-  if (procedure == "ZEMLO_Corresp.CopyTemplate") {
-    if (told_lines_.insert(description).second) Notices() << description << '\n';
+  // A wrong line of the template catalogue, or a damaged note, is a fault of that line or note.
+  if (procedure == "ZEMLO_Corresp.CopyTemplate" || procedure == "PrintJournal.LeftBehind") {
+    if (description != last_report_) other_faults_.insert(description);
+    if (has_started_) TellOtherFaults();
     return;
   }
   reported_ = true;
+  other_faults_.erase(description);
   // One fault is met by many procedures.
   if (std::exchange(last_report_, description) != description) std::cerr << description << '\n';
+}
+
+void HeadlessOffice::TellOtherFaults() {
+  for (const auto& fault : other_faults_) Notices() << fault << '\n';
+  other_faults_.clear();
 }
 
 void HeadlessOffice::TellLettersLeftBehind() const {

@@ -48,6 +48,7 @@ class HeadlessOffice {
   void TellReport(const std::string& description, const std::string& procedure);
   bool AnswerLetterForm(platform::Form& form);
   void CompleteLetter(composition::frmLetter& form);
+  void TellOtherFaults();
   void TellLettersLeftBehind() const;
 
   const host::DataFolder folder_;
@@ -58,7 +59,8 @@ class HeadlessOffice {
   host::PrintOutcome outcome_;
   bool reported_ = false;
   std::string last_report_;
-  std::set<std::string> told_lines_;  // of the template catalogue
+  bool has_started_ = false;
+  std::set<std::string> other_faults_;  // to tell after the start, where none of them has refused
   bool asked_for_entries_ = false;
   bool entries_refused_ = false;
   int recorded_ = 0;
