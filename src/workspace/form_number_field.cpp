@@ -15,8 +15,9 @@ std::vector<platform::Connection> FormNumberField::Connect() {
   connections.push_back(FilterKeys(
       services_, field, "ZEMLO_FormInq.txtFormNum_KeyPress", [this](char32_t key) -> std::optional<char32_t> {
         const auto form_type = page_.ZEMLO_FormTypeCodes.Code();
-        if (!services_.utilities.AllowFormNumberKey(form_type, key, page_.txtFormNum)) return std::nullopt;
-        return key;
+        const char32_t meant = key == U'x' ? U'X' : key;  // a check digit that is ten
+        if (!services_.utilities.AllowFormNumberKey(form_type, meant, page_.txtFormNum)) return std::nullopt;
+        return meant;
       }));
   connections.push_back(field.Changed.Connect([this] { Change(); }));
   connections.push_back(field.KeyDown.Connect([this](const platform::Key& key) { KeyDown(key); }));

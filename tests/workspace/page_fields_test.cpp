@@ -45,11 +45,11 @@ class FormNumberTest : public PageFieldsTest {
 };
 
 TEST_F(FormNumberTest, TakesTheKeysOfTheChosenFormType) {
-  fakes_.utilities.refused_keys = U"x ";
+  fakes_.utilities.refused_keys = U"# x";
   form_types_.FilterFormType("CMOV", kTracking);
   UserPicksFormType("C", kTracking);
-  UserTypes(Field(), U"3x 4");
-  EXPECT_EQ(Field().text(), "1234");
+  UserTypes(Field(), U"3# 4x");
+  EXPECT_EQ(Field().text(), "1234X") << "a check digit is a capital letter";
   EXPECT_THAT(fakes_.utilities.asked_form_types, testing::Each("C"));
 }
 
