@@ -40,8 +40,8 @@ class ScreenKeeper : public QObject {
     if (event->type() == QEvent::Show) {
       auto* window = static_cast<QWidget*>(watched);
       MoveOntoScreen(*window);
-      // The frame comes a moment later.
-      for (const auto wait : {50ms, 300ms})
+      // The frame comes a moment later; on a machine that is busy laying out, a long one.
+      for (const auto wait : {50ms, 300ms, 1000ms, 2500ms})
         QTimer::singleShot(wait, window, [window] { MoveOntoScreen(*window); });
     }
     return false;
