@@ -31,7 +31,7 @@ std::string WhyNotWithSelected(const platform::Grid& letters, bool of_one) {
   return of_one && selected > 1 ? kTooMany : "";
 }
 
-/// The statuses of the selected letters, as grids describe them: one of them does not allow the action.
+/// The statuses of the selected letters, as grids describe them: at least one does not allow the action.
 std::string StatusesOf(const platform::Services& services, const platform::Grid& letters) {
   std::string statuses;
   for (const auto row : letters.selected_rows()) {
@@ -65,7 +65,11 @@ class CommandReasons {
       if (!reason.empty()) return reason;
       std::string by_status;
       platform::Trap(services, "ZEMLO_Correspondence.LetterActClick", [&] {
-        by_status = "Letters with the print status " + StatusesOf(services, letters) + " do not allow this.";
+        const auto statuses = StatusesOf(services, letters);
+        by_status =
+            letters.selected_rows().size() == 1
+                ? "Letters with the print status " + statuses + " do not allow this."
+                : "Not every selected letter allows this. Their print statuses are: " + statuses + ".";
       });
       return by_status;
     });

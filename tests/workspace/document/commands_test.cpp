@@ -112,15 +112,18 @@ TEST_F(Commands, SayWhyTheyAreDisabled) {
   EXPECT_THAT(why(pages.batch.OptBatchAct[0]), testing::HasSubstr("does not do this yet"));
 
   fakes_.utilities.values[{"LTRACTION", "VLT"}] = "F";
+  fakes_.utilities.values[{"LTRACTION", "PRL"}] = "F";
   fakes_.server.CompleteSynchronisation();
   fakes_.RunEvents();
   fakes_.utilities.descriptions[{"LTRPRNTCD", "P"}] = "Printed";
-  tracking.sdgGrid.Bind(
-      fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", 1}, {"PRNT_STTS_CD", "P"}}, {{"SEQ_NBR", 2}}}));
+  tracking.sdgGrid.Bind(fakes::RowsOf(
+      "CORRHIST", {{{"SEQ_NBR", 1}, {"PRNT_STTS_CD", "P"}}, {{"SEQ_NBR", 2}, {"PRNT_STTS_CD", "F"}}}));
   auto& view = tracking.OptLetter[TrackingPage::kViewLetter];
   EXPECT_EQ(why(view), "Select a letter in the list first.");
   tracking.sdgGrid.UserSelects({0, 1});
   EXPECT_EQ(why(view), "This goes with one letter only. Select one in the list.");
+  EXPECT_EQ(why(tracking.OptLetter[TrackingPage::kReprintLocal]),
+            "Not every selected letter allows this. Their print statuses are: \"Printed\", \"F\".");
   tracking.sdgGrid.UserSelects({0});
   EXPECT_EQ(why(view), "Letters with the print status \"Printed\" do not allow this.");
 
