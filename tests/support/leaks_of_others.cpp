@@ -1,3 +1,10 @@
+/// Standard error is the programs' own: no list of what was passed over stands there.
+extern "C" const char* __lsan_default_options();  // NOLINT: the sanitizer's own name
+
+const char* __lsan_default_options() {  // NOLINT
+  return "print_suppressions=0";
+}
+
 /// Blocks that libraries keep until the process ends: the leak checker asks for them by this name.
 extern "C" const char* __lsan_default_suppressions();  // NOLINT: the sanitizer's own name
 
