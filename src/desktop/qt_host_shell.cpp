@@ -266,7 +266,7 @@ std::optional<std::string> QtHostShell::AskSaveFile(const std::string& suggested
 
 /// The one of the last save, else the user's documents; home for a user who has no such folder.
 QString QtHostShell::SaveFolder() const {
-  const auto last = remembered_ == nullptr ? QString() : ToQt(remembered_->Remembered(kSaveFolder));
+  auto last = remembered_ == nullptr ? QString() : ToQt(remembered_->Remembered(kSaveFolder));
   if (!last.isEmpty() && QFileInfo(last).isDir()) return last;
   const auto documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
   return QFileInfo(documents).isDir() ? documents : QDir::homePath();
