@@ -13,6 +13,7 @@
 #include "server/server_folders.h"
 #include "server/tab_table.h"
 #include "wordprocessor/fonts.h"
+#include "wordprocessor/print_template.h"
 #include "wordprocessor/printer_queues.h"
 #include "wordprocessor/printers.h"
 
@@ -22,10 +23,8 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Failure;
 
-constexpr auto kCommonTemplate = "kvcorr.dot";
-
 std::string Named(const fs::path& path) {
-  return "\"" + path.string() + "\"";
+  return platform::Quoted(path.string());
 }
 
 std::string Listed(const std::set<std::string>& names) {
@@ -133,7 +132,7 @@ class OfficeCheck {
   }
 
   void CheckFonts(std::set<std::string> documents) {
-    documents.insert(kCommonTemplate);
+    documents.insert(wordprocessor::kCommonTemplate);
     std::map<std::string, std::string> missing;  // the first document that names each typeface
     for (const auto& document : documents) {
       for (const auto& font : FontsOrNone(template_folder_ / document))

@@ -5,10 +5,10 @@
 #include <system_error>
 
 #include <grp.h>
-#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/file_access.h"
 #include "platform/file_failure.h"
 
 namespace host {
@@ -42,11 +42,10 @@ void Share(const fs::path& entry, gid_t group) {
 
 }  // namespace
 
-std::string OwnerOf(const fs::path& file) {
+std::string OtherOwnerOf(const fs::path& file) {
   struct stat known = {};
   if (stat(file.c_str(), &known) != 0 || known.st_uid == geteuid()) return "";
-  const passwd* account = getpwuid(known.st_uid);
-  return account != nullptr ? account->pw_name : std::to_string(known.st_uid);
+  return platform::OwnerOf(file);
 }
 
 void ShareWithGroup(const fs::path& folder, const std::string& group) {

@@ -75,12 +75,12 @@ std::vector<platform::PrintJournal::Left> PrintJournal::LeftBehind() {
 
 void PrintJournal::Take(const std::filesystem::path& file, std::vector<Left>& left) {
   if (PrintNoteFile::IsClosed(file)) {
-    ++closed_[OwnerOf(file)];
+    ++closed_[OtherOwnerOf(file)];
     return;
   }
   auto note = PrintNoteFile::Take(file);
   if (!note) return;
-  left.push_back({note->note(), note->stage(), OwnerOf(file)});
+  left.push_back({note->note(), note->stage(), OtherOwnerOf(file)});
   left_.emplace(note->note().message_key, std::move(*note));
 }
 
@@ -98,7 +98,7 @@ std::vector<std::filesystem::path> PrintJournal::NoteFiles() {
     files.emplace_back(entry.last_write_time(gone), entry.path());
   }
   if (error == std::errc::permission_denied) {
-    closed_.emplace(OwnerOf(folder_), 0);
+    closed_.emplace(OtherOwnerOf(folder_), 0);
   } else if (error && error != std::errc::no_such_file_or_directory) {
     errors_.ReportError("The notes of printed letters in \"" + folder_.string() + "\" cannot be read (" +
                             error.message() + "); letters that were not recorded stay unnamed.",

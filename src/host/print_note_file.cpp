@@ -48,7 +48,7 @@ std::optional<PrintStage> StageOf(const std::filesystem::path& file) {
 
 [[noreturn]] void Fail(const std::string& what, const std::filesystem::path& file) {
   auto failure = platform::FileFailure("(the note of a letter that is printed) " + what, file, errno);
-  const auto owner = OwnerOf(file.parent_path());
+  const auto owner = OtherOwnerOf(file.parent_path());
   if (failure.kind() != Failure::Kind::kPermissionDenied || owner.empty()) throw failure;
   throw Failure(failure.kind(),
                 failure.description() + " The folder belongs to user \"" + owner +

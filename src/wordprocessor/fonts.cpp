@@ -5,7 +5,7 @@
 
 #include <fontconfig/fontconfig.h>
 
-#include "platform/text.h"
+#include "platform/xml_escape.h"
 #include "wordprocessor/docx_file.h"
 #include "wordprocessor/docx_package.h"
 
@@ -19,7 +19,7 @@ void ForEachValue(std::string_view xml, const std::string& attribute, Take take)
   const auto start = attribute + "=\"";
   for (auto place = xml.find(start); place != std::string_view::npos; place = xml.find(start, place)) {
     place += start.size();
-    take(platform::ReplaceAll(xml.substr(place, xml.find('"', place) - place), "&amp;", "&"));
+    take(platform::XmlUnescaped(xml.substr(place, xml.find('"', place) - place)));
   }
 }
 

@@ -15,6 +15,7 @@
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "server/server_data.h"
+#include "wordprocessor/print_template.h"
 
 namespace apps {
 namespace {
@@ -37,10 +38,11 @@ Places PlacesOf(const host::DataFolder& folder) {
 }
 
 void CopyLetterhead(const std::filesystem::path& product, const std::filesystem::path& templates) {
-  const auto target = templates / "kvcorr.dot";
+  const auto target = templates / wordprocessor::kCommonTemplate;
   if (platform::IsThere(target)) return;
   platform::MakeFolder(templates);
-  host::DiskFiles().CopyFile((product / "templates" / "kvcorr.dot").string(), target.string());
+  host::DiskFiles().CopyFile((product / "templates" / wordprocessor::kCommonTemplate).string(),
+                             target.string());
 }
 
 std::string InitOptionFault(const CommandLine& line) {
