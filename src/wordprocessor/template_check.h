@@ -23,9 +23,10 @@ struct TemplateFinding {
   enum class Grade : std::uint8_t { kError, kWarning };
 
   Grade grade = Grade::kError;
-  std::string bookmark;
+  std::string bookmark;         ///< "" where it is about none
   std::string text;             ///< a whole sentence
   std::string suggestion = {};  ///< the name that was probably meant; "" where there is none
+  std::string place = {};       ///< where it is found, as DocxLeftover::place; "" where the bookmark says it
 };
 
 /// Checks a template's bookmarks against the fields: names that no field has (with the likeliest one), names

@@ -17,8 +17,11 @@ using wordprocessor::TemplateFinding;
 
 constexpr std::array<Listing::Column, 4> kBookmarkColumns{
     {{"name", "Bookmark"}, {"place", "Place"}, {"inner", "Holds"}, {"text", "Text"}}};
-constexpr std::array<Listing::Column, 4> kFindingColumns{
-    {{"grade", "Grade"}, {"bookmark", "Bookmark"}, {"finding", "Finding"}, {"suggestion", "Suggestion"}}};
+constexpr std::array<Listing::Column, 5> kFindingColumns{{{"grade", "Grade"},
+                                                          {"bookmark", "Bookmark"},
+                                                          {"place", "Place"},
+                                                          {"finding", "Finding"},
+                                                          {"suggestion", "Suggestion"}}};
 
 std::string OneLine(std::string text) {
   text = platform::ReplaceAll(text, "\r", " ");
@@ -42,9 +45,15 @@ Listing Findings(const std::vector<TemplateFinding>& findings) {
   Listing listing{kFindingColumns, {}};
   for (const auto& finding : findings) {
     listing.rows.push_back({finding.grade == TemplateFinding::Grade::kError ? "error" : "warning",
-                            finding.bookmark, finding.text, finding.suggestion});
+                            finding.bookmark, finding.place, finding.text, finding.suggestion});
   }
   return listing;
+}
+
+void PrintFinding(const std::string& grade, const std::string& bookmark, const std::string& place,
+                  const std::string& text) {
+  const auto both = bookmark.empty() || place.empty() ? "" : ", ";
+  std::cerr << grade << ": " << bookmark << both << place << ": " << text << '\n';
 }
 
 void PrintAll(const Listing& bookmarks, const Listing& findings, bool as_json) {
@@ -53,7 +62,7 @@ void PrintAll(const Listing& bookmarks, const Listing& findings, bool as_json) {
         QJsonDocument(QJsonObject{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(findings)}}));
   }
   Print(bookmarks, /*as_json=*/false);
-  for (const auto& row : findings.rows) std::cerr << row[0] << ": " << row[1] << ": " << row[2] << '\n';
+  for (const auto& row : findings.rows) PrintFinding(row[0], row[1], row[2], row[3]);
 }
 
 }  // namespace
