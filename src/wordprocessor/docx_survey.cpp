@@ -4,7 +4,6 @@
 #include <array>
 #include <map>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 
 #include "platform/text.h"
@@ -12,6 +11,7 @@
 #include "wordprocessor/docx_comments.h"
 #include "wordprocessor/docx_escape.h"
 #include "wordprocessor/docx_outside.h"
+#include "wordprocessor/docx_places.h"
 #include "wordprocessor/docx_relations.h"
 #include "wordprocessor/docx_tree_reader.h"
 #include "wordprocessor/docx_word_xml.h"
@@ -20,8 +20,6 @@ namespace wordprocessor {
 namespace {
 
 using Kind = DocxLeftover::Kind;
-
-constexpr std::size_t kWordsShown = 30;
 
 Kind KindOf(TrackedChange::Kind kind) {
   constexpr auto kKinds = std::to_array({Kind::kInserted, Kind::kDeleted, Kind::kMovedHere, Kind::kMovedAway,
@@ -98,61 +96,9 @@ std::map<std::string, Comment> ReadComments(const DocxPackage& package, const st
   return comments;
 }
 
-/// "of the first page" by a header's or footer's part.
-std::map<std::string, std::string> PagesOf(const DocxTree& body, const std::vector<DocxRelation>& relations) {
-  std::map<std::string, std::string> pages;
-  for (NodeId node = 0; node < body.size(); ++node) {
-    const auto name = LocalNameOf(body[node].name());
-    if (name != "headerReference" && name != "footerReference") continue;
-    const auto type = body.Attribute(node, "type");
-    for (const auto& reference : body.References(node)) {
-      const auto relation = std::ranges::find(relations, Unescaped(reference.id), &DocxRelation::id);
-      if (relation == relations.end()) continue;
-      if (type == "first") pages[relation->target] = " of the first page";
-      if (type == "even") pages[relation->target] = " of even pages";
-    }
-  }
-  return pages;
-}
-
-/// The words before each node of a story, as an author looks for them.
-class WordsBefore {
- public:
-  explicit WordsBefore(const DocxTree& tree) : tree_(tree) { Visit(tree.root()); }
-
-  std::string At(NodeId node) const {
-    auto words = std::string_view(text_).substr(0, offsets_.at(node));
-    const auto end = words.find_last_not_of(" \n");
-    if (end == words.npos) return {};
-    words = words.substr(0, end + 1);
-    words.remove_prefix(words.rfind('\n') + 1);  // all of it without one: npos + 1 is 0
-    if (words.size() > kWordsShown) {
-      const auto blank = words.find(' ', words.size() - kWordsShown);
-      words.remove_prefix(blank == words.npos ? 0 : blank + 1);
-    }
-    return std::string(words);
-  }
-
- private:
-  void Visit(NodeId node) {
-    offsets_[node] = text_.size();
-    const auto& held = tree_[node];
-    if (held.kind == DocxKind::kMarkup && tree_[held.parent].kind == DocxKind::kText) {
-      text_ += Unescaped(held.markup);
-    }
-    for (auto child = held.first_child; child != kNoNode; child = tree_[child].next) Visit(child);
-    if (held.kind == DocxKind::kParagraph) text_ += '\n';
-  }
-
-  const DocxTree& tree_;
-  std::string text_;
-  std::unordered_map<NodeId, std::size_t> offsets_;
-};
-
 class StorySurvey {
  public:
-  StorySurvey(const DocxStory& story, std::string page)
-      : story_(story), tree_(story.tree), words_(story.tree), page_(std::move(page)) {}
+  StorySurvey(const DocxStory& story, const std::string& page) : tree_(story.tree), places_(story, page) {}
 
   void FindAll(const std::map<std::string, Comment>& comments, const HiddenStyles& styles,
                const std::vector<DocxRelation>& relations) {
@@ -193,17 +139,7 @@ class StorySurvey {
   };
 
   void Add(Kind kind, NodeId node, std::string what, std::string who = {}) {
-    found_.push_back({node, {kind, std::move(what), std::move(who), PlaceOf(node)}});
-  }
-
-  std::string PlaceOf(NodeId node) const {
-    constexpr auto kStories =
-        std::to_array<std::string_view>({"text", "page header", "page footer", "notes"});
-    auto place = std::string(kStories[static_cast<std::size_t>(story_.kind)]) + page_;
-    if (tree_.Ancestor(node, DocxKind::kTextBox) != kNoNode) place += ", in a text box";
-    if (tree_.Ancestor(node, DocxKind::kTable) != kNoNode) place += ", in a table";
-    const auto words = words_.At(node);
-    return words.empty() ? place : place + ", after " + platform::Quoted(words);
+    found_.push_back({node, {kind, std::move(what), std::move(who), places_.Of(node)}});
   }
 
   std::string TextOf(NodeId node) const {
@@ -216,10 +152,8 @@ class StorySurvey {
     return text;
   }
 
-  const DocxStory& story_;
   const DocxTree& tree_;
-  const WordsBefore words_;
-  const std::string page_;
+  const DocxPlaces places_;
   std::vector<Found> found_;
 };
 
@@ -229,12 +163,11 @@ std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::s
   const auto stories = ReadStories(package, main_part);
   const auto relations = ReadRelations(package, main_part);
   const auto comments = ReadComments(package, main_part);
-  const auto pages = PagesOf(stories.front().tree, relations);
+  const auto pages = PagesOfParts(stories.front().tree, relations);
   const HiddenStyles styles(package, main_part);
   std::vector<DocxLeftover> leftovers;
   for (const auto& story : stories) {
-    const auto page = pages.find(story.part);
-    StorySurvey survey(story, page == pages.end() ? std::string() : page->second);
+    StorySurvey survey(story, pages.contains(story.part) ? pages.at(story.part) : "");
     survey.FindAll(comments, styles, ReadRelations(package, story.part));
     survey.AppendTo(leftovers);
   }

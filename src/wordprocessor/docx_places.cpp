@@ -1,0 +1,72 @@
+#include "wordprocessor/docx_places.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "platform/text.h"
+#include "wordprocessor/docx_escape.h"
+
+namespace wordprocessor {
+namespace {
+
+constexpr std::size_t kWordsShown = 30;
+
+}  // namespace
+
+std::map<std::string, std::string> PagesOfParts(const DocxTree& body,
+                                                const std::vector<DocxRelation>& relations) {
+  std::map<std::string, std::string> pages;
+  for (NodeId node = 0; node < body.size(); ++node) {
+    const auto name = LocalNameOf(body[node].name());
+    if (name != "headerReference" && name != "footerReference") continue;
+    const auto type = body.Attribute(node, "type");
+    for (const auto& reference : body.References(node)) {
+      const auto relation = std::ranges::find(relations, Unescaped(reference.id), &DocxRelation::id);
+      if (relation == relations.end()) continue;
+      if (type == "first") pages[relation->target] = " of the first page";
+      if (type == "even") pages[relation->target] = " of even pages";
+    }
+  }
+  return pages;
+}
+
+DocxPlaces::DocxPlaces(const DocxStory& story, std::string page) : story_(story), page_(std::move(page)) {
+  Visit(story.tree.root());
+}
+
+std::string DocxPlaces::Of(NodeId node) const {
+  constexpr auto kStories = std::to_array<std::string_view>({"text", "page header", "page footer", "notes"});
+  auto place = std::string(kStories[static_cast<std::size_t>(story_.kind)]) + page_;
+  if (story_.tree.Ancestor(node, DocxKind::kTextBox) != kNoNode) place += ", in a text box";
+  if (story_.tree.Ancestor(node, DocxKind::kTable) != kNoNode) place += ", in a table";
+  const auto words = WordsBefore(node);
+  return words.empty() ? place : place + ", after " + platform::Quoted(words);
+}
+
+void DocxPlaces::Visit(NodeId node) {
+  const auto& tree = story_.tree;
+  offsets_[node] = text_.size();
+  if (tree[node].kind == DocxKind::kMarkup && tree[tree[node].parent].kind == DocxKind::kText) {
+    text_ += Unescaped(tree[node].markup);
+  }
+  for (auto child = tree[node].first_child; child != kNoNode; child = tree[child].next) Visit(child);
+  if (tree[node].kind == DocxKind::kParagraph) text_ += '\n';
+}
+
+/// The last few before it, of the last line that has some.
+std::string DocxPlaces::WordsBefore(NodeId node) const {
+  auto words = std::string_view(text_).substr(0, offsets_.at(node));
+  const auto end = words.find_last_not_of(" \n");
+  if (end == words.npos) return {};
+  words = words.substr(0, end + 1);
+  words.remove_prefix(words.rfind('\n') + 1);  // all of it without one: npos + 1 is 0
+  if (words.size() > kWordsShown) {
+    const auto blank = words.find(' ', words.size() - kWordsShown);
+    words.remove_prefix(blank == words.npos ? 0 : blank + 1);
+  }
+  return std::string(words);
+}
+
+}  // namespace wordprocessor

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "wordprocessor/docx_relations.h"
+#include "wordprocessor/docx_story.h"
+
+namespace wordprocessor {
+
+/// The pages that headers and footers stand on, by their parts: " of the first page", " of even pages"; none
+/// where they stand on all others. `body` is the tree of the main part, `relations` are its.
+std::map<std::string, std::string> PagesOfParts(const DocxTree& body,
+                                                const std::vector<DocxRelation>& relations);
+
+/// Where things stand in a story, as its author finds them: `page header of the first page, after "Dear"`.
+///
+/// Of the story as it is when this is made, which outlives it.
+class DocxPlaces {
+ public:
+  /// `page` as PagesOfParts says it.
+  DocxPlaces(const DocxStory& story, std::string page);
+
+  std::string Of(NodeId node) const;
+
+ private:
+  void Visit(NodeId node);
+  std::string WordsBefore(NodeId node) const;
+
+  const DocxStory& story_;
+  const std::string page_;
+  std::string text_;
+  std::unordered_map<NodeId, std::size_t> offsets_;  ///< into text_, of every node
+};
+
+}  // namespace wordprocessor
