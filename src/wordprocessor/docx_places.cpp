@@ -33,7 +33,7 @@ std::map<std::string, std::string> PagesOfParts(const DocxTree& body,
 }
 
 DocxPlaces::DocxPlaces(const DocxStory& story, std::string page) : story_(story), page_(std::move(page)) {
-  Visit(story.tree.root());
+  Visit(story.tree.root(), /*again=*/false);
 }
 
 std::string DocxPlaces::Of(NodeId node) const {
@@ -45,19 +45,27 @@ std::string DocxPlaces::Of(NodeId node) const {
   return words.empty() ? place : place + ", after " + platform::Quoted(words);
 }
 
-void DocxPlaces::Visit(NodeId node) {
+bool DocxPlaces::NothingBetween(std::size_t from, std::size_t to) const {
+  return from <= to && platform::IsBlank(std::string_view(text_).substr(from, to - from));
+}
+
+void DocxPlaces::Visit(NodeId node, bool again) {
   const auto& tree = story_.tree;
-  offsets_[node] = text_.size();
-  if (tree[node].kind == DocxKind::kMarkup && tree[tree[node].parent].kind == DocxKind::kText) {
+  const auto kind = tree[node].kind;
+  again = again || kind == DocxKind::kFallback;
+  begins_[node] = text_.size();
+  if (kind == DocxKind::kMarkup && tree[tree[node].parent].kind == DocxKind::kText && !again) {
     text_ += Unescaped(tree[node].markup);
   }
-  for (auto child = tree[node].first_child; child != kNoNode; child = tree[child].next) Visit(child);
-  if (tree[node].kind == DocxKind::kParagraph) text_ += '\n';
+  if (kind == DocxKind::kTextBox && !again) text_ += '\n';
+  for (auto child = tree[node].first_child; child != kNoNode; child = tree[child].next) Visit(child, again);
+  if (kind == DocxKind::kParagraph && !again) text_ += '\n';
+  ends_[node] = text_.size();
 }
 
 /// The last few before it, of the last line that has some.
 std::string DocxPlaces::WordsBefore(NodeId node) const {
-  auto words = std::string_view(text_).substr(0, offsets_.at(node));
+  auto words = std::string_view(text_).substr(0, begins_.at(node));
   const auto end = words.find_last_not_of(" \n");
   if (end == words.npos) return {};
   words = words.substr(0, end + 1);

@@ -25,14 +25,22 @@ class DocxPlaces {
 
   std::string Of(NodeId node) const;
 
+  /// How much visible text stands before the node, or up to its end, in bytes. What a text box tells a second
+  /// time does not count.
+  std::size_t TextBefore(NodeId node) const { return begins_.at(node); }
+  std::size_t TextAfter(NodeId node) const { return ends_.at(node); }
+  /// Whether a reader sees nothing between two such offsets but blanks and ends of paragraphs.
+  bool NothingBetween(std::size_t from, std::size_t to) const;
+
  private:
-  void Visit(NodeId node);
+  void Visit(NodeId node, bool again);
   std::string WordsBefore(NodeId node) const;
 
   const DocxStory& story_;
   const std::string page_;
   std::string text_;
-  std::unordered_map<NodeId, std::size_t> offsets_;  ///< into text_, of every node
+  std::unordered_map<NodeId, std::size_t> begins_;  ///< into text_, of every node
+  std::unordered_map<NodeId, std::size_t> ends_;
 };
 
 }  // namespace wordprocessor

@@ -4,10 +4,14 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "platform/text.h"
-#include "wordprocessor/docx_changes.h"
+#include "wordprocessor/bookmark_index.h"
+#include "wordprocessor/docx_blocks.h"
+#include "wordprocessor/docx_cleaning.h"
 #include "wordprocessor/docx_comments.h"
 #include "wordprocessor/docx_escape.h"
 #include "wordprocessor/docx_outside.h"
@@ -96,6 +100,19 @@ std::map<std::string, Comment> ReadComments(const DocxPackage& package, const st
   return comments;
 }
 
+std::string TextOf(const DocxTree& tree, NodeId node) {
+  std::string text;
+  const auto& held = tree[node];
+  const auto around = held.kind == DocxKind::kMarkup ? held.parent : kNoNode;
+  const bool shown = around != kNoNode &&
+                     (tree[around].kind == DocxKind::kText || LocalNameOf(tree[around].name()) == "delText");
+  if (shown) text = Unescaped(held.markup);
+  for (auto child = held.first_child; child != kNoNode; child = tree[child].next) {
+    text += TextOf(tree, child);
+  }
+  return text;
+}
+
 class StorySurvey {
  public:
   StorySurvey(const DocxStory& story, const std::string& page) : tree_(story.tree), places_(story, page) {}
@@ -104,14 +121,11 @@ class StorySurvey {
                const std::vector<DocxRelation>& relations) {
     for (const auto& mark : FindComments(tree_)) {
       const auto comment = comments.find(mark.id);
-      Add(Kind::kComment, mark.node, comment == comments.end() ? "" : comment->second.text,
-          comment == comments.end() ? "" : comment->second.author);
+      const bool known = comment != comments.end();
+      Add(Kind::kComment, mark.node, known ? comment->second.text : "", known ? comment->second.author : "");
     }
-    for (const auto& change : FindChanges(tree_)) {
-      const bool text = change.about == TrackedChange::About::kText;
-      Add(KindOf(change.kind), change.node, text ? TextOf(change.node) : "", AuthorOf(tree_, change));
-    }
-    for (const auto run : FindHiddenRuns(tree_, styles)) Add(Kind::kHiddenText, run, TextOf(run));
+    for (const auto& change : FindChanges(tree_)) AddChange(change);
+    for (const auto run : FindHiddenRuns(tree_, styles)) AddWords(Kind::kHiddenText, run, run, {});
     for (const auto& field : FindFields(tree_)) {
       const auto kind = KindOf(field.kind);
       if (kind) Add(*kind, field.node, std::string(platform::Trim(field.code)));
@@ -126,36 +140,89 @@ class StorySurvey {
     }
   }
 
+  void FindLostBookmarks(const std::set<std::string>& kept) {
+    for (const auto& range : BookmarkIndex(tree_).ranges) {
+      const auto name = std::string(range.name);
+      if (!kept.contains(name)) Add(Kind::kLostBookmark, range.start, name);
+    }
+  }
+
   /// In document order.
-  void AppendTo(std::vector<DocxLeftover>& leftovers) {
+  void AppendTo(std::vector<DocxLeftover>& leftovers, std::size_t& paragraphs) {
     std::ranges::stable_sort(found_, {}, &Found::node);
-    for (auto& found : found_) leftovers.push_back(std::move(found.leftover));
+    NodeId paragraph = kNoNode;
+    for (auto& found : found_) {
+      const auto own = ParagraphOf(tree_, found.node);
+      if (own == kNoNode || own != paragraph) ++paragraphs;
+      paragraph = own;
+      found.leftover.paragraph = paragraphs;
+      leftovers.push_back(std::move(found.leftover));
+    }
   }
 
  private:
   struct Found {
     NodeId node;
     DocxLeftover leftover;
+    std::size_t text_end = 0;
   };
 
-  void Add(Kind kind, NodeId node, std::string what, std::string who = {}) {
+  /// What a text box tells a second time, to readers that know no newer one, counts once.
+  bool IsToldAgain(NodeId node) const { return tree_.Ancestor(node, DocxKind::kFallback) != kNoNode; }
+
+  Found* Add(Kind kind, NodeId node, std::string what, std::string who = {}) {
+    if (IsToldAgain(node)) return nullptr;
     found_.push_back({node, {kind, std::move(what), std::move(who), places_.Of(node)}});
+    return &found_.back();
   }
 
-  std::string TextOf(NodeId node) const {
-    std::string text;
-    const auto& held = tree_[node];
-    const bool shown = held.kind == DocxKind::kMarkup && (tree_[held.parent].kind == DocxKind::kText ||
-                                                          tree_[held.parent].kind == DocxKind::kDeletedText);
-    if (shown) text = Unescaped(held.markup);
-    for (auto child = held.first_child; child != kNoNode; child = tree_[child].next) text += TextOf(child);
-    return text;
+  void AddChange(const TrackedChange& change) {
+    const auto kind = KindOf(change.kind);
+    const auto who = AuthorOf(tree_, change);
+    if (change.about == TrackedChange::About::kText) return AddWords(kind, change.node, change.node, who);
+    if (change.kind == TrackedChange::Kind::kFormatted) {
+      const auto around = tree_[tree_[change.node].parent].parent;
+      const auto looks = around == kNoNode ? DocxKind::kOther : tree_[around].kind;
+      if (looks == DocxKind::kRun || looks == DocxKind::kParagraph)
+        return AddWords(kind, change.node, around, who);
+    }
+    auto* found = Add(kind, change.node, "", who);
+    if (found != nullptr) found->leftover.about = change.about;
+  }
+
+  /// Word processors write what is one piece to its author as several, of single runs: what comes with
+  /// nothing but blanks in between goes to the piece before it.
+  void AddWords(Kind kind, NodeId node, NodeId held, const std::string& who) {
+    const auto text = TextOf(tree_, held);
+    const auto begin = places_.TextBefore(held);
+    const auto end = places_.TextAfter(held);
+    const auto last = std::ranges::find_if(found_.rbegin(), found_.rend(), [&](const Found& found) {
+      return !found.leftover.what.empty() || found.leftover.kind != kind || found.leftover.who != who;
+    });
+    const bool goes_on = last != found_.rend() && last->leftover.kind == kind && last->leftover.who == who &&
+                         !text.empty() && !IsToldAgain(node) && places_.NothingBetween(last->text_end, begin);
+    if (goes_on) {
+      const bool same_paragraph = ParagraphOf(tree_, last->node) == ParagraphOf(tree_, node);
+      last->leftover.what += (same_paragraph ? "" : " ") + text;
+      last->text_end = end;
+    } else if (auto* found = Add(kind, node, text, who)) {
+      found->text_end = end;
+    }
   }
 
   const DocxTree& tree_;
   const DocxPlaces places_;
   std::vector<Found> found_;
 };
+
+/// The bookmarks that the letters have.
+std::set<std::string> KeptBookmarks(const DocxPackage& package, const std::string& main_part) {
+  std::set<std::string> names;
+  for (const auto& story : CleanDocument(package, main_part).stories) {
+    for (const auto& range : BookmarkIndex(story.tree).ranges) names.emplace(range.name);
+  }
+  return names;
+}
 
 }  // namespace
 
@@ -164,17 +231,20 @@ std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::s
   const auto relations = ReadRelations(package, main_part);
   const auto comments = ReadComments(package, main_part);
   const auto pages = PagesOfParts(stories.front().tree, relations);
+  const auto bookmarks = KeptBookmarks(package, main_part);
   const HiddenStyles styles(package, main_part);
   std::vector<DocxLeftover> leftovers;
+  std::size_t paragraphs = 0;
   for (const auto& story : stories) {
     StorySurvey survey(story, pages.contains(story.part) ? pages.at(story.part) : "");
     survey.FindAll(comments, styles, ReadRelations(package, story.part));
-    survey.AppendTo(leftovers);
+    survey.FindLostBookmarks(bookmarks);
+    survey.AppendTo(leftovers, paragraphs);
   }
   // Programs hang on the document as a whole.
   for (const auto& relation : relations) {
     if (UseOf(relation) == RelationUse::kMacro)
-      leftovers.push_back({Kind::kMacro, relation.target, {}, "document"});
+      leftovers.push_back({Kind::kMacro, relation.target, {}, "document", {}, ++paragraphs});
   }
   return leftovers;
 }

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "wordprocessor/docx_changes.h"
 #include "wordprocessor/docx_package.h"
-#include "wordprocessor/docx_story.h"
 
 namespace wordprocessor {
 
@@ -35,16 +35,20 @@ struct DocxLeftover {
     kControl,
     kMacro,
     kBoundControl,  ///< a content control whose text comes from data
+    kLostBookmark,  ///< goes with deleted or hidden text
   };
 
   Kind kind;
-  std::string what;   ///< the words, the field's code, the address; "" for looks and ends of paragraphs
+  std::string what;   ///< the words, the field's code, the address, the name; "" where there are none
   std::string who;    ///< who commented or changed; "" where it is not said
   std::string place;  ///< where an author finds it: `page header of the first page, after "Dear"`
+  TrackedChange::About about = TrackedChange::About::kText;  ///< of a tracked change without words
+  std::size_t paragraph = 0;  ///< the same for what stands in one paragraph, and for nothing else
 };
 
-/// All of them by parts, in document order within one: what CleanStory does away with, found by the same
-/// rules. Throws Failure kDamaged where a part cannot be read.
+/// All of them by parts, in document order within one: what cleaning does away with, found by the same rules.
+/// Words that belong together stand together, and a text box told twice counts once. Throws Failure kDamaged
+/// where a part cannot be read.
 std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::string& main_part);
 
 }  // namespace wordprocessor

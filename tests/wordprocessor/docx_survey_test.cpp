@@ -61,6 +61,37 @@ TEST(Leftovers, AreFoundWithTheirPlaceAndWhoLeftThem) {
                           Numbered(Kind::kMacro) + "word/vbaProject.bin: document"));
 }
 
+TEST(Leftovers, WordsOfOneKindThatBelongTogetherStandTogether) {
+  using Kind = DocxLeftover::Kind;
+  const auto body = Paragraph(Text("Keep ") + Del("the old ") + Del("words") + Ins("new") + Del(" here")) +
+                    Paragraph(Ins("One")) + Paragraph(Ins("two") + Mark("GONE", Del("x"))) +
+                    Paragraph(Text("Bold", By("rPrChange", "<w:rPr/>")));
+  EXPECT_THAT(LeftoversOf(LetterOf("<w:body>" + body + "</w:body>")),
+              ElementsAre(Numbered(Kind::kDeleted) + "the old words (LEAK): text, after \"Keep\"",
+                          Numbered(Kind::kInserted) + "new (LEAK): text, after \"Keep\"",
+                          Numbered(Kind::kDeleted) + " here (LEAK): text, after \"Keep new\"",
+                          Numbered(Kind::kInserted) + "One two (LEAK): text, after \"Keep new\"",
+                          Numbered(Kind::kLostBookmark) + "GONE: text, after \"two\"",
+                          Numbered(Kind::kDeleted) + "x (LEAK): text, after \"two\"",
+                          Numbered(Kind::kFormatted) + "Bold (LEAK): text, after \"two\""));
+}
+
+TEST(Leftovers, OfATextBoxToldTwiceAreToldOnce) {
+  const auto box = [](const std::string& around) {
+    return "<mc:" + around + "><w:pict><w:txbxContent>" +
+           Paragraph(Text("Box ") + Field("DATE", Text("1.1."))) + "</w:txbxContent></w:pict></mc:" + around +
+           ">";
+  };
+  const auto twice =
+      "<w:r><mc:AlternateContent "
+      "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">" +
+      box("Choice") + box("Fallback") + "</mc:AlternateContent></w:r>" + Field("TIME", Text("1"));
+  EXPECT_THAT(
+      LeftoversOf(LetterOf("<w:body>" + Paragraph(Text("Dear ") + twice) + "</w:body>")),
+      ElementsAre(Numbered(DocxLeftover::Kind::kDateField) + "DATE: text, in a text box, after \"Box\"",
+                  Numbered(DocxLeftover::Kind::kDateField) + "TIME: text, after \"Box 1.1.\""));
+}
+
 TEST(Leftovers, AreNoneInWhatGoesOut) {
   EXPECT_THAT(
       LeftoversOf(LetterOf("<w:body>" + Paragraph(Mark("NAME", Field("PAGE", Text("1")))) + "</w:body>")),
