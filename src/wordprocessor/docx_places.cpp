@@ -36,12 +36,12 @@ DocxPlaces::DocxPlaces(const DocxStory& story, std::string page) : story_(story)
   Visit(story.tree.root(), /*again=*/false);
 }
 
-std::string DocxPlaces::Of(NodeId node) const {
+std::string DocxPlaces::Place(NodeId node, std::size_t offset) const {
   constexpr auto kStories = std::to_array<std::string_view>({"text", "page header", "page footer", "notes"});
   auto place = std::string(kStories[static_cast<std::size_t>(story_.kind)]) + page_;
   if (story_.tree.Ancestor(node, DocxKind::kTextBox) != kNoNode) place += ", in a text box";
   if (story_.tree.Ancestor(node, DocxKind::kTable) != kNoNode) place += ", in a table";
-  const auto words = WordsBefore(node);
+  const auto words = WordsBefore(offset);
   return words.empty() ? place : place + ", after " + platform::Quoted(words);
 }
 
@@ -64,8 +64,8 @@ void DocxPlaces::Visit(NodeId node, bool again) {
 }
 
 /// The last few before it, of the last line that has some.
-std::string DocxPlaces::WordsBefore(NodeId node) const {
-  auto words = std::string_view(text_).substr(0, begins_.at(node));
+std::string DocxPlaces::WordsBefore(std::size_t offset) const {
+  auto words = std::string_view(text_).substr(0, offset);
   const auto end = words.find_last_not_of(" \n");
   if (end == words.npos) return {};
   words = words.substr(0, end + 1);
@@ -74,7 +74,7 @@ std::string DocxPlaces::WordsBefore(NodeId node) const {
     const auto blank = words.find(' ', words.size() - kWordsShown);
     words.remove_prefix(blank == words.npos ? 0 : blank + 1);
   }
-  return std::string(words);
+  return std::string(platform::TrimBlanks(words));
 }
 
 }  // namespace wordprocessor

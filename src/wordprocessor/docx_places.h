@@ -23,7 +23,8 @@ class DocxPlaces {
   /// `page` as PagesOfParts says it.
   DocxPlaces(const DocxStory& story, std::string page);
 
-  std::string Of(NodeId node) const;
+  std::string Of(NodeId node) const { return Place(node, TextBefore(node)); }
+  std::string OfEnd(NodeId node) const { return Place(node, TextAfter(node)); }
 
   /// How much visible text stands before the node, or up to its end, in bytes. What a text box tells a second
   /// time does not count.
@@ -34,7 +35,8 @@ class DocxPlaces {
 
  private:
   void Visit(NodeId node, bool again);
-  std::string WordsBefore(NodeId node) const;
+  std::string Place(NodeId node, std::size_t offset) const;
+  std::string WordsBefore(std::size_t offset) const;
 
   const DocxStory& story_;
   const std::string page_;

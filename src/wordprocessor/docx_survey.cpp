@@ -165,6 +165,7 @@ class StorySurvey {
     NodeId node;
     DocxLeftover leftover;
     std::size_t text_end = 0;
+    NodeId around = kNoNode;  // what an end ends
   };
 
   /// What a text box tells a second time, to readers that know no newer one, counts once.
@@ -172,7 +173,7 @@ class StorySurvey {
 
   Found* Add(Kind kind, NodeId node, std::string what, std::string who = {}) {
     if (IsToldAgain(node)) return nullptr;
-    found_.push_back({node, {kind, std::move(what), std::move(who), places_.Of(node)}});
+    found_.push_back({.node = node, .leftover = {kind, std::move(what), std::move(who), places_.Of(node)}});
     return &found_.back();
   }
 
@@ -187,7 +188,12 @@ class StorySurvey {
         return AddWords(kind, change.node, around, who);
     }
     auto* found = Add(kind, change.node, "", who);
-    if (found != nullptr) found->leftover.about = change.about;
+    if (found == nullptr) return;
+    found->leftover.about = change.about;
+    found->around = change.target;
+    if (change.about == TrackedChange::About::kParagraphMark) {
+      found->leftover.place = places_.OfEnd(change.target);
+    }
   }
 
   /// Word processors write what is one piece to its author as several, of single runs: what comes with
@@ -196,18 +202,29 @@ class StorySurvey {
     const auto text = TextOf(tree_, held);
     const auto begin = places_.TextBefore(held);
     const auto end = places_.TextAfter(held);
-    const auto last = std::ranges::find_if(found_.rbegin(), found_.rend(), [&](const Found& found) {
-      return !found.leftover.what.empty() || found.leftover.kind != kind || found.leftover.who != who;
-    });
-    const bool goes_on = last != found_.rend() && last->leftover.kind == kind && last->leftover.who == who &&
-                         !text.empty() && !IsToldAgain(node) && places_.NothingBetween(last->text_end, begin);
+    // Ends of paragraphs, rows and cells that came or went with the words.
+    const auto is_end = [&](const Found& found) {
+      return found.leftover.what.empty() && found.leftover.kind == kind && found.leftover.who == who;
+    };
+    auto last = found_.size();
+    while (last > 0 && is_end(found_[last - 1])) --last;
+    const bool told_again = IsToldAgain(node);
+    const bool goes_on = last > 0 && !text.empty() && !told_again && found_[last - 1].leftover.kind == kind &&
+                         found_[last - 1].leftover.who == who &&
+                         places_.NothingBetween(found_[last - 1].text_end, begin);
     if (goes_on) {
-      const bool same_paragraph = ParagraphOf(tree_, last->node) == ParagraphOf(tree_, node);
-      last->leftover.what += (same_paragraph ? "" : " ") + text;
-      last->text_end = end;
-    } else if (auto* found = Add(kind, node, text, who)) {
-      found->text_end = end;
+      found_.resize(last);
+      auto& piece = found_.back();
+      const bool same_paragraph = ParagraphOf(tree_, piece.node) == ParagraphOf(tree_, node);
+      piece.leftover.what += (same_paragraph ? "" : " ") + text;
+      piece.text_end = end;
+      return;
     }
+    while (!text.empty() && !found_.empty() && is_end(found_.back()) && found_.back().around != kNoNode &&
+           tree_.Contains(found_.back().around, node)) {
+      found_.pop_back();
+    }
+    if (auto* found = Add(kind, node, text, who)) found->text_end = end;
   }
 
   const DocxTree& tree_;

@@ -8,6 +8,7 @@
 #include "platform/text.h"
 #include "wordprocessor/bookmark_text.h"
 #include "wordprocessor/data_context.h"
+#include "wordprocessor/template_leftovers.h"
 
 namespace wordprocessor {
 namespace {
@@ -105,7 +106,7 @@ class TemplateCheck {
     std::set<std::string> used(endless_.begin(), endless_.end());
     for (const auto& place : places_) used.insert(FieldNameOf(place.bookmark.Name));
     for (const auto& field : fields_) {
-      if (used.contains(field.name)) continue;
+      if (used.contains(field.name) || !field.asked) continue;
       if (field.kind == Kind::kUser)
         Find(Grade::kWarning, field.name,
              "The officer is asked for this value, but the letter does not show it.");
@@ -126,7 +127,9 @@ class TemplateCheck {
 
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields) {
-  return TemplateCheck(document, fields).Run();
+  auto findings = TemplateCheck(document, fields).Run();
+  std::ranges::move(FindingsOfLeftovers(document, fields), std::back_inserter(findings));
+  return findings;
 }
 
 }  // namespace wordprocessor

@@ -15,6 +15,7 @@ struct TemplateField {
   std::string name;
   Kind kind = Kind::kValue;
   std::string table = {};  ///< of a column
+  bool asked = true;       ///< whether the officer gives it; false where the letter is not known yet
 };
 
 /// What a template's author should look at.
@@ -31,8 +32,8 @@ struct TemplateFinding {
 
 /// Checks a template's bookmarks against the fields: names that no field has (with the likeliest one), names
 /// used twice, bookmarks without an end or across cells, optional paragraphs without wording, tables and
-/// columns out of place, and values asked of the officer that the letter does not show. In document order,
-/// what is missing last.
+/// columns out of place, and values asked of the officer that the letter does not show; in document order,
+/// what is missing last. Then what the author has left in it (template_leftovers.h).
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields);
 

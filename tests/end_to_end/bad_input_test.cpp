@@ -38,6 +38,16 @@ TEST(TemplateCheck, EveryTemplateOfTheProductIsSound) {
   }
 }
 
+// It was told which paragraphs of all letters it does not have.
+TEST(TemplateCheck, ATemplateThatNoLetterUsesYetNeedsNoParagraphOfAnyLetter) {
+  const tests::TemporaryFolder folder;
+  const auto file = folder / "new letter.docx";
+  std::filesystem::copy_file(std::string(ZEMLO_SOURCE_DIR) + "/data/templates/REG101_2401.docx", file);
+  const auto run = RunLetters({"bookmarks", file.string()});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_THAT(run.err, IsEmpty());
+}
+
 TEST(TemplateCheck, ATemplateCheckedAgainstAnotherLetterEndsWithStatusOne) {
   const auto file = std::string(ZEMLO_SOURCE_DIR) + "/data/templates/RFD105_2406.docx";
   const auto run = RunLetters({"bookmarks", "--json", "--type", "101", file});

@@ -88,6 +88,11 @@ TEST(TemplateCheck, WhatTheOfficerGivesInVainIsAWarning) {
   EXPECT_THAT(
       Findings(Marked("LTR_DT", "d", 1), {{"LTR_DT"}, {"U_BOND", Kind::kUser}, {"PARA_A", Kind::kParagraph}}),
       ElementsAre("warning U_BOND ", "warning PARA_A "));
+  // Nobody is asked for anything by a letter that is not known.
+  EXPECT_THAT(
+      Findings(Marked("LTR_DT", "d", 1),
+               {{"LTR_DT"}, {"U_BOND", Kind::kUser, "", false}, {"PARA_A", Kind::kParagraph, "", false}}),
+      IsEmpty());
 }
 
 }  // namespace

@@ -41,9 +41,8 @@ std::vector<TemplateField> TemplateFields(const std::filesystem::path& definitio
   std::vector<TemplateField> fields;
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
     if (!letter_type.empty() && table.Text(row, "LTR_TYP_ID") != letter_type) continue;
-    auto kind = KindOf(table.Text(row, "FLD_KIND"));
-    if (letter_type.empty() && kind == Kind::kUser) kind = Kind::kValue;
-    fields.push_back({table.Text(row, "FLD_NM"), kind, table.Text(row, "FLD_PARENT")});
+    fields.push_back({table.Text(row, "FLD_NM"), KindOf(table.Text(row, "FLD_KIND")),
+                      table.Text(row, "FLD_PARENT"), /*asked=*/!letter_type.empty()});
   }
   if (!letter_type.empty() && fields.empty()) {
     throw platform::Failure(platform::Failure::Kind::kNotFound,
