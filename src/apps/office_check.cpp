@@ -9,9 +9,9 @@
 
 #include "apps/product_files.h"
 #include "platform/failure.h"
+#include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/server_folders.h"
-#include "server/tab_table.h"
 #include "wordprocessor/fonts.h"
 #include "wordprocessor/print_template.h"
 #include "wordprocessor/printer_queues.h"
@@ -39,7 +39,7 @@ class CatalogueFile {
   CatalogueFile() {
     try {
       file_ = ProductDataFolder() / "reference" / "templates.tsv";
-      const auto table = server::TabTable::Read(file_);
+      const auto table = platform::TabTable::Read(file_);
       for (std::size_t row = 0; row < table.RowCount(); ++row)
         lines_.emplace(table.Text(row, "DCMT_NM"), table.Line(row));
     } catch (const Failure&) {

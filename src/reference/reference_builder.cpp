@@ -1,7 +1,9 @@
 #include "reference/reference_builder.h"
 
 #include <string>
+#include <string_view>
 #include <system_error>
+#include <utility>
 
 #include <QCoreApplication>
 #include <QSqlDatabase>
@@ -13,7 +15,7 @@
 #include "platform/file_access.h"
 #include "reference/reference_schema.h"
 #include "reference/sqlite_connection.h"
-#include "reference/table_file.h"
+#include "reference/table_check.h"
 
 namespace reference {
 namespace {
@@ -21,15 +23,13 @@ namespace {
 namespace fs = std::filesystem;
 using platform::Failure;
 
-fs::path SourceFile(const fs::path& product_data_folder, const Table& table) {
-  return product_data_folder / "reference" / table.file;
-}
+constexpr std::string_view kNothingTaken = "The tables were not taken in.";
 
 /// Which files the database is made from: their names, sizes and times.
 std::string SourceStamp(const fs::path& product_data_folder) {
   std::string stamp;
   for (const auto& table : kTables) {
-    const auto file = SourceFile(product_data_folder, table);
+    const auto file = TableFile(product_data_folder, table.file);
     std::error_code missing;
     const auto size = fs::file_size(file, missing);
     if (missing) {
@@ -69,33 +69,29 @@ std::string InsertStatement(const Table& table) {
   return "INSERT INTO " + std::string(table.name) + " VALUES (" + marks + ")";
 }
 
-void FillTable(SqliteConnection& connection, const Table& table, const fs::path& file) {
-  TableFile rows(file, table);
+void FillTable(SqliteConnection& connection, const Table& table, const platform::TabTable& rows) {
   QSqlQuery insert(connection.Database());
   if (!insert.prepare(QString::fromStdString(InsertStatement(table)))) connection.Fail(insert);
-  while (const auto row = rows.Next()) {
-    for (std::size_t i = 0; i < row->size(); ++i) {
-      const auto& cell = (*row)[i];
+  for (std::size_t row = 0; row < rows.RowCount(); ++row) {
+    for (std::size_t i = 0; i < table.columns.size(); ++i) {
+      const auto& cell = rows.Text(row, table.columns[i].name);
       insert.bindValue(static_cast<int>(i),
                        cell.empty() ? QVariant() : QVariant(QString::fromStdString(cell)));
     }
-    if (insert.exec()) continue;
-    try {
-      connection.Fail(insert);
-    } catch (const Failure& failure) {
-      if (failure.kind() != Failure::Kind::kRefused) throw;
-      throw rows.Damaged("The row does not fit the others: " + failure.description() + ".");
-    }
+    if (!insert.exec()) connection.Fail(insert);
   }
 }
 
 void Build(const fs::path& product_data_folder, const fs::path& file, const std::string& stamp) {
+  platform::TableFaults faults;
+  const auto tables = ReadTables(product_data_folder, faults);
+  faults.OrFail(kNothingTaken);
   SqliteConnection connection(file, SqliteConnection::Mode::kReadWrite);
   connection.Execute("PRAGMA foreign_keys = ON");
   connection.Execute("BEGIN");
-  for (const auto& table : kTables) {
-    CreateTable(connection, table);
-    FillTable(connection, table, SourceFile(product_data_folder, table));
+  for (std::size_t i = 0; i < kTables.size(); ++i) {
+    CreateTable(connection, kTables[i]);
+    FillTable(connection, kTables[i], tables[i]);
   }
   connection.Execute("CREATE TABLE REFERENCE_SOURCES (STAMP TEXT NOT NULL)");
   QSqlQuery remember(connection.Database());
@@ -106,48 +102,52 @@ void Build(const fs::path& product_data_folder, const fs::path& file, const std:
   connection.Execute("COMMIT");
 }
 
-/// A file under its temporary name, gone with this object unless it has been put in place.
-class TemporaryFile {
- public:
-  explicit TemporaryFile(fs::path target) : target_(std::move(target)), file_(target_) {
-    file_ += ".new" + std::to_string(QCoreApplication::applicationPid());
-    Remove();
-  }
-  TemporaryFile(const TemporaryFile&) = delete;
-  TemporaryFile& operator=(const TemporaryFile&) = delete;
-  ~TemporaryFile() { Remove(); }
-
-  const fs::path& file() const { return file_; }
-  void PutInPlace() {
-    std::error_code failed;
-    fs::rename(file_, target_, failed);
-    if (failed) {
-      throw Failure(Failure::Kind::kPermissionDenied,
-                    "\"" + target_.string() + "\" cannot be replaced: " + failed.message() + ".");
-    }
-  }
-
- private:
-  void Remove() {
-    std::error_code absent;
-    fs::remove(file_, absent);
-  }
-
-  const fs::path target_;
-  fs::path file_;
-};
+void RemoveIfThere(const fs::path& file) {
+  std::error_code absent;
+  fs::remove(file, absent);
+}
 
 }  // namespace
 
-bool CreateReferenceDatabase(const fs::path& product_data_folder, const fs::path& target) {
+void CheckReferenceTables(const fs::path& product_data_folder, platform::TableFaults& faults) {
+  ReadTables(product_data_folder, faults);
+}
+
+NextReferenceDatabase::NextReferenceDatabase(const fs::path& product_data_folder, fs::path target)
+    : target_(std::move(target)), file_(target_) {
   const auto stamp = SourceStamp(product_data_folder);
-  if (IsUpToDate(target, stamp)) return false;
-  platform::MakeFolder(target.parent_path());
-  TemporaryFile temporary(target);
-  platform::MakeFile(temporary.file());
-  Build(product_data_folder, temporary.file(), stamp);
-  temporary.PutInPlace();
-  return true;
+  is_needed_ = !IsUpToDate(target_, stamp);
+  if (!is_needed_) return;
+  file_ += ".new" + std::to_string(QCoreApplication::applicationPid());
+  platform::MakeFolder(target_.parent_path());
+  RemoveIfThere(file_);
+  try {
+    platform::MakeFile(file_);
+    Build(product_data_folder, file_, stamp);
+  } catch (...) {
+    RemoveIfThere(file_);
+    throw;
+  }
+}
+
+NextReferenceDatabase::~NextReferenceDatabase() {
+  if (is_needed_) RemoveIfThere(file_);
+}
+
+void NextReferenceDatabase::PutInPlace() {
+  if (!is_needed_) return;
+  std::error_code failed;
+  fs::rename(file_, target_, failed);
+  if (failed) {
+    throw Failure(Failure::Kind::kPermissionDenied,
+                  "\"" + target_.string() + "\" cannot be replaced: " + failed.message() + ".");
+  }
+}
+
+bool CreateReferenceDatabase(const fs::path& product_data_folder, const fs::path& target) {
+  NextReferenceDatabase next(product_data_folder, target);
+  next.PutInPlace();
+  return next.is_needed();
 }
 
 }  // namespace reference

@@ -13,6 +13,9 @@ inline constexpr int kSchemaVersion = 1;
 enum class ColumnKind {
   kText,          ///< must not be empty
   kOptionalText,  ///< empty is stored as null
+  kLetterType,    ///< a whole number, as the programs write it
+  kOnlineIndicator,
+  kFileName,      ///< without a folder
   kDate,          ///< "yyyy-mm-dd"
   kOptionalDate,  ///< empty is stored as null: without end
   kTimestamp,     ///< "yyyy-mm-dd hh.mm.ss"
@@ -26,22 +29,24 @@ struct Column {
 
 struct Table {
   std::string_view name;
-  std::string_view file;            ///< under "reference" of the product's data folder
-  std::span<const Column> columns;  ///< in the order of the file's header and of the table
+  std::string_view file;                  ///< under "reference" of the product's data folder
+  std::span<const Column> columns;        ///< in the order of the file's header and of the table
+  std::span<const std::string_view> key;  ///< what no two rows share
   std::string_view constraints;
+  std::string_view last_day = {};  ///< the column that must not lie before EFCTV_DT; "" for none
 };
 
 inline constexpr auto kLetterColumns = std::to_array<Column>({
     {"REGION"},
-    {"LTR_TYP_ID"},
+    {"LTR_TYP_ID", ColumnKind::kLetterType},
     {"LTR_NM"},
-    {"LTR_ONLN_IND"},
+    {"LTR_ONLN_IND", ColumnKind::kOnlineIndicator},
 });
 
 inline constexpr auto kTemplateColumns = std::to_array<Column>({
     {"REGION"},
-    {"LTR_TYP_ID"},
-    {"DCMT_NM"},
+    {"LTR_TYP_ID", ColumnKind::kLetterType},
+    {"DCMT_NM", ColumnKind::kFileName},
     {"TMPLT_TS", ColumnKind::kTimestamp},
     {"EFCTV_DT", ColumnKind::kDate},
     {"EXPRTN_DT", ColumnKind::kOptionalDate},
@@ -76,16 +81,25 @@ inline constexpr auto kCountyColumns = std::to_array<Column>({
 
 inline constexpr auto kOfficerColumns = std::to_array<Column>({{"OFCR_ID"}, {"OFCR_NM"}});
 
+using Key = std::string_view;
+inline constexpr auto kLetterKey = std::to_array<Key>({"REGION", "LTR_TYP_ID"});
+inline constexpr auto kTemplateKey = std::to_array<Key>({"REGION", "LTR_TYP_ID", "TMPLT_TS"});
+inline constexpr auto kCodeKey = std::to_array<Key>({"REGION", "CD_TBL_ID", "CD_TBL_CD", "EFCTV_DT"});
+inline constexpr auto kCountyKey = std::to_array<Key>({"CNTY_CD"});
+inline constexpr auto kOfficerKey = std::to_array<Key>({"OFCR_ID"});
+
 // A table comes after the tables it refers to. The rows of a table without row numbers lie in the order of
 // its key: of the versions of a letter type the newest one comes first.
 inline constexpr auto kTables = std::to_array<Table>({
-    {"FLS_LETTER", "letters.tsv", kLetterColumns, "PRIMARY KEY (REGION, LTR_TYP_ID)"},
-    {"FLS_LTR_TEMPLATE", "templates.tsv", kTemplateColumns,
+    {"FLS_LETTER", "letters.tsv", kLetterColumns, kLetterKey, "PRIMARY KEY (REGION, LTR_TYP_ID)"},
+    {"FLS_LTR_TEMPLATE", "templates.tsv", kTemplateColumns, kTemplateKey,
      "PRIMARY KEY (REGION, LTR_TYP_ID, TMPLT_TS DESC), "
-     "FOREIGN KEY (REGION, LTR_TYP_ID) REFERENCES FLS_LETTER (REGION, LTR_TYP_ID)"},
-    {"FLS_CODE", "codes.tsv", kCodeColumns, "PRIMARY KEY (REGION, CD_TBL_ID, CD_TBL_CD, EFCTV_DT)"},
-    {"MVR_COUNTY_TAX", "counties.tsv", kCountyColumns, "PRIMARY KEY (CNTY_CD)"},
-    {"FLS_OFFICER", "officers.tsv", kOfficerColumns, "PRIMARY KEY (OFCR_ID)"},
+     "FOREIGN KEY (REGION, LTR_TYP_ID) REFERENCES FLS_LETTER (REGION, LTR_TYP_ID)",
+     "EXPRTN_DT"},
+    {"FLS_CODE", "codes.tsv", kCodeColumns, kCodeKey, "PRIMARY KEY (REGION, CD_TBL_ID, CD_TBL_CD, EFCTV_DT)",
+     "END_DT"},
+    {"MVR_COUNTY_TAX", "counties.tsv", kCountyColumns, kCountyKey, "PRIMARY KEY (CNTY_CD)"},
+    {"FLS_OFFICER", "officers.tsv", kOfficerColumns, kOfficerKey, "PRIMARY KEY (OFCR_ID)"},
 });
 
 constexpr bool IsOptional(ColumnKind kind) {

@@ -7,16 +7,18 @@
 #include <utility>
 #include <vector>
 
+#include "platform/failure.h"
+#include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/check_digit.h"
 #include "server/demo_draw.h"
 #include "server/letter_text.h"
-#include "server/tab_table.h"
 
 namespace server {
 namespace {
 
 using platform::Date;
+using platform::TabTable;
 using platform::Value;
 
 constexpr auto kHomeState = "KV";
@@ -76,7 +78,9 @@ std::map<std::string, std::vector<std::string>> ReadNames(const std::filesystem:
   }
   for (const auto* kind : {"FIRST", "LAST", "STEM", "TRADE", "STREET"}) {
     if (names[kind].empty())
-      table.Refuse(0, "KIND", std::string("There is no name of kind \"") + kind + "\".");
+      throw platform::Failure(
+          platform::Failure::Kind::kDamaged,
+          platform::Quoted(file.string()) + " has no name of kind " + platform::Quoted(kind) + ".");
   }
   return names;
 }

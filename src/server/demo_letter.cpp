@@ -4,13 +4,14 @@
 #include <numeric>
 
 #include "platform/failure.h"
+#include "platform/tab_table.h"
 #include "server/letter_text.h"
-#include "server/tab_table.h"
 
 namespace server {
 namespace {
 
 using platform::Date;
+using platform::TabTable;
 
 struct Share {
   const char* letter_type;

@@ -31,6 +31,11 @@ struct FunctionCall {
   std::vector<std::string> fields;
 };
 
+/// For who writes one.
+inline constexpr std::string_view kFunctionRule =
+    "A FUNCTION is add(A, B), subtract(A, B), divide(A, B), percent(A, B), days_since(A) or join(A, B), of "
+    "fields that stand above it.";
+
 /// Nothing where the text is no call of a known function with as many fields as that takes.
 std::optional<FunctionCall> ReadFunctionCall(std::string_view text);
 

@@ -33,15 +33,21 @@ constexpr auto kParameters = std::to_array<Parameter>({
     {"today", [](const LetterSubject& s) { return Value(platform::DateText(s.today)); }},
 });
 
+constexpr std::string_view kRule =
+    "A QUERY is one SELECT, or WITH ... SELECT, that only reads, without \";\"; it may ask for :customer, "
+    ":form_type, :form_number and :today.";
+
 /// A statement with question marks where it had parameters, and those in their order.
 struct Bound {
   std::string statement;
   std::vector<const Parameter*> parameters;
+  std::string unknown = {};  ///< a name that is no parameter's; the statement ends there
 };
 
-/// Nothing where a parameter is none.
-std::optional<Bound> Bind(std::string_view statement) {
-  const auto part_of_name = [](char c) { return (c >= 'a' && c <= 'z') || c == '_'; };
+Bound Bind(std::string_view statement) {
+  const auto part_of_name = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+  };
   Bound bound;
   bool quoted = false;
   for (std::size_t place = 0; place < statement.size(); ++place) {
@@ -54,7 +60,10 @@ std::optional<Bound> Bind(std::string_view statement) {
     const auto end = std::ranges::find_if_not(rest, part_of_name);
     const std::string_view name(rest.begin(), end);
     const auto known = std::ranges::find(kParameters, name, &Parameter::name);
-    if (known == kParameters.end()) return std::nullopt;
+    if (known == kParameters.end()) {
+      bound.unknown = ":" + std::string(name);
+      return bound;
+    }
     bound.parameters.push_back(&*known);
     bound.statement += '?';
     place += name.size();
@@ -100,11 +109,13 @@ std::string WhyNot(const Failure& failure, const ReadingLimits& limits) {
 
 }  // namespace
 
-bool IsFieldQuery(std::string_view statement) {
+std::string FieldQueryFault(std::string_view statement) {
   const auto first_word = statement.substr(0, statement.find_first_of(" \n\t("));
   const bool asks =
       platform::EqualsIgnoringCase(first_word, "SELECT") || platform::EqualsIgnoringCase(first_word, "WITH");
-  return asks && statement.find(';') == std::string_view::npos && Bind(statement);
+  const auto unknown = Bind(statement).unknown;
+  if (asks && unknown.empty() && statement.find(';') == std::string_view::npos) return "";
+  return (unknown.empty() ? "" : platform::Quoted(unknown) + " stands for nothing. ") + std::string(kRule);
 }
 
 ReadingLimits FieldQueryLimits(std::stop_token ending) {
@@ -114,16 +125,22 @@ ReadingLimits FieldQueryLimits(std::stop_token ending) {
 FieldFinding RunFieldQuery(Database& database, const std::string& statement, FieldRules rules,
                            const LetterSubject& subject, const ReadingLimits& limits) {
   const auto bound = Bind(statement);
-  if (!bound) return {.error = error::kExecuteQuery};
   std::vector<Value> values;
-  for (const auto* parameter : bound->parameters) values.push_back(parameter->Of(subject));
+  for (const auto* parameter : bound.parameters) values.push_back(parameter->Of(subject));
   try {
-    const auto value = database.SelectOne(bound->statement, values, limits);
+    const auto value = database.SelectOne(bound.statement, values, limits);
     return value ? AsField(*value, rules) : FieldFinding{.value = {.text = "", .raw = "", .found = false}};
   } catch (const Failure& failure) {
     // The letter is not refused as a whole: its error list names the field, beside whatever else is wrong.
     return {.error = error::kExecuteQuery, .reason = WhyNot(failure, limits)};
   }
+}
+
+std::string TryFieldQuery(Database& database, const std::string& statement, platform::Date today) {
+  LetterSubject nobody;
+  nobody.today = today;
+  const auto finding = RunFieldQuery(database, statement, 0, nobody, FieldQueryLimits({}));
+  return finding.error == error::kExecuteQuery ? finding.reason : "";
 }
 
 }  // namespace server

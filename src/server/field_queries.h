@@ -15,14 +15,9 @@ struct FieldFinding {
   std::string reason = {};  ///< of an error, a clause; "" where the error says it all
 };
 
-/// Whether a letter definition may hold it: one SELECT (or WITH ... SELECT), about the letter's own subject.
-/// One that begins like that and does more than read fails when it runs.
-bool IsFieldQuery(std::string_view statement);
-
-/// The same for who writes one.
-inline constexpr std::string_view kFieldQueryRule =
-    "A QUERY is one SELECT, or WITH ... SELECT, that only reads, without \";\"; it may ask for :customer, "
-    ":form_type, :form_number and :today.";
+/// Why a letter definition may not hold the statement; "" for one SELECT (or WITH ... SELECT) about the
+/// letter's own subject. One that begins like that and does more than read fails when it runs.
+std::string FieldQueryFault(std::string_view statement);
 
 /// What the queries of one letter may take together, from now on. The server answers one request after the
 /// other: others wait no longer than this for a query that does not end.
@@ -33,5 +28,9 @@ ReadingLimits FieldQueryLimits(std::stop_token ending);
 /// letter can hold or that is no amount or day where the rules say so, is an error of that field alone.
 FieldFinding RunFieldQuery(Database& database, const std::string& statement, FieldRules rules,
                            const LetterSubject& subject, const ReadingLimits& limits);
+
+/// Runs a statement once about nobody: whatever it is told of customers and documents is nothing. Returns why
+/// it fails, a clause; "" where it does not, which says nothing of what it does with a customer's data.
+std::string TryFieldQuery(Database& database, const std::string& statement, platform::Date today);
 
 }  // namespace server

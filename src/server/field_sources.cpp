@@ -122,6 +122,13 @@ constexpr auto kPeriodSources = std::to_array<PeriodSource>({
     {"period.total", [](const auto& period) { return AmountValue(Total(period)); }},
 });
 
+template <typename Sources>
+std::string NamesOf(const Sources& sources) {
+  std::string names;
+  for (const auto& source : sources) names += (names.empty() ? "" : ", ") + std::string(source.name);
+  return names;
+}
+
 }  // namespace
 
 FieldValue AmountValue(Money amount) {
@@ -136,6 +143,14 @@ const FieldSource* FindFieldSource(std::string_view name) {
 const PeriodSource* FindPeriodSource(std::string_view name) {
   const auto found = std::ranges::find(kPeriodSources, name, &PeriodSource::name);
   return found == kPeriodSources.end() ? nullptr : &*found;
+}
+
+std::string FieldSourceNames() {
+  return NamesOf(kFieldSources);
+}
+
+std::string PeriodSourceNames() {
+  return NamesOf(kPeriodSources);
 }
 
 }  // namespace server

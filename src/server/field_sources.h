@@ -42,4 +42,8 @@ const FieldSource* FindFieldSource(std::string_view name);
 /// The sources of the columns of kPeriodsSource.
 const PeriodSource* FindPeriodSource(std::string_view name);
 
+/// All of them, for who writes a letter definition: "customer.name, customer.address, ...".
+std::string FieldSourceNames();
+std::string PeriodSourceNames();
+
 }  // namespace server

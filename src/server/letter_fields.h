@@ -1,8 +1,9 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "server/database.h"
@@ -10,7 +11,16 @@
 
 namespace server {
 
+/// The table of fields, as an author knows it.
+inline constexpr std::string_view kDefinitionFile = "letter_fields.tsv";
+
 enum class FieldKind { kSystem, kData, kTable, kColumn, kUser, kParagraph, kQuery, kFunction, kLocal };
+
+/// By the name that letter definitions use; nothing for any other.
+std::optional<FieldKind> FindFieldKind(std::string_view name);
+/// Why a field of that kind cannot come from `source`, in words for who writes a letter definition; "" where
+/// it can.
+std::string SourceFault(FieldKind kind, const std::string& source);
 
 /// One field of a letter type: an element of its data context.
 struct LetterField {
@@ -25,7 +35,7 @@ struct LetterField {
   bool ignored_without = false;   ///< without it there is nothing to write the letter about
   std::string default_text = {};  ///< stands where there is no value
   FieldRules rules = 0;
-  std::int64_t line = 0;   ///< in the file it was read from; 0 where that is not known
+  std::int64_t line = 0;   ///< in kDefinitionFile; 0 where that is not known
   std::string group = {};  ///< of paragraphs of which the letter needs at least one; "" for everything else
 };
 
@@ -35,10 +45,5 @@ FieldRules AddressRules(const std::vector<LetterField>& fields);
 /// The fields of a letter type in their order; empty where there is no such letter type. Throws Failure
 /// kRefused for a definition that a newer program has stored.
 std::vector<LetterField> FindLetterFields(Database& database, const std::string& letter_type);
-
-/// Replaces all letter definitions by those of the file, within the caller's transaction. Throws Failure
-/// kDamaged naming file, line and column for an unknown kind, source or rule, a column without its table, a
-/// function of fields that do not stand above it, a name that no element can have, or one that comes twice.
-void StoreLetterFields(Database& database, const std::filesystem::path& file);
 
 }  // namespace server

@@ -112,9 +112,13 @@ void CreateHistoryIndexes(Database& database) {
   for (const auto index : kHistoryIndexes) ChangeTables(database, index);
 }
 
+bool HasCurrentTables(Database& database) {
+  return StoredVersion(database) == std::to_string(kSchemaVersion);
+}
+
 void PrepareSchema(Database& database) {
   const auto current = std::to_string(kSchemaVersion);
-  if (StoredVersion(database) == current && !LacksCustomerWords(database)) return;
+  if (HasCurrentTables(database) && !LacksCustomerWords(database)) return;
   Transaction transaction(database, Transaction::Purpose::kChanging);
   // Asked again: another program may have carried them over meanwhile.
   const auto version = StoredVersion(database);

@@ -22,6 +22,10 @@ void CreateTables(Database& database);
 /// Makes the indexes of the letter history: after the tables, and after many letters came at once.
 void CreateHistoryIndexes(Database& database);
 
+/// Whether the tables are those of this program's version. Throws Failure kDamaged where there is no version
+/// at all.
+bool HasCurrentTables(Database& database);
+
 /// Throws Failure kRefused where the data were made by a program with other tables, kDamaged where there is
 /// no version at all. Data of an older program that can be carried over are; everything or nothing. Customers
 /// that were put in by other means become findable.

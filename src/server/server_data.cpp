@@ -14,6 +14,7 @@
 #include "server/customer_words.h"
 #include "server/demo_customers.h"
 #include "server/demo_history.h"
+#include "server/letter_definitions.h"
 #include "server/letter_fields.h"
 #include "server/schema.h"
 #include "server/server_folders.h"
@@ -26,8 +27,10 @@ namespace {
 using platform::Failure;
 namespace fs = std::filesystem;
 
+constexpr std::string_view kNothingTaken = "The letter definitions were not taken in.";
+
 fs::path DefinitionFile(const InitOptions& options) {
-  return options.product_data_folder / "server" / "letter_fields.tsv";
+  return options.product_data_folder / "server" / kDefinitionFile;
 }
 
 /// "" for a file that cannot be read: storing its fields will say so.
@@ -42,7 +45,11 @@ bool HasCurrentDefinitions(Database& database, const InitOptions& options) {
 }
 
 void StoreDefinitions(Database& database, const InitOptions& options) {
-  StoreLetterFields(database, DefinitionFile(options));
+  platform::TableFaults faults;
+  const auto definitions = ReadLetterDefinitions(options.product_data_folder, faults);
+  TryQueries(database, definitions, options.today, faults);
+  faults.OrFail(kNothingTaken);
+  StoreLetterFields(database, definitions);
   StoreContextDictionaries(database);
   database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
@@ -124,6 +131,18 @@ void RequireAtLeast(int least, int number, const std::string& things) {
 }
 
 }  // namespace
+
+void CheckLetterDefinitions(const InitOptions& options, platform::TableFaults& faults) {
+  const auto definitions = ReadLetterDefinitions(options.product_data_folder, faults);
+  const auto file = DatabaseFile(options.data_folder);
+  if (fs::exists(file)) {
+    Database database(file, Database::Opening::kExisting);
+    if (HasCurrentTables(database)) return TryQueries(database, definitions, options.today, faults);
+  }
+  Database scratch(":memory:", Database::Opening::kNew);
+  CreateTables(scratch);
+  TryQueries(scratch, definitions, options.today, faults);
+}
 
 void CreateServerData(const InitOptions& options) {
   RequireAtLeast(options.letters > 0 ? 1 : 0, options.customers, "customers");

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "platform/table_faults.h"
 #include "platform/value.h"
 
 namespace server {
@@ -14,6 +15,11 @@ struct InitOptions {
   int letters = 0;          ///< in their history
   platform::Date today;
 };
+
+/// Reads the letter definitions of an installation and adds to `faults` what keeps them from being taken in,
+/// queries that fail included. They are tried on the tables of the data folder where it has any. Changes
+/// nothing. Throws Failure kNotFound where a table is missing, and what opening a database throws.
+void CheckLetterDefinitions(const InitOptions& options, platform::TableFaults& faults);
 
 /// Makes the server's data in a data folder: its database with letter definitions, counties, the office's
 /// address, demo customers and a letter history, and its template folder.

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "tests/end_to_end/own_product.h"
 #include "tests/end_to_end/prepared_office.h"
 
 namespace tests {
@@ -103,6 +104,54 @@ TEST_F(PreparedOffice, AFolderOfAnEarlierProgramIsADemoWhileItsUserIs) {
   EXPECT_EQ(Letters("init", {"--demo"}).status, 1);
   EXPECT_EQ(Letters("init", {}).status, 0);
   EXPECT_THAT(ReadFile(data_ / "office.txt"), testing::EndsWith("\noffice\n"));
+}
+
+// A bad line in one table left the changes of the others in force.
+TEST(Init, TakesInTheTablesOfAllDatabasesOrNone) {
+  const OwnProduct product;
+  const TemporaryFolder folder;
+  const auto office = folder / "office";
+  const auto init = [&](std::vector<std::string> words) {
+    words.insert(words.begin(), {"init", "--data", office.string()});
+    return product.Letters(words);
+  };
+  const auto templates = product.Table("reference/templates.tsv");
+  const auto fields = product.Table("server/letter_fields.tsv");
+  const std::string bad_template = "K1\t101\tREG101_2401.docx\t2026-1-1 8.00.00\t2026-01-01\t\n";
+  const std::string bad_query = "115\tA\t\tA\tQUERY\tSELECT SHOE_SIZE FROM customer\tN\t\t\n";
+
+  product.Write("reference/templates.tsv", templates + bad_template);
+  const auto fresh = init({"--empty"});
+  EXPECT_EQ(fresh.status, 1);
+  EXPECT_THAT(fresh.err, AllOf(HasSubstr("templates.tsv\", line 26, column TMPLT_TS"),
+                               HasSubstr("Nothing was taken in")));
+  EXPECT_FALSE(std::filesystem::exists(office));
+
+  product.Write("reference/templates.tsv", "\xEF\xBB\xBF" + templates);
+  ASSERT_EQ(init({"--empty"}).status, 0);
+  const auto reference = ReadFile(office / "reference.db");
+  const auto stored = [&] {
+    return RunShell("sqlite3 " + Quoted((office / "server/server.db").string()) +
+                    " \"SELECT FLD_NM FROM letter_field WHERE LTR_TYP_ID = '115'\"")
+        .out;
+  };
+  product.Write("reference/officers.tsv", product.Table("reference/officers.tsv") + "NEW01\tSomebody New\n");
+  product.Write("server/letter_fields.tsv", fields + bad_query);
+  const auto refused = init({});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, AllOf(HasSubstr("letter_fields.tsv\", line 348, column FLD_SRC"),
+                                 HasSubstr("field \"A\" of letter type \"115\""), HasSubstr("SHOE_SIZE")));
+  EXPECT_EQ(ReadFile(office / "reference.db"), reference);
+
+  product.Write("server/letter_fields.tsv", fields + "115\tA\t\tA\tLOCAL\t7\tN\t\t\n");
+  product.Write("reference/templates.tsv", templates + bad_template);
+  EXPECT_EQ(init({}).status, 1);
+  EXPECT_EQ(stored(), "");
+
+  product.Write("reference/templates.tsv", templates);
+  EXPECT_EQ(init({}).status, 0);
+  EXPECT_EQ(stored(), "A\n");
+  EXPECT_NE(ReadFile(office / "reference.db"), reference);
 }
 
 }  // namespace

@@ -119,7 +119,7 @@ TEST_F(GivenStatements, TemplatesAreFetchedInAdvanceAndInOrder) {
 TEST_F(GivenStatements, LettersComeByNameAfterOneBlankRow) {
   GivenLetter("110", "Certificate");
   GivenLetter("104", "zoning notice", "B");
-  GivenLetter("118", "Cover Sheet", "s");
+  GivenLetter("118", "Cover Sheet", "S");
   GivenLetter("115", "Bulletin", "E");
   GivenLetter("109", "Warrant");
   GivenRow("letters.tsv", "K2|110|Another Region's|O");

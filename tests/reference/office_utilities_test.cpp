@@ -14,6 +14,8 @@ class OfficeUtilities : public ReferenceWorld {
  protected:
   OfficeUtilities() {
     settings.region = " k1 ";
+    GivenRow("letters.tsv", "K1|110|Certificate|O");
+    GivenCode("REFDOCTYP", "C", "Assessment");
     GivenCode("LTRINPUT", "110", "Certificate", "C");
     GivenCode("LTRACTION", "VLT", "View Letter");
     GivenCode("LTRPRNTCD", "F", "Failed", "", "2020-01-01", "2025-12-31");

@@ -1,6 +1,7 @@
 #include "reference/reference_builder.h"
 
 #include <functional>
+#include <sstream>
 
 #include <gmock/gmock.h>
 
@@ -30,43 +31,80 @@ class ReferenceBuilder : public ReferenceWorld {
   }
 };
 
-TEST_F(ReferenceBuilder, NamesFileLineAndColumnOfABadRow) {
+// The rows of a case stand below a letter type of region K1, and a form type; ";" separates rows.
+TEST_F(ReferenceBuilder, NamesFileLineAndColumnOfWhatCannotBeTakenIn) {
   struct Case {
     const char* file;
-    const char* row;
+    const char* rows;
     const char* named;
   };
   const Case cases[] = {
-      {"letters.tsv", "K1|110|Certificate", "letters.tsv, line 2: There are 3 cells for 4 columns"},
-      {"letters.tsv", "K1|110||O", "letters.tsv, line 2: LTR_NM \"\" must not be empty"},
-      {"letters.tsv", "K1|110|Certificat\xE9|O", "letters.tsv, line 2: The line is not written in UTF-8"},
+      {"letters.tsv", "K1|111||O", "line 3, column LTR_NM: \"\" must not be empty"},
+      {"letters.tsv", "K1|0111|Warrant|O", "line 3, column LTR_TYP_ID: \"0111\" is no letter type"},
+      {"letters.tsv", "K1|111|Warrant|X", "line 3, column LTR_ONLN_IND: \"X\" is unknown. Write O (on line)"},
+      {"letters.tsv", "k1|110|The Same Again|O",
+       "line 3, column LTR_TYP_ID: The row has the same REGION and LTR_TYP_ID as line 2"},
       {"templates.tsv", "K1|110|a.docx|2024-01-01|2024-01-01|",
-       "line 2: TMPLT_TS \"2024-01-01\" is no time stamp"},
+       "line 2, column TMPLT_TS: \"2024-01-01\" is no time stamp. Write it as yyyy-mm-dd hh.mm.ss"},
+      {"templates.tsv", "K1|110|a.docx|2024-01-01T08:00:00|2024-01-01|", "is no time stamp"},
+      {"templates.tsv", "K1|110|a.docx|2024-01-01 8.00.00|2024-01-01|", "is no time stamp"},
       {"templates.tsv", "K1|110|a.docx|2024-01-01 08.00.00|2024-13-99|",
-       "EFCTV_DT \"2024-13-99\" is no date"},
+       "line 2, column EFCTV_DT: \"2024-13-99\" is no date"},
+      {"templates.tsv", "K1|110|a.docx|2024-01-01 08.00.00|2024-02-01|2024-01-31",
+       "line 2, column EXPRTN_DT: \"2024-01-31\" lies before EFCTV_DT \"2024-02-01\""},
+      {"templates.tsv",
+       "K1|110|a.docx|2024-01-01 08.00.00|2024-01-01|;K1|110|b.docx|2024-01-01 08.00.00|2025-01-01|",
+       "line 3, column TMPLT_TS: The row has the same REGION, LTR_TYP_ID and TMPLT_TS as line 2. Remove one "
+       "of "
+       "the two, or change its TMPLT_TS."},
       {"templates.tsv", "K1|999|a.docx|2024-01-01 08.00.00|2024-01-01|",
-       "templates.tsv, line 2: The row does not"},
+       "line 2, column LTR_TYP_ID: Region \"K1\" has no letter type \"999\". Enter it in letters.tsv"},
+      {"templates.tsv", "K1|110|../a.docx|2024-01-01 08.00.00|2024-01-01|",
+       "column DCMT_NM: \"../a.docx\" is no plain file name"},
+      {"codes.tsv", "K1|LTRINPUT|111|2020-01-01 06.00.00|Warrant|C||2020-01-01||||||",
+       "line 3, column CD_TBL_CD: Region \"K1\" has no letter type \"111\""},
+      {"codes.tsv", "K1|LTRINPUT|110|2020-01-01 06.00.00|Certificate|C,Z||2020-01-01||||||",
+       "column ADTL_INFO_TXT: \"C,Z\" names a form type"},
+      {"codes.tsv", "K1|LTRINPUT|110|2020-01-01 06.00.00|Certificate|C||2020-01-01|2019-12-31|||||",
+       "column END_DT: \"2019-12-31\" lies before"},
+      {"counties.tsv", "1|Ash|Ashton|871|A|1;1|Oak|Oakton|872|A|2",
+       "line 3, column CNTY_CD: The row has the same CNTY_CD as line 2"},
   };
-  for (const auto& [file, row, named] : cases) {
-    const auto header_only = fs::file_size(Source(file));
-    GivenRow(file, row);
-    ExpectFailure(Failure::Kind::kDamaged, named, [this] { Build(); });
-    fs::resize_file(Source(file), header_only);
-  }
   GivenRow("letters.tsv", "K1|110|Certificate|O");
-  GivenRow("letters.tsv", "k1|110|The Same Again|O");
-  ExpectFailure(Failure::Kind::kDamaged, "letters.tsv, line 3: The row does not fit", [this] { Build(); });
+  GivenCode("REFDOCTYP", "C", "Assessment");
+  for (const auto& [file, rows, named] : cases) {
+    const auto good = fs::file_size(Source(file));
+    std::istringstream stream(rows);
+    for (std::string row; std::getline(stream, row, ';');) GivenRow(file, row);
+    ExpectFailure(Failure::Kind::kDamaged, named, [this] { Build(); });
+    ExpectFailure(Failure::Kind::kDamaged, std::string(file) + "\", line ", [this] { Build(); });
+    fs::resize_file(Source(file), good);
+  }
   EXPECT_EQ(FilesBesideTheDatabase(), 0U);
 }
 
-TEST_F(ReferenceBuilder, RefusesAHeaderThatIsNotTheTables) {
-  Write("officers.tsv", "OFCR_ID\tNAME\n");
-  ExpectFailure(Failure::Kind::kDamaged,
-                "officers.tsv, line 1: The header names \"NAME\" where OFCR_NM belongs", [this] { Build(); });
-  Write("officers.tsv", "");
-  ExpectFailure(Failure::Kind::kDamaged, "officers.tsv", [this] { Build(); });
+TEST_F(ReferenceBuilder, NamesTheFaultsOfAllTablesAtOnce) {
+  GivenRow("letters.tsv", "K1|110|Certificate");
+  for (int i = 0; i < 25; ++i) GivenRow("officers.tsv", "O" + std::to_string(i) + "|");
+  Write("counties.tsv", "CNTY_CD\tCNTY_NM\tSEAT\n");
+  for (const auto* named :
+       {"letters.tsv\", line 2: There are 3 cells for 4 columns", "officers.tsv\", line 2,",
+        "counties.tsv\", line 1: The line of column names names \"SEAT\" where CNTY_SEAT_NM",
+        "There are 7 more."})
+    ExpectFailure(Failure::Kind::kDamaged, named, [this] { Build(); });
   fs::remove(Source("officers.tsv"));
   ExpectFailure(Failure::Kind::kNotFound, "officers.tsv\" is missing", [this] { Build(); });
+}
+
+TEST_F(ReferenceBuilder, ChangesNothingUntilItIsPutInPlace) {
+  {
+    const reference::NextReferenceDatabase next(installation_, database_file_);
+    EXPECT_TRUE(next.is_needed());
+    EXPECT_FALSE(fs::exists(database_file_));
+  }
+  EXPECT_EQ(FilesBesideTheDatabase(), 0U);
+  EXPECT_TRUE(Build());
+  EXPECT_FALSE(reference::NextReferenceDatabase(installation_, database_file_).is_needed());
 }
 
 TEST_F(ReferenceBuilder, BuildsAgainOnlyWhenTheTablesHaveChanged) {

@@ -1,5 +1,6 @@
 #include "server/server_data.h"
 
+#include <algorithm>
 #include <thread>
 
 #include "server/check_digit.h"
@@ -81,42 +82,75 @@ TEST_F(ServerData, TakeNewLetterDefinitionsAndMissingTemplatesFromANewerProduct)
   const auto options = OwnProduct();
   server::CreateServerData(options);
   const auto definitions = folder_ / "product/server/letter_fields.tsv";
-  tests::WriteFile(definitions, ReadFile(definitions) + "777\tLTR_DT\t\tDate\tSYSTEM\tletter.date\tY\t\t\n");
+  tests::WriteFile(definitions, ReadFile(definitions) + "115\tLTR_DT\t\tDate\tSYSTEM\tletter.date\tY\t\t\n");
   std::filesystem::remove(folder_ / "data/server/templates/kvcorr.dot");
   server::CreateServerData(options);
-  EXPECT_THAT(Contents(folder_ / "data"), HasSubstr("777|"));
+  EXPECT_THAT(Contents(folder_ / "data"), HasSubstr("115|"));
   EXPECT_TRUE(std::filesystem::exists(folder_ / "data/server/templates/kvcorr.dot"));
 }
 
 TEST_F(ServerData, AWrongLetterDefinitionStopsTheMakingAndNamesItsPlace) {
   const auto options = OwnProduct();
-  const std::string header =
-      "LTR_TYP_ID\tFLD_NM\tFLD_PARENT\tFLD_DES\tFLD_KIND\tFLD_SRC\tFLD_REQ\tFLD_DFLT\tFLD_RULE\n";
+  const auto definitions = folder_ / "product/server/letter_fields.tsv";
+  const auto good = ReadFile(definitions);
+  const auto end = std::to_string(std::ranges::count(good, '\n') + 1);
+  // Appended, as fields of a letter that has none yet.
   const std::vector<std::pair<std::string, std::string>> wrong = {
-      {"1\tA\t\tA\tDATA\tcustomer.shoe_size\tN\t\t\n", "\"customer.shoe_size\""},
-      {"1\tA\t\tA\tPICTURE\t\tN\t\t\n", "column FLD_KIND"},
-      {"1\tA\t\tA\tTABLE\tcustomer.name\tN\t\t\n", "column FLD_SRC"},
-      {"1\tA\tB\tA\tCOLUMN\tperiod.tax\tN\t\t\n", "column FLD_PARENT"},
-      {"1\tA B\t\tA\tUSER\t\tN\t\t\n", "column FLD_NM"},
-      {"1\tA\t\tA\tUSER\t\tN\t\t\n1\tA\t\tA\tUSER\t\tN\t\t\n", "line 3"},
-      {"1\tA\t\tA\tUSER\n", "line 2"},
-      {"1\tA\t\tA\tDATA\tcustomer.name\tN\t\tSHINY\n", "column FLD_RULE"},
-      {"1\tA\t\tA\tDATA\tcustomer.name\tN\t\tNO_PO_BOX\n", "column FLD_RULE"},
-      {"1\tA\t\tA\tUSER\t\tN\t\tONE_OF:WHY\n", "column FLD_RULE"},
-      {"1\tPARA_A\t\tA\tPARAGRAPH\t\tN\t\tONE_OF:\n", "column FLD_RULE"},
-      {"1\tPARA_A\t\tA\tPARAGRAPH\t\tN\t\tONE_OF:A ONE_OF:B\n", "column FLD_RULE"},
-      {"1\tA\t\tA\tDATA\tcustomer.name\tX\t\t\n", "column FLD_REQ"},
-      {"1\tA\t\tA\tQUERY\tDELETE FROM customer\tN\t\t\n", "column FLD_SRC"},
-      {"1\tA\t\tA\tQUERY\tSELECT :shoe_size\tN\t\t\n", "column FLD_SRC"},
-      {"1\tA\t\tA\tLOCAL\t7\tN\t\t\n1\tB\t\tB\tFUNCTION\tadd(A, B)\tN\t\t\n", "\"B\""},
-      {"1\tA\t\tA\tFUNCTION\tadd(A)\tN\t\t\n", "column FLD_SRC"}};
+      {"115\tA\t\tA\tDATA\tcustomer.shoe_size\tN\t\t\n", "\"customer.shoe_size\". There is customer.name, "},
+      {"115\tA\t\tA\tPICTURE\t\tN\t\t\n", "column FLD_KIND"},
+      {"115\tA\t\tA\tTABLE\tcustomer.name\tN\t\t\n", "column FLD_SRC"},
+      {"115\tA\tB\tA\tCOLUMN\tperiod.tax\tN\t\t\n", "column FLD_PARENT"},
+      {"115\tA B\t\tA\tUSER\t\tN\t\t\n", "column FLD_NM"},
+      {"115\tA\t\tA\tPARAGRAPH\t\tN\t\t\n", "\"A\" has to begin with PARA_"},
+      {"115\tA\t\tA\tUSER\t\tN\t\t\n115\tA\t\tA\tUSER\t\tN\t\t\n", "in line " + end + " already"},
+      {"115\tA\t\tA\tUSER\n", "There are 5 cells for 9 columns"},
+      {"115\tA\t\tA\tDATA\tcustomer.name\tN\t\tSHINY\n", "column FLD_RULE"},
+      {"115\tA\t\tA\tDATA\tcustomer.name\tN\t\tNO_PO_BOX\n", "column FLD_RULE"},
+      {"115\tA\t\tA\tUSER\t\tN\t\tONE_OF:WHY\n", "column FLD_RULE"},
+      {"115\tPARA_A\t\tA\tPARAGRAPH\t\tN\t\tONE_OF:\n", "column FLD_RULE"},
+      {"115\tPARA_A\t\tA\tPARAGRAPH\t\tN\t\tONE_OF:A ONE_OF:B\n", "column FLD_RULE"},
+      {"115\tA\t\tA\tDATA\tcustomer.name\tX\t\t\n", "column FLD_REQ"},
+      {"115\tA\t\tA\tQUERY\tDELETE FROM customer\tN\t\t\n", "A QUERY is one SELECT"},
+      {"115\tA\t\tA\tQUERY\tSELECT :shoe_size\tN\t\t\n", "\":shoe_size\" stands for nothing"},
+      {"115\tA\t\tA\tQUERY\tSELECT SHOE_SIZE FROM customer WHERE CUST_ID = :customer\tN\t\t\n",
+       "The query of the field \"A\" of letter type \"115\" fails: no such column: SHOE_SIZE."},
+      {"115\tA\t\tA\tQUERY\tWITH gone AS (SELECT 1) DELETE FROM customer\tN\t\t\n",
+       "fails: it does more than read"},
+      {"115\tA\t\tA\tLOCAL\t7\tN\t\t\n115\tB\t\tB\tFUNCTION\tadd(A, B)\tN\t\t\n",
+       "There is no field \"B\" above this one"},
+      {"115\tA\t\tA\tUSER\t\tN\t\t\n115\tB\t\tB\tFUNCTION\tadd(A, A)\tN\t\t\n", "\"A\" has no value"},
+      {"115\tA\t\tA\tFUNCTION\tadd(A)\tN\t\t\n", "A FUNCTION is add(A, B)"},
+      {"777\tA\t\tA\tUSER\t\tN\t\t\n", "There is no letter type \"777\" in letters.tsv"}};
   for (const auto& [rows, words] : wrong) {
-    tests::WriteFile(folder_ / "product/server/letter_fields.tsv", header + rows);
-    EXPECT_THAT(WhyNot(options),
-                testing::AllOf(HasSubstr(words), HasSubstr("letter_fields.tsv"), HasSubstr("line")))
+    tests::WriteFile(definitions, good + rows);
+    EXPECT_THAT(WhyNot(options), testing::AllOf(HasSubstr(words), HasSubstr("letter_fields.tsv\", line ")))
         << rows;
     EXPECT_FALSE(std::filesystem::exists(server::DatabaseFile(folder_ / "data"))) << rows;
   }
+}
+
+TEST_F(ServerData, ALetterThatIsMadeHereNeedsFields) {
+  const auto options = OwnProduct();
+  const auto letters = folder_ / "product/reference/letters.tsv";
+  tests::WriteFile(letters, ReadFile(letters) + "K1\t777\tLeaflet\tE\nK1\t778\tNotice\tS\n");
+  EXPECT_THAT(WhyNot(options), testing::AllOf(HasSubstr("letters.tsv\", line 24, column LTR_TYP_ID"),
+                                              HasSubstr("The letter type \"778\" has no fields"),
+                                              testing::Not(HasSubstr("777"))));
+}
+
+// Data that are in use have customers, and may be of an older program.
+TEST_F(ServerData, AreLeftAsTheyAreWhereTheDefinitionsAreWrong) {
+  const auto options = OwnProduct();
+  server::CreateServerData(options);
+  const auto before = Contents(folder_ / "data");
+  const auto definitions = folder_ / "product/server/letter_fields.tsv";
+  tests::WriteFile(definitions, ReadFile(definitions) +
+                                    "115\tA\t\tA\tLOCAL\t7\tN\t\t\n115\tB\t\tB\tQUERY\tSELECT x\tN\t\t\n");
+  platform::TableFaults faults;
+  server::CheckLetterDefinitions(options, faults);
+  EXPECT_EQ(faults.Count(), 1u);
+  EXPECT_THAT(WhyNot(options), HasSubstr("no such column: x"));
+  EXPECT_EQ(Contents(folder_ / "data"), before);
 }
 
 TEST_F(ServerData, AFolderThatCannotBeMadeIsNamed) {

@@ -12,6 +12,7 @@
 #include "host/settings_file.h"
 #include "host/system_clock.h"
 #include "platform/file_access.h"
+#include "platform/table_faults.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "server/server_data.h"
@@ -62,6 +63,14 @@ std::optional<host::OfficeKind> AskedKind(const CommandLine& line) {
   return line.IsSet("empty") ? std::optional(host::OfficeKind::kOwn) : std::nullopt;
 }
 
+/// All tables before any of them is taken in: they refer to one another.
+void RequireGoodTables(const server::InitOptions& options) {
+  platform::TableFaults faults;
+  reference::CheckReferenceTables(options.product_data_folder, faults);
+  server::CheckLetterDefinitions(options, faults);
+  faults.OrFail("Nothing was taken in. Correct the tables and call init again.");
+}
+
 void TellFaults(const host::DataFolder& folder) {
   const host::SystemClock clock;
   const host::SettingsFile settings(folder);
@@ -98,14 +107,17 @@ int RunInit(const QStringList& words) {
   const auto plan = PlanInit(folder, AskedKind(line));
   const auto product = ProductDataFolder();
   const auto places = PlacesOf(folder);
+  const bool is_demo = plan.kind == host::OfficeKind::kDemo;
+  const server::InitOptions server_data{folder.root(), product, is_demo ? *customers : 0,
+                                        is_demo ? *letters : 0, host::SystemClock().Today()};
+  RequireGoodTables(server_data);
   platform::MakeFolder(folder.root());
   if (line.IsSet("group")) host::ShareWithGroup(folder.root(), line.Value("group"));
   if (plan.is_new) host::LeaveOfficeMark(folder, {.kind = plan.kind, .is_whole = false});
   folder.Create();
-  reference::CreateReferenceDatabase(product, places.reference_database);
-  const bool is_demo = plan.kind == host::OfficeKind::kDemo;
-  server::CreateServerData({folder.root(), product, is_demo ? *customers : 0, is_demo ? *letters : 0,
-                            host::SystemClock().Today()});
+  reference::NextReferenceDatabase next_reference(product, places.reference_database);
+  server::CreateServerData(server_data);
+  next_reference.PutInPlace();
   CopyLetterhead(product, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);
   // Last: from here on what is missing is a loss.

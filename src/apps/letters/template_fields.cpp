@@ -2,8 +2,8 @@
 
 #include "apps/product_files.h"
 #include "platform/failure.h"
+#include "platform/tab_table.h"
 #include "platform/text.h"
-#include "server/tab_table.h"
 
 namespace apps {
 namespace {
@@ -20,7 +20,7 @@ Kind KindOf(const std::string& name) {
 
 /// "" where the catalogue does not name the template.
 std::string LetterTypeOf(const std::string& template_name) {
-  const auto catalogue = server::TabTable::Read(ProductDataFolder() / "reference" / "templates.tsv");
+  const auto catalogue = platform::TabTable::Read(ProductDataFolder() / "reference" / "templates.tsv");
   for (std::size_t row = 0; row < catalogue.RowCount(); ++row) {
     if (platform::EqualsIgnoringCase(catalogue.Text(row, "DCMT_NM"), template_name))
       return catalogue.Text(row, "LTR_TYP_ID");
@@ -37,7 +37,7 @@ std::filesystem::path LetterDefinitions() {
 std::vector<TemplateField> TemplateFields(const std::filesystem::path& definitions,
                                           const std::string& template_name, std::string letter_type) {
   if (letter_type.empty()) letter_type = LetterTypeOf(template_name);
-  const auto table = server::TabTable::Read(definitions);
+  const auto table = platform::TabTable::Read(definitions);
   std::vector<TemplateField> fields;
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
     if (!letter_type.empty() && table.Text(row, "LTR_TYP_ID") != letter_type) continue;
