@@ -5,19 +5,26 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include "platform/failure.h"
 #include "platform/text.h"
 
 namespace server {
 namespace {
 
 using platform::Date;
+using platform::Failure;
 using platform::Money;
-using Result = std::optional<FieldValue>;
+using platform::Quoted;
+
+[[noreturn]] void FailFor(const std::string& reason) {
+  throw Failure(Failure::Kind::kRefused, reason);
+}
 
 /// Cents, or hundredths of a count: a field's raw value is a decimal number either way.
-std::optional<std::int64_t> Hundredths(const std::string& raw) {
-  const auto number = Money::Parse(raw.empty() ? "0" : raw);
-  return number ? std::optional(number->cents()) : std::nullopt;
+std::int64_t Hundredths(const FunctionArgument& argument) {
+  const auto number = Money::Parse(argument.value.empty() ? "0" : argument.value);
+  if (!number) FailFor(Quoted(argument.value) + " of " + Quoted(argument.field) + " is no number");
+  return number->cents();
 }
 
 std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor) {
@@ -27,47 +34,48 @@ std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor) {
   return (dividend < 0) == (divisor < 0) ? quotient + 1 : quotient - 1;
 }
 
-/// The result of the two numbers, where both are numbers and the computation stays within 64 bits.
+/// What comes of the two numbers; `compute` says whether that stays within 64 bits.
 template <typename Compute>
-std::optional<std::int64_t> Computed(FunctionArguments arguments, Compute compute) {
-  const auto left = Hundredths(arguments[0]);
-  const auto right = Hundredths(arguments[1]);
+std::int64_t Computed(FunctionArguments arguments, Compute compute) {
   std::int64_t result = 0;
-  if (!left || !right || !compute(*left, *right, &result)) return std::nullopt;
+  if (!compute(Hundredths(arguments[0]), Hundredths(arguments[1]), &result))
+    FailFor("the result is too large");
   return result;
 }
 
-Result AsAmount(std::optional<std::int64_t> cents) {
-  return cents ? Result(AmountValue(Money::FromCents(*cents))) : std::nullopt;
+FieldValue AsAmount(std::int64_t cents) {
+  return AmountValue(Money::FromCents(cents));
 }
 
-bool Quotient(std::int64_t dividend, std::int64_t divisor, std::int64_t* result) {
-  if (divisor == 0 || __builtin_mul_overflow(dividend, 100, &dividend)) return false;
-  *result = RoundedQuotient(dividend, divisor);
-  return true;
-}
-
-Result Percent(FunctionArguments arguments, Date /*today*/) {
-  const auto share = Computed(arguments, [](std::int64_t part, std::int64_t whole, std::int64_t* result) {
-    return !__builtin_mul_overflow(part, 100, &part) && Quotient(part, whole, result);
+/// Hundredths of the two numbers' quotient, `parts` times.
+std::int64_t Quotient(FunctionArguments arguments, std::int64_t parts) {
+  if (Hundredths(arguments[1]) == 0)
+    FailFor(Quoted(arguments[1].field) + " is zero, and nothing can be divided by zero");
+  return Computed(arguments, [parts](std::int64_t dividend, std::int64_t divisor, std::int64_t* result) {
+    if (__builtin_mul_overflow(dividend, 100 * parts, &dividend)) return false;
+    *result = RoundedQuotient(dividend, divisor);
+    return true;
   });
-  if (!share) return std::nullopt;
-  const auto text = Money::FromCents(*share).AsText();
+}
+
+FieldValue Percent(FunctionArguments arguments, Date /*today*/) {
+  const auto share = Quotient(arguments, 100);
+  const auto text = Money::FromCents(share).AsText();
   const bool whole = text.ends_with(".00");
   return FieldValue{.text = (whole ? text.substr(0, text.size() - 3) : text) + " percent",
                     .raw = text,
-                    .is_zero = *share == 0};
+                    .is_zero = share == 0};
 }
 
-Result DaysSince(FunctionArguments arguments, Date today) {
-  const auto day = platform::ParseDate(arguments[0]);
-  if (!day) return std::nullopt;
+FieldValue DaysSince(FunctionArguments arguments, Date today) {
+  const auto day = platform::ParseDate(arguments[0].value);
+  if (!day) FailFor(Quoted(arguments[0].value) + " of " + Quoted(arguments[0].field) + " is no day");
   const auto count = std::to_string((std::chrono::sys_days(today) - std::chrono::sys_days(*day)).count());
   return FieldValue{.text = count, .raw = count, .is_zero = count == "0"};
 }
 
-Result Join(FunctionArguments arguments, Date /*today*/) {
-  const auto text = std::string(platform::Trim(arguments[0] + " " + arguments[1]));
+FieldValue Join(FunctionArguments arguments, Date /*today*/) {
+  const auto text = std::string(platform::Trim(arguments[0].value + " " + arguments[1].value));
   return FieldValue{.text = text, .raw = text};
 }
 
@@ -87,7 +95,7 @@ constexpr auto kFunctions = std::to_array<FieldFunction>({
        }));
      }},
     {"divide", 2, kComputed,
-     [](FunctionArguments arguments, Date) { return AsAmount(Computed(arguments, Quotient)); }},
+     [](FunctionArguments arguments, Date) { return AsAmount(Quotient(arguments, 1)); }},
     {"percent", 2, kComputed, Percent},
     {"days_since", 1, kComputed | state::kVolatile, DaysSince},
     {"join", 2, kComputed, Join},

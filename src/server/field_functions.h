@@ -13,16 +13,20 @@
 /// stand above it.
 namespace server {
 
-/// What a function is given for one of the fields it names: the value as the data hold it. "" counts as
-/// nothing, that is zero or no text.
-using FunctionArguments = std::span<const std::string>;
+/// What a function is given for one of the fields it names.
+struct FunctionArgument {
+  std::string field;
+  std::string value;  ///< as the data hold it; "" counts as nothing, that is zero or no text
+};
+using FunctionArguments = std::span<const FunctionArgument>;
 
 struct FieldFunction {
   std::string_view name;
   std::size_t arguments;
   FlagWord state;  ///< of the fields it makes
-  /// Nothing where there is no result: a division by zero, an argument that is no number or day.
-  std::optional<FieldValue> (*Call)(FunctionArguments arguments, platform::Date today);
+  /// Throws Failure kRefused with a clause that says why there is no result: a division by zero, an argument
+  /// that is no number or day.
+  FieldValue (*Call)(FunctionArguments arguments, platform::Date today);
 };
 
 /// A function with the fields it is called with.

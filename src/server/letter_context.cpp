@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/failure.h"
+#include "platform/text.h"
 #include "server/field_functions.h"
 #include "server/field_sources.h"
 
@@ -61,6 +63,22 @@ ContextField NewField(const LetterField& definition) {
           .children = {}};
 }
 
+/// Where whoever writes letters finds what is wrong: "Field "X" (letter_fields.tsv, line 7)" and `what`.
+std::string Place(const LetterField& definition, const std::string& what) {
+  auto place = "Field " + platform::Quoted(definition.name);
+  if (definition.line > 0) {
+    place += " (";
+    place += kDefinitionFile;
+    place += ", line " + std::to_string(definition.line) + ")";
+  }
+  return place + what + ".";
+}
+
+std::string Origin(const LetterField& definition) {
+  return definition.kind == FieldKind::kQuery ? " comes from its query"
+                                              : " comes from " + platform::Quoted(definition.source);
+}
+
 void SetValue(ContextField& field, const FieldValue& value, const LetterField& definition) {
   const bool has_value = value.found && !value.IsEmpty();
   if (!value.found) field.state |= state::kEof;
@@ -72,18 +90,12 @@ void SetValue(ContextField& field, const FieldValue& value, const LetterField& d
   const auto missing = WhatIsMissing(value);
   if (definition.required) field.error = missing;
   if (definition.ignored_without && missing != 0) field.error = error::kLetterIgnored;
+  if (field.error != 0) field.error_place = Place(definition, Origin(definition));
   if (!has_value) field.state |= state::kNull | state::kValueIsNull;
   // A sum over nothing is no amount that a letter could state.
   if (!value.found) return;
   field.text = value.text;
   field.raw_value = value.raw;
-}
-
-/// Where whoever writes letters finds what is wrong.
-std::string Place(const LetterField& definition, const std::string& reason) {
-  auto place = "Field \"" + definition.name + "\"";
-  if (definition.line > 0) place += " (line " + std::to_string(definition.line) + " of the table of fields)";
-  return place + ": " + reason + ".";
 }
 
 class ContextBuilder {
@@ -191,31 +203,36 @@ class ContextBuilder {
   static void Settle(ContextField& field, const FieldFinding& finding, const LetterField& definition) {
     if (finding.error == 0) return SetValue(field, finding.value, definition);
     field.error = finding.error;
-    if (!finding.reason.empty()) field.error_place = Place(definition, finding.reason);
+    if (!finding.reason.empty()) field.error_place = Place(definition, ": " + finding.reason);
     field.state |= state::kNull | state::kValueIsNull;
   }
 
   void Compute(ContextField& field, const LetterField& definition) const {
     const auto call = *ReadFunctionCall(definition.source);
     field.state |= call.function->state;
-    const auto arguments = Arguments(call, (definition.rules & rule::kReferenceOptional) != 0);
-    if (!arguments) return Settle(field, {.error = error::kPopulateValue}, definition);
-    const auto result = call.function->Call(*arguments, subject_.today);
-    Settle(field, result ? FieldFinding{.value = *result} : FieldFinding{.error = error::kExecuteFunction},
-           definition);
+    const bool may_be_missing = (definition.rules & rule::kReferenceOptional) != 0;
+    std::vector<FunctionArgument> arguments;
+    for (const auto& name : call.fields) {
+      arguments.push_back({name, RawValueOf(name).value_or("")});
+      if (may_be_missing || RawValueOf(name)) continue;
+      return Settle(field,
+                    {.error = error::kPopulateValue,
+                     .reason = platform::Quoted(name) + " has no value to make it from"},
+                    definition);
+    }
+    try {
+      Settle(field, {.value = call.function->Call(arguments, subject_.today)}, definition);
+    } catch (const platform::Failure& failure) {
+      Settle(field, {.error = error::kExecuteFunction, .reason = failure.description()}, definition);
+    }
   }
 
-  /// Nothing where one of the fields has no value, unless that is allowed.
-  std::optional<std::vector<std::string>> Arguments(const FunctionCall& call, bool may_be_missing) const {
-    std::vector<std::string> arguments;
-    for (const auto& name : call.fields) {
-      const auto field = std::ranges::find(root_.children, name, &ContextField::name);
-      const bool missing =
-          field == root_.children.end() || field->error != 0 || (field->state & state::kNull) != 0;
-      if (missing && !may_be_missing) return std::nullopt;
-      arguments.push_back(missing ? "" : field->raw_value);
-    }
-    return arguments;
+  /// Nothing for a field without a value.
+  std::optional<std::string> RawValueOf(const std::string& name) const {
+    const auto field = std::ranges::find(root_.children, name, &ContextField::name);
+    const bool missing =
+        field == root_.children.end() || field->error != 0 || (field->state & state::kNull) != 0;
+    return missing ? std::nullopt : std::optional(field->raw_value);
   }
 
   /// An address that cannot be used is one error, whatever else is wrong with it.
@@ -243,6 +260,7 @@ class ContextBuilder {
     table.state |= state::kEof;
     if (definition.required) table.error = error::kNoRow;
     if (definition.ignored_without) table.error = error::kLetterIgnored;
+    if (table.error != 0) table.error_place = Place(definition, Origin(definition));
   }
 
   static void AddCell(ContextField& row, const LetterField& column, const TaxPeriod& period) {

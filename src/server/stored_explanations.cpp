@@ -27,6 +27,11 @@ void SetOrRemove(XmlElement& element, std::string_view attribute, bool wanted, c
   }
 }
 
+/// What was stored says more than the flags where it goes on after them: which field, and why.
+std::string LongerOf(const std::string& stored, const std::string& of_flags) {
+  return !of_flags.empty() && stored.starts_with(of_flags) ? stored : of_flags;
+}
+
 class Explainer {
  public:
   Explainer(const Explanations& explanations, const std::vector<LetterField>& fields)
@@ -44,7 +49,8 @@ class Explainer {
     SetOrRemove(element, "V_ExplainAttr", descriptors, ExplainAttributes(state));
     SetOrRemove(element, "RawValue", descriptors, stored("RawValue"));
     SetOrRemove(element, "V_ExplainState", states, ExplainState(state));
-    SetOrRemove(element, "V_ExplainErr", states, ExplainErrors(state, ReadFlags(element, "Err")));
+    SetOrRemove(element, "V_ExplainErr", states,
+                LongerOf(stored("V_ExplainErr"), ExplainErrors(state, ReadFlags(element, "Err"))));
     SetOrRemove(element, "V_ExplainAddr", states, ExplainAddress(ReadFlags(element, "AddrState")));
     for (const auto& child : element.Children()) Explain(child);
   }

@@ -183,14 +183,32 @@ TEST_F(DemoLetters, ComputeWhatTheLetterStates) {
             std::chrono::sys_days(tests::kToday));
 }
 
-TEST_F(DemoLetters, AFunctionThatFailsLeavesTheOtherFieldsTheirValues) {
-  const auto reply = Ask(ContextOf("119", {{"FORM_TYP_CD", "C"}, {"FORM_NBR", "3100108"}}));
-  const auto context =
-      platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
-  EXPECT_EQ(context.FirstByTagName("PENALTY_PCT").Text(), "");
-  EXPECT_THAT(context.FirstByTagName("PENALTY_PCT").Attribute("V_ExplainErr").value_or(""),
-              HasSubstr("The function failed"));
-  EXPECT_EQ(context.FirstByTagName("PENALTY_TOTAL").Text(), "$0.00");
+TEST_F(DemoLetters, AFunctionThatFailsSaysWhyAndLeavesTheOtherFieldsTheirValues) {
+  struct Case {
+    const char* form;
+    const char* call;
+    const char* reason;
+  };
+  constexpr auto kZero = "3100108";
+  for (const auto& [form, call, reason] : std::initializer_list<Case>{
+           {kZero, "percent(PENALTY_TOTAL, TAX_TOTAL)",
+            "The function failed. Field \"PENALTY_PCT\" (letter_fields"},
+           {kZero, "percent(PENALTY_TOTAL, TAX_TOTAL)",
+            "): \"TAX_TOTAL\" is zero, and nothing can be divided"},
+           {kZero, "divide(TAX_TOTAL, CUSTOMER_NAME)", " of \"CUSTOMER_NAME\" is no number."},
+           {kZero, "days_since(CUSTOMER_NAME)", " of \"CUSTOMER_NAME\" is no day."},
+           {"3100112", "percent(PENALTY_TOTAL, TAX_TOTAL)",
+            "): \"PENALTY_TOTAL\" has no value to make it from."}}) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change("UPDATE letter_field SET FLD_SRC = ? WHERE FLD_NM = 'PENALTY_PCT'", {call});
+    const auto reply = Ask(ContextOf("119", {{"FORM_TYP_CD", "C"}, {"FORM_NBR", form}}));
+    const auto context =
+        platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+    EXPECT_EQ(context.FirstByTagName("PENALTY_PCT").Text(), "") << call;
+    EXPECT_THAT(context.FirstByTagName("PENALTY_PCT").Attribute("V_ExplainErr").value_or(""),
+                HasSubstr(reason));
+    EXPECT_NE(context.FirstByTagName("CUSTOMER_NAME").Text(), "") << call;
+  }
 }
 
 }  // namespace

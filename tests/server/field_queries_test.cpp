@@ -12,7 +12,7 @@ using testing::HasSubstr;
 using namespace std::chrono_literals;
 
 // TANK_CNT is the field of letter 121 that a query makes. letter_fields.tsv says on which line.
-constexpr auto kQueryLine = "(line 333 of the table of fields)";
+constexpr auto kQueryLine = "(letter_fields.tsv, line 343)";
 constexpr auto kEndless =
     "SELECT MAX(N) FROM (WITH RECURSIVE count(N) AS (SELECT 1 UNION ALL SELECT N + 1 FROM count)"
     " SELECT N FROM count)";
@@ -40,6 +40,7 @@ class FieldQuery : public tests::ServerTest {
 };
 
 TEST_F(FieldQuery, OneThatFailsNamesItsFieldItsLineAndTheReason) {
+  GivenQuery("SELECT TANK_CNT FROM customer");
   EXPECT_THAT(Explanation(), AllOf(HasSubstr("The query failed. Field \"TANK_CNT\""), HasSubstr(kQueryLine),
                                    HasSubstr("no such column: TANK_CNT.")));
 }
@@ -77,6 +78,7 @@ TEST_F(FieldQuery, WhatIsNoSelectIsRefusedWithTheRule) {
     EXPECT_THAT(Ask(Letter()).error, AllOf(HasSubstr("\"TANK_CNT\""), HasSubstr("\"" + statement + "\""),
                                            HasSubstr("A QUERY is one SELECT")));
   }
+  EXPECT_THAT(Ask(Letter()).error, HasSubstr("\":shoe_size\" stands for nothing"));
   server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
   EXPECT_EQ(database.Select("SELECT COUNT(*) FROM customer")->FirstText(), "30");
 }

@@ -163,7 +163,10 @@ TEST_F(LetterContext, ARequiredFieldWithoutAValueIsInError) {
   GivenContext("110", {{"CUST_ID", "100001"}});  // a letter about a form, asked for without one
   EXPECT_EQ(Flags("FORM_NBR", "Err"), 0x8u);
   EXPECT_EQ(Flags("FORM_NBR", "State") & 0x418104, 0x418104u);
-  EXPECT_THAT(Attribute("FORM_NBR", "V_ExplainErr"), HasSubstr("Nothing was found"));
+  EXPECT_THAT(
+      Attribute("FORM_NBR", "V_ExplainErr"),
+      testing::AllOf(HasSubstr("Nothing was found, but the letter needs it. Field \"FORM_NBR\" (letter_"),
+                     HasSubstr(") comes from \"form.number\".")));
   EXPECT_EQ(Flags("FORM_CK_DGT_NBR", "Err"), 0u) << "not required";
   EXPECT_EQ(Flags("XML_CONTEXT", "State") & kErrorInNonAddressChild, kErrorInNonAddressChild);
 }

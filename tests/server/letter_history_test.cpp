@@ -81,7 +81,8 @@ TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {
       PrintedLetter("m-1", {{"XML_CONTEXT",
                              "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\" RawValue=\"2026-11-22\""
                              " V_EnglishDesc=\"Its day\" V_ExplainState=\"As it was.\">x</LTR_DT>"
-                             "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID></XML_CONTEXT>"}}));
+                             "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID><A Err=\"4\" "
+                             "V_ExplainErr=\"The query failed. Why.\"/></XML_CONTEXT>"}}));
   const auto stored = [&](const char* descriptors, const char* states) {
     auto question = Fetch("1");
     question.keys.insert(question.keys.end(),
@@ -90,13 +91,14 @@ TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {
   };
   EXPECT_EQ(stored("N", "N"),
             "<XML_CONTEXT State=\"800000\"><LTR_DT State=\"2202\">x</LTR_DT>"
-            "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID></XML_CONTEXT>");
+            "<CUST_ID State=\"40804\" Err=\"80\">100001</CUST_ID><A Err=\"4\"/></XML_CONTEXT>");
   EXPECT_THAT(stored("Y", "N"),
               testing::AllOf(HasSubstr("\"Its day\""), HasSubstr("\"Customer number\""),
                              HasSubstr("RawValue"), testing::Not(HasSubstr("V_ExplainState"))));
   EXPECT_THAT(stored("N", "Y"),
               testing::AllOf(HasSubstr("Changes from day to day."), HasSubstr("left out by the user"),
-                             HasSubstr("The input is not one"), testing::Not(HasSubstr("V_EnglishDesc"))));
+                             HasSubstr("The input is not one"), HasSubstr("\"The query failed. Why.\""),
+                             testing::Not(HasSubstr("V_EnglishDesc"))));
 }
 
 // A warrant against one customer could be recorded for another one.
