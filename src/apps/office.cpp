@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/checked_templates.h"
 #include "apps/office_check.h"
 #include "apps/printing.h"
 #include "host/disk_files.h"
@@ -31,8 +32,9 @@ struct Office::Rooms {
         printing(folder, settings, clock, errors, host),
         customers(folder.root()),
         print_journal(folder.Unrecorded(), errors),
-        services{messages, downloads, reference, utilities,   printing.component(), settings,     settings,
-                 files,    clock,     errors,    host.status, host.shell,           print_journal},
+        templates(folder.root()),
+        services{messages, downloads, reference, utilities,   printing.component(), settings,      settings,
+                 files,    clock,     errors,    host.status, host.shell,           print_journal, templates},
         workspace(services) {}
 
   const host::DataFolder folder;
@@ -47,6 +49,7 @@ struct Office::Rooms {
   Printing printing;
   server::CustomerDirectory customers;
   host::PrintJournal print_journal;
+  CheckedTemplates templates;
   platform::Services services;
   workspace::ZEMLO_Corresp workspace;
 };

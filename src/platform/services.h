@@ -11,6 +11,7 @@
 #include "platform/reference_database.h"
 #include "platform/settings.h"
 #include "platform/status_display.h"
+#include "platform/template_judge.h"
 #include "platform/trap.h"
 #include "platform/utilities.h"
 
@@ -31,6 +32,7 @@ struct Services {
   StatusDisplay& status;
   HostShell& host;
   PrintJournal& print_journal;
+  TemplateJudge& template_judge;
 };
 
 /// Trap with the reporter of `services`.

@@ -16,6 +16,8 @@ struct TemplateField {
   Kind kind = Kind::kValue;
   std::string table = {};  ///< of a column
   bool asked = true;       ///< whether the officer gives it; false where the letter is not known yet
+
+  bool operator==(const TemplateField&) const = default;
 };
 
 /// What a template's author should look at.

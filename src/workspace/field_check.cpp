@@ -92,7 +92,8 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
       {is_for_document && page.txtFormNum.IsEmpty(), "Form number is required", &page.txtFormNum},
       {!number.valid, "Form number is invalid", &page.txtFormNum, number.text},
       {is_for_document && !has_form_type, "Form type is required", &page.ZEMLO_FormTypeCodes},
-      {online == "B", "Batch letter is not available to view", &page.ZEMLO_LetterType},
+      {online == "B" && !takes_batch_letters_, "Batch letter is not available to view",
+       &page.ZEMLO_LetterType},
   };
 }
 

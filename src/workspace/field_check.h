@@ -31,6 +31,8 @@ class FieldCheck {
   void DefaultFieldColor(PageIndex page);
   /// Gives the tracking page's two dates their normal look.
   void ClearEdit();
+  /// Letters of the nightly batch may be created on line from now on, too.
+  void TakeBatchLetters() { takes_batch_letters_ = true; }
 
  private:
   struct Rule {
@@ -51,6 +53,7 @@ class FieldCheck {
   const platform::Services& services_;
   Pages& pages_;
   std::map<PageIndex, std::vector<std::string>> messages_;
+  bool takes_batch_letters_ = false;
 };
 
 }  // namespace workspace

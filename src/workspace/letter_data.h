@@ -13,6 +13,7 @@ struct LetterData {
   std::string day = {};          ///< yyyy-mm-dd of a stored letter's first print; "" for a new one
   std::string template_name = {};
   std::string template_path = {};  ///< where the template is on this machine
+  bool is_trial = false;           ///< made to look at its template: never recorded
   std::string form_type = {};
   std::string form_number = {};
   std::string check_digit = {};

@@ -29,13 +29,14 @@ void LetterGeneration::SelectNewType() {
   Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
     const auto letter_code = uses_.pages.correspondence.ZEMLO_LetterType.Code();
     const auto letter_type = WholeNumber<std::int32_t>("letter type", letter_code);
-    const auto template_path = uses_.templates.GetTemplateFileName(letter_type);
-    if (!RequireTemplate(template_path)) return;
+    const auto in_force = tried_ ? *tried_ : uses_.templates.InForce(letter_type);
+    if (!take_ && !RequireTemplate(in_force)) return;
     const auto& shown = uses_.pages.correspondence.panel;
     uses_.letter = {.letter_type = letter_code,
                     .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
-                    .template_name = uses_.state.template_name,
-                    .template_path = template_path,
+                    .template_name = in_force.name,
+                    .template_path = in_force.path,
+                    .is_trial = tried_.has_value(),
                     .form_type = uses_.request.form_type,
                     .form_number = uses_.request.form_number,
                     .check_digit = uses_.request.check_digit,
@@ -56,21 +57,15 @@ void LetterGeneration::SelectNewType() {
   });
 }
 
-bool LetterGeneration::RequireTemplate(const std::string& template_path) const {
-  auto& status = uses_.services.status;
-  if (template_path.empty()) {
-    status.ShowReason("No letter was made. \"" + uses_.pages.correspondence.ZEMLO_LetterType.Code() +
-                      "\" has no template that is in force today. Ask the administrator for one.");
-    TellRefusal(
-        "This request can not be processed at this time. Please create a template to complete this request.",
-        platform::MessageIcon::kExclamation);
-    return false;
-  }
-  if (uses_.services.files.Exists(template_path)) return true;
-  status.ShowReason("No letter was made. The template file \"" + template_path +
-                    "\" is missing. Start the program again to fetch it, or ask the administrator.");
-  TellRefusal("Unable to process this request. No template is available for print.",
-              platform::MessageIcon::kExclamation);
+bool LetterGeneration::RequireTemplate(const TemplateInForce& in_force) const {
+  if (in_force.fault.empty()) return true;
+  uses_.services.status.ShowReason("No letter was made. " + in_force.fault);
+  TellRefusal(
+      in_force.name.empty()
+          ? "This request can not be processed at this time. Please create a template to complete this "
+            "request."
+          : "Unable to process this request. No template is available for print.",
+      platform::MessageIcon::kExclamation);
   return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -39,17 +40,22 @@ class LetterGeneration {
   };
   explicit LetterGeneration(Uses uses) : uses_(uses) {}
 
-  /// Asks for the data context of the chosen letter type; says so and stops where it has no template.
+  /// Asks for the data context of the chosen letter type; where no letter can be made of its template, says
+  /// so and stops.
   void SelectNewType();
   /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
   void CreateNewCorrespondence();
-  /// A letter whose data are without an error is handed to `take` from now on, and not made.
+  /// A letter whose data are without an error is handed to `take` from now on, and not made: it needs no
+  /// template.
   void HandOut(std::function<void(const LetterData&)> take) { take_ = std::move(take); }
+  /// Letters are made of this template from now on, whatever the catalogue has and the template's errors are,
+  /// and never recorded.
+  void TryTemplate(TemplateInForce tried) { tried_ = std::move(tried); }
 
  private:
   void SendXMLRequest(RequestDescription& message) const;
   std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
-  bool RequireTemplate(const std::string& template_path) const;
+  bool RequireTemplate(const TemplateInForce& in_force) const;
   void TakeHistoryRow(const platform::RecordSet& row);
   void TellWhyAddressesFail(const platform::XmlDocument& context) const;
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
@@ -59,6 +65,7 @@ class LetterGeneration {
 
   const Uses uses_;
   std::function<void(const LetterData&)> take_;
+  std::optional<TemplateInForce> tried_;
 };
 
 }  // namespace workspace

@@ -102,6 +102,7 @@ void LetterPrinting::PrintDoc(LetterData& letter, const std::string& request_nam
 
 void LetterPrinting::AddRecord(RequestDescription& message, LetterData& letter,
                                const std::string& request_name) const {
+  if (letter.is_trial) return;
   const bool is_stored = request_name == "Letter_Preview" || request_name == "Letter_Save";
   if (request_name == kNewLetter) {
     uses_.history.SendLetterHistoryADD(message, letter);

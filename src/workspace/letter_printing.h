@@ -58,6 +58,7 @@ class LetterPrinting {
   composition::ZEMLO_PreviewDoc& RequirePreview();
   void ExpectPrint(const LetterData& letter, const std::string& request_name);
   std::optional<platform::PrintNote> NoteOf(LetterData letter, const std::string& request_name) const;
+  /// Adds none where nothing is to be recorded.
   void AddRecord(RequestDescription& message, LetterData& letter, const std::string& request_name) const;
   void ContinueRun(PrintRun* run, RequestDescription& message) const;
 

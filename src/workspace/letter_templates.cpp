@@ -110,24 +110,39 @@ void LetterTemplates::CopyTemplate() {
       services_.status.ShowStatus("Checking templates.");
       const std::string name(Trim(rows->Text(row, "DCMT_NM")));
       // A name that is wrong in the catalogue is no reason to go without the other templates.
-      if (Trap(services_, kCopyProcedure, [&] { PlainName(name); })) DownloadWhereMissing(name, started);
+      if (!Trap(services_, kCopyProcedure, [&] { PlainName(name); }) || !DownloadWhereMissing(name)) continue;
+      started = true;
+      auto& awaited = awaited_[ServerPath(name)];
+      awaited.name = name;
+      awaited.letter_types.emplace(Trim(rows->Text(row, "LTR_TYP_ID")));
     }
   });
   // Every letter needs it; it is no version of a letter type, so the catalogue does not name it.
-  Trap(services_, kCopyProcedure, [&] { DownloadWhereMissing(composition::kCommonTemplate, started); });
+  Trap(services_, kCopyProcedure, [&] { started |= DownloadWhereMissing(composition::kCommonTemplate); });
   if (!started || !all_visited) services_.status.ShowStatus("Ready");
   state_.pending_request_name.clear();
 }
 
-void LetterTemplates::DownloadWhereMissing(const std::string& name, bool& started) {
+bool LetterTemplates::DownloadWhereMissing(const std::string& name) {
   bool is_here = false;
   PassOverMissingFile([&] { is_here = services_.files.Exists(LocalPath(name)); });
-  if (is_here) return;
+  if (is_here) return false;
+  bool is_started = false;
   PassOverMissingFile([&] {
     listener_.DownloadFile(ServerPath(name), services_.settings.TemplateFolder(), 0);
     services_.status.ShowStatus("Downloading templates.");
-    started = true;
+    is_started = true;
   });
+  return is_started;
+}
+
+void LetterTemplates::TemplateCame(const std::string& source) {
+  const auto came = awaited_.extract(source);
+  if (came.empty()) return;
+  for (const auto& letter_type : came.mapped().letter_types) {
+    const auto fault = services_.template_judge.FaultOf(LocalPath(came.mapped().name), letter_type);
+    if (!fault.empty()) services_.errors.ReportError(fault, platform::kComponentTitle, kCopyProcedure);
+  }
 }
 
 std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
@@ -140,6 +155,20 @@ std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
     path = LocalPath(state_.template_name);
   });
   return path;
+}
+
+TemplateInForce LetterTemplates::InForce(std::int32_t letter_type) {
+  const auto code = std::to_string(letter_type);
+  const auto path = GetTemplateFileName(letter_type);
+  if (path.empty())
+    return {.fault =
+                "\"" + code + "\" has no template that is in force today. Ask the administrator for one."};
+  TemplateInForce found{.name = state_.template_name, .path = path};
+  found.fault = services_.files.Exists(path)
+                    ? services_.template_judge.FaultOf(path, code)
+                    : "The template file \"" + path +
+                          "\" is missing. Start the program again to fetch it, or ask the administrator.";
+  return found;
 }
 
 std::shared_ptr<platform::RecordSet> LetterTemplates::Catalogue(std::string_view query,

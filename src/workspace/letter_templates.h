@@ -2,7 +2,9 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,13 @@
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
+
+/// The template that new letters of a type are made with.
+struct TemplateInForce {
+  std::string name = {};   ///< "" where the catalogue has none that is in force today
+  std::string path = {};   ///< on this machine; "" with the name
+  std::string fault = {};  ///< why no letter can be made with it, in whole sentences; "" where one can
+};
 
 /// The template documents: which one a letter type uses today, and that it is on this machine.
 ///
@@ -32,11 +41,16 @@ class LetterTemplates {
   /// Starts the download of every template that is missing here, those that become valid later and the common
   /// template included.
   void CopyTemplate();
+  /// A download has come to its end: the template is here, and what is wrong with it is reported. It stays,
+  /// because letters may be recorded that were made with it. `source` is the path it was asked for with.
+  void TemplateCame(const std::string& source);
 
   /// The local path of the template that the letter type uses today, its name becoming the current
   /// template's;
   /// "" when the catalogue has none.
   std::string GetTemplateFileName(std::int32_t letter_type);
+  /// The same, and why no new letter can be made with it: there is none, it is not here, or it has errors.
+  TemplateInForce InForce(std::int32_t letter_type);
   /// Copies the template from the server, after telling the user, where it is not here. Throws what the file
   /// system throws.
   void BringIfMissing(const std::string& template_name);
@@ -50,12 +64,18 @@ class LetterTemplates {
   std::string ReplyText() const;
   std::shared_ptr<platform::RecordSet> Catalogue(std::string_view query,
                                                  std::string_view letter_type = "") const;
-  void DownloadWhereMissing(const std::string& name, bool& started);
+  /// Whether a download was asked for.
+  bool DownloadWhereMissing(const std::string& name);
 
   const platform::Services& services_;
   WorkspaceState& state_;
   RequestEnvelope& envelope_;
   platform::ReplyListener& listener_;
+  struct Awaited {
+    std::string name;
+    std::set<std::string> letter_types;
+  };
+  std::map<std::string, Awaited> awaited_;  // by the path it was asked for with
 };
 
 }  // namespace workspace

@@ -75,7 +75,8 @@ class PreviewDocTest : public testing::Test {
                                     outside.errors,
                                     outside.status,
                                     outside.host,
-                                    outside.print_journal};
+                                    outside.print_journal,
+                                    outside.template_judge};
   int prints_announced = 0;
   int forms_closed = 0;
   std::unique_ptr<ZEMLO_PreviewDoc> preview;

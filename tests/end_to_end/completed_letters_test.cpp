@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include "tests/end_to_end/changed_template.h"
 #include "tests/end_to_end/prepared_office.h"
 
 namespace tests {
@@ -90,9 +91,11 @@ TEST_F(CompletedLetters, ShowAValueOnOneLineAndTakeNoneThatOnlyLooksFilled) {
 
 // "...in writing by [Answer or payment due by]." went to a customer.
 TEST_F(CompletedLetters, GoOutWithPlaceholdersOnlyWhenThatIsAllowed) {
-  const auto definitions = (data_ / "server/server.db").string();
-  RunShell("sqlite3 " + Quoted(definitions) +
-           " \"DELETE FROM letter_field WHERE LTR_TYP_ID = '102' AND FLD_NM = 'DUE_DT'\"");
+  // The bookmark before it reaches over it, so that it goes with what that one spans.
+  const auto local = data_ / "templates/ADR102_2403.docx";
+  WriteChangedTemplate("ADR102_2403.docx", local, "<w:bookmarkEnd w:id=\"10\"/>", "");
+  WriteChangedTemplate(local, local, "<w:bookmarkEnd w:id=\"11\"/>",
+                       "<w:bookmarkEnd w:id=\"11\"/><w:r><w:t>.</w:t></w:r><w:bookmarkEnd w:id=\"10\"/>");
   const auto notice = [this](const std::vector<std::string>& more) {
     std::vector<std::string> words = {"--type", "102", "--customer", "100001"};
     words.insert(words.end(), more.begin(), more.end());

@@ -7,6 +7,7 @@
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_print_journal.h"
 #include "tests/fakes/fake_settings.h"
+#include "tests/fakes/fake_template_judge.h"
 #include "tests/fakes/fake_utilities.h"
 #include "tests/fakes/journal.h"
 #include "tests/fakes/manual_clock.h"
@@ -32,9 +33,9 @@ class FakeServices {
  public:
   /// `print_component` outlives this; a test that prints gives a recording one.
   explicit FakeServices(platform::PrintComponent* print_component = nullptr)
-      : services_{server,   comm_clients,   reference,    utilities, PrintOr(print_component),
-                  settings, settings_store, files,        clock,     errors,
-                  status,   host,           print_journal} {}
+      : services_{server,   comm_clients,   reference,     utilities,     PrintOr(print_component),
+                  settings, settings_store, files,         clock,         errors,
+                  status,   host,           print_journal, template_judge} {}
 
   Journal journal;
   ManualEventQueue queue;
@@ -51,6 +52,7 @@ class FakeServices {
   RecordingStatus status{&journal};
   RecordingHost host{&journal};
   FakePrintJournal print_journal;
+  FakeTemplateJudge template_judge;
 
   const platform::Services& services() const { return services_; }
   /// Lets replies and other posted work arrive.

@@ -92,6 +92,50 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
   EXPECT_THAT(fakes_.server.requests, IsEmpty());
 }
 
+TEST_F(LetterGenerationTest, MakesNoNewLetterOfATemplateWithErrors) {
+  GivenTemplate("TAX110.docx");
+  fakes_.template_judge.faults[{"templates/TAX110.docx", "110"}] = "The template has an error.";
+  UserAsksFor("110");
+  EXPECT_EQ(fakes_.status.reason, "No letter was made. The template has an error.");
+  EXPECT_THAT(fakes_.host.MessageTexts(),
+              ElementsAre("Unable to process this request. No template is available for print."));
+  EXPECT_THAT(fakes_.server.requests, IsEmpty());
+
+  UserAsksFor("120");
+  EXPECT_THAT(fakes_.server.requests, SizeIs(1)) << "the other letter has the fields it shows";
+}
+
+TEST_F(LetterGenerationTest, HandsTheDataOutOfALetterWhoseTemplateIsNotReady) {
+  LetterData taken;
+  generation_.HandOut([&](const LetterData& letter) { taken = letter; });
+  for (const auto* fault : {"The template has an error.", ""}) {
+    taken = {};
+    GivenTemplate("TAX110.docx");
+    if (*fault == '\0') fakes_.files.content.clear();
+    fakes_.template_judge.faults[{"templates/TAX110.docx", "110"}] = fault;
+    UserAsksFor("110");
+    ServerRepliesWith(kWhole);
+    EXPECT_EQ(taken.context, kWhole);
+  }
+}
+
+// A trial in the office's own history would be a letter that nobody got.
+TEST_F(LetterGenerationTest, TriesATemplateWithoutTheCatalogueAndRecordsNothing) {
+  generation_.TryTemplate({.name = "NEW.docx", .path = "/home/author/NEW.docx"});
+  UserAsksFor("110");
+  ServerRepliesWith(kWhole);
+  EXPECT_TRUE(print_.HasCalled("OpenDocument /home/author/NEW.docx"));
+  print_.UserPrints();
+
+  forms_.answer = {"<XML_CONTEXT>completed</XML_CONTEXT>", true};
+  UserAsksFor("110");
+  ServerRepliesWith(kForUser);
+  EXPECT_THAT(forms_.entered, SizeIs(1));
+  EXPECT_THAT(fakes_.server.requests, SizeIs(2)) << "two for data, none to record";
+  EXPECT_THAT(fakes_.print_journal.steps, IsEmpty());
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
 TEST_F(LetterGenerationTest, PreviewsALetterThatIsWholeAndRecordsItOncePrinted) {
   GivenTemplate("TAX110.docx");
   request_.customer_id = "4711";

@@ -14,7 +14,7 @@ class LetterTemplatesTest : public WorkspaceRoomTest {
  protected:
   void GivenCatalogue(const std::vector<std::string>& names) {
     std::vector<fakes::Row> rows;
-    for (const auto& name : names) rows.push_back({{"DCMT_NM", name}});
+    for (const auto& name : names) rows.push_back({{"DCMT_NM", name}, {"LTR_TYP_ID", "110"}});
     fakes_.reference.AnswersWhatContains("SELECT a.*", rows.empty() ? std::make_shared<platform::RecordSet>(
                                                                           std::vector<std::string>{"DCMT_NM"})
                                                                     : fakes::RowsOf("", rows));
@@ -85,6 +85,20 @@ TEST_F(LetterTemplatesTest, DownloadTheCommonTemplateWhereItIsMissing) {
   templates_.CopyTemplate();
   EXPECT_THAT(Downloads(), ElementsAre("srv\\kvcorr.dot to templates/"));
   EXPECT_THAT(fakes_.status.texts, ElementsAre("Downloading templates."));
+}
+
+TEST_F(LetterTemplatesTest, TellOnceWhatIsWrongWithATemplateThatIsNewHere) {
+  state_.server_template_folder = "srv\\";
+  GivenCatalogue({"A.docx", "B.docx", "A.docx"});
+  fakes_.template_judge.faults[{"templates/A.docx", "110"}] = "A has an error.";
+  fakes_.files.content["templates/B.docx"] = "here";
+  fakes_.template_judge.faults[{"templates/B.docx", "110"}] = "B has had one for years.";
+  templates_.CopyTemplate();
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+  for (const auto* source : {"srv\\A.docx", "srv\\A.docx", "srv\\kvcorr.dot"})
+    templates_.TemplateCame(source);
+  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CopyTemplate"));
+  EXPECT_EQ(fakes_.errors.reports[0].description, "A has an error.");
 }
 
 TEST_F(LetterTemplatesTest, SayReadyWhenThereIsNothingToDownload) {

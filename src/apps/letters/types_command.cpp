@@ -13,8 +13,10 @@ struct OnlineIndicator {
   const char* meaning;
 };
 
+constexpr std::string_view kElectronic = "E";
+
 constexpr std::array<OnlineIndicator, 4> kOnlineIndicators{
-    {{"O", "on line"}, {"B", "batch only"}, {"E", "electronic, no template"}, {"S", "system"}}};
+    {{"O", "on line"}, {"B", "batch only"}, {kElectronic, "electronic, no template"}, {"S", "system"}}};
 
 std::string MeaningOf(std::string_view code) {
   for (const auto& indicator : kOnlineIndicators) {
@@ -31,17 +33,25 @@ int RunTypes(const QStringList& words) {
   if (const auto status = line.Parse(words)) return *status;
 
   HeadlessOffice office(line.Data(), {});
+  office.Start();  // templates that are missing on this machine are fetched: none of them is a reason
   auto& list = office.page().ZEMLO_LetterType;
   list.UserOpens();
-  static constexpr std::array<Listing::Column, 4> kColumns{
-      {{"type", "Type"}, {"name", "Name"}, {"production", "Produced"}, {"form_types", "Form types"}}};
+  static constexpr std::array<Listing::Column, 6> kColumns{{{"type", "Type"},
+                                                            {"name", "Name"},
+                                                            {"production", "Produced"},
+                                                            {"form_types", "Form types"},
+                                                            {"template", "Template"},
+                                                            {"fault", "Why no letter can be made"}}};
   Listing listing{kColumns, {}};
   for (std::size_t row = 0; list.rows() && row < list.rows()->RecordCount(); ++row) {
     const auto code = list.rows()->Text(row, "CD_TBL_CD");
     if (code.empty()) continue;
-    listing.rows.push_back({code, list.rows()->Text(row, "CD_TBL_DES"),
-                            MeaningOf(list.rows()->Text(row, "LTR_IND")),
-                            workspace::RequiredFormTypes(office.office().services().utilities, code)});
+    const auto indicator = list.rows()->Text(row, "LTR_IND");
+    const auto in_force =
+        indicator == kElectronic ? workspace::TemplateInForce() : office.workspace().TemplateOf(code);
+    listing.rows.push_back({code, list.rows()->Text(row, "CD_TBL_DES"), MeaningOf(indicator),
+                            workspace::RequiredFormTypes(office.office().services().utilities, code),
+                            in_force.name, in_force.fault});
   }
   if (office.refused()) return kRefused;
   Print(listing, line.IsSet("json"));

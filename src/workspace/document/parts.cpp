@@ -49,7 +49,8 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                 letter_grid.ReplyHandled();
                 local_reprint.ReplyHandled();
               }),
-      downloads(services, data.state) {}
+      downloads(services, data.state, [this](const std::string& source) { templates.TemplateCame(source); }) {
+}
 
 ReplyHandlers Parts::Handlers() {
   ReplyHandlers known;

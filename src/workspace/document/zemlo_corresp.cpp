@@ -1,8 +1,10 @@
 #include "workspace/document/zemlo_corresp.h"
 
 #include <array>
+#include <utility>
 
 #include "workspace/messaging/at_exit.h"
+#include "workspace/whole_number.h"
 
 namespace workspace {
 
@@ -79,6 +81,19 @@ void ZEMLO_Corresp::ConfigureToolbar(bool enabled) {
 
 std::vector<std::string> ZEMLO_Corresp::CheckMessages(PageIndex page) {
   return parts_ ? parts_->field_check.messages(page) : std::vector<std::string>();
+}
+
+void ZEMLO_Corresp::TryTemplate(TemplateInForce tried) {
+  RequireParts().generation.TryTemplate(std::move(tried));
+  RequireParts().field_check.TakeBatchLetters();
+}
+
+TemplateInForce ZEMLO_Corresp::TemplateOf(const std::string& letter_type) {
+  TemplateInForce found;
+  Trap(services_, "ZEMLO_Corresp.TemplateOf", [&] {
+    found = RequireParts().templates.InForce(WholeNumber<std::int32_t>("letter type", letter_type));
+  });
+  return found;
 }
 
 void ZEMLO_Corresp::FillCustomerField(const customers::SelectedCustomer& chosen, PageIndex page) {

@@ -64,6 +64,11 @@ class ZEMLO_Corresp {
   void HandOutLetters(std::function<void(const LetterData&)> take) {
     RequireParts().generation.HandOut(std::move(take));
   }
+  /// For a host that wants to look at a template: letters of every type, those of the nightly batch among
+  /// them, are made of it from now on, and never recorded. Comes after Initialize.
+  void TryTemplate(TemplateInForce tried);
+  /// The template that new letters of the type are made with. Comes after Initialize.
+  TemplateInForce TemplateOf(const std::string& letter_type);
   /// Comes after Initialize; throws Failure before it.
   UnrecordedLetters& unrecorded_letters() { return RequireParts().unrecorded_letters; }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }

@@ -18,9 +18,13 @@ void DownloadNotification::MessageReceived(const std::string& message) {
     const auto command = ReadTag(message, "COMMAND", TagForm::kWithAttributes);
     const auto status = ReadTag(message, "STATUS", TagForm::kWithAttributes);
     const auto source = ReadTag(message, "SOURCE", TagForm::kWithAttributes);
-    if (command == "FILEDOWNLOAD" && status != "SUCCESSFULL") {
-      TellOnce(status, source);
-      CountUp(services_, state_.download_failures, "failed downloads", kMessageReceived);
+    if (command == "FILEDOWNLOAD") {
+      if (status == "SUCCESSFULL") {
+        came_(platform::XmlUnescaped(source));
+      } else {
+        TellOnce(status, source);
+        CountUp(services_, state_.download_failures, "failed downloads", kMessageReceived);
+      }
     }
     services_.status.ShowStatus("Ready");
   });

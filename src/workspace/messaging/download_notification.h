@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "platform/services.h"
 #include "workspace/messaging/workspace_state.h"
@@ -8,11 +10,12 @@
 namespace workspace {
 
 /// Handles what the communications client says about a file: the first failed download shows a message box,
-/// every one is counted.
+/// every one is counted, and of a file that is here now `came` is told, under the name it was asked for with.
 class DownloadNotification {
  public:
-  DownloadNotification(const platform::Services& services, WorkspaceState& state)
-      : services_(services), state_(state) {}
+  DownloadNotification(const platform::Services& services, WorkspaceState& state,
+                       std::function<void(const std::string& source)> came)
+      : services_(services), state_(state), came_(std::move(came)) {}
 
   /// `message` holds the elements COMMAND, STATUS and SOURCE.
   void MessageReceived(const std::string& message);
@@ -22,6 +25,7 @@ class DownloadNotification {
 
   const platform::Services& services_;
   WorkspaceState& state_;
+  const std::function<void(const std::string&)> came_;
 };
 
 }  // namespace workspace

@@ -20,7 +20,9 @@ class DownloadNotificationTest : public testing::Test {
 
   fakes::FakeServices fakes_;
   WorkspaceState state_{.message_title = "Letters"};
-  DownloadNotification notification_{fakes_.services(), state_};
+  std::vector<std::string> came_;
+  DownloadNotification notification_{fakes_.services(), state_,
+                                     [this](const std::string& source) { came_.push_back(source); }};
   platform::Connection received_ = fakes_.comm_clients.client->MessageReceived.Connect(
       [this](const std::string& message, const std::string&) { notification_.MessageReceived(message); });
 };
@@ -63,6 +65,7 @@ TEST_F(DownloadNotificationTest, TakesOnlyTheExactStatusForSuccess) {
     EXPECT_EQ(state_.download_failures.value(), failures) << command << " " << status;
     EXPECT_THAT(fakes_.status.texts, ElementsAre("Ready")) << command << " " << status;
   }
+  EXPECT_THAT(came_, ElementsAre("TAX110.docx"));
 }
 
 TEST_F(DownloadNotificationTest, StaysAtTheLargestCountAndReportsIt) {
