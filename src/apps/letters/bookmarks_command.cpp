@@ -1,10 +1,11 @@
 #include <QJsonObject>
-#include <algorithm>
 #include <array>
 #include <iostream>
 
+#include "apps/checked_templates.h"
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
+#include "apps/letters/finding_list.h"
 #include "apps/letters/listing.h"
 #include "apps/letters/template_fields.h"
 #include "platform/text.h"
@@ -17,11 +18,6 @@ using wordprocessor::TemplateFinding;
 
 constexpr std::array<Listing::Column, 4> kBookmarkColumns{
     {{"name", "Bookmark"}, {"place", "Place"}, {"inner", "Holds"}, {"text", "Text"}}};
-constexpr std::array<Listing::Column, 5> kFindingColumns{{{"grade", "Grade"},
-                                                          {"bookmark", "Bookmark"},
-                                                          {"place", "Place"},
-                                                          {"finding", "Finding"},
-                                                          {"suggestion", "Suggestion"}}};
 
 std::string OneLine(std::string text) {
   text = platform::ReplaceAll(text, "\r", " ");
@@ -41,28 +37,13 @@ Listing Bookmarks(const wordprocessor::DocxDocument& document, bool as_json) {
   return listing;
 }
 
-Listing Findings(const std::vector<TemplateFinding>& findings) {
-  Listing listing{kFindingColumns, {}};
-  for (const auto& finding : findings) {
-    listing.rows.push_back({finding.grade == TemplateFinding::Grade::kError ? "error" : "warning",
-                            finding.bookmark, finding.place, finding.text, finding.suggestion});
-  }
-  return listing;
-}
-
-void PrintFinding(const std::string& grade, const std::string& bookmark, const std::string& place,
-                  const std::string& text) {
-  const auto both = bookmark.empty() || place.empty() ? "" : ", ";
-  std::cerr << grade << ": " << bookmark << both << place << ": " << text << '\n';
-}
-
-void PrintAll(const Listing& bookmarks, const Listing& findings, bool as_json) {
+void PrintAll(const Listing& bookmarks, const std::vector<TemplateFinding>& findings, bool as_json) {
   if (as_json) {
-    return PrintJson(
-        QJsonDocument(QJsonObject{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(findings)}}));
+    return PrintJson(QJsonDocument(
+        QJsonObject{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(Findings(findings))}}));
   }
   Print(bookmarks, /*as_json=*/false);
-  for (const auto& row : findings.rows) PrintFinding(row[0], row[1], row[2], row[3]);
+  TellFindings(findings, std::cerr);
 }
 
 }  // namespace
@@ -81,10 +62,8 @@ int RunBookmarks(const QStringList& words) {
   const auto fields = TemplateFields(definitions, file.filename().string(), line.Value("type"));
   const auto findings = CheckTemplate(document, fields);
   const bool as_json = line.IsSet("json");
-  PrintAll(Bookmarks(document, as_json), Findings(findings), as_json);
-  const bool wrong =
-      std::ranges::find(findings, TemplateFinding::Grade::kError, &TemplateFinding::grade) != findings.end();
-  return wrong ? kRefused : kDone;
+  PrintAll(Bookmarks(document, as_json), findings, as_json);
+  return ErrorsIn(findings) > 0 ? kRefused : kDone;
 }
 
 }  // namespace apps
