@@ -40,6 +40,10 @@ constexpr std::string_view kTemplateOfToday =
     "b.REGION={R} "
     "and ltr_Typ_ID={L} and EXPRTN_DT >= #{T}# and EFCTV_DT <= #{T}# )))   and Ltr_Typ_ID={L}";
 
+constexpr std::string_view kVersions =
+    "SELECT DCMT_NM, EFCTV_DT, EXPRTN_DT FROM FLS_LTR_TEMPLATE WHERE REGION={R} AND LTR_TYP_ID={L} "
+    "ORDER BY EFCTV_DT, TMPLT_TS";
+
 constexpr std::string_view kFolderInquiry =
     "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>";
 
@@ -50,6 +54,14 @@ std::string_view PlainName(std::string_view name) {
   throw Failure(Failure::Kind::kRefused,
                 "The template name \"" + std::string(name) +
                     "\" is no plain file name. Correct it in the template catalogue.");
+}
+
+/// When the version in the row is in force, seen from `today`.
+std::string WhenInForce(const platform::RecordSet& versions, std::size_t row, const std::string& today) {
+  const auto first = versions.Text(row, "EFCTV_DT");
+  const auto last = versions.Text(row, "EXPRTN_DT");
+  const auto days = last.empty() ? "from " + first + " on" : "from " + first + " to " + last;
+  return (!last.empty() && last < today ? " was valid " : " is valid ") + days;
 }
 
 template <typename Step>
@@ -160,15 +172,31 @@ std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
 TemplateInForce LetterTemplates::InForce(std::int32_t letter_type) {
   const auto code = std::to_string(letter_type);
   const auto path = GetTemplateFileName(letter_type);
-  if (path.empty())
-    return {.fault =
-                "\"" + code + "\" has no template that is in force today. Ask the administrator for one."};
+  if (path.empty()) return {.fault = WhyNoTemplate(code) + " Ask the administrator for one."};
   TemplateInForce found{.name = state_.template_name, .path = path};
   found.fault = services_.files.Exists(path)
                     ? services_.template_judge.FaultOf(path, code)
                     : "The template file \"" + path +
                           "\" is missing. Start the program again to fetch it, or ask the administrator.";
   return found;
+}
+
+std::string LetterTemplates::WhyNoTemplate(const std::string& letter_type) const {
+  const auto today = platform::DateText(services_.clock.Today());
+  const auto subject = "Letter type " + platform::Quoted(letter_type) + " has no template";
+  try {
+    const auto versions = Catalogue(kVersions, letter_type);
+    if (versions->IsEmpty()) return subject + " in the catalogue.";
+    std::string listed;
+    for (std::size_t row = 0; row < versions->RecordCount(); ++row) {
+      listed += (row == 0 ? ": " : ", ") + platform::Quoted(Trim(versions->Text(row, "DCMT_NM"))) +
+                WhenInForce(*versions, row, today);
+    }
+    return subject + " that is in force on " + today + listed + ".";
+  } catch (const Failure&) {
+    // The look-up of the template has reported it.
+    return subject + " that is in force on " + today + ".";
+  }
 }
 
 std::shared_ptr<platform::RecordSet> LetterTemplates::Catalogue(std::string_view query,

@@ -60,6 +60,8 @@ class LetterTemplates {
   std::string ServerPath(std::string_view template_name) const;
 
  private:
+  /// The versions that the catalogue has of the letter type, and when each is in force: a sentence.
+  std::string WhyNoTemplate(const std::string& letter_type) const;
   void ReadServerFolder(const std::string& reply);
   std::string ReplyText() const;
   std::shared_ptr<platform::RecordSet> Catalogue(std::string_view query,

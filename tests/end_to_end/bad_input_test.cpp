@@ -69,6 +69,7 @@ TEST_F(PreparedOffice, RefusesWithTheSystemsOwnMessages) {
       {{"--type", "110", "--customer", "100001"}, "Form number is required"},
       {{"--type", "110", "--form-type", "C", "--form", "1234567-1"}, "Form number is invalid"},
       {{"--type", "110", "--form-type", "C", "--form", "12345671"}, "needs a dash before its check digit"},
+      {{"--type", "116", "--customer", "100001"}, "Letter type \"116\" has no template in the catalogue."},
       {{"--type", "116", "--customer", "100001"},
        "This request can not be processed at this time. Please create a template to complete this request."},
   };

@@ -74,8 +74,18 @@ TEST_F(LetterGenerationTest, SendsWhatTheLetterIsAskedForWith) {
 TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
   fakes_.reference.AnswersWhatContains(
       "SELECT a.DCMT_NM", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
+  fakes_.reference.AnswersWhatContains(
+      "SELECT DCMT_NM, EFCTV_DT",
+      fakes::RowsOf(
+          "", {{{"DCMT_NM", "X.docx"}, {"EFCTV_DT", "2003-01-01"}, {"EXPRTN_DT", "2004-03-14"}},
+               {{"DCMT_NM", "Y.docx "}, {"EFCTV_DT", "2004-03-16"}, {"EXPRTN_DT", platform::Value()}}}));
   UserAsksFor("110");
-  EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("\"110\" has no template that is in force today"));
+  EXPECT_EQ(
+      fakes_.status.reason,
+      "No letter was made. Letter type \"110\" has no template that is in force on 2004-03-15: \"X.docx\" "
+      "was "
+      "valid from 2003-01-01 to 2004-03-14, \"Y.docx\" is valid from 2004-03-16 on. Ask the administrator "
+      "for one.");
   GivenTemplate("TAX110.docx");
   fakes_.files.content.clear();
   UserAsksFor("110");
