@@ -33,29 +33,26 @@ std::string Listed(const std::set<std::string>& names) {
   return list;
 }
 
-/// The file that the catalogue is made from, and on which line of it each document stands.
+/// The file that the catalogue is made from, and where in it each document stands.
 class CatalogueFile {
  public:
   CatalogueFile() {
     try {
-      file_ = ProductDataFolder() / "reference" / "templates.tsv";
-      const auto table = platform::TabTable::Read(file_);
+      const auto table = platform::TabTable::Read(ProductDataFolder() / "reference" / "templates.tsv");
       for (std::size_t row = 0; row < table.RowCount(); ++row)
-        lines_.emplace(table.Text(row, "DCMT_NM"), table.Line(row));
+        places_.emplace(table.Text(row, "DCMT_NM"), table.Place(row, "DCMT_NM"));
     } catch (const Failure&) {
       // The catalogue itself is in the reference database; without its file the lines have no numbers.
     }
   }
 
   std::string PlaceOf(const std::string& document) const {
-    const auto line = lines_.find(document);
-    return line == lines_.end() ? "The template catalogue"
-                                : Named(file_) + ", line " + std::to_string(line->second) + ",";
+    const auto place = places_.find(document);
+    return place == places_.end() ? "The template catalogue" : place->second;
   }
 
  private:
-  fs::path file_;
-  std::map<std::string, std::size_t> lines_;
+  std::map<std::string, std::string> places_;
 };
 
 class OfficeCheck {
@@ -123,10 +120,10 @@ class OfficeCheck {
         documents.insert(document);
         continue;
       }
-      faults_.push_back(file.PlaceOf(document) + " names the template \"" + document +
-                        "\" for letter type \"" + rows->Text(row, "LTR_TYP_ID") + "\" from " +
-                        rows->Text(row, "EFCTV_DT") + " on, which is not in " + Named(template_folder_) +
-                        ". Put it there; until then that letter cannot be made with it.");
+      faults_.push_back(file.PlaceOf(document) + ": The template \"" + document + "\" for letter type \"" +
+                        rows->Text(row, "LTR_TYP_ID") + "\" from " + rows->Text(row, "EFCTV_DT") +
+                        " on is not in " + Named(template_folder_) +
+                        ". Put it there; until then no letter can be made with it, or printed again.");
     }
     return documents;
   }
