@@ -85,6 +85,11 @@ std::optional<customers::SelectedCustomer> Office::FindCustomer(const std::strin
                                      customer->Phone,        customer->FuelTax};
 }
 
+void Office::TryTemplate(const std::filesystem::path& file) {
+  rooms_->printing.OpenTriedTemplate(file);
+  rooms_->workspace.TryTemplate({.name = file.filename().string(), .path = file.string()});
+}
+
 std::vector<std::string> Office::Faults() {
   return CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Typefaces::kOfTheCommonTemplate);
 }

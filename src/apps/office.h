@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -40,6 +41,9 @@ class Office {
   const platform::Services& services() const;
   /// Nothing where there is no customer of that id.
   std::optional<customers::SelectedCustomer> FindCustomer(const std::string& id);
+  /// From now on letters are made of this file, wherever it lies, and never recorded. Comes after the
+  /// workspace's Initialize.
+  void TryTemplate(const std::filesystem::path& file);
   /// What is wrong with the office although it runs: see CheckOffice.
   std::vector<std::string> Faults();
   /// Whether a reply, a download or a layout is still to come.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 #include "apps/office.h"
 #include "host/data_folder.h"
 #include "host/settings_file.h"
@@ -19,6 +21,7 @@ class Printing {
            platform::ErrorReporter& errors, const OfficeHost& host);
 
   platform::PrintComponent& component() { return component_; }
+  void OpenTriedTemplate(const std::filesystem::path& file) { component_.OpenTriedTemplate(file); }
   bool HasWorkUnderWay() const { return component_.HasWorkUnderWay(); }
   /// Starts the layout process ahead of the first letter.
   void WarmUp() { layout_.WarmUp(); }

@@ -54,7 +54,10 @@ class OfficePrintDocument : public platform::PrintDocument {
 
 OfficePrintComponent::OfficePrintComponent(const PrintSurroundings& outside,
                                            std::filesystem::path template_folder, std::string printer)
-    : shop_(new PrintShop{outside, std::move(template_folder), std::move(printer), TemplateCache()}) {}
+    : shop_(new PrintShop{.outside = outside,
+                          .template_folder = std::move(template_folder),
+                          .printer = std::move(printer),
+                          .templates = TemplateCache()}) {}
 
 std::unique_ptr<platform::PrintDocument> OfficePrintComponent::NewDocument() {
   return std::make_unique<OfficePrintDocument>(shop_);

@@ -15,7 +15,7 @@ namespace wordprocessor {
 /// A preview is laid out in the background and opens from the event loop; when that fails, the failure is
 /// reported under "ZEMLO_Print.ShowPreview" and DocEnd is raised. Printing and saving from the preview report
 /// under "ZEMLO_Print.PrintOut" and "ZEMLO_Print.SaveToFile". Documents and templates are opened from the
-/// template folder only.
+/// template folder only, but for one that is tried.
 class OfficePrintComponent : public platform::PrintComponent {
  public:
   /// `printer` is one of the printers' names, or "" for their default.
@@ -24,6 +24,9 @@ class OfficePrintComponent : public platform::PrintComponent {
 
   /// The document may outlive the component, not what the component was made with.
   std::unique_ptr<platform::PrintDocument> NewDocument() override;
+
+  /// This file is opened as well, wherever it lies: an author wants to look at it.
+  void OpenTriedTemplate(const std::filesystem::path& file) { shop_->tried_template = file.string(); }
 
   /// Whether a preview is still to open: from ShowPreview until its window is there or its failure reported.
   bool HasWorkUnderWay() const { return shop_->under_way > 0; }

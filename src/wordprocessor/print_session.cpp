@@ -66,7 +66,9 @@ void PrintSession::SetTemplate(const std::string& path) {
 }
 
 void PrintSession::OpenDocument(const std::string& file_name) {
-  const auto file = TemplateFile(shop_->template_folder, file_name);
+  const bool is_tried = !file_name.empty() && file_name == shop_->tried_template;
+  const auto file =
+      is_tried ? std::filesystem::path(file_name) : TemplateFile(shop_->template_folder, file_name);
   const auto common = common_template_.empty() ? CommonTemplateBeside(file) : common_template_;
   document_.emplace(shop_->templates.Open(file, common));
   file_ = file;

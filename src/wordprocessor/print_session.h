@@ -37,7 +37,8 @@ struct PrintShop {
   std::filesystem::path template_folder;
   std::string printer;  ///< the one in use; "" for the default one
   TemplateCache templates;
-  int under_way = 0;  ///< layouts of which the event loop has not told yet
+  std::string tried_template = {};  ///< opened as well, wherever it lies; "" for none
+  int under_way = 0;                ///< layouts of which the event loop has not told yet
 
   void LayoutBegins() {
     if (++under_way == 1) outside.observer.LayoutUnderWay(true);

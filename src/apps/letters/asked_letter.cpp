@@ -1,6 +1,7 @@
 #include "apps/letters/asked_letter.h"
 
 #include "apps/letters/page_user.h"
+#include "apps/letters/standard_streams.h"
 
 namespace apps {
 namespace {
@@ -35,12 +36,25 @@ std::string LetterOptionFault(const CommandLine& line) {
   return "";
 }
 
+std::string SubjectFault(const CommandLine& line) {
+  return line.IsSet("customer") == line.IsSet("form") ? "Name either --customer or --form-type and --form."
+                                                      : "";
+}
+
 void AskForLetter(HeadlessOffice& office, const CommandLine& line) {
   FillRequest(office, line);
   auto& create = office.page().OptOnline[workspace::CorrespondencePage::kCreateLetter];
   RequireEnabled(create);
   create.UserClicks();
   office.RunUntilIdle();
+}
+
+void TellNotFilled(const HeadlessOffice& office) {
+  const auto& names = office.outcome().not_filled;
+  if (names.empty()) return;
+  Notices() << "These bookmarks of the template have no field:";
+  for (const auto& name : names) Notices() << ' ' << name;
+  Notices() << '\n';
 }
 
 }  // namespace apps

@@ -14,6 +14,7 @@ int RunHistory(const QStringList& words);
 int RunUnrecorded(const QStringList& words);
 int RunBookmarks(const QStringList& words);
 int RunContext(const QStringList& words);
+int RunTrial(const QStringList& words);
 int RunMerge(const QStringList& words);
 
 }  // namespace apps

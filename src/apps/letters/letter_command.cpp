@@ -1,37 +1,18 @@
 #include <QJsonObject>
 #include <iostream>
-#include <set>
 
 #include "apps/letters/asked_letter.h"
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
+#include "apps/letters/entry_options.h"
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
-#include "apps/letters/page_user.h"
 #include "apps/letters/standard_streams.h"
-#include "platform/text.h"
 
 namespace apps {
 namespace {
 
 using Wish = host::WindowlessPreview::Wish;
-
-LetterEntries EntriesOf(const CommandLine& line) {
-  LetterEntries entries;
-  for (const auto& entry : line.Values("set")) {
-    const auto place = entry.find('=');
-    entries.values.emplace_back(entry.substr(0, place), entry.substr(place + 1));
-  }
-  entries.paragraphs = line.Values("paragraph");
-  if (line.IsSet("free-text")) entries.free_text = line.Value("free-text");
-  return entries;
-}
-
-void RefuseUnusedEntries(const HeadlessOffice& office) {
-  if (office.asked_for_entries()) return;
-  Refuse(
-      "The letter asks for nothing that only the user knows. Leave out --set, --paragraph and --free-text.");
-}
 
 bool IsMade(const HeadlessOffice& office) {
   return !office.outcome().printed.empty() || !office.outcome().saved.empty();
@@ -51,11 +32,7 @@ void TellWayOut(const HeadlessOffice& office) {
 
 void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   const auto& outcome = office.outcome();
-  if (!outcome.not_filled.empty()) {
-    Notices() << "These bookmarks of the template have no field:";
-    for (const auto& name : outcome.not_filled) Notices() << ' ' << name;
-    Notices() << '\n';
-  }
+  TellNotFilled(office);
   if (IsMade(office) && !office.recorded()) {
     std::cerr
         << "The letter is not recorded in the letter history. \"zemlo-letters unrecorded --record\" records "
@@ -75,19 +52,10 @@ void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
 
 std::optional<std::string> OptionFault(const CommandLine& line) {
   if (auto fault = LetterOptionFault(line); !fault.empty()) return fault;
-  if (line.IsSet("customer") == line.IsSet("form"))
-    return "Name either --customer or --form-type and --form.";
+  if (auto fault = SubjectFault(line); !fault.empty()) return fault;
   if (line.IsSet("print") && line.IsSet("save")) return "--print and --save do not go together.";
   if (line.IsSet("explain") && line.IsSet("json")) return "--explain and --json do not go together.";
-  std::set<std::string> bookmarks;
-  for (const auto& entry : line.Values("set")) {
-    const auto place = entry.find('=');
-    if (place == std::string::npos || place == 0)
-      return "--set \"" + entry + "\" is not of the form BOOKMARK=VALUE.";
-    const auto bookmark = entry.substr(0, place);
-    if (!bookmarks.insert(platform::FoldCase(bookmark)).second)
-      return "--set gives \"" + bookmark + "\" twice. Give it once.";
-  }
+  if (auto fault = EntryOptionFault(line); !fault.empty()) return fault;
   return std::nullopt;
 }
 
@@ -96,12 +64,8 @@ std::optional<std::string> OptionFault(const CommandLine& line) {
 int RunLetter(const QStringList& words) {
   CommandLine line("letter", "Produces a letter; without --print and --save it is only previewed");
   AddLetterOptions(line);
-  line.Option("set", "BOOKMARK=VALUE", "A value that only the user knows; once for each bookmark.",
-              Takes::kManyValues)
-      .Option("paragraph", "PARA_NAME", "An optional paragraph that the letter shows; once for each.",
-              Takes::kManyValues)
-      .Option("free-text", "TEXT", "The user's own paragraph, of one line or several.", Takes::kAnyText)
-      .Option("print", "", "Prints the letter and records it.")
+  AddEntryOptions(line);
+  line.Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
       .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
       .Option("allow-unfilled", "",

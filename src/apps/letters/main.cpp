@@ -29,6 +29,7 @@ constexpr Command kCommands[] = {
     {"history", "Finds letters that were produced", apps::RunHistory},
     {"unrecorded", "Lists printed letters that are not recorded, and records them", apps::RunUnrecorded},
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
+    {"trial", "Makes a letter of a template that is not in use yet", apps::RunTrial},
     {"context", "Writes a customer's data for merge", apps::RunContext},
     {"merge", "Merges templates and data contexts into documents", apps::RunMerge},
 };
