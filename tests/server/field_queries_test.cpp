@@ -1,5 +1,9 @@
 #include "server/field_queries.h"
 
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
 #include <thread>
 
 #include "server/application_server.h"
@@ -16,6 +20,38 @@ constexpr auto kQueryLine = "(letter_fields.tsv, line 343)";
 constexpr auto kEndless =
     "SELECT MAX(N) FROM (WITH RECURSIVE count(N) AS (SELECT 1 UNION ALL SELECT N + 1 FROM count)"
     " SELECT N FROM count)";
+
+/// The section of docs/templates.md about queries: tables with their columns, and queries to copy.
+struct ToldToAuthors {
+  std::map<std::string, std::set<std::string>> tables;
+  std::vector<std::string> queries;
+
+  static ToldToAuthors Read() {
+    std::ifstream document(std::filesystem::path(ZEMLO_SOURCE_DIR) / "docs" / "templates.md");
+    ToldToAuthors told;
+    std::string line;
+    while (std::getline(document, line) && line != "## What a QUERY may use") continue;
+    for (std::string table; std::getline(document, line) && !line.starts_with("## ");) {
+      if (line.starts_with("SELECT ")) told.queries.push_back(line);
+      std::istringstream cells(line);
+      std::string cell;
+      if (!line.starts_with("| ") || !std::getline(cells.ignore(), cell, '|')) continue;
+      if (const auto names = NamesIn(cell); !names.empty()) table = names.front();
+      std::getline(cells, cell, '|');
+      for (const auto& name : NamesIn(cell)) told.tables[table].insert(name);
+    }
+    return told;
+  }
+
+  /// What stands between backquotes.
+  static std::vector<std::string> NamesIn(const std::string& text) {
+    std::vector<std::string> names;
+    std::istringstream stream(text);
+    std::string name;
+    while (std::getline(stream, name, '`') && std::getline(stream, name, '`')) names.push_back(name);
+    return names;
+  }
+};
 
 class FieldQuery : public tests::ServerTest {
  protected:
@@ -81,6 +117,21 @@ TEST_F(FieldQuery, WhatIsNoSelectIsRefusedWithTheRule) {
   EXPECT_THAT(Ask(Letter()).error, HasSubstr("\":shoe_size\" stands for nothing"));
   server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
   EXPECT_EQ(database.Select("SELECT COUNT(*) FROM customer")->FirstText(), "30");
+}
+
+TEST_F(FieldQuery, MayUseWhatAuthorsAreTold) {
+  const auto told = ToldToAuthors::Read();
+  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+  EXPECT_EQ(told.tables.size(), 6u);
+  for (const auto& [table, columns] : told.tables) {
+    const auto stored = database.Select("SELECT * FROM " + table)->columns();
+    EXPECT_EQ(columns, std::set<std::string>(stored.begin(), stored.end())) << table;
+  }
+  EXPECT_EQ(told.queries.size(), 3u);
+  for (const auto& query : told.queries) {
+    EXPECT_EQ(server::FieldQueryFault(query), "") << query;
+    EXPECT_EQ(server::TryFieldQuery(database, query, tests::kToday), "") << query;
+  }
 }
 
 TEST_F(FieldQuery, OneThatDoesNotEndCostsItsFieldAndTheNextRequestIsAnswered) {
