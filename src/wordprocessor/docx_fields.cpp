@@ -331,6 +331,52 @@ std::vector<DocxField> FindFields(const DocxTree& tree) {
   return FieldSearch(tree).Fields();
 }
 
+std::string ShownCode(const DocxTree& tree, const DocxField& field) {
+  if (field.simple) return std::string(platform::TrimBlanks(field.code));
+  std::string code;
+  int results = 0;  // of fields inside, which are open
+  for (const auto piece : field.code_pieces) {
+    const bool own = std::ranges::find(field.marks, piece) != field.marks.end();
+    const auto type = tree.Attribute(piece, "fldCharType");
+    if (type == "begin") code += results == 0 ? "{" : "";
+    if (type == "separate" && !own) ++results;
+    if (type == "end") {
+      results = std::max(0, results - 1);
+      code += results == 0 ? "}" : "";
+    }
+    if (tree[piece].kind != DocxKind::kFieldCode || results > 0) continue;
+    for (auto child = tree[piece].first_child; child != kNoNode; child = tree[child].next) {
+      code += Unescaped(tree[child].markup);
+    }
+  }
+  return std::string(platform::TrimBlanks(code));
+}
+
+bool StandsInCode(const DocxField& field, const std::vector<DocxField>& fields) {
+  const auto piece = !field.marks.empty()           ? field.marks.front()
+                     : !field.result_pieces.empty() ? field.result_pieces.front()
+                                                    : kNoNode;
+  return std::ranges::any_of(fields, [&](const DocxField& other) {
+    const bool inside = std::ranges::find(other.code_pieces, piece) != other.code_pieces.end();
+    return other.node != field.node && inside;
+  });
+}
+
+std::vector<FieldWord> WordsOfCode(std::string_view code) {
+  std::vector<FieldWord> words;
+  while (true) {
+    const auto rest = platform::TrimBlanks(code);
+    if (rest.empty()) return words;
+    if (rest.starts_with('\\') && rest.size() > 1) {
+      words.push_back({platform::LowerCase(rest.substr(0, 2)), true});
+      code = rest.substr(2);
+    } else {
+      code = rest;
+      words.push_back({std::string(TakeWord(code))});
+    }
+  }
+}
+
 std::vector<LetterDatePlace> SettleFields(DocxTree& tree, bool& changed) {
   return FieldSettler(tree).Run(changed);
 }

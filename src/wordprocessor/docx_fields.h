@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "wordprocessor/docx_tree.h"
@@ -42,6 +43,21 @@ struct LetterDatePlace {
   NodeId text;
   std::string picture;
 };
+
+/// The field's code with the fields inside of it, as an author sees it: `IF { MERGEFIELD STATE } = "K" "a"
+/// "b"`.
+std::string ShownCode(const DocxTree& tree, const DocxField& field);
+
+/// Whether the field stands in the code of another one of `fields`, which are all of its part.
+bool StandsInCode(const DocxField& field, const std::vector<DocxField>& fields);
+
+/// A word of a field's code: what stands in quotes is one, without them.
+struct FieldWord {
+  std::string text;
+  bool is_switch = false;  ///< "\\b", and what follows right behind it is a word of its own
+};
+
+std::vector<FieldWord> WordsOfCode(std::string_view code);
 
 /// Makes plain text of all fields that would show in each letter, and at each reprint, something else than
 /// the template says: they keep what they showed last. Of date fields the places are returned.

@@ -126,9 +126,12 @@ class StorySurvey {
     }
     for (const auto& change : FindChanges(tree_)) AddChange(change);
     for (const auto run : FindHiddenRuns(tree_, styles)) AddWords(Kind::kHiddenText, run, run, {});
-    for (const auto& field : FindFields(tree_)) {
+    const auto fields = FindFields(tree_);
+    for (const auto& field : fields) {
       const auto kind = KindOf(field.kind);
-      if (kind) Add(*kind, field.node, std::string(platform::Trim(field.code)));
+      // One inside of another's code is told with that.
+      const bool told = kind && (kind == Kind::kCutField || !StandsInCode(field, fields));
+      if (told) Add(*kind, field.node, ShownCode(tree_, field));
     }
     for (const auto& reference : FindOutside(tree_, relations)) {
       const auto kind = KindOf(reference.use);

@@ -9,6 +9,7 @@
 #include "wordprocessor/bookmark_text.h"
 #include "wordprocessor/data_context.h"
 #include "wordprocessor/template_leftovers.h"
+#include "wordprocessor/template_placeholders.h"
 
 namespace wordprocessor {
 namespace {
@@ -87,19 +88,28 @@ class TemplateCheck {
     return std::ranges::find(in_rows, name) != in_rows.end();
   }
 
-  /// A misspelling differs in a letter or two; names that differ in more are other names.
   void ReportUnknown(const std::string& bookmark) {
     const auto name = FieldNameOf(bookmark);
-    const auto upper = platform::UpperCase(name);
-    const auto distance = [&](const TemplateField& field) { return Distance(upper, field.name); };
-    const auto nearest = std::ranges::min_element(fields_, {}, distance);
-    const bool likely =
-        nearest != fields_.end() && distance(*nearest) <= std::max<std::size_t>(1, name.size() / 4);
-    const auto suggestion = likely ? nearest->name + bookmark.substr(name.size()) : "";
+    const auto likely = LikelyField(platform::UpperCase(name));
+    const auto suggestion = likely.empty() ? "" : likely + bookmark.substr(name.size());
     Find(Grade::kError, bookmark,
          "No field of the letter fills this bookmark" +
-             (likely ? "; did you mean \"" + suggestion + "\"?" : std::string(".")),
+             (likely.empty() ? std::string(".") : "; did you mean \"" + suggestion + "\"?"),
          suggestion);
+  }
+
+  /// A misspelling differs in a letter or two; names that differ in more are other names, but for one that
+  /// leaves out words of a single field. "" where there is none.
+  std::string LikelyField(const std::string& name) const {
+    const auto distance = [&](const TemplateField& field) { return Distance(name, field.name); };
+    const auto nearest = std::ranges::min_element(fields_, {}, distance);
+    if (nearest != fields_.end() && distance(*nearest) <= std::max<std::size_t>(1, name.size() / 4))
+      return nearest->name;
+    std::set<std::string> longer;
+    for (const auto& field : fields_) {
+      if (("_" + field.name + "_").find("_" + name + "_") != std::string::npos) longer.insert(field.name);
+    }
+    return longer.size() == 1 ? *longer.begin() : "";
   }
 
   void CheckUse() {
@@ -128,6 +138,7 @@ class TemplateCheck {
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields) {
   auto findings = TemplateCheck(document, fields).Run();
+  std::ranges::move(FindingsOfPlaceholders(document, fields), std::back_inserter(findings));
   std::ranges::move(FindingsOfLeftovers(document, fields), std::back_inserter(findings));
   return findings;
 }

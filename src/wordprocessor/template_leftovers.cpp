@@ -2,100 +2,101 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <set>
-#include <span>
 #include <string_view>
+#include <utility>
 
 #include "platform/text.h"
 #include "wordprocessor/docx_survey.h"
 #include "wordprocessor/letter_date.h"
+#include "wordprocessor/mail_merge.h"
 
 namespace wordprocessor {
 namespace {
 
 using Grade = TemplateFinding::Grade;
-using Kind = DocxLeftover::Kind;
+using Left = DocxLeftover::Kind;
 using About = TrackedChange::About;
 
 constexpr std::size_t kMostCharacters = 60;
 constexpr std::size_t kMostPieces = 6;
 
 /// The sentence is `begins`, what was left, and `ends`.
-struct Rule {
-  Kind kind;
+struct LeftoverRule {
+  Left kind;
   Grade grade;
   std::string_view begins;
   std::string_view ends;
 };
 
-constexpr auto kRules = std::to_array<Rule>({
-    {Kind::kHiddenText, Grade::kWarning, "The text ",
+constexpr auto kLeftoverRules = std::to_array<LeftoverRule>({
+    {Left::kHiddenText, Grade::kWarning, "The text ",
      " is hidden, and no letter has it: delete it, or show it."},
-    {Kind::kMergeField, Grade::kError, "The mail merge's field ",
+    {Left::kMergeField, Grade::kError, "The mail merge's field ",
      " is never filled: make bookmarks of such fields with \"zemlo-letters bookmarks --from-merge-fields "
      "OLD.docx "
      "NEW.docx\"."},
-    {Kind::kConditionField, Grade::kError, "The field ",
+    {Left::kConditionField, Grade::kError, "The field ",
      " decides nothing here: every letter shows what it showed last. Make an optional paragraph of it, a "
      "bookmark, or plain text."},
-    {Kind::kOutsideField, Grade::kError, "The field ",
+    {Left::kOutsideField, Grade::kError, "The field ",
      " shows what stands outside of the document, which is never read: every letter shows what it showed "
      "last. "
      "Put that into the document as plain text."},
-    {Kind::kMacroField, Grade::kError, "The field ", " starts a program, which never runs: take it out."},
-    {Kind::kInformationField, Grade::kWarning, "The field ",
+    {Left::kMacroField, Grade::kError, "The field ", " starts a program, which never runs: take it out."},
+    {Left::kInformationField, Grade::kWarning, "The field ",
      " tells about this file or its author: every letter shows what it showed last. Write that as plain "
      "text."},
-    {Kind::kCutField, Grade::kError, "The field ",
+    {Left::kCutField, Grade::kError, "The field ",
      " lacks its beginning or its end: delete it and insert it anew."},
-    {Kind::kLinkedPicture, Grade::kError, "The picture is a link to ",
+    {Left::kLinkedPicture, Grade::kError, "The picture is a link to ",
      ", which is never read: insert the picture itself."},
-    {Kind::kLinkedObject, Grade::kError, "The object is a link to ",
+    {Left::kLinkedObject, Grade::kError, "The object is a link to ",
      ", which is never read: put its contents into the document."},
-    {Kind::kLinkedFile, Grade::kError, "The link leads to ",
+    {Left::kLinkedFile, Grade::kError, "The link leads to ",
      ", a file that readers do not have: take the link out."},
-    {Kind::kInsertedFile, Grade::kError, "The file ",
+    {Left::kInsertedFile, Grade::kError, "The file ",
      " is to be inserted here, and no letter has it: put its text into the document."},
-    {Kind::kEmbeddedObject, Grade::kError, "The embedded object ",
+    {Left::kEmbeddedObject, Grade::kError, "The embedded object ",
      " does not go out; letters show its picture: put a picture or a table in its place."},
-    {Kind::kControl, Grade::kError, "The control ",
+    {Left::kControl, Grade::kError, "The control ",
      " does not work in letters; they show its picture: take it out."},
-    {Kind::kMacro, Grade::kError, "The macro ", " never runs: take it out, or save the letter as .docx."},
+    {Left::kMacro, Grade::kError, "The macro ", " never runs: take it out, or save the letter as .docx."},
 });
 
-constexpr Rule kDateRule = {
-    Kind::kDateField, Grade::kWarning, "The date field ",
+constexpr LeftoverRule kDateRule = {
+    Left::kDateField, Grade::kWarning, "The date field ",
     " shows the letter's date, the same in every reprint: use the bookmark LTR_DT to say so."};
-constexpr Rule kDateWithoutFieldRule = {Kind::kDateField, Grade::kError, "The date field ",
-                                        " shows the letter's date, but this letter has none: give it the "
-                                        "field LTR_DT, or write the date as text."};
+constexpr LeftoverRule kDateWithoutFieldRule = {
+    Left::kDateField, Grade::kError, "The date field ",
+    " shows the letter's date, but this letter has none: give it the "
+    "field LTR_DT, or write the date as text."};
 
 /// In quotes, on one line, and not endless.
-std::string Told(const std::string& what) {
+std::string InWords(const std::string& what) {
   const auto line = platform::OnOneLine(what);
   const auto shown = platform::FirstCharacters(line, kMostCharacters);
   return platform::Quoted(std::string(shown) + (shown.size() < line.size() ? "..." : ""));
 }
 
-std::string By(const std::string& who) {
+std::string ByWhom(const std::string& who) {
   return who.empty() ? "" : " by " + platform::OnOneLine(who);
 }
 
-bool IsChange(Kind kind) {
-  return kind >= Kind::kInserted && kind <= Kind::kCellsMerged;
+bool IsChange(Left kind) {
+  return kind >= Left::kInserted && kind <= Left::kCellsMerged;
 }
 
-std::string_view Verb(Kind kind) {
+std::string_view WhatWasDone(Left kind) {
   constexpr auto kVerbs = std::to_array<std::string_view>(
       {"inserted", "deleted", "moved here", "moved away", "formatted", "merged"});
-  return kVerbs[static_cast<std::size_t>(kind) - static_cast<std::size_t>(Kind::kInserted)];
+  return kVerbs[static_cast<std::size_t>(kind) - static_cast<std::size_t>(Left::kInserted)];
 }
 
-std::string_view Thing(const DocxLeftover& change) {
+std::string_view WhatChanged(const DocxLeftover& change) {
   constexpr auto kThings = std::to_array<std::string_view>(
       {"something", "the end of a paragraph", "a table's row", "a table's cell", "the looks"});
-  return change.kind == Kind::kCellsMerged ? "a table's cells"
+  return change.kind == Left::kCellsMerged ? "a table's cells"
                                            : kThings[static_cast<std::size_t>(change.about)];
 }
 
@@ -119,29 +120,37 @@ class LeftoverCheck {
 
  private:
   void Tell(const DocxLeftover& leftover) {
-    if (leftover.kind == Kind::kLostBookmark) {
+    if (leftover.kind == Left::kLostBookmark) {
       return Find(Grade::kError, leftover,
                   "The bookmark goes with text that is deleted or hidden, so that the letter does not show "
                   "its value: "
                   "settle the text, or delete the bookmark.",
                   leftover.what);
     }
-    if (leftover.kind == Kind::kComment) {
-      const auto words = leftover.what.empty() ? "" : ": " + Told(leftover.what);
+    if (leftover.kind == Left::kComment) {
+      const auto words = leftover.what.empty() ? "" : ": " + InWords(leftover.what);
       return Find(
           Grade::kWarning, leftover,
-          "Comment" + By(leftover.who) + words + ". Letters go out without it: settle it and delete it.");
+          "Comment" + ByWhom(leftover.who) + words + ". Letters go out without it: settle it and delete it.");
+    }
+    const auto reason =
+        leftover.kind == Left::kMergeField ? ReasonAgainstBookmark(leftover.what) : std::string_view();
+    if (!reason.empty()) {
+      return Find(
+          Grade::kError, leftover,
+          "The mail merge's field " + InWords(leftover.what) + " is never filled. " + std::string(reason));
     }
     const auto* rule = RuleOf(leftover.kind);
     if (rule != nullptr) {
-      Find(rule->grade, leftover, std::string(rule->begins) + Told(leftover.what) + std::string(rule->ends));
+      Find(rule->grade, leftover,
+           std::string(rule->begins) + InWords(leftover.what) + std::string(rule->ends));
     }
   }
 
-  const Rule* RuleOf(Kind kind) const {
-    if (kind == Kind::kDateField) return has_date_ ? &kDateRule : &kDateWithoutFieldRule;
-    const auto rule = std::ranges::find(kRules, kind, &Rule::kind);
-    return rule == kRules.end() ? nullptr : &*rule;
+  const LeftoverRule* RuleOf(Left kind) const {
+    if (kind == Left::kDateField) return has_date_ ? &kDateRule : &kDateWithoutFieldRule;
+    const auto rule = std::ranges::find(kLeftoverRules, kind, &LeftoverRule::kind);
+    return rule == kLeftoverRules.end() ? nullptr : &*rule;
   }
 
   /// All that one person changed in one paragraph, where the first of it stands.
@@ -153,10 +162,10 @@ class LeftoverCheck {
         changes.push_back(&other);
     }
     const bool looks_only = std::ranges::all_of(changes, [](const auto* change) {
-      return change->kind == Kind::kFormatted || (change->about == About::kLooks && change->what.empty());
+      return change->kind == Left::kFormatted || (change->about == About::kLooks && change->what.empty());
     });
     Find(looks_only ? Grade::kWarning : Grade::kError, first,
-         "Tracked changes" + By(first.who) + ": " + Listed(changes) + ". Accept or reject them.");
+         "Tracked changes" + ByWhom(first.who) + ": " + Listed(changes) + ". Accept or reject them.");
   }
 
   static std::string Listed(const std::vector<const DocxLeftover*>& changes) {
@@ -173,8 +182,8 @@ class LeftoverCheck {
                           return other->kind == change->kind && !other->what.empty();
                         });
       if (said) continue;
-      auto piece = std::string(Verb(change->kind)) + " " +
-                   (change->what.empty() ? std::string(Thing(*change)) : Told(change->what));
+      auto piece = std::string(WhatWasDone(change->kind)) + " " +
+                   (change->what.empty() ? std::string(WhatChanged(*change)) : InWords(change->what));
       if (std::ranges::find(pieces, piece) == pieces.end()) pieces.push_back(std::move(piece));
     }
     if (pieces.size() <= kMostPieces) return pieces;

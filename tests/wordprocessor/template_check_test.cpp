@@ -69,6 +69,9 @@ TEST(TemplateCheck, NamesThatNoFieldHasGetTheLikeliestName) {
                kParagraph),
       ElementsAre("error CUSTOMER_NMAE CUSTOMER_NAME", "error Ltr_Dt__2 LTR_DT__2", "error WEATHER "));
   EXPECT_THAT(Findings(Marked("LTR_DT", "d", 1), {}), ElementsAre("error LTR_DT "));
+  EXPECT_THAT(Findings(Marked("Name", "n", 1) + Marked("TAX", "n", 2),
+                       {{"OFFICE_NAME"}, {"OFFICE_NAME"}, {"TAX_A"}, {"TAX_B"}}),
+              ElementsAre("error Name OFFICE_NAME", "error TAX "));
 }
 
 TEST(TemplateCheck, WhatWouldMakeAWrongLetterIsAnError) {

@@ -7,24 +7,38 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/finding_list.h"
 #include "apps/letters/listing.h"
+#include "apps/letters/standard_streams.h"
 #include "apps/letters/template_fields.h"
+#include "platform/failure.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 #include "wordprocessor/docx_document.h"
+#include "wordprocessor/docx_file.h"
+#include "wordprocessor/mail_merge.h"
+#include "wordprocessor/template_placeholders.h"
 
 namespace apps {
 namespace {
 
+using wordprocessor::DocxDocument;
+using wordprocessor::TemplateField;
 using wordprocessor::TemplateFinding;
+
+namespace fs = std::filesystem;
 
 constexpr std::array<Listing::Column, 4> kBookmarkColumns{
     {{"name", "Bookmark"}, {"place", "Place"}, {"inner", "Holds"}, {"text", "Text"}}};
+constexpr std::array<Listing::Column, 4> kMadeColumns{
+    {{"field", "Merge field"}, {"bookmark", "Bookmark"}, {"place", "Place"}, {"note", "Note"}}};
+constexpr std::array<Listing::Column, 3> kRepairedColumns{
+    {{"bookmark", "Repaired bookmark"}, {"placeholder", "Now around"}, {"place", "Place"}}};
 
 std::string OneLine(std::string text) {
   text = platform::ReplaceAll(text, "\r", " ");
   return platform::ReplaceAll(text, "\n", " ");
 }
 
-Listing Bookmarks(const wordprocessor::DocxDocument& document, bool as_json) {
+Listing Bookmarks(const DocxDocument& document, bool as_json) {
   Listing listing{kBookmarkColumns, {}};
   for (const auto& place : document.BookmarkPlaces()) {
     std::string inner;
@@ -37,13 +51,65 @@ Listing Bookmarks(const wordprocessor::DocxDocument& document, bool as_json) {
   return listing;
 }
 
-void PrintAll(const Listing& bookmarks, const std::vector<TemplateFinding>& findings, bool as_json) {
+void PrintAll(const Listing& changes, const Listing& bookmarks, const std::vector<TemplateFinding>& findings,
+              bool as_json) {
   if (as_json) {
-    return PrintJson(QJsonDocument(
-        QJsonObject{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(Findings(findings))}}));
+    QJsonObject all{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(Findings(findings))}};
+    if (!changes.columns.empty()) all.insert("changes", AsJson(changes));
+    return PrintJson(QJsonDocument(all));
+  }
+  if (!changes.columns.empty()) {
+    Print(changes, /*as_json=*/false);
+    std::cout << '\n';
   }
   Print(bookmarks, /*as_json=*/false);
   TellFindings(findings, std::cerr);
+}
+
+void WriteTemplate(const fs::path& made, const fs::path& from, const std::string& bytes) {
+  std::error_code none;
+  if (fs::equivalent(made, from, none)) {
+    throw platform::Failure(
+        platform::Failure::Kind::kRefused,
+        platform::Quoted(made.string()) +
+            " is the file it would be made of, which stays as it is. Give it another name.");
+  }
+  platform::WriteWholeFile(made, bytes);
+}
+
+/// Returns what has become of the merge fields.
+Listing WriteFromMergeFields(const fs::path& from, const fs::path& made,
+                             const std::vector<TemplateField>& fields) {
+  const auto package =
+      wordprocessor::DocxPackage::FromBytes(wordprocessor::ReadFile(from).bytes, from.string());
+  const auto bookmarks = BookmarksOfMergeFields(package, fields);
+  if (bookmarks.made.empty()) {
+    throw platform::Failure(platform::Failure::Kind::kRefused,
+                            platform::Quoted(from.string()) +
+                                " has no merge field that a bookmark could stand for. Nothing was written.");
+  }
+  Listing listing{kMadeColumns, {}};
+  for (const auto& made_of : bookmarks.made) {
+    listing.rows.push_back({made_of.field, made_of.bookmark, made_of.place, made_of.note});
+  }
+  WriteTemplate(made, from, bookmarks.bytes);
+  return listing;
+}
+
+/// Returns what was repaired; without columns where there was nothing to repair, and nothing was written.
+Listing WriteRepaired(const fs::path& from, const fs::path& made, const std::vector<TemplateField>& fields) {
+  const auto repaired = RepairPlaceholders(DocxDocument::Open(from), fields);
+  if (repaired.repaired.empty()) {
+    Notices() << "No bookmark stands before its placeholder: there is nothing to repair, and "
+              << platform::Quoted(made.string()) << " was not written.\n";
+    return {};
+  }
+  Listing listing{kRepairedColumns, {}};
+  for (const auto& miss : repaired.repaired) {
+    listing.rows.push_back({miss.bookmark, miss.placeholder, miss.place});
+  }
+  WriteTemplate(made, from, repaired.bytes);
+  return listing;
 }
 
 }  // namespace
@@ -53,16 +119,37 @@ int RunBookmarks(const QStringList& words) {
   line.JsonOption();
   line.Option("type", "CODE", "letter type whose fields it may use (default: by the template catalogue)");
   line.Option("fields", "FILE", "letter definitions (default: the product's letter_fields.tsv)");
-  if (const auto status = line.Parse(words, 1, 1)) return *status;
+  line.Option(
+      "repair", "NEW.docx",
+      "Writes NEW.docx, where bookmarks that end right before their placeholder \"[...]\" stand around it, "
+      "and checks that. TEMPLATE.docx stays as it is.");
+  line.Option(
+      "from-merge-fields", "",
+      "Makes a template of a mail merge's document: with TEMPLATE.docx and NEW.docx as arguments, writes "
+      "NEW.docx, where each merge field is a bookmark, and checks that.");
+  if (const auto status = line.Parse(words, 1, 2)) return *status;
+  const bool from_merge = line.IsSet("from-merge-fields");
+  if (from_merge && line.IsSet("repair")) {
+    return line.WrongUsage(
+        "--from-merge-fields and --repair do not go together. Repair what the first one writes.");
+  }
+  if (line.ArgumentCount() != (from_merge ? 2 : 1)) {
+    return line.WrongUsage(from_merge ? "Name the mail merge's document and the template to write."
+                                      : "Name one template, or add --from-merge-fields.");
+  }
 
-  const std::filesystem::path file = line.Argument(0);
-  const auto document = wordprocessor::DocxDocument::Open(file);
-  const auto definitions =
-      line.IsSet("fields") ? std::filesystem::path(line.Value("fields")) : LetterDefinitions();
-  const auto fields = TemplateFields(definitions, file.filename().string(), line.Value("type"));
+  const fs::path file = line.Argument(0);
+  const fs::path made = from_merge ? line.Argument(1) : line.Value("repair");
+  const auto definitions = line.IsSet("fields") ? fs::path(line.Value("fields")) : LetterDefinitions();
+  const auto name = from_merge ? made.filename().string() : file.filename().string();
+  const auto fields = TemplateFields(definitions, name, line.Value("type"));
+  Listing changes;
+  if (from_merge) changes = WriteFromMergeFields(file, made, fields);
+  if (line.IsSet("repair")) changes = WriteRepaired(file, made, fields);
+  const auto document = DocxDocument::Open(changes.columns.empty() ? file : made);
   const auto findings = CheckTemplate(document, fields);
   const bool as_json = line.IsSet("json");
-  PrintAll(Bookmarks(document, as_json), findings, as_json);
+  PrintAll(changes, Bookmarks(document, as_json), findings, as_json);
   return ErrorsIn(findings) > 0 ? kRefused : kDone;
 }
 
