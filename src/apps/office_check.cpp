@@ -12,10 +12,10 @@
 #include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/server_folders.h"
-#include "wordprocessor/fonts.h"
 #include "wordprocessor/print_template.h"
 #include "wordprocessor/printer_queues.h"
 #include "wordprocessor/printers.h"
+#include "wordprocessor/template_typefaces.h"
 
 namespace apps {
 namespace {
@@ -70,7 +70,7 @@ class OfficeCheck {
     CheckPrinting();
     CheckRegion();
     const auto documents = CheckCatalogue();
-    CheckFonts(typefaces == Typefaces::kOfEveryTemplate ? documents : std::set<std::string>());
+    CheckTypefaces(typefaces == Typefaces::kOfEveryTemplate ? documents : std::set<std::string>());
     return std::move(faults_);
   }
 
@@ -128,28 +128,23 @@ class OfficeCheck {
     return documents;
   }
 
-  void CheckFonts(std::set<std::string> documents) {
+  void CheckTypefaces(std::set<std::string> documents) {
     documents.insert(wordprocessor::kCommonTemplate);
-    std::map<std::string, std::string> missing;  // the first document that names each typeface
+    std::map<std::string, std::string> faults;  // by typeface, about the first document that names it
     for (const auto& document : documents) {
-      for (const auto& font : FontsOrNone(template_folder_ / document))
-        if (!wordprocessor::HasFont(font)) missing.emplace(font, document);
+      for (const auto& use : TypefacesOrNone(template_folder_ / document)) {
+        if (use.same_widths) continue;
+        faults.emplace(use.name, "The typeface \"" + use.name + "\" of \"" + document + "\" " +
+                                     wordprocessor::WhatBecomesOf(use) + ". Install it.");
+      }
     }
-    for (const auto& [font, document] : missing) {
-      auto fault = "The typeface \"" + font;
-      fault += "\" of \"" + document;
-      fault +=
-          "\" is not installed on this machine. Letters are laid out with another one, and their lines and "
-          "pages "
-          "break elsewhere. Install it.";
-      faults_.push_back(std::move(fault));
-    }
+    for (auto& [name, fault] : faults) faults_.push_back(std::move(fault));
   }
 
   /// A template that cannot be read is named when a letter needs it.
-  static std::set<std::string> FontsOrNone(const fs::path& file) {
+  static std::vector<wordprocessor::TypefaceUse> TypefacesOrNone(const fs::path& file) {
     try {
-      return wordprocessor::FontsOf(file);
+      return wordprocessor::TypefacesOf(wordprocessor::DocxDocument::Open(file));
     } catch (const Failure&) {
       return {};
     }

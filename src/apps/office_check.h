@@ -14,8 +14,8 @@ enum class Typefaces { kOfTheCommonTemplate, kOfEveryTemplate };
 
 /// What is wrong with an office although its programs run: sentences that name file, line and value, for
 /// whoever keeps it. Settings first, then the region, lines of the template catalogue whose document the
-/// server has not, and typefaces that this machine has not. None of them stops a letter that does not need
-/// what is wrong.
+/// server has not, and typefaces that this machine lays out at other widths. None of them stops a letter that
+/// does not need what is wrong.
 ///
 /// A reference database that cannot be read is left to whoever needs it.
 std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,

@@ -1,17 +1,18 @@
 #pragma once
 
-#include <filesystem>
-#include <set>
 #include <string>
 
 namespace wordprocessor {
 
-/// The typefaces that a template's styles and text name for letters of the Latin script, those of its theme
-/// included. Throws what DocxPackage::FromBytes throws, kNotFound where the file is missing.
-std::set<std::string> FontsOf(const std::filesystem::path& file);
+/// What lays out the text of a typeface on this machine.
+struct LaidOutTypeface {
+  std::string family;        ///< "" where the machine has no typeface at all
+  bool same_widths = false;  ///< lines and pages break where the typeface itself would break them
+};
 
-/// Whether this machine has the typeface. Where it has not, the layout takes another one without a word, and
-/// lines and pages break elsewhere.
-bool HasFont(const std::string& family);
+/// The typeface itself where this machine has it, else what stands in for it. The layout asks fontconfig for
+/// a stand-in, and takes it without a word. Typefaces of a single user do not count, since the layout does
+/// not see them. Any thread.
+LaidOutTypeface LayoutTypeface(const std::string& family);
 
 }  // namespace wordprocessor

@@ -9,13 +9,16 @@
 #include "wordprocessor/bookmark_text.h"
 #include "wordprocessor/data_context.h"
 #include "wordprocessor/template_leftovers.h"
+#include "wordprocessor/template_pictures.h"
 #include "wordprocessor/template_placeholders.h"
+#include "wordprocessor/template_tables.h"
+#include "wordprocessor/template_typefaces.h"
 
 namespace wordprocessor {
 namespace {
 
 using Grade = TemplateFinding::Grade;
-using Kind = TemplateField::Kind;
+using FieldKind = TemplateField::Kind;
 
 /// How many letters have to be put in, left out or changed to make one name of the other (Levenshtein).
 std::size_t Distance(std::string_view from, std::string_view to) {
@@ -67,18 +70,18 @@ class TemplateCheck {
     }
     const auto field = std::ranges::find(fields_, FieldNameOf(name), &TemplateField::name);
     if (field == fields_.end()) return ReportUnknown(name);
-    if (place.crosses_cells && field->kind != Kind::kTable) {
+    if (place.crosses_cells && field->kind != FieldKind::kTable) {
       Find(Grade::kError, name, "The bookmark goes from one table cell into another: keep it within one.");
     }
-    if (field->kind == Kind::kTable && place.where != BookmarkPlace::Where::kTable) {
+    if (field->kind == FieldKind::kTable && place.where != BookmarkPlace::Where::kTable) {
       Find(Grade::kError, name, "The field has rows, but the bookmark stands in no table row.");
     }
-    if (field->kind == Kind::kColumn && !IsInside(*field, name)) {
+    if (field->kind == FieldKind::kColumn && !IsInside(*field, name)) {
       Find(Grade::kError, name,
            "The bookmark is a column of \"" + field->table +
                "\", but stands outside of the rows of that bookmark.");
     }
-    if (field->kind == Kind::kParagraph && IsBlank(place.bookmark.Text)) {
+    if (field->kind == FieldKind::kParagraph && IsBlank(place.bookmark.Text)) {
       Find(Grade::kError, name, "The optional paragraph has no wording: set the bookmark around its text.");
     }
   }
@@ -117,10 +120,10 @@ class TemplateCheck {
     for (const auto& place : places_) used.insert(FieldNameOf(place.bookmark.Name));
     for (const auto& field : fields_) {
       if (used.contains(field.name) || !field.asked) continue;
-      if (field.kind == Kind::kUser)
+      if (field.kind == FieldKind::kUser)
         Find(Grade::kWarning, field.name,
              "The officer is asked for this value, but the letter does not show it.");
-      if (field.kind == Kind::kParagraph)
+      if (field.kind == FieldKind::kParagraph)
         Find(Grade::kWarning, field.name, "The officer may choose this paragraph, but the letter has none.");
     }
   }
@@ -138,8 +141,11 @@ class TemplateCheck {
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields) {
   auto findings = TemplateCheck(document, fields).Run();
-  std::ranges::move(FindingsOfPlaceholders(document, fields), std::back_inserter(findings));
-  std::ranges::move(FindingsOfLeftovers(document, fields), std::back_inserter(findings));
+  for (const auto& more :
+       {FindingsOfPlaceholders(document, fields), FindingsOfLeftovers(document, fields),
+        CheckTableHeads(document, fields), CheckPictures(document), CheckTypefaces(document)}) {
+    findings.insert(findings.end(), more.begin(), more.end());
+  }
   return findings;
 }
 

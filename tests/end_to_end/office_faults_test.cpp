@@ -81,7 +81,8 @@ TEST_F(OfficeFaults, WhereNoLetterCanGoIsNamedBeforeOneIsPrinted) {
 
 TEST_F(OfficeFaults, LettersWithoutTheirTypefacesAreNotMadeSilently) {
   const auto no_fonts = data_ / "fonts.conf";
-  WriteFile(no_fonts, "<?xml version=\"1.0\"?><fontconfig></fontconfig>");
+  WriteFile(no_fonts, "<?xml version=\"1.0\"?><fontconfig><cachedir>" + (data_ / "cache").string() +
+                          "</cachedir></fontconfig>");
   const auto without = "FONTCONFIG_FILE=" + Quoted(no_fonts.string());
   for (const auto& run : {Letters("init", {}, without), Letters("types", {}, without)}) {
     EXPECT_THAT(run.err, AllOf(HasSubstr("The typeface \"Liberation Sans\" of \""),

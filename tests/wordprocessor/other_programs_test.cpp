@@ -1,9 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,6 +15,8 @@
 #include "wordprocessor/docx_document.h"
 #include "wordprocessor/layout_pool.h"
 #include "wordprocessor/print_file.h"
+#include "wordprocessor/template_address.h"
+#include "wordprocessor/template_typefaces.h"
 
 /// Letters of templates that other programs wrote, laid out: the programs make the templates when the tests
 /// run.
@@ -20,6 +24,7 @@ namespace other_programs {
 namespace {
 
 using testing::AllOf;
+using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 using wordprocessor::DataContext;
@@ -42,6 +47,30 @@ std::string Quoted(const std::filesystem::path& path) {
 /// All white space as one blank.
 std::string OnOneLine(const std::string& text) {
   return std::regex_replace(std::regex_replace(text, std::regex("\\s+"), " "), std::regex("^ | $"), "");
+}
+
+std::vector<wordprocessor::PlacedWord> PlacesIn(const std::filesystem::path& pdf) {
+  std::vector<wordprocessor::PlacedWord> places;
+  int page = -1;
+  const auto boxes = OutputOf("pdftotext -bbox" + Quoted(pdf) + " -");
+  const std::regex box("<page|<word xMin=\"([^\"]*)\" yMin=\"([^\"]*)\"[^>]*yMax=\"([^\"]*)\"[^>]*>([^<]*)<");
+  for (std::sregex_iterator found(boxes.begin(), boxes.end(), box), end; found != end; ++found) {
+    if (!(*found)[4].matched) ++page;
+    const auto word = std::ranges::find(wordprocessor::kSampleAddress, (*found)[4].str());
+    if (word == wordprocessor::kSampleAddress.end()) continue;
+    places.push_back(
+        {*word, page, std::stod((*found)[1]) / 72, std::stod((*found)[2]) / 72, std::stod((*found)[3]) / 72});
+  }
+  return places;
+}
+
+/// A letter of the product, changed by hand: "from" becomes "to" where it first occurs.
+std::string Changed(const std::string& name, const std::string& from, const std::string& to) {
+  const auto package =
+      wordprocessor::DocxPackage::FromBytes(tests::ReadFile(kSources / "data/templates" / name), name);
+  auto document = package.Read("word/document.xml");
+  document.replace(document.find(from), from.size(), to);
+  return package.With({{"word/document.xml", document}});
 }
 
 class LettersOfOtherPrograms : public testing::Test {
@@ -73,6 +102,18 @@ class LettersOfOtherPrograms : public testing::Test {
     const auto pdf = File("letter.pdf");
     world_->pool.Layout("LETTER.docx", letter, pdf).get();
     return pdf;
+  }
+
+  /// What the check says of the address of a letter with the product's letterhead; "none" where it looks for
+  /// none.
+  static std::string AddressFindings(const std::string& bytes) {
+    auto letter = DocxDocument::FromBytes(bytes, "letter.docx");
+    letter.AttachTemplate(DocxDocument::Open(kSources / "data/templates/kvcorr.dot"));
+    const auto sample = SampleLetter(letter);
+    if (!sample) return "none";
+    std::string told;
+    for (const auto& finding : CheckAddress(PlacesIn(Pdf(sample->Bytes())))) told += finding.text;
+    return told;
   }
 
  private:
@@ -172,15 +213,106 @@ TEST_F(LettersOfOtherPrograms, ALetterSavedAgainLooksAsBefore) {
   }
 }
 
-// Letters of any word processor come in its default typefaces; they were laid out in a much wider one.
-TEST_F(LettersOfOtherPrograms, AreLaidOutAtTheWidthsTheirTypefacesHave) {
-  const auto fonts_of = [](const std::string& typeface) {
-    const auto pdf = Pdf(::Letter("<w:p><w:r><w:rPr><w:rFonts w:ascii=\"" + typeface + "\" w:hAnsi=\"" +
-                                  typeface + "\"/></w:rPr><w:t>Tax</w:t></w:r></w:p>"));
-    return OutputOf("pdffonts" + Quoted(pdf));
+/// The names of the typefaces in a PDF, without blanks and what tells its letters apart from all of them.
+std::vector<std::string> TypefacesOfPdf(const std::filesystem::path& pdf) {
+  std::istringstream lines(OutputOf("pdffonts" + Quoted(pdf)));
+  std::vector<std::string> names;
+  for (std::string line; std::getline(lines, line);) {
+    const auto plus = line.find('+');
+    if (plus != line.npos) names.push_back(line.substr(plus + 1, line.find(' ') - plus - 1));
+  }
+  return names;
+}
+
+/// What the check says that a document comes out in, likewise.
+std::vector<std::string> TypefacesToldOf(const DocxDocument& document) {
+  std::vector<std::string> names;
+  for (const auto& use : TypefacesOf(document)) {
+    names.push_back(std::regex_replace(use.laid_out_in, std::regex(" "), ""));
+  }
+  return names;
+}
+
+// Letters of any word processor come in its default typefaces; they were laid out in a much wider one, and
+// nothing was said.
+TEST_F(LettersOfOtherPrograms, AreLaidOutInTheTypefacesThatTheCheckTells) {
+  std::string all;
+  for (const std::string typeface :
+       {"Calibri", "Cambria", "Times New Roman", "ARIAL", "Courier New", "Verdana", "Georgia", "Helvetica",
+        "Palatino Linotype", "Office Script", "Liberation Serif;Calibri", "Office Script;Calibri"}) {
+    all += "<w:p><w:r><w:rPr><w:rFonts w:ascii=\"" + typeface + "\" w:hAnsi=\"Calibri\"/></w:rPr><w:t>Tax" +
+           typeface + "</w:t></w:r></w:p>";
+  }
+  std::vector<std::string> letters = {::Letter(all)};
+  for (const auto* name : {"whole_letter.docx", "python.docx", "pandoc.docx", "commented.docx"}) {
+    letters.push_back(tests::ReadFile(File(name)));
+  }
+  for (const auto& bytes : letters) {
+    auto letter = DocxDocument::FromBytes(bytes, "letter.docx");
+    letter.MergeBookmarks(DataContext::Parse(kFields));
+    const auto told = TypefacesToldOf(letter);
+    const auto there = TypefacesOfPdf(Pdf(letter.Bytes()));
+    // "Carlito" is there as "Carlito-Bold".
+    const auto is_told = [&](const std::string& name) {
+      return std::ranges::any_of(told, [&](const auto& one) { return name.starts_with(one); });
+    };
+    const auto is_there = [&](const std::string& name) {
+      return std::ranges::any_of(there, [&](const auto& one) { return one.starts_with(name); });
+    };
+    EXPECT_FALSE(told.empty());
+    for (const auto& name : there) EXPECT_TRUE(is_told(name)) << name << testing::PrintToString(told);
+    for (const auto& name : told) EXPECT_TRUE(is_there(name)) << name << testing::PrintToString(there);
+  }
+  EXPECT_THAT(TypefacesToldOf(DocxDocument::FromBytes(letters[0], "letter.docx")),
+              AllOf(Contains("Carlito"), Contains("Caladea"), Contains("LiberationSerif")));
+}
+
+TEST_F(LettersOfOtherPrograms, HaveTheirAddressInTheEnvelopesWindow) {
+  for (const auto& entry : std::filesystem::directory_iterator(kSources / "data/templates")) {
+    const auto name = entry.path().filename().string();
+    if (entry.path().extension() != ".docx") continue;
+    // One goes to the sheriff; in a warrant the address is part of a text.
+    const bool none = name.starts_with("LVY108") || name.starts_with("WAR109");
+    EXPECT_EQ(AddressFindings(tests::ReadFile(entry.path())), none ? "none" : "") << name;
+  }
+  for (const auto* name : {"CTL110_2407.docx", "PLN106_2409.docx"}) {
+    EXPECT_EQ(AddressFindings(tests::ReadFile(File(name))), "") << "saved again: " << name;
+  }
+}
+
+TEST_F(LettersOfOtherPrograms, AreToldOfAnAddressThatTheEnvelopeHides) {
+  const std::string start = "<w:body>";
+  const auto lines = [&](int count) {
+    auto body = start;
+    for (int i = 0; i < count; ++i) body += "<w:p><w:r><w:t>Page</w:t></w:r></w:p>";
+    return Changed("CTL110_2407.docx", start, body);
   };
-  EXPECT_THAT(fonts_of("Calibri"), HasSubstr("+Carlito"));
-  EXPECT_THAT(fonts_of("Cambria"), HasSubstr("+Caladea"));
+  EXPECT_THAT(AddressFindings(lines(3)),
+              HasSubstr("stand between 3.2 and 4.0 inches below the top edge; the window of a "
+                        "No. 10 envelope shows what stands between 2.4 and 3.2 inches."));
+  EXPECT_THAT(AddressFindings(lines(60)), HasSubstr("stands on page "));
+  EXPECT_THAT(AddressFindings(Changed("CTL110_2407.docx", "w:after=\"1180\"", "w:after=\"500\"")),
+              HasSubstr("stand between 1.9 and 2.7 inches"));
+  EXPECT_THAT(AddressFindings(Changed("CTL110_2407.docx", "<w:tblInd w:w=\"0\"", "<w:tblInd w:w=\"2880\"")),
+              HasSubstr("begins 3.0 inches from the left edge; the window of a No. 10 envelope shows what "
+                        "stands between 0.9 and 4.5 inches."));
+}
+
+TEST_F(LettersOfOtherPrograms, AreToldOfAHeaderThatIsTooDeep) {
+  const auto letter = [](int lines) {
+    auto parts = LetterParts(
+        "<w:body><w:p><w:pPr><w:spacing w:after=\"0\"/></w:pPr><w:bookmarkStart w:id=\"1\" "
+        "w:name=\"CUSTOMER_ADDR\"/><w:r><w:t>[Address]</w:t></w:r><w:bookmarkEnd w:id=\"1\"/></w:p>"
+        "<w:sectPr><w:headerReference w:type=\"default\" r:id=\"rel_header1.xml\"/><w:pgSz w:w=\"12240\" "
+        "w:h=\"15840\"/><w:pgMar w:top=\"3500\" w:right=\"1440\" w:bottom=\"1440\" w:left=\"1440\" "
+        "w:header=\"720\" w:footer=\"720\"/></w:sectPr></w:body>");
+    std::string head;
+    for (int i = 0; i < lines; ++i) head += "<w:p><w:r><w:t>Department</w:t></w:r></w:p>";
+    AddRelatedPart(parts, "header", "header1.xml", WordPart("w:hdr", head));
+    return ZipOf(parts);
+  };
+  EXPECT_EQ(AddressFindings(letter(3)), "");
+  EXPECT_THAT(AddressFindings(letter(15)), HasSubstr("Change the page header"));
 }
 
 /// A letter in a typeface that no machine has; with `font` it brings that along, hidden as word processors do

@@ -1,6 +1,8 @@
 #include <QJsonObject>
+#include <algorithm>
 #include <array>
 #include <iostream>
+#include <iterator>
 
 #include "apps/checked_templates.h"
 #include "apps/letters/command_line.h"
@@ -9,6 +11,7 @@
 #include "apps/letters/listing.h"
 #include "apps/letters/standard_streams.h"
 #include "apps/letters/template_fields.h"
+#include "apps/letters/template_looks.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/whole_file.h"
@@ -51,10 +54,12 @@ Listing Bookmarks(const DocxDocument& document, bool as_json) {
   return listing;
 }
 
-void PrintAll(const Listing& changes, const Listing& bookmarks, const std::vector<TemplateFinding>& findings,
-              bool as_json) {
+void PrintAll(const Listing& changes, const Listing& bookmarks, const Listing& typefaces,
+              const std::vector<TemplateFinding>& findings, bool as_json) {
   if (as_json) {
-    QJsonObject all{{"bookmarks", AsJson(bookmarks)}, {"findings", AsJson(Findings(findings))}};
+    QJsonObject all{{"bookmarks", AsJson(bookmarks)},
+                    {"typefaces", AsJson(typefaces)},
+                    {"findings", AsJson(Findings(findings))}};
     if (!changes.columns.empty()) all.insert("changes", AsJson(changes));
     return PrintJson(QJsonDocument(all));
   }
@@ -63,6 +68,8 @@ void PrintAll(const Listing& changes, const Listing& bookmarks, const std::vecto
     std::cout << '\n';
   }
   Print(bookmarks, /*as_json=*/false);
+  std::cout << '\n';
+  Print(typefaces, /*as_json=*/false);
   TellFindings(findings, std::cerr);
 }
 
@@ -127,6 +134,8 @@ int RunBookmarks(const QStringList& words) {
       "from-merge-fields", "",
       "Makes a template of a mail merge's document: with TEMPLATE.docx and NEW.docx as arguments, writes "
       "NEW.docx, where each merge field is a bookmark, and checks that.");
+  line.Option("quick", "",
+              "does not lay the letter out, which takes a second: the place of its address is not checked");
   if (const auto status = line.Parse(words, 1, 2)) return *status;
   const bool from_merge = line.IsSet("from-merge-fields");
   if (from_merge && line.IsSet("repair")) {
@@ -146,10 +155,13 @@ int RunBookmarks(const QStringList& words) {
   Listing changes;
   if (from_merge) changes = WriteFromMergeFields(file, made, fields);
   if (line.IsSet("repair")) changes = WriteRepaired(file, made, fields);
-  const auto document = DocxDocument::Open(changes.columns.empty() ? file : made);
-  const auto findings = CheckTemplate(document, fields);
+  const auto& checked = changes.columns.empty() ? file : made;
+  const auto document = DocxDocument::Open(checked);
+  const auto letter = WithLetterhead(document, checked);
+  auto findings = CheckTemplate(document, fields);
+  if (!line.IsSet("quick")) std::ranges::move(CheckPages(letter), std::back_inserter(findings));
   const bool as_json = line.IsSet("json");
-  PrintAll(changes, Bookmarks(document, as_json), findings, as_json);
+  PrintAll(changes, Bookmarks(document, as_json), TypefaceList(letter), findings, as_json);
   return ErrorsIn(findings) > 0 ? kRefused : kDone;
 }
 

@@ -1,0 +1,58 @@
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "tests/end_to_end/program.h"
+
+/// The check of a template that an author has changed.
+namespace tests {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+const std::filesystem::path kTemplates = std::filesystem::path(ZEMLO_SOURCE_DIR) / "data/templates";
+
+/// Pushes the address down, and sets a line in a typeface that no machine of ours has.
+constexpr const char* kAuthor = R"(
+import sys, docx
+letter = docx.Document(sys.argv[1])
+first = letter.paragraphs[0]
+for _ in range(3):
+    first.insert_paragraph_before("More words above.")
+letter.paragraphs[0].runs[0].font.name = "Office Script"
+letter.save(sys.argv[2])
+)";
+
+TEST(TemplateLooks, AreToldWithPlaceAndTypeface) {
+  const TemporaryFolder folder;
+  const auto file = (folder / "CTL110_2407.docx").string();
+  const auto made = RunShell("/usr/bin/python3 -c " + Quoted(kAuthor) + " " +
+                             Quoted((kTemplates / "CTL110_2407.docx").string()) + " " + Quoted(file));
+  ASSERT_EQ(made.status, 0) << made.err;
+
+  const auto run = RunLetters({"bookmarks", file});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_THAT(run.err, AllOf(HasSubstr("warning: CUSTOMER_ADDR: Four lines of address stand between 3."),
+                             HasSubstr("warning: text: The typeface \"Office Script\" is laid out in \"")));
+  EXPECT_THAT(run.out, AllOf(HasSubstr("Laid out in"), HasSubstr("Liberation Serif  Liberation Serif")));
+
+  const auto quick = RunLetters({"bookmarks", "--quick", "--json", file});
+  EXPECT_THAT(quick.out, AllOf(HasSubstr("\"typefaces\": ["), HasSubstr("\"name\": \"Office Script\""),
+                               HasSubstr("\"widths\": \"other\""), Not(HasSubstr("Four lines"))));
+}
+
+TEST(TemplateLooks, ALetterWithoutThemIsCheckedForTheRest) {
+  const auto file = (kTemplates / "CTL110_2407.docx").string();
+  const auto run = RunLetters({"bookmarks", file});
+  EXPECT_EQ(run.status, 0);
+  EXPECT_THAT(run.err, IsEmpty());
+  const auto without = RunLetters({"bookmarks", file}, "ZEMLO_OFFICE_FOLDER=/no/such/folder");
+  EXPECT_EQ(without.status, 0);
+  EXPECT_THAT(without.err, HasSubstr("Whether the envelope's window shows the address is not checked: "));
+}
+
+}  // namespace
+}  // namespace tests
