@@ -57,6 +57,34 @@ TEST(TemplateCheck, ATemplateCheckedAgainstAnotherLetterEndsWithStatusOne) {
               HasSubstr("There is no letter type \"999\""));
 }
 
+TEST(TemplateCheck, WritesANewTemplateAndNeverOverTheOneItReads) {
+  const tests::TemporaryFolder folder;
+  const auto old = (folder / "old.docx").string();
+  const auto made = (folder / "new.docx").string();
+  const auto source = std::string(ZEMLO_SOURCE_DIR);
+  RunShell("pandoc -f html -o " + Quoted(old) + " " +
+           Quoted(source + "/tests/wordprocessor/documents/web_page.html"));
+  const auto bytes = ReadFile(old);
+  EXPECT_THAT(RunLetters({"bookmarks", old, "--repair", old}).err,
+              HasSubstr("is the file it would be made of"));
+  const auto repaired = RunLetters({"bookmarks", old, "--repair", made, "--json"});
+  EXPECT_THAT(repaired.out, HasSubstr("\"placeholder\": \"[Customer name]\""));
+  EXPECT_THAT(repaired.err, IsEmpty());
+  EXPECT_EQ(ReadFile(old), bytes);
+  EXPECT_THAT(RunLetters({"bookmarks", made}).out, HasSubstr("[Amount due]"));
+  std::filesystem::remove(made);
+  const auto template_file = source + "/data/templates/REG101_2401.docx";
+  EXPECT_THAT(RunLetters({"bookmarks", template_file, "--repair", made}).err,
+              HasSubstr("there is nothing to repair"));
+  const auto refused = RunLetters({"bookmarks", "--from-merge-fields", template_file, made});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err,
+              HasSubstr("has no merge field that a bookmark could stand for. Nothing was written."));
+  EXPECT_FALSE(std::filesystem::exists(made));
+  EXPECT_EQ(RunLetters({"bookmarks", "--from-merge-fields", old}).status, 2);
+  EXPECT_EQ(RunLetters({"bookmarks", old, made}).status, 2);
+}
+
 TEST_F(PreparedOffice, RefusesWithTheSystemsOwnMessages) {
   struct Case {
     std::vector<std::string> words;

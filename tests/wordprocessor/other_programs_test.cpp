@@ -14,8 +14,11 @@
 #include "tests/wordprocessor/layout_letter.h"
 #include "wordprocessor/docx_document.h"
 #include "wordprocessor/layout_pool.h"
+#include "wordprocessor/mail_merge.h"
 #include "wordprocessor/print_file.h"
 #include "wordprocessor/template_address.h"
+#include "wordprocessor/template_leftovers.h"
+#include "wordprocessor/template_placeholders.h"
 #include "wordprocessor/template_typefaces.h"
 
 /// Letters of templates that other programs wrote, laid out: the programs make the templates when the tests
@@ -30,6 +33,7 @@ using testing::Not;
 using wordprocessor::DataContext;
 using wordprocessor::DocxDocument;
 using wordprocessor::LayoutPool;
+using wordprocessor::TemplateField;
 
 const std::filesystem::path kSources = ZEMLO_SOURCE_DIR;
 
@@ -86,6 +90,7 @@ class LettersOfOtherPrograms : public testing::Test {
              Quoted(File("python.docx")));
     OutputOf("pandoc -f markdown-auto_identifiers --track-changes=all -o" + Quoted(File("pandoc.docx")) +
              Quoted(tests / "documents/reviewed.md"));
+    OutputOf("pandoc -f html -o" + Quoted(File("web_page.docx")) + Quoted(tests / "documents/web_page.html"));
   }
   static void TearDownTestSuite() { world_ = nullptr; }
 
@@ -352,6 +357,87 @@ TEST_F(LettersOfOtherPrograms, ATypefaceThatALetterBringsIsItsOwn) {
   EXPECT_THAT(fonts_of(LetterIn("Office Script", "")), Not(HasSubstr("Caladea")));
   EXPECT_THAT(fonts_of(LetterIn("Office Script", font)), HasSubstr("+Caladea"));
   EXPECT_THAT(fonts_of(LetterIn("Office Script", "")), Not(HasSubstr("Caladea")));
+}
+
+const std::vector<TemplateField> kFieldsOfLetter = {
+    {"CUSTOMER_NAME"},
+    {"AMOUNT"},
+    {"OFFICE_NAME"},
+    {"LTR_DT"},
+    {"GONE"},
+    {"TAX_PERIODS", TemplateField::Kind::kTable},
+    {"PERIOD_NAME", TemplateField::Kind::kColumn, "TAX_PERIODS"},
+    {"PERIOD_TAX", TemplateField::Kind::kColumn, "TAX_PERIODS"}};
+
+/// What the check finds of what the author left: "grade BOOKMARK: place: sentence".
+std::vector<std::string> LeftIn(const std::filesystem::path& file) {
+  std::vector<std::string> told;
+  for (const auto& finding : wordprocessor::FindingsOfLeftovers(DocxDocument::Open(file), kFieldsOfLetter)) {
+    const bool error = finding.grade == wordprocessor::TemplateFinding::Grade::kError;
+    told.push_back((error ? "error " : "warning ") + finding.bookmark + ": " + finding.place + ": " +
+                   finding.text);
+  }
+  return told;
+}
+
+TEST_F(LettersOfOtherPrograms, TheCheckNamesWhatTheirAuthorsLeftAndWhere) {
+  using testing::ElementsAre;
+  const std::string anonymous = "Tracked changes by Unknown Author: ";
+  EXPECT_THAT(
+      LeftIn(File("changes.docx")),
+      ElementsAre(
+          HasSubstr("error : text, after \"[Customer name] owes the\": " + anonymous +
+                    "deleted \"old \", inserted \"new \"."),
+          HasSubstr("error : text, after \"new amount of [Amount] today.\": " + anonymous +
+                    "deleted \"Pay [Gone] at once. \"."),
+          HasSubstr("error GONE: text, after \"new amount of [Amount] today.\": The bookmark goes with text"),
+          HasSubstr("error : text, after \"First half\": " + anonymous + "deleted the end of a paragraph."),
+          HasSubstr("error : text, after \"and second half.\": " + anonymous +
+                    "deleted \"A paragraph that goes.\"."),
+          HasSubstr("warning : text, after \"and second half.\": " + anonymous +
+                    "formatted \"Bold later.\".")));
+  EXPECT_THAT(
+      LeftIn(File("commented.docx")),
+      ElementsAre(
+          HasSubstr("warning : text, after \"Dear [Customer\": Comment by LEAK: \"LEAK: in the bookmark\"."),
+          HasSubstr("\"LEAK: over it\"."),
+          HasSubstr("warning : text, in a table, after \"cell\": Comment by LEAK: \"LEAK: at a point\".")));
+  EXPECT_THAT(
+      LeftIn(File("whole_letter.docx")),
+      ElementsAre(
+          HasSubstr("warning : text, after \"Dear [Customer name]\": The text \" secret words\" is hidden"),
+          HasSubstr("warning : page footer, after \"Written on\": The date field \"DATE ")));
+  EXPECT_THAT(LeftIn(File("python.docx")),
+              ElementsAre(HasSubstr("error : text, after \"Dear [Customer name], the\": The field "
+                                    "\"INCLUDETEXT \"C:\\\\LEAK.docx\"\""),
+                          HasSubstr("warning : text, after \"[Tax]\": The text \"secret words\" is hidden"),
+                          HasSubstr("warning : page footer of the first page: The date field \"DATE ")));
+  EXPECT_THAT(LeftIn(File("pandoc.docx")),
+              ElementsAre(HasSubstr("Comment by LEAK: \"LEAK?\"."),
+                          HasSubstr("deleted \"old\", inserted \"new\", deleted \", or [Gone]\"."),
+                          HasSubstr("error GONE: "), HasSubstr("deleted \"Gone.\"."),
+                          HasSubstr("error : notes, after \"A note for [Customer name].\"")));
+  // A letter saved again by another program.
+  EXPECT_THAT(LeftIn(File("CTL110_2407.docx")), testing::IsEmpty());
+}
+
+TEST_F(LettersOfOtherPrograms, BecomeTemplatesOfAMailMergeAndOfAWebPage) {
+  const auto text_of = [](const std::string& made) {
+    auto letter = DocxDocument::FromBytes(made, "made.docx");
+    for (const auto& finding : CheckTemplate(letter, kFieldsOfLetter)) {
+      EXPECT_NE(finding.grade, wordprocessor::TemplateFinding::Grade::kError) << finding.text;
+    }
+    EXPECT_THAT(letter.MergeBookmarks(DataContext::Parse(kFields)), testing::IsEmpty());
+    return OnOneLine(PdfText(Pdf(letter.Bytes())));
+  };
+  const auto merged = DocxDocument::Open(File("mail_merge.docx"));
+  EXPECT_EQ(LeftIn(File("mail_merge.docx")).size(), 6u);
+  EXPECT_EQ(text_of(BookmarksOfMergeFields(merged.Source(), kFieldsOfLetter).bytes),
+            "Office K1 Dear Ada, you owe 12.001 Amount 12.00 For Ada 1 Due from Ada");
+  const auto page = DocxDocument::Open(File("web_page.docx"));
+  EXPECT_EQ(FindingsOfPlaceholders(page, kFieldsOfLetter).size(), 3u);
+  EXPECT_EQ(text_of(RepairPlaceholders(page, kFieldsOfLetter).bytes),
+            "Dear Ada, you owe 12.00 now, see [1]. Office K1");
 }
 
 }  // namespace

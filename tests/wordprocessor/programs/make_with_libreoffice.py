@@ -2,7 +2,7 @@
 """usage: make_with_libreoffice.py FOLDER [LETTER ...]
 
 Writes templates into FOLDER as their authors write them, with LibreOffice: recorded changes, a letter with header,
-footer, logo, table and two sections; and saves each LETTER again as DOCX. "LEAK" stands for the author. (Comments come
+footer, logo, table and two sections, a mail merge's letter; and saves each LETTER again as DOCX. "LEAK" stands for the author. (Comments come
 from a LETTER: an office without windows ends when one is inserted.)
 """
 import os
@@ -171,11 +171,43 @@ def whole_letter(letter):
     letter.mark("CUSTOMER_NAME__1", "[Customer name]")
 
 
+def mail_merge(letter):
+    def merge(column, text=None):
+        text = text or letter.text
+        master = letter.make("text.FieldMaster.Database", DataBaseName="Customers", DataTableName="List",
+                             DataColumnName=column)
+        field = letter.make("text.TextField.Database")
+        field.attachTextFieldMaster(master)
+        text.insertTextContent(text.End, field, False)
+
+    style = letter.document.StyleFamilies.getByName("PageStyles").getByName("Standard")
+    style.HeaderIsOn = True
+    merge("OFFICE_NAME", style.HeaderText)
+    letter.write("Dear ")
+    merge("Customer Name")
+    letter.write(", you owe ", CharWeight=100.0)
+    merge("AMOUNT")
+    note = letter.make("text.Footnote")
+    letter.text.insertTextContent(letter.text.End, note, False)
+    note.insertString(note.End, "Due from ", False)
+    merge("Customer Name", note)
+    letter.end()
+    table = letter.make("text.TextTable")
+    table.initialize(1, 2)
+    letter.text.insertTextContent(letter.text.End, table, False)
+    table.getCellByName("A1").String = "Amount"
+    merge("AMOUNT", table.getCellByName("B1").Text)
+    frame = letter.make("text.TextFrame", Width=6000, Height=1000)
+    letter.text.insertTextContent(letter.text.End, frame, False)
+    frame.Text.insertString(frame.Text.End, "For ", False)
+    merge("Customer Name", frame.Text)
+
+
 def main():
     folder = os.path.abspath(sys.argv[1])
     office, desktop = start(folder)
     try:
-        for fill in (changes, whole_letter):
+        for fill in (changes, whole_letter, mail_merge):
             letter = Letter(desktop, folder)
             fill(letter)
             letter.save(fill.__name__ + ".docx")
