@@ -91,7 +91,7 @@ void Office::TryTemplate(const std::filesystem::path& file) {
 }
 
 std::vector<std::string> Office::Faults() {
-  return CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Typefaces::kOfTheCommonTemplate);
+  return CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Occasion::kStart);
 }
 
 bool Office::HasWorkUnderWay() const {

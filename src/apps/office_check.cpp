@@ -1,13 +1,16 @@
 #include "apps/office_check.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
 #include <system_error>
 #include <utility>
 
+#include "apps/checked_templates.h"
 #include "apps/product_files.h"
+#include "apps/template_faults.h"
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
@@ -59,18 +62,21 @@ class OfficeCheck {
  public:
   OfficeCheck(const host::DataFolder& folder, const host::SettingsFile& settings,
               platform::ReferenceDatabase& reference)
-      : settings_file_(folder.Settings()),
+      : data_folder_(folder.root()),
+        settings_file_(folder.Settings()),
         settings_(settings),
         reference_(reference),
         template_folder_(server::TemplateFolder(folder.root())),
         region_(platform::UpperCase(platform::Trim(settings.Region()))) {}
 
-  std::vector<std::string> Run(Typefaces typefaces) && {
+  std::vector<std::string> Run(Occasion occasion) && {
     faults_ = settings_.faults();
     CheckPrinting();
     CheckRegion();
     const auto documents = CheckCatalogue();
-    CheckTypefaces(typefaces == Typefaces::kOfEveryTemplate ? documents : std::set<std::string>());
+    if (occasion == Occasion::kInit) CheckTemplates();
+    CheckCorrections(occasion, documents);
+    CheckTypefaces(occasion == Occasion::kInit ? documents : std::set<std::string>());
     return std::move(faults_);
   }
 
@@ -150,6 +156,32 @@ class OfficeCheck {
     }
   }
 
+  /// Those that make letters, or will.
+  void CheckTemplates() {
+    const auto rows =
+        reference_.Select("SELECT LTR_TYP_ID, DCMT_NM FROM FLS_LTR_TEMPLATE WHERE REGION = '" +
+                          platform::ReplaceAll(region_, "'", "''") +
+                          "' AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, EFCTV_DT");
+    CheckedTemplates check(data_folder_);
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+      const std::string document(platform::Trim(rows->Text(row, "DCMT_NM")));
+      auto fault = check.FaultOf((template_folder_ / document).string(), rows->Text(row, "LTR_TYP_ID"));
+      if (!fault.empty())
+        faults_.push_back("No letter of type \"" + rows->Text(row, "LTR_TYP_ID") + "\" is made with \"" +
+                          document + "\". " + fault);
+    }
+  }
+
+  void CheckCorrections(Occasion occasion, const std::set<std::string>& documents) {
+    if (occasion == Occasion::kInit)
+      CheckRoad({ProductDataFolder() / "templates", template_folder_, "the next init"}, documents);
+    CheckRoad({template_folder_, settings_.TemplateFolder(), "the next start"}, documents);
+  }
+  void CheckRoad(const TemplateRoad& road, const std::set<std::string>& documents) {
+    std::ranges::move(CorrectionsUnderOldNames(road, documents), std::back_inserter(faults_));
+  }
+
+  const fs::path data_folder_;
   const fs::path settings_file_;
   const host::SettingsFile& settings_;
   platform::ReferenceDatabase& reference_;
@@ -161,9 +193,9 @@ class OfficeCheck {
 }  // namespace
 
 std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,
-                                     platform::ReferenceDatabase& reference, Typefaces typefaces) {
+                                     platform::ReferenceDatabase& reference, Occasion occasion) {
   try {
-    return OfficeCheck(folder, settings, reference).Run(typefaces);
+    return OfficeCheck(folder, settings, reference).Run(occasion);
   } catch (const Failure&) {
     return settings.faults();
   }

@@ -9,16 +9,18 @@
 
 namespace apps {
 
-/// Which letters' typefaces are looked for: every template is opened for that.
-enum class Typefaces { kOfTheCommonTemplate, kOfEveryTemplate };
+/// When an office is looked at. At a start no template is opened but the common one; `init`, which takes
+/// templates in, looks at the typefaces and errors of each, and at the product's own.
+enum class Occasion { kStart, kInit };
 
 /// What is wrong with an office although its programs run: sentences that name file, line and value, for
 /// whoever keeps it. Settings first, then the region, lines of the template catalogue whose document the
-/// server has not, and typefaces that this machine lays out at other widths. None of them stops a letter that
-/// does not need what is wrong.
+/// server has not, templates that were corrected under their old names, errors of templates in force, and
+/// typefaces that this machine lays out at other widths. None of them stops a letter that does not need what
+/// is wrong.
 ///
 /// A reference database that cannot be read is left to whoever needs it.
 std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,
-                                     platform::ReferenceDatabase& reference, Typefaces typefaces);
+                                     platform::ReferenceDatabase& reference, Occasion occasion);
 
 }  // namespace apps

@@ -11,6 +11,7 @@
 #include <QMessageBox>
 
 #include "apps/desktop.h"
+#include "apps/product_files.h"
 #include "desktop/office_style.h"
 #include "desktop/qt_text.h"
 
@@ -26,6 +27,8 @@ class CommandLine {
     options_.setApplicationDescription(QStringLiteral("Produces and tracks official letters."));
     options_.addOption(
         {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Shows these options.")});
+    options_.addOption({QStringLiteral("version"),
+                        QStringLiteral("Tells the version, and the folder of tables it was made with.")});
     options_.addOption({QStringLiteral("data"),
                         QStringLiteral("The data folder. Without it, the user's own."),
                         QStringLiteral("DIR")});
@@ -40,8 +43,13 @@ class CommandLine {
                 << " \"zemlo-corresp --help\" explains the options.\n";
       return kWrongUsage;
     }
-    if (!options_.isSet(QStringLiteral("help"))) return std::nullopt;
-    std::cout << desktop::FromQt(options_.helpText()) << std::flush;
+    if (options_.isSet(QStringLiteral("help"))) {
+      std::cout << desktop::FromQt(options_.helpText()) << std::flush;
+    } else if (options_.isSet(QStringLiteral("version"))) {
+      std::cout << apps::VersionText("zemlo-corresp") << std::flush;
+    } else {
+      return std::nullopt;
+    }
     return std::cout ? 0 : kRefused;
   }
 

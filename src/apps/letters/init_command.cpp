@@ -16,6 +16,7 @@
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "server/server_data.h"
+#include "server/server_folders.h"
 #include "wordprocessor/print_template.h"
 
 namespace apps {
@@ -38,12 +39,13 @@ Places PlacesOf(const host::DataFolder& folder) {
   return {settings.LocalDatabasePath(), settings.TemplateFolder()};
 }
 
-void CopyLetterhead(const std::filesystem::path& product, const std::filesystem::path& templates) {
+/// The office's own where it has one: it lies where the start would fetch it.
+void CopyLetterhead(const host::DataFolder& folder, const std::filesystem::path& templates) {
   const auto target = templates / wordprocessor::kCommonTemplate;
   if (platform::IsThere(target)) return;
   platform::MakeFolder(templates);
-  host::DiskFiles().CopyFile((product / "templates" / wordprocessor::kCommonTemplate).string(),
-                             target.string());
+  host::DiskFiles().CopyFile(
+      (server::TemplateFolder(folder.root()) / wordprocessor::kCommonTemplate).string(), target.string());
 }
 
 std::string InitOptionFault(const CommandLine& line) {
@@ -75,7 +77,7 @@ void TellFaults(const host::DataFolder& folder) {
   const host::SystemClock clock;
   const host::SettingsFile settings(folder);
   reference::ReferenceDatabase reference(settings.LocalDatabasePath(), clock);
-  for (const auto& fault : CheckOffice(folder, settings, reference, Typefaces::kOfEveryTemplate))
+  for (const auto& fault : CheckOffice(folder, settings, reference, Occasion::kInit))
     Notices() << fault << '\n';
 }
 
@@ -118,12 +120,14 @@ int RunInit(const QStringList& words) {
   reference::NextReferenceDatabase next_reference(product, places.reference_database);
   server::CreateServerData(server_data);
   next_reference.PutInPlace();
-  CopyLetterhead(product, places.templates);
+  CopyLetterhead(folder, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);
   // Last: from here on what is missing is a loss.
   if (plan.is_new || !host::ReadOfficeMark(folder)) host::LeaveOfficeMark(folder, {.kind = plan.kind});
   TellFaults(folder);
-  if (!line.IsQuiet()) std::cout << "The data folder is ready: " << folder.root().string() << '\n';
+  if (!line.IsQuiet())
+    std::cout << "Its tables and templates come from: " << product.string()
+              << "\nThe data folder is ready: " << folder.root().string() << '\n';
   return kDone;
 }
 

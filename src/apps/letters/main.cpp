@@ -11,6 +11,7 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/interruption.h"
 #include "apps/letters/standard_streams.h"
+#include "apps/product_files.h"
 #include "platform/text.h"
 
 namespace {
@@ -41,7 +42,9 @@ void PrintUsage(std::ostream& out) {
     out << "  " << command.name << std::string(12 - std::strlen(command.name), ' ') << command.summary
         << '\n';
   }
-  out << "\n\"zemlo-letters COMMAND --help\" explains a command.\n"
+  out << "\n\"zemlo-letters COMMAND --help\" explains a command, \"zemlo-letters --version\" says which "
+         "tables it "
+         "reads.\n"
          "Exit status: 0 done; 1 refused: nothing was printed or saved, the reason is on standard error; 2 "
          "wrong\n"
          "usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in "
@@ -79,6 +82,10 @@ int Run(const QStringList& words) {
   const auto name = words.first().toStdString();
   if (name == "--help" || name == "-h") {
     PrintUsage(std::cout);
+    return apps::kDone;
+  }
+  if (name == "--version") {
+    std::cout << apps::VersionText("zemlo-letters");
     return apps::kDone;
   }
   for (const auto& command : kCommands) {
