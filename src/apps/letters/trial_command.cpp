@@ -13,6 +13,7 @@
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
 #include "apps/letters/standard_streams.h"
+#include "apps/letters/template_looks.h"
 #include "wordprocessor/docx_document.h"
 
 namespace apps {
@@ -77,11 +78,15 @@ int RunTrial(const QStringList& words) {
   if (const auto fault = OptionFault(line); !fault.empty()) return line.WrongUsage(fault);
 
   const auto file = std::filesystem::absolute(line.Argument(0));
-  wordprocessor::DocxDocument::Open(file);  // says what is wrong with it, whatever else is
+  const auto document =
+      wordprocessor::DocxDocument::Open(file);  // says what is wrong with it, whatever else is
   HeadlessOffice office(line.Data(), TrialOptions(line));
   office.Start();
   if (office.refused()) return kRefused;
-  const auto findings = CheckedTemplates(line.Data().root()).FindingsIn(file, line.Value("type"));
+  auto findings = CheckedTemplates(line.Data().root()).FindingsIn(file, line.Value("type"));
+  const std::filesystem::path templates = office.office().services().settings.TemplateFolder();
+  const auto pages = CheckPages(WithLetterhead(document, templates / file.filename()));
+  findings.insert(findings.end(), pages.begin(), pages.end());
   const bool as_json = line.IsSet("json");
   if (!as_json) TellWhatTheCheckSays(findings);
   const ErrorNotice error_notice(office, /*will_explain=*/false);
