@@ -14,8 +14,8 @@
 #include <QCoreApplication>
 
 #include "bench/demo_server.h"
+#include "platform/parties/request_message.h"
 #include "platform/record_layouts.h"
-#include "platform/request_message.h"
 #include "server/request_processor.h"
 #include "server/server_data.h"
 #include "server/server_folders.h"

@@ -13,7 +13,7 @@
 #include "bench/demo_server.h"
 #include "composition/preview_doc.h"
 #include "host/event_loop.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "server/communications_client.h"
 #include "server/server_folders.h"
 #include "server/server_message_component.h"

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/template_judge.h"
+#include "platform/parties/template_judge.h"
 #include "server/field_directory.h"
 #include "wordprocessor/docx_file.h"
 #include "wordprocessor/template_check.h"

@@ -10,10 +10,10 @@
 #include "customers/selected_customer.h"
 #include "host/data_folder.h"
 #include "host/error_log.h"
-#include "platform/host_shell.h"
-#include "platform/print_component.h"
-#include "platform/services.h"
-#include "platform/status_display.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/print_component.h"
+#include "platform/parties/services.h"
+#include "platform/parties/status_display.h"
 #include "workspace/document/zemlo_corresp.h"
 
 namespace apps {

@@ -5,7 +5,7 @@
 
 #include "host/data_folder.h"
 #include "host/settings_file.h"
-#include "platform/reference_database.h"
+#include "platform/parties/reference_database.h"
 
 namespace apps {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
-#include "platform/xml_escape.h"
+#include "platform/xml/xml_escape.h"
 
 namespace composition {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/settings.h"
+#include "platform/parties/settings.h"
 
 namespace composition {
 

@@ -12,8 +12,8 @@
 #include "platform/controls/label.h"
 #include "platform/controls/tree.h"
 #include "platform/counter.h"
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/parties/services.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

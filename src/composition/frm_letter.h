@@ -15,8 +15,8 @@
 #include "platform/controls/form.h"
 #include "platform/controls/label.h"
 #include "platform/controls/text_box.h"
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/parties/services.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

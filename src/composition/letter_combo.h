@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/controls/pick_list.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace composition {
 

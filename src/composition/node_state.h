@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/print_component.h"
-#include "platform/services.h"
+#include "platform/parties/print_component.h"
+#include "platform/parties/services.h"
 
 namespace composition {
 

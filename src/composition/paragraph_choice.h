@@ -10,9 +10,9 @@
 #include "composition/template_bookmarks.h"
 #include "platform/controls/entry_grid.h"
 #include "platform/controls/text_box.h"
+#include "platform/parties/services.h"
 #include "platform/record_set.h"
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

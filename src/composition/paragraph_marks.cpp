@@ -1,7 +1,7 @@
 #include "composition/paragraph_marks.h"
 
 #include "composition/node_state.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 namespace {

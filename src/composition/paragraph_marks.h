@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/parties/services.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/event.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace composition {
 

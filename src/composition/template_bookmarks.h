@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/event.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace composition {
 

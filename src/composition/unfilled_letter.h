@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 /// A letter in which nothing has filled some bookmarks shows the template's placeholders there.
 namespace composition {

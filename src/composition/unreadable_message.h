@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace composition {
 

@@ -8,9 +8,9 @@
 #include "composition/kept_entries.h"
 #include "composition/missing_entry.h"
 #include "platform/controls/entry_grid.h"
+#include "platform/parties/services.h"
 #include "platform/record_set.h"
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace composition {
 

@@ -5,7 +5,7 @@
 #include "composition/letter_combo.h"
 #include "customers/customer_panel.h"
 #include "platform/controls/text_field.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/letter_request_fields.h"
 
 namespace customers {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "customers/customer_panel.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace customers {
 

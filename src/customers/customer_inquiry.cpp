@@ -9,7 +9,7 @@
 #include "customers/display_encoders.h"
 #include "platform/identity.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace customers {
 

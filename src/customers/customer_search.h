@@ -10,7 +10,7 @@
 #include "platform/controls/grid.h"
 #include "platform/controls/label.h"
 #include "platform/controls/text_field.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/messaging/workspace_state.h"
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <initializer_list>
 
+#include "platform/parties/trap.h"
 #include "platform/text.h"
-#include "platform/trap.h"
 
 namespace customers {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/error_reporter.h"
+#include "platform/parties/error_reporter.h"
 
 namespace customers {
 

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "customers/customer_panel.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/page_index.h"
 
 namespace customers {

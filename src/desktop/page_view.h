@@ -9,7 +9,7 @@
 
 #include "desktop/binders/grid_view.h"
 #include "platform/controls/grid.h"
-#include "platform/view_settings.h"
+#include "platform/parties/view_settings.h"
 
 namespace desktop {
 

@@ -7,7 +7,7 @@
 #include "desktop/notice_bar.h"
 #include "desktop/preview_pages.h"
 #include "desktop/qt_event_queue.h"
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 
 class QAction;
 class QLabel;

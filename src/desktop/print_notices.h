@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/qt_host_shell.h"
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 
 namespace desktop {
 

@@ -7,7 +7,7 @@
 
 #include <QObject>
 
-#include "platform/host_shell.h"
+#include "platform/parties/host_shell.h"
 
 namespace desktop {
 

@@ -11,9 +11,9 @@
 #include "desktop/host_window.h"
 #include "desktop/qt_event_queue.h"
 #include "platform/controls/form.h"
-#include "platform/host_shell.h"
-#include "platform/status_display.h"
-#include "platform/view_settings.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/status_display.h"
+#include "platform/parties/view_settings.h"
 
 namespace desktop {
 

@@ -6,7 +6,7 @@
 
 #include "desktop/busy_guard.h"
 #include "desktop/qt_event_queue.h"
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 
 namespace desktop {
 

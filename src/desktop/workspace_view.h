@@ -2,7 +2,7 @@
 
 #include <QTabWidget>
 
-#include "platform/view_settings.h"
+#include "platform/parties/view_settings.h"
 #include "workspace/pages.h"
 
 namespace desktop {

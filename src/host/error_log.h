@@ -6,8 +6,8 @@
 #include <mutex>
 #include <string>
 
-#include "platform/clock.h"
-#include "platform/error_reporter.h"
+#include "platform/parties/clock.h"
+#include "platform/parties/error_reporter.h"
 
 namespace host {
 

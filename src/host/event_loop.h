@@ -6,7 +6,7 @@
 #include <functional>
 #include <mutex>
 
-#include "platform/host_shell.h"
+#include "platform/parties/host_shell.h"
 
 namespace host {
 

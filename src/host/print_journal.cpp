@@ -8,7 +8,7 @@
 #include "host/accounts.h"
 #include "platform/failure.h"
 #include "platform/identity.h"
-#include "platform/trap.h"
+#include "platform/parties/trap.h"
 
 namespace host {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/print_note_file.h"
-#include "platform/error_reporter.h"
-#include "platform/print_journal.h"
+#include "platform/parties/error_reporter.h"
+#include "platform/parties/print_journal.h"
 
 namespace host {
 

@@ -13,7 +13,7 @@
 #include "host/accounts.h"
 #include "platform/file_access.h"
 #include "platform/file_failure.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace host {
 namespace {

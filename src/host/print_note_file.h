@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/print_journal.h"
+#include "platform/parties/print_journal.h"
 
 namespace host {
 

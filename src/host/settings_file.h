@@ -7,7 +7,7 @@
 
 #include "host/ini_file.h"
 #include "host/office_mark.h"
-#include "platform/settings.h"
+#include "platform/parties/settings.h"
 
 namespace host {
 

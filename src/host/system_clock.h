@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/clock.h"
+#include "platform/parties/clock.h"
 
 namespace host {
 

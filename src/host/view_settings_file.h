@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "host/data_folder.h"
-#include "platform/view_settings.h"
+#include "platform/parties/view_settings.h"
 
 class QSettings;
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "host/event_loop.h"
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 
 namespace host {
 

@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "host/event_loop.h"
-#include "platform/host_shell.h"
-#include "platform/status_display.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/status_display.h"
 
 namespace host {
 

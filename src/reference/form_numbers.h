@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/utilities.h"
+#include "platform/parties/utilities.h"
 
 namespace reference {
 

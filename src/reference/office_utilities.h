@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "platform/clock.h"
-#include "platform/reference_database.h"
-#include "platform/settings.h"
-#include "platform/utilities.h"
+#include "platform/parties/clock.h"
+#include "platform/parties/reference_database.h"
+#include "platform/parties/settings.h"
+#include "platform/parties/utilities.h"
 #include "reference/patrol_districts.h"
 
 namespace reference {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/reference_database.h"
+#include "platform/parties/reference_database.h"
 
 namespace reference {
 

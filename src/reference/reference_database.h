@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
-#include "platform/clock.h"
-#include "platform/reference_database.h"
+#include "platform/parties/clock.h"
+#include "platform/parties/reference_database.h"
 
 namespace reference {
 

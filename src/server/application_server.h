@@ -9,7 +9,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/clock.h"
+#include "platform/parties/clock.h"
 
 namespace server {
 

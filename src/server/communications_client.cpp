@@ -6,7 +6,7 @@
 #include "platform/failure.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
-#include "platform/xml_escape.h"
+#include "platform/xml/xml_escape.h"
 #include "server/server_folders.h"
 #include "server/whole_file.h"
 

@@ -9,8 +9,8 @@
 #include <string>
 #include <thread>
 
-#include "platform/comm_client.h"
-#include "platform/host_shell.h"
+#include "platform/parties/comm_client.h"
+#include "platform/parties/host_shell.h"
 #include "server/whole_file.h"
 
 namespace server {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "server/field_flags.h"
 
 namespace server {

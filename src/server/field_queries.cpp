@@ -9,7 +9,7 @@
 
 #include "platform/failure.h"
 #include "platform/text.h"
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 #include "server/letter_text.h"
 
 namespace server {

@@ -9,7 +9,7 @@
 #include "platform/failure.h"
 #include "platform/record_layouts.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "server/letter_subject.h"
 #include "server/stored_context.h"
 #include "server/stored_explanations.h"

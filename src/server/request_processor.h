@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/clock.h"
+#include "platform/parties/clock.h"
 #include "server/wire_format.h"
 
 namespace server {

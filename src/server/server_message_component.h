@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "platform/clock.h"
-#include "platform/host_shell.h"
-#include "platform/message_component.h"
+#include "platform/parties/clock.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/message_component.h"
 #include "server/application_server.h"
 #include "server/communications_client.h"
 #include "server/deadline_watch.h"

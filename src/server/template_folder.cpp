@@ -1,7 +1,7 @@
 #include "server/template_folder.h"
 
 #include "platform/failure.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace server {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/key_item.h"
+#include "platform/parties/request_message.h"
 #include "platform/record_set.h"
-#include "platform/request_message.h"
 
 /// What travels between the message component and the application server.
 namespace server {

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "platform/counter.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "tracking/run_progress.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/request_envelope.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/correspondence_page.h"
 
 namespace tracking {

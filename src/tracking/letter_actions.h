@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/local_reprint.h"
 #include "workspace/tracking_page.h"

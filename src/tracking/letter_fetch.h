@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/request_envelope.h"

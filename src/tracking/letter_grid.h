@@ -4,7 +4,7 @@
 #include <string>
 
 #include "customers/customer_panel.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "tracking/letter_action_lists.h"
 #include "tracking/letter_fetch.h"
 #include "workspace/messaging/command_gate.h"

@@ -2,7 +2,7 @@
 
 #include "customers/customer_panel.h"
 #include "platform/controls/grid.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace tracking {

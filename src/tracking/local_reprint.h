@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/run_progress.h"
 #include "workspace/letter_data.h"

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_names.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/workspace_state.h"

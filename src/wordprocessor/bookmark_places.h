@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 #include "wordprocessor/docx_blueprint.h"
 
 namespace wordprocessor {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "platform/failure.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace wordprocessor {
 namespace {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 #include "wordprocessor/bookmark_places.h"
 #include "wordprocessor/data_context.h"
 #include "wordprocessor/docx_blueprint.h"

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "platform/failure.h"
-#include "platform/xml_strictness.h"
+#include "platform/xml/xml_strictness.h"
 #include "wordprocessor/docx_escape.h"
 
 namespace wordprocessor {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 #include "wordprocessor/print_session.h"
 
 namespace wordprocessor {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "platform/failure.h"
+#include "platform/parties/trap.h"
 #include "platform/text.h"
-#include "platform/trap.h"
 #include "wordprocessor/print_file.h"
 #include "wordprocessor/print_template.h"
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/error_reporter.h"
-#include "platform/host_shell.h"
-#include "platform/print_component.h"
+#include "platform/parties/error_reporter.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/print_component.h"
 #include "wordprocessor/docx_document.h"
 #include "wordprocessor/layout_pool.h"
 #include "wordprocessor/print_pages.h"

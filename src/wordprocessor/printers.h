@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/clock.h"
+#include "platform/parties/clock.h"
 #include "wordprocessor/printer_queues.h"
 
 namespace wordprocessor {

@@ -1,6 +1,6 @@
 #include "workspace/batch_criteria.h"
 
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 
 namespace workspace {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <optional>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/field_check.h"
 #include "workspace/pages.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/controls/grid.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_data.h"
 #include "workspace/letter_forms.h"
 #include "workspace/messaging/letter_source.h"

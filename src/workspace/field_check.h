@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/pages.h"
 
 namespace workspace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/field_check.h"
 #include "workspace/letter_page.h"
 

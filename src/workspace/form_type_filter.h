@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/workspace_state.h"
 #include "workspace/pages.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/controls/grid.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace workspace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/request_envelope.h"

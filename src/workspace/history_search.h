@@ -5,7 +5,7 @@
 
 #include "customers/customer_panel.h"
 #include "platform/key_item.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_request.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/page_index.h"

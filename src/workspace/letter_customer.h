@@ -1,8 +1,8 @@
 #pragma once
 
 #include "customers/customer_panel.h"
-#include "platform/services.h"
-#include "platform/xml.h"
+#include "platform/parties/services.h"
+#include "platform/xml/xml.h"
 #include "workspace/correspondence_page.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/workspace_state.h"

@@ -4,7 +4,7 @@
 
 #include "platform/identity.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "workspace/address_status.h"
 #include "workspace/messaging/at_exit.h"
 #include "workspace/whole_number.h"

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "composition/node_state.h"
+#include "platform/parties/services.h"
 #include "platform/record_set.h"
-#include "platform/services.h"
 #include "workspace/field_check.h"
 #include "workspace/letter_customer.h"
 #include "workspace/letter_data.h"

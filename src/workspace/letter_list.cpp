@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 
 namespace workspace {
 

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "platform/controls/grid.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 /// The letters of the letter history in a page's grid.
 namespace workspace {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace workspace {
 

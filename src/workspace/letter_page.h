@@ -4,7 +4,7 @@
 #include "customers/customer_panel.h"
 #include "platform/controls/grid.h"
 #include "platform/controls/text_field.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace workspace {
 

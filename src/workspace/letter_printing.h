@@ -6,8 +6,8 @@
 #include <string>
 
 #include "composition/preview_doc.h"
-#include "platform/print_journal.h"
-#include "platform/services.h"
+#include "platform/parties/print_journal.h"
+#include "platform/parties/services.h"
 #include "workspace/history_record.h"
 #include "workspace/letter_data.h"
 #include "workspace/messaging/request_envelope.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "customers/customer_panel.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/field_check.h"
 #include "workspace/form_type_filter.h"
 #include "workspace/messaging/letter_request_fields.h"

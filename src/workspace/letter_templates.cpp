@@ -4,9 +4,9 @@
 
 #include "composition/common_template.h"
 #include "platform/identity.h"
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace workspace {
 

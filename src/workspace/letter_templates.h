@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/message_component.h"
-#include "platform/services.h"
+#include "platform/parties/message_component.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/messaging/workspace_state.h"
 

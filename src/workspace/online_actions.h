@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_request.h"
 
 namespace workspace {

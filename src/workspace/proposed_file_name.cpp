@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace workspace {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/field_check.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/workspace_state.h"

@@ -2,7 +2,7 @@
 
 #include "platform/identity.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "workspace/whole_number.h"
 
 namespace workspace {

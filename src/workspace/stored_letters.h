@@ -3,7 +3,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_data.h"
 #include "workspace/letter_printing.h"
 #include "workspace/letter_templates.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/controls/text_field.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace workspace {
 

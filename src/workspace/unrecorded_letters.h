@@ -4,8 +4,8 @@
 #include <string>
 
 #include "platform/event.h"
-#include "platform/print_journal.h"
-#include "platform/services.h"
+#include "platform/parties/print_journal.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/messaging/workspace_state.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/controls/control.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {

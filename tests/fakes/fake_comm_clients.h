@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/comm_client.h"
+#include "platform/parties/comm_client.h"
 #include "tests/fakes/journal.h"
 
 namespace fakes {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/file_system.h"
+#include "platform/parties/file_system.h"
 
 namespace fakes {
 

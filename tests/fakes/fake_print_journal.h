@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/print_journal.h"
+#include "platform/parties/print_journal.h"
 
 namespace fakes {
 

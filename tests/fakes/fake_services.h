@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "tests/fakes/fake_comm_clients.h"
 #include "tests/fakes/fake_files.h"
 #include "tests/fakes/fake_print_journal.h"

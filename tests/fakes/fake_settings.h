@@ -6,7 +6,7 @@
 #include <string_view>
 #include <tuple>
 
-#include "platform/settings.h"
+#include "platform/parties/settings.h"
 
 namespace fakes {
 

@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/template_judge.h"
+#include "platform/parties/template_judge.h"
 
 namespace fakes {
 

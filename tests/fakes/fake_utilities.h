@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "platform/controls/text_field.h"
+#include "platform/parties/utilities.h"
 #include "platform/text.h"
-#include "platform/utilities.h"
 
 namespace fakes {
 

@@ -3,7 +3,7 @@
 #include <map>
 #include <string>
 
-#include "platform/view_settings.h"
+#include "platform/parties/view_settings.h"
 
 namespace fakes {
 

@@ -3,7 +3,7 @@
 #include <chrono>
 #include <vector>
 
-#include "platform/clock.h"
+#include "platform/parties/clock.h"
 
 namespace fakes {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/host_shell.h"
+#include "platform/parties/host_shell.h"
 
 namespace fakes {
 

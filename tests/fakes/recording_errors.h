@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/error_reporter.h"
+#include "platform/parties/error_reporter.h"
 
 namespace fakes {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/controls/form.h"
-#include "platform/host_shell.h"
+#include "platform/parties/host_shell.h"
 #include "tests/fakes/journal.h"
 
 namespace fakes {

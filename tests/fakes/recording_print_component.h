@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/print_component.h"
+#include "platform/parties/print_component.h"
 #include "tests/fakes/journal.h"
 
 namespace fakes {

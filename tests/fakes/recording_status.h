@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/status_display.h"
+#include "platform/parties/status_display.h"
 #include "tests/fakes/journal.h"
 
 namespace fakes {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/reference_database.h"
+#include "platform/parties/reference_database.h"
 #include "tests/fakes/rows.h"
 
 namespace fakes {

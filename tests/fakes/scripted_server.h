@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/message_component.h"
+#include "platform/parties/message_component.h"
 #include "platform/text.h"
 #include "tests/fakes/journal.h"
 #include "tests/fakes/manual_event_queue.h"

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "platform/request_message.h"
+#include "platform/parties/request_message.h"
 #include "tests/fakes/rows.h"
 
 namespace fakes {

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "platform/counter.h"
-#include "platform/trap.h"
+#include "platform/parties/trap.h"
 #include "tests/fakes/recording_errors.h"
 
 namespace platform {

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 
 namespace platform {
 namespace {

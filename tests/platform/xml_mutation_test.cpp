@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "tests/support/temporary_folder.h"
 
 namespace platform {

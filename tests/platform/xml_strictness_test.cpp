@@ -1,4 +1,4 @@
-#include "platform/xml_strictness.h"
+#include "platform/xml/xml_strictness.h"
 
 #include <gmock/gmock.h>
 

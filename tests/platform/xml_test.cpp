@@ -1,4 +1,4 @@
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 #include <gmock/gmock.h>
 

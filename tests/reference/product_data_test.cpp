@@ -10,7 +10,7 @@
 #include <gmock/gmock.h>
 #include <zip.h>
 
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "tests/fakes/manual_clock.h"

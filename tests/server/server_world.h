@@ -10,9 +10,9 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
+#include "platform/parties/request_message.h"
 #include "platform/record_layouts.h"
-#include "platform/request_message.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "server/database.h"
 #include "server/request_processor.h"
 #include "server/server_data.h"

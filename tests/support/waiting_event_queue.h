@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/host_shell.h"
+#include "platform/parties/host_shell.h"
 #include "tests/support/patience.h"
 
 namespace tests {

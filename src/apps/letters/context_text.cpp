@@ -3,7 +3,7 @@
 #include <array>
 
 #include "composition/node_state.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace apps {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "composition/frm_batch.h"
 #include "platform/text.h"
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 #include "workspace/messaging/diagnostic_mode.h"
 
 namespace apps {

@@ -8,7 +8,7 @@
 #include <QTimer>
 
 #include "desktop/binders/grid_model.h"
-#include "platform/view_settings.h"
+#include "platform/parties/view_settings.h"
 
 namespace desktop {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "platform/text.h"
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 
 namespace platform {
 

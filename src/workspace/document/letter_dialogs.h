@@ -3,7 +3,7 @@
 #include <string>
 
 #include "composition/kept_entries.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/letter_forms.h"
 #include "workspace/messaging/workspace_state.h"
 

@@ -2,8 +2,8 @@
 
 #include "customers/customer_inquiry.h"
 #include "customers/customer_selection.h"
-#include "platform/message_component.h"
-#include "platform/services.h"
+#include "platform/parties/message_component.h"
+#include "platform/parties/services.h"
 #include "tracking/batch_reprint.h"
 #include "tracking/correspondence_grid.h"
 #include "tracking/letter_actions.h"

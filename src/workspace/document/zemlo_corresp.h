@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "customers/selected_customer.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/document/parts.h"
 #include "workspace/document/workspace_data.h"
 

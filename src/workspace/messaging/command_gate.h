@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {

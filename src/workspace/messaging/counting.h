@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/counter.h"
-#include "platform/services.h"
+#include "platform/parties/services.h"
 
 namespace workspace {
 

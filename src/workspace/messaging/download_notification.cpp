@@ -1,7 +1,7 @@
 #include "workspace/messaging/download_notification.h"
 
 #include "platform/text.h"
-#include "platform/xml_escape.h"
+#include "platform/xml/xml_escape.h"
 #include "workspace/messaging/counting.h"
 #include "workspace/messaging/tag_reader.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/services.h"
+#include "platform/parties/services.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {

@@ -3,7 +3,7 @@
 #include <memory>
 
 #include "platform/identity.h"
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 #include "workspace/messaging/at_exit.h"
 
 namespace workspace {

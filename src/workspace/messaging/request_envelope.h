@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/key_item.h"
-#include "platform/message_component.h"
-#include "platform/services.h"
+#include "platform/parties/message_component.h"
+#include "platform/parties/services.h"
 #include "platform/value.h"
 #include "workspace/messaging/workspace_state.h"
 

@@ -1,11 +1,11 @@
-#include "platform/xml_cursor.h"
+#include "platform/xml/xml_cursor.h"
 
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "platform/text.h"
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 
 namespace platform {
 namespace {

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "platform/event.h"
-#include "platform/request_message.h"
-#include "platform/request_record.h"
+#include "platform/parties/request_message.h"
+#include "platform/parties/request_record.h"
 
 namespace platform {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 namespace platform {
 

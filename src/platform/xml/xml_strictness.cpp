@@ -1,4 +1,4 @@
-#include "platform/xml_strictness.h"
+#include "platform/xml/xml_strictness.h"
 
 #include <algorithm>
 #include <array>
@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "platform/text.h"
-#include "platform/xml_characters.h"
-#include "platform/xml_cursor.h"
-#include "platform/xml_declaration.h"
+#include "platform/xml/xml_characters.h"
+#include "platform/xml/xml_cursor.h"
+#include "platform/xml/xml_declaration.h"
 
 namespace platform {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/xml_cursor.h"
+#include "platform/xml/xml_cursor.h"
 
 namespace platform {
 

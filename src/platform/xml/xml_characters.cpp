@@ -1,4 +1,4 @@
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 
 #include <unicode/utf8.h>
 

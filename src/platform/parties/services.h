@@ -1,19 +1,19 @@
 #pragma once
 
-#include "platform/clock.h"
-#include "platform/comm_client.h"
-#include "platform/error_reporter.h"
-#include "platform/file_system.h"
-#include "platform/host_shell.h"
-#include "platform/message_component.h"
-#include "platform/print_component.h"
-#include "platform/print_journal.h"
-#include "platform/reference_database.h"
-#include "platform/settings.h"
-#include "platform/status_display.h"
-#include "platform/template_judge.h"
-#include "platform/trap.h"
-#include "platform/utilities.h"
+#include "platform/parties/clock.h"
+#include "platform/parties/comm_client.h"
+#include "platform/parties/error_reporter.h"
+#include "platform/parties/file_system.h"
+#include "platform/parties/host_shell.h"
+#include "platform/parties/message_component.h"
+#include "platform/parties/print_component.h"
+#include "platform/parties/print_journal.h"
+#include "platform/parties/reference_database.h"
+#include "platform/parties/settings.h"
+#include "platform/parties/status_display.h"
+#include "platform/parties/template_judge.h"
+#include "platform/parties/trap.h"
+#include "platform/parties/utilities.h"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/xml_escape.h"
+#include "platform/xml/xml_escape.h"
 
 #include <array>
 #include <utility>

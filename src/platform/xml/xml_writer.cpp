@@ -1,10 +1,10 @@
-#include "platform/xml_writer.h"
+#include "platform/xml/xml_writer.h"
 
 #include <pugixml.hpp>
 
 #include <string_view>
 
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 
 namespace platform {
 namespace {

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/error_reporter.h"
 #include "platform/failure.h"
 #include "platform/identity.h"
+#include "platform/parties/error_reporter.h"
 
 namespace platform {
 

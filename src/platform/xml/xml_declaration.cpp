@@ -1,10 +1,10 @@
-#include "platform/xml_declaration.h"
+#include "platform/xml/xml_declaration.h"
 
 #include <algorithm>
 #include <array>
 
 #include "platform/text.h"
-#include "platform/xml_characters.h"
+#include "platform/xml/xml_characters.h"
 
 namespace platform {
 namespace {

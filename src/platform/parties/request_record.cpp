@@ -1,4 +1,4 @@
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 
 #include <string>
 #include <vector>

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/key_item.h"
-#include "platform/request_record.h"
+#include "platform/parties/request_record.h"
 
 namespace platform {
 

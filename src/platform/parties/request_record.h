@@ -5,8 +5,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/parties/reference_database.h"
 #include "platform/record_set.h"
-#include "platform/reference_database.h"
 
 namespace platform {
 

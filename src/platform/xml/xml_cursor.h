@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/xml.h"
-#include "platform/xml_strictness.h"
+#include "platform/xml/xml.h"
+#include "platform/xml/xml_strictness.h"
 
 namespace platform {
 

@@ -1,13 +1,13 @@
-#include "platform/xml.h"
+#include "platform/xml/xml.h"
 
 #include <pugixml.hpp>
 
 #include <utility>
 
 #include "platform/failure.h"
-#include "platform/xml_characters.h"
-#include "platform/xml_strictness.h"
-#include "platform/xml_writer.h"
+#include "platform/xml/xml_characters.h"
+#include "platform/xml/xml_strictness.h"
+#include "platform/xml/xml_writer.h"
 
 namespace platform {
 namespace {
