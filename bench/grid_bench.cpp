@@ -25,7 +25,7 @@
 #include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
 #include "tracking/row_format.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/page_view.h"
-#include "workspace/batch_page.h"
+#include "workspace/pages/batch_page.h"
 
 namespace desktop {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/page_view.h"
-#include "workspace/correspondence_page.h"
+#include "workspace/pages/correspondence_page.h"
 
 namespace desktop {
 

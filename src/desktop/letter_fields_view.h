@@ -2,7 +2,7 @@
 
 #include <QGridLayout>
 
-#include "workspace/letter_page.h"
+#include "workspace/pages/letter_page.h"
 
 namespace desktop {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/page_view.h"
-#include "workspace/tracking_page.h"
+#include "workspace/pages/tracking_page.h"
 
 namespace desktop {
 

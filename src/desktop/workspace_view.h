@@ -3,7 +3,7 @@
 #include <QTabWidget>
 
 #include "platform/parties/view_settings.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace desktop {
 

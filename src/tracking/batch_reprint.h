@@ -8,9 +8,9 @@
 #include "platform/counter.h"
 #include "platform/parties/services.h"
 #include "tracking/run_progress.h"
-#include "workspace/letter_data.h"
+#include "workspace/letters/letter_data.h"
+#include "workspace/letters/print_run.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/print_run.h"
 
 namespace tracking {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/parties/services.h"
-#include "workspace/correspondence_page.h"
+#include "workspace/pages/correspondence_page.h"
 
 namespace tracking {
 

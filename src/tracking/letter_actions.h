@@ -5,7 +5,7 @@
 #include "platform/parties/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/local_reprint.h"
-#include "workspace/tracking_page.h"
+#include "workspace/pages/tracking_page.h"
 
 namespace tracking {
 

@@ -4,7 +4,7 @@
 
 #include "platform/text.h"
 #include "tracking/letter_owner.h"
-#include "workspace/listed_letters.h"
+#include "workspace/letters/listed_letters.h"
 
 namespace tracking {
 

@@ -6,10 +6,10 @@
 #include <utility>
 
 #include "platform/parties/services.h"
-#include "workspace/letter_data.h"
+#include "workspace/letters/letter_data.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace tracking {
 

@@ -8,7 +8,7 @@
 #include "tracking/letter_action_lists.h"
 #include "tracking/letter_fetch.h"
 #include "workspace/messaging/command_gate.h"
-#include "workspace/tracking_page.h"
+#include "workspace/pages/tracking_page.h"
 
 namespace tracking {
 

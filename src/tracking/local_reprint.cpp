@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/text.h"
-#include "workspace/listed_letters.h"
+#include "workspace/letters/listed_letters.h"
 #include "workspace/messaging/counting.h"
 
 namespace tracking {

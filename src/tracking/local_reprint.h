@@ -6,12 +6,12 @@
 #include "platform/parties/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/run_progress.h"
-#include "workspace/letter_data.h"
-#include "workspace/letter_names.h"
+#include "workspace/letters/letter_data.h"
+#include "workspace/letters/letter_names.h"
+#include "workspace/letters/print_run.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/workspace_state.h"
-#include "workspace/pages.h"
-#include "workspace/print_run.h"
+#include "workspace/pages/pages.h"
 
 namespace tracking {
 

@@ -3,10 +3,10 @@
 #include <cstddef>
 
 #include "platform/parties/services.h"
-#include "workspace/letter_names.h"
+#include "workspace/letters/letter_names.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/workspace_state.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace tracking {
 

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "tests/fakes/fake_services.h"
-#include "workspace/grid_style.h"
-#include "workspace/pages.h"
+#include "workspace/pages/grid_style.h"
+#include "workspace/pages/pages.h"
 
 namespace tests {
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/fakes/fake_services.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace tracking {
 namespace {

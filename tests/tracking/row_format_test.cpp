@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/fakes/fake_services.h"
-#include "workspace/letter_list.h"
+#include "workspace/requests/letter_list.h"
 
 namespace tracking {
 namespace {

@@ -1,4 +1,4 @@
-#include "workspace/bookmark_view.h"
+#include "workspace/letters/bookmark_view.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

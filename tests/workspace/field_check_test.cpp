@@ -1,4 +1,4 @@
-#include "workspace/field_check.h"
+#include "workspace/fields/field_check.h"
 
 #include <map>
 

@@ -1,4 +1,4 @@
-#include "workspace/history_record.h"
+#include "workspace/letters/history_record.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

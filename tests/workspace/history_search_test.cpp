@@ -1,9 +1,9 @@
-#include "workspace/history_search.h"
+#include "workspace/requests/history_search.h"
 
 #include <map>
 
 #include "tests/workspace/workspace_room_test.h"
-#include "workspace/page_fields.h"
+#include "workspace/fields/page_fields.h"
 
 namespace workspace {
 namespace {

@@ -1,4 +1,4 @@
-#include "workspace/letter_generation.h"
+#include "workspace/letters/letter_generation.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

@@ -1,4 +1,4 @@
-#include "workspace/letter_request.h"
+#include "workspace/requests/letter_request.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

@@ -1,4 +1,4 @@
-#include "workspace/letter_templates.h"
+#include "workspace/letters/letter_templates.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

@@ -1,4 +1,4 @@
-#include "workspace/page_fields.h"
+#include "workspace/fields/page_fields.h"
 
 #include "tests/workspace/workspace_room_test.h"
 

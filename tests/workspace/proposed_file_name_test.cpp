@@ -1,4 +1,4 @@
-#include "workspace/proposed_file_name.h"
+#include "workspace/letters/proposed_file_name.h"
 
 #include <gmock/gmock.h>
 

@@ -9,14 +9,14 @@
 #include "customers/customer_panel.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/fakes/recording_print_component.h"
-#include "workspace/field_check.h"
-#include "workspace/form_type_filter.h"
-#include "workspace/history_record.h"
-#include "workspace/letter_customer.h"
-#include "workspace/letter_generation.h"
-#include "workspace/letter_printing.h"
-#include "workspace/letter_request.h"
-#include "workspace/letter_templates.h"
+#include "workspace/fields/field_check.h"
+#include "workspace/fields/form_type_filter.h"
+#include "workspace/letters/history_record.h"
+#include "workspace/letters/letter_customer.h"
+#include "workspace/letters/letter_generation.h"
+#include "workspace/letters/letter_printing.h"
+#include "workspace/letters/letter_templates.h"
+#include "workspace/requests/letter_request.h"
 
 namespace workspace {
 

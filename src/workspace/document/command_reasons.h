@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/parties/services.h"
-#include "workspace/field_check.h"
+#include "workspace/fields/field_check.h"
 #include "workspace/messaging/workspace_state.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace workspace {
 

@@ -1,8 +1,8 @@
 #include "workspace/document/letter_dialogs.h"
 
 #include "composition/frm_letter.h"
-#include "workspace/letter_information.h"
-#include "workspace/proposed_file_name.h"
+#include "workspace/letters/letter_information.h"
+#include "workspace/letters/proposed_file_name.h"
 
 namespace workspace {
 

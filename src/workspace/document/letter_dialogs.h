@@ -4,7 +4,7 @@
 
 #include "composition/kept_entries.h"
 #include "platform/parties/services.h"
-#include "workspace/letter_forms.h"
+#include "workspace/letters/letter_forms.h"
 #include "workspace/messaging/workspace_state.h"
 
 namespace workspace {

@@ -4,7 +4,7 @@
 
 #include "workspace/document/reply_handlers.h"
 #include "workspace/messaging/reply_dispatcher.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace workspace {
 

@@ -6,8 +6,8 @@
 #include "workspace/document/command_reasons.h"
 #include "workspace/document/wiring.h"
 #include "workspace/document/zemlo_corresp.h"
-#include "workspace/grid_style.h"
 #include "workspace/messaging/diagnostic_mode.h"
+#include "workspace/pages/grid_style.h"
 
 namespace workspace {
 

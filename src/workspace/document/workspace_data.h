@@ -2,10 +2,10 @@
 
 #include "customers/customer_panel.h"
 #include "tracking/letter_action_lists.h"
-#include "workspace/letter_data.h"
+#include "workspace/letters/letter_data.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/workspace_state.h"
-#include "workspace/pages.h"
+#include "workspace/pages/pages.h"
 
 namespace workspace {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <utility>
 
+#include "workspace/fields/whole_number.h"
 #include "workspace/messaging/at_exit.h"
-#include "workspace/whole_number.h"
 
 namespace workspace {
 

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/parties/services.h"
+#include "workspace/fields/field_check.h"
+#include "workspace/fields/validation.h"
+#include "workspace/messaging/letter_request_fields.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages/tracking_page.h"
+
+namespace workspace {
+
+/// Whether the letter history may be searched by what the request holds.
+class SearchCheck {
+ public:
+  /// The references outlive this.
+  SearchCheck(const platform::Services& services, const WorkspaceState& state,
+              const LetterRequestFields& request, TrackingPage& page, FieldCheck& field_check)
+      : services_(services), state_(state), request_(request), page_(page), field_check_(field_check) {}
+
+  /// Collects what is wrong, marks the fields and shows one message box. `ok` tells whether the search may be
+  /// sent; where the check itself fails, it may not.
+  void ValidateSeach(bool& ok);
+
+ private:
+  std::vector<ValidationRule> Rules();
+
+  const platform::Services& services_;
+  const WorkspaceState& state_;
+  const LetterRequestFields& request_;
+  TrackingPage& page_;
+  FieldCheck& field_check_;
+};
+
+}  // namespace workspace

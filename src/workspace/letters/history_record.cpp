@@ -1,0 +1,65 @@
+#include "workspace/letters/history_record.h"
+
+#include <string>
+#include <utility>
+
+#include "platform/text.h"
+#include "platform/value.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Value;
+
+constexpr std::string_view kLayout = "CORRHIST";
+// The status and time of a letter that the server has yet to stamp.
+constexpr std::string_view kPrintStatus = "F";
+constexpr std::string_view kServersTime = "1900-01-01 01.01.01";
+constexpr std::string_view kOnline = "O";
+
+Value OrNull(const std::string& text) {
+  return text.empty() ? Value::Null() : Value(text);
+}
+
+}  // namespace
+
+void HistoryRecord::SendLetterHistoryADD(RequestDescription& message, LetterData& letter) const {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendLetterHistoryADD";
+  platform::Trap(services_, kProcedure, [&] {
+    letter.context = platform::ReplaceAll(letter.context, "'", "`");
+    RecordDescription::Row row = {
+        {"ACTION", "ADD"},
+        {"PRNT_STTS_CD", kPrintStatus},
+        {"LST_PRNT_TS", kServersTime},
+        {"SYS_RFRNC_CD", kOnline},
+        {"LTR_TYP_ID", letter.letter_type},
+        {"CUST_ID", letter.customer_id},
+        {"FORM_NBR", OrNull(letter.form_number)},
+        {"FORM_CK_DGT_NBR", OrNull(letter.check_digit)},
+        {"FORM_TYP_CD", OrNull(letter.form_type)},
+        {"DCMT_FILE_TXT", letter.template_name},
+        {"QZ_CNTY_NBR", letter.county_number},
+        {"LST_PRCS_TS", letter.process_time},
+        {"ADDR_TYP_CD", letter.address_type},
+        {"XML_CONTEXT", letter.context},
+    };
+    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
+  });
+}
+
+void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const LetterData& letter) const {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendLetterHistoryUPD";
+  platform::Trap(services_, kProcedure, [&] {
+    RecordDescription::Row row = {
+        {"ACTION", "UPD"},
+        {"SEQ_NBR", IsBatchBrowserOpen() ? Value(batch_browser_->CurrentText("SEQ_NBR"))
+                                         : Value(letter.sequence_number)},
+        {"PRNT_STTS_CD", kPrintStatus},
+        {"LST_PRNT_TS", kServersTime},
+    };
+    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
+  });
+}
+
+}  // namespace workspace

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "customers/customer_panel.h"
+#include "platform/parties/services.h"
+#include "platform/xml/xml.h"
+#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages/correspondence_page.h"
+
+namespace workspace {
+
+/// Whom a new letter is for. A letter about a form goes to the form's customer, whom only the server knows:
+/// where the page shows another one, the user says which of the two is wrong.
+class LetterCustomer {
+ public:
+  /// All references outlive this.
+  LetterCustomer(const platform::Services& services, const WorkspaceState& state,
+                 customers::CurrentCustomer& customer, CorrespondencePage& page)
+      : services_(services), state_(state), customer_(customer), page_(page) {}
+
+  /// The letter's data have come. Where the page shows no customer, it shows the letter's from here on; where
+  /// it shows another one, the user is asked with both names, and the page takes the letter's customer or
+  /// stays as it is with the form number marked. Returns whether the letter may go on.
+  ///
+  /// Throws Failure kDamaged where a letter about a form names no customer while the page shows one.
+  bool Settle(const LetterData& letter, const platform::XmlDocument& context);
+
+ private:
+  bool UserTakes(const LetterData& letter, const std::string& owner);
+  void TellWhatIsLeft(const std::string& belongs);
+
+  const platform::Services& services_;
+  const WorkspaceState& state_;
+  customers::CurrentCustomer& customer_;
+  CorrespondencePage& page_;
+};
+
+}  // namespace workspace

@@ -1,0 +1,196 @@
+#include "workspace/letters/letter_generation.h"
+
+#include <utility>
+
+#include "platform/identity.h"
+#include "platform/text.h"
+#include "platform/xml/xml.h"
+#include "workspace/fields/whole_number.h"
+#include "workspace/letters/address_status.h"
+#include "workspace/messaging/at_exit.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Trap;
+
+constexpr std::string_view kInputLayout = "XML_CONTEXT_INPUT";
+constexpr std::string_view kReceipt = "R";
+
+// A column of a reply; one that the server left out reads like an empty one.
+std::string TextOf(const platform::RecordSet& row, std::string_view column) {
+  return row.HasColumn(column) ? row.Text(column) : "";
+}
+
+}  // namespace
+
+void LetterGeneration::SelectNewType() {
+  Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
+    const auto letter_code = uses_.pages.correspondence.ZEMLO_LetterType.Code();
+    const auto letter_type = WholeNumber<std::int32_t>("letter type", letter_code);
+    const auto in_force = tried_ ? *tried_ : uses_.templates.InForce(letter_type);
+    if (!take_ && !RequireTemplate(in_force)) return;
+    const auto& shown = uses_.pages.correspondence.panel;
+    uses_.letter = {.letter_type = letter_code,
+                    .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
+                    .template_name = in_force.name,
+                    .template_path = in_force.path,
+                    .is_trial = tried_.has_value(),
+                    .form_type = uses_.request.form_type,
+                    .form_number = uses_.request.form_number,
+                    .check_digit = uses_.request.check_digit,
+                    .page_customer_id = std::string(platform::Trim(shown.customer_id.caption())),
+                    .page_customer_name = shown.name.caption()};
+
+    RequestDescription message{.type = 83,
+                               .name = "XMLRequest",
+                               .with_user_id = false,
+                               .keys = {platform::Criterion("key: LTR_TYP_ID", std::to_string(letter_type)),
+                                        platform::Criterion("key: POPULATE_LTR_BOOKMARKS", "Y"),
+                                        platform::Criterion("key: EmitFieldDescriptors", "Y"),
+                                        platform::Criterion("key: ExplainState", "Y")},
+                               .status = "Requesting bookmark information",
+                               .waits_for_context = true};
+    SendXMLRequest(message);
+    uses_.envelope.Send(message);
+  });
+}
+
+bool LetterGeneration::RequireTemplate(const TemplateInForce& in_force) const {
+  if (in_force.fault.empty()) return true;
+  uses_.services.status.ShowReason("No letter was made. " + in_force.fault);
+  TellRefusal(
+      in_force.name.empty()
+          ? "This request can not be processed at this time. Please create a template to complete this "
+            "request."
+          : "Unable to process this request. No template is available for print.",
+      platform::MessageIcon::kExclamation);
+  return false;
+}
+
+void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
+  constexpr const char* kProcedure = "ZEMLO_Corresp.SendXMLRequest";
+  Trap(uses_.services, kProcedure, [&] {
+    const auto& request = uses_.request;
+    const bool is_receipt = request.form_type == kReceipt;
+    RecordDescription::Row row;
+    const auto add = [&row](std::string column, const std::string& value) {
+      if (!value.empty()) row.emplace_back(std::move(column), value);
+    };
+    if (request.form_number.empty()) add("CUST_ID", request.customer_id);
+    add("FORM_NBR", request.form_number);
+    if (is_receipt) {
+      add("FORM_CK_DGT_NBR", request.check_digit);
+      add("RCPT_NBR", request.form_number);
+      add("RCPT_CK_DGT_NBR", request.check_digit);
+    }
+    add("FORM_TYP_CD", request.form_type);
+    message.records.push_back({std::string(kInputLayout), {std::move(row)}, kProcedure});
+  });
+}
+
+void LetterGeneration::CreateNewCorrespondence() {
+  constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
+  const AtExit enable(uses_.services, kProcedure, [this] { uses_.field_check.EnableCreateLetter(); });
+  const bool is_done = Trap(uses_.services, kProcedure, [&] {
+    uses_.letter.printed_from_entry_form = false;
+    const auto context = Reply("XML_Context");
+    if (context == nullptr)
+      throw platform::Failure(platform::Failure::Kind::kNotFound,
+                              "The server's reply brought no data of the letter.");
+    uses_.letter.context = context->FirstText();
+    const auto document = platform::XmlDocument::Parse(uses_.letter.context).OrFail();
+    composition::ZEMLO_NodeState root;
+    root.InitFromNode(document.Root());
+    const auto history = Reply("CORRHIST");
+    if (history != nullptr) TakeHistoryRow(*history);
+    if (!uses_.customer.Settle(uses_.letter, document)) return;
+
+    if (!root.IsErroneous()) {
+      FinishLetter(root, uses_.letter);
+    } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
+      uses_.services.status.ShowStatus("Ready");
+      TellWhyAddressesFail(document);
+      TellAddressErrors(root);
+    } else {
+      uses_.services.status.ShowStatus("Ready");
+      uses_.services.status.ShowReason("No letter was made. Its data are in error.");
+      uses_.forms.ShowLetterInformation({.context = uses_.letter.context, .is_refused = true});
+    }
+  });
+  if (!is_done) uses_.services.status.ShowStatus("Ready");
+}
+
+std::shared_ptr<platform::RecordSet> LetterGeneration::Reply(const std::string& record_name) const {
+  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), record_name,
+                                                        uses_.state.pending_message_key);
+  return record == nullptr || record->Recordset()->IsEmpty() ? nullptr : record->Recordset();
+}
+
+void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
+  auto& letter = uses_.letter;
+  auto& request = uses_.request;
+  const std::pair<const char*, std::string*> targets[] = {
+      {"CUST_ID", &letter.customer_id},       {"PRNT_STTS_CD", &letter.print_status},
+      {"QZ_CNTY_NBR", &letter.county_number}, {"FORM_NBR", &letter.form_number},
+      {"FORM_TYP_CD", &letter.form_type},     {"FORM_CK_DGT_NBR", &letter.check_digit},
+      {"LST_PRCS_TS", &letter.process_time},
+  };
+  for (const auto& [column, target] : targets) *target = TextOf(row, column);
+  request.form_number = letter.form_number;
+  request.form_type = letter.form_type;
+  request.check_digit = letter.check_digit;
+  const auto address_type = TextOf(row, "ADDR_TYP_CD");
+  letter.address_type =
+      address_type.empty() ? std::int16_t{0} : WholeNumber<std::int16_t>("address type", address_type);
+}
+
+// "Incomplete" is said of an address that is marked bad, too.
+void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context) const {
+  const auto reason = context.Root().Attribute("V_ExplainAddr").value_or("");
+  if (!reason.empty()) uses_.services.status.ShowReason("No letter was made. " + reason);
+}
+
+void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {
+  const auto tell = [this](const char* which) {
+    TellRefusal(std::string("Request could not be processed due to ") + which + " address is incomplete.",
+                platform::MessageIcon::kCritical);
+  };
+  if (root.HasMailWarn() && root.HasResiWarn()) {
+    tell("mail and residental");
+  } else if (root.HasMailWarn()) {
+    tell("mail");
+  } else if (root.HasResiWarn()) {
+    tell("residental");
+  }
+}
+
+// The letter is a copy: the entry form lets events in, which may begin the next letter.
+void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const {
+  if (take_) return take_(letter);
+  const auto request_name = uses_.state.pending_request_name;
+  if (root.IsParaType() || root.IsUserType()) {
+    uses_.printing.ReleasePreview();  // of the letter before: it must not open over the form
+    uses_.printing.ExpectFromDialog(letter, request_name);
+    CompleteLetter(letter);
+    if (letter.printed_from_entry_form) uses_.printing.PrintDoc(letter, request_name);
+    uses_.printing.DialogClosed();
+  } else {
+    uses_.printing.Preview(letter, request_name);
+  }
+}
+
+void LetterGeneration::CompleteLetter(LetterData& letter) const {
+  uses_.services.status.ShowStatus("Displaying bookmark information");
+  auto entered = uses_.forms.EnterBookmarks(letter);
+  letter.context = std::move(entered.XMLBookMark);
+  letter.printed_from_entry_form = entered.DocPrinted;
+  uses_.services.status.ShowStatus("Ready");
+}
+
+void LetterGeneration::TellRefusal(const std::string& text, platform::MessageIcon icon) const {
+  uses_.services.host.ShowMessage({text, icon, uses_.state.message_title});
+}
+
+}  // namespace workspace

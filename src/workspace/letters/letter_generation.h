@@ -1,0 +1,71 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "composition/node_state.h"
+#include "platform/parties/services.h"
+#include "platform/record_set.h"
+#include "workspace/fields/field_check.h"
+#include "workspace/letters/letter_customer.h"
+#include "workspace/letters/letter_data.h"
+#include "workspace/letters/letter_forms.h"
+#include "workspace/letters/letter_printing.h"
+#include "workspace/letters/letter_templates.h"
+#include "workspace/messaging/letter_request_fields.h"
+#include "workspace/messaging/request_envelope.h"
+#include "workspace/messaging/workspace_state.h"
+#include "workspace/pages/pages.h"
+
+namespace workspace {
+
+/// Makes a letter of a valid request: its data context is asked for, completed and previewed.
+class LetterGeneration {
+ public:
+  struct Uses {
+    const platform::Services& services;
+    WorkspaceState& state;
+    LetterRequestFields& request;
+    LetterData& letter;
+    Pages& pages;
+    RequestEnvelope& envelope;
+    LetterTemplates& templates;
+    LetterForms& forms;
+    LetterPrinting& printing;
+    LetterCustomer& customer;
+    FieldCheck& field_check;
+  };
+  explicit LetterGeneration(Uses uses) : uses_(uses) {}
+
+  /// Asks for the data context of the chosen letter type; where no letter can be made of its template, says
+  /// so and stops.
+  void SelectNewType();
+  /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
+  void CreateNewCorrespondence();
+  /// A letter whose data are without an error is handed to `take` from now on, and not made: it needs no
+  /// template.
+  void HandOut(std::function<void(const LetterData&)> take) { take_ = std::move(take); }
+  /// Letters are made of this template from now on, whatever the catalogue has and the template's errors are,
+  /// and never recorded.
+  void TryTemplate(TemplateInForce tried) { tried_ = std::move(tried); }
+
+ private:
+  void SendXMLRequest(RequestDescription& message) const;
+  std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
+  bool RequireTemplate(const TemplateInForce& in_force) const;
+  void TakeHistoryRow(const platform::RecordSet& row);
+  void TellWhyAddressesFail(const platform::XmlDocument& context) const;
+  void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
+  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const;
+  void CompleteLetter(LetterData& letter) const;
+  void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
+
+  const Uses uses_;
+  std::function<void(const LetterData&)> take_;
+  std::optional<TemplateInForce> tried_;
+};
+
+}  // namespace workspace

@@ -1,0 +1,233 @@
+#include "workspace/letters/letter_templates.h"
+
+#include <utility>
+
+#include "composition/common_template.h"
+#include "platform/identity.h"
+#include "platform/parties/request_record.h"
+#include "platform/text.h"
+#include "platform/xml/xml.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Failure;
+using platform::ReplaceAll;
+using platform::Trap;
+using platform::Trim;
+
+constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
+constexpr std::string_view kCopyProcedure = "ZEMLO_Corresp.CopyTemplate";
+
+// {R} stands for the quoted region, {T} for today, {L} for the quoted letter type. The blanks belong to the
+// statements.
+
+// For every letter type the newest version without an end and the newest that still is to end.
+constexpr std::string_view kAllTemplates =
+    "SELECT a.*  FROM FLS_Ltr_template AS a where  a.REGION={R}  and ((a.Tmplt_TS=  (Select MAX(b.tmplt_TS) "
+    "From "
+    "FLS_LTR_Template b where  b.REGION={R}  and b.LTR_TYP_ID = a.LTR_TYP_ID  and b.Exprtn_DT is NULL))  Or "
+    "(a.tmplt_TS =  (Select MAX(b.tmplt_TS) From FLS_ltr_template b where  b.REGION={R}  and b.EXPRTN_DT >= "
+    "#{T}# "
+    "And b.ltr_Typ_ID = a.ltr_Typ_ID)))  ORDER BY a.ltr_Typ_ID, a.tmplt_TS ";
+
+// For one letter type the same among the versions in force today.
+constexpr std::string_view kTemplateOfToday =
+    "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  WHERE a.REGION={R}  and ((a.Tmplt_TS=   (Select "
+    "MAX(b.tmplt_TS) From FLS_LTR_Template b where b.REGION={R} and ltr_Typ_ID={L} and EFCTV_DT <= #{T}# and "
+    "Exprtn_DT is NULL))  Or (a.tmplt_TS =   (Select MAX(b.tmplt_TS) From FLS_ltr_template b  where "
+    "b.REGION={R} "
+    "and ltr_Typ_ID={L} and EXPRTN_DT >= #{T}# and EFCTV_DT <= #{T}# )))   and Ltr_Typ_ID={L}";
+
+constexpr std::string_view kVersions =
+    "SELECT DCMT_NM, EFCTV_DT, EXPRTN_DT FROM FLS_LTR_TEMPLATE WHERE REGION={R} AND LTR_TYP_ID={L} "
+    "ORDER BY EFCTV_DT, TMPLT_TS";
+
+constexpr std::string_view kFolderInquiry =
+    "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>";
+
+// Names come from catalogue and history rows: none of them may lead out of the template folder.
+std::string_view PlainName(std::string_view name) {
+  const bool is_plain = !name.empty() && name.find_first_of("/\\:") == std::string_view::npos;
+  if (is_plain && name != "." && name != "..") return name;
+  throw Failure(Failure::Kind::kRefused,
+                "The template name \"" + std::string(name) +
+                    "\" is no plain file name. Correct it in the template catalogue.");
+}
+
+/// When the version in the row is in force, seen from `today`.
+std::string WhenInForce(const platform::RecordSet& versions, std::size_t row, const std::string& today) {
+  const auto first = versions.Text(row, "EFCTV_DT");
+  const auto last = versions.Text(row, "EXPRTN_DT");
+  const auto days = last.empty() ? "from " + first + " on" : "from " + first + " to " + last;
+  return (!last.empty() && last < today ? " was valid " : " is valid ") + days;
+}
+
+template <typename Step>
+void PassOverMissingFile(Step&& step) {
+  try {
+    step();
+  } catch (const Failure& failure) {
+    if (failure.kind() != Failure::Kind::kNotFound) throw;
+  }
+}
+
+}  // namespace
+
+void LetterTemplates::GetNetworkPath() {
+  Trap(services_, "ZEMLO_Corresp.GetNetworkPath", [&] {
+    envelope_.Send({.type = 83,
+                    .name = "GetNetworkPath",
+                    .with_user_id = false,
+                    .inquiry_xml = std::string(kFolderInquiry),
+                    .status = "Requesting Network Path."});
+  });
+}
+
+void LetterTemplates::DecodeNetworkPath() {
+  Trap(services_, kFolderProcedure, [&] { ReadServerFolder(ReplyText()); });
+  state_.pending_request_name.clear();
+}
+
+std::string LetterTemplates::ReplyText() const {
+  const auto record = services_.messages.GetRecord(std::string(platform::kApplicationName), "XML_Context",
+                                                   state_.pending_message_key);
+  return record == nullptr ? "" : record->Recordset()->FirstText();
+}
+
+void LetterTemplates::ReadServerFolder(const std::string& reply) {
+  const auto parsed = platform::XmlDocument::Parse(reply);
+  if (!parsed.document) {
+    const auto report = [this](const std::string& text) {
+      services_.errors.ReportError(text, platform::kComponentTitle, kFolderProcedure);
+    };
+    report("Message parsing error");
+    report("Message; " + parsed.error.reason);
+    return;
+  }
+  const auto element = parsed.document->FirstByTagName("L_TEMPLATE_PATH");
+  if (!element) throw Failure(Failure::Kind::kDamaged, "The server's reply names no template folder.");
+  std::string folder(Trim(element.Text()));
+  if (!folder.ends_with('\\')) folder += '\\';
+  state_.server_template_folder = std::move(folder);
+}
+
+void LetterTemplates::CopyTemplate() {
+  bool started = false;
+  const bool all_visited = Trap(services_, kCopyProcedure, [&] {
+    const auto rows = Catalogue(kAllTemplates);
+    services_.host.SetMousePointer(platform::MousePointer::kHourglass);
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+      services_.status.ShowStatus("Checking templates.");
+      const std::string name(Trim(rows->Text(row, "DCMT_NM")));
+      // A name that is wrong in the catalogue is no reason to go without the other templates.
+      if (!Trap(services_, kCopyProcedure, [&] { PlainName(name); }) || !DownloadWhereMissing(name)) continue;
+      started = true;
+      auto& awaited = awaited_[ServerPath(name)];
+      awaited.name = name;
+      awaited.letter_types.emplace(Trim(rows->Text(row, "LTR_TYP_ID")));
+    }
+  });
+  // Every letter needs it; it is no version of a letter type, so the catalogue does not name it.
+  Trap(services_, kCopyProcedure, [&] { started |= DownloadWhereMissing(composition::kCommonTemplate); });
+  if (!started || !all_visited) services_.status.ShowStatus("Ready");
+  state_.pending_request_name.clear();
+}
+
+bool LetterTemplates::DownloadWhereMissing(const std::string& name) {
+  bool is_here = false;
+  PassOverMissingFile([&] { is_here = services_.files.Exists(LocalPath(name)); });
+  if (is_here) return false;
+  bool is_started = false;
+  PassOverMissingFile([&] {
+    listener_.DownloadFile(ServerPath(name), services_.settings.TemplateFolder(), 0);
+    services_.status.ShowStatus("Downloading templates.");
+    is_started = true;
+  });
+  return is_started;
+}
+
+void LetterTemplates::TemplateCame(const std::string& source) {
+  const auto came = awaited_.extract(source);
+  if (came.empty()) return;
+  for (const auto& letter_type : came.mapped().letter_types) {
+    const auto fault = services_.template_judge.FaultOf(LocalPath(came.mapped().name), letter_type);
+    if (!fault.empty()) services_.errors.ReportError(fault, platform::kComponentTitle, kCopyProcedure);
+  }
+}
+
+std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
+  std::string path;
+  Trap(services_, "ZEMLO_Correspndnce.GetTemplateFileName", [&] {
+    const auto rows = Catalogue(kTemplateOfToday, std::to_string(letter_type));
+    if (rows->IsEmpty()) return;
+    rows->MoveFirst();
+    state_.template_name = rows->Text("DCMT_NM");
+    path = LocalPath(state_.template_name);
+  });
+  return path;
+}
+
+TemplateInForce LetterTemplates::InForce(std::int32_t letter_type) {
+  const auto code = std::to_string(letter_type);
+  const auto path = GetTemplateFileName(letter_type);
+  if (path.empty()) return {.fault = WhyNoTemplate(code) + " Ask the administrator for one."};
+  TemplateInForce found{.name = state_.template_name, .path = path};
+  found.fault = services_.files.Exists(path)
+                    ? services_.template_judge.FaultOf(path, code)
+                    : "The template file \"" + path +
+                          "\" is missing. Start the program again to fetch it, or ask the administrator.";
+  return found;
+}
+
+std::string LetterTemplates::WhyNoTemplate(const std::string& letter_type) const {
+  const auto today = platform::DateText(services_.clock.Today());
+  const auto subject = "Letter type " + platform::Quoted(letter_type) + " has no template";
+  try {
+    const auto versions = Catalogue(kVersions, letter_type);
+    if (versions->IsEmpty()) return subject + " in the catalogue.";
+    std::string listed;
+    for (std::size_t row = 0; row < versions->RecordCount(); ++row) {
+      listed += (row == 0 ? ": " : ", ") + platform::Quoted(Trim(versions->Text(row, "DCMT_NM"))) +
+                WhenInForce(*versions, row, today);
+    }
+    return subject + " that is in force on " + today + listed + ".";
+  } catch (const Failure&) {
+    // The look-up of the template has reported it.
+    return subject + " that is in force on " + today + ".";
+  }
+}
+
+std::shared_ptr<platform::RecordSet> LetterTemplates::Catalogue(std::string_view query,
+                                                                std::string_view letter_type) const {
+  const auto region = platform::UpperCase(Trim(services_.settings.Region()));
+  auto statement = ReplaceAll(query, "{T}", platform::DateText(services_.clock.Today()));
+  statement = ReplaceAll(statement, "{L}", "'" + std::string(letter_type) + "'");
+  statement = ReplaceAll(statement, "{R}", services_.utilities.SqlQuote(region));
+
+  platform::RequestRecord record(services_.reference);
+  record.Source(std::move(statement));
+  record.Open();
+  return record.Recordset();
+}
+
+void LetterTemplates::BringIfMissing(const std::string& template_name) {
+  const auto local_path = LocalPath(template_name);
+  if (services_.files.Exists(local_path)) return;
+  services_.status.ShowReason("The template file \"" + local_path + "\" is missing and will be fetched.");
+  services_.host.ShowMessage(
+      {"You do not have the correct template for this letter. Template will be downloaded from server.",
+       platform::MessageIcon::kExclamation, state_.message_title});
+  services_.files.CopyFile(ServerPath(template_name), local_path);
+}
+
+std::string LetterTemplates::LocalPath(std::string_view template_name) const {
+  return services_.settings.TemplateFolder() + std::string(PlainName(template_name));
+}
+
+std::string LetterTemplates::ServerPath(std::string_view template_name) const {
+  return state_.server_template_folder + std::string(PlainName(template_name));
+}
+
+}  // namespace workspace

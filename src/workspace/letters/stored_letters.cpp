@@ -1,0 +1,65 @@
+#include "workspace/letters/stored_letters.h"
+
+#include "platform/identity.h"
+#include "platform/text.h"
+#include "platform/xml/xml.h"
+#include "workspace/fields/whole_number.h"
+
+namespace workspace {
+
+using platform::Failure;
+
+namespace {
+
+constexpr const char* kContext = "XML_CONTEXT";
+
+std::string ContextOf(const platform::RecordSet& reply) {
+  const auto document = platform::XmlDocument::Parse(reply.FirstText()).OrFail();
+  const auto context = document.FirstByTagName(kContext);
+  if (context) return context.Xml();
+  throw Failure(Failure::Kind::kDamaged,
+                "The stored letter has no element \"" + std::string(kContext) + "\".");
+}
+
+}  // namespace
+
+void StoredLetters::MergeLetter(PageIndex page, const std::string& mode, const std::string& letter_type) {
+  const auto request_name = uses_.state.pending_request_name;
+  bool is_merged = false;
+  platform::Trap(uses_.services, "ZEMLO_Corresp.MergeLetter",
+                 [&] { is_merged = Merge(page, mode, letter_type, request_name); });
+  if (!is_merged) uses_.printing.EndRun(request_name);
+}
+
+bool StoredLetters::Merge(PageIndex page, const std::string& mode, const std::string& letter_type,
+                          const std::string& request_name) {
+  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), kContext,
+                                                        uses_.state.pending_message_key);
+  if (record == nullptr || record->Recordset()->IsEmpty()) return false;
+  auto letter = uses_.letter;
+  letter.context = ContextOf(*record->Recordset());
+  letter.template_name = TemplateName(page, letter_type);
+  letter.template_path = uses_.templates.LocalPath(letter.template_name);
+  uses_.templates.BringIfMissing(letter.template_name);
+
+  const auto wanted = platform::UpperCase(mode);
+  if (wanted == "PREVIEW") {
+    uses_.printing.Preview(letter, request_name);
+  } else if (wanted == "SAVE") {
+    uses_.printing.Save(letter, request_name);
+  } else {
+    uses_.printing.Print(letter, request_name);
+  }
+  return true;
+}
+
+std::string StoredLetters::TemplateName(PageIndex page, const std::string& letter_type) const {
+  if (page != PageIndex::kBatchReprint) return uses_.letter.template_name;
+  const auto path =
+      uses_.templates.GetTemplateFileName(WholeNumber<std::int32_t>("letter type", letter_type));
+  if (!path.empty()) return uses_.state.template_name;
+  throw Failure(Failure::Kind::kNotFound,
+                "Letter type \"" + letter_type + "\" has no template today. Give it one and print again.");
+}
+
+}  // namespace workspace

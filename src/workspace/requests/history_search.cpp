@@ -1,0 +1,160 @@
+#include "workspace/requests/history_search.h"
+
+#include <string>
+
+#include "platform/identity.h"
+#include "platform/text.h"
+#include "workspace/requests/letter_list.h"
+
+namespace workspace {
+
+namespace {
+
+using platform::Criterion;
+using platform::KeyItem;
+using platform::Trap;
+
+constexpr const char* kClearForAll = " only. Clear the page to search those of all customers.";
+
+std::string DayText(const platform::DateField& field) {
+  return field.value() ? platform::DateText(*field.value()) : "";
+}
+
+void AddIfGiven(std::vector<KeyItem>& keys, const char* key, const std::string& value) {
+  if (!value.empty()) keys.push_back(Criterion(key, value));
+}
+
+}  // namespace
+
+void HistorySearch::mCmdTracking_Click() {
+  Trap(uses_.services, "ZEMLO_Correspndnce.mCmdTracking_Click", [&] {
+    TakeCriteria();
+    bool ok = false;
+    uses_.check.ValidateSeach(ok);
+    if (!ok) return;
+    auto& panel = uses_.pages.tracking.panel;
+    const bool could_select = panel.select_customer.enabled();
+    panel.EnableSelection(false);
+    uses_.letter_request.GetFormAndCheckDigit();
+    if (!SendLetterInq(PageIndex::kTracking)) return panel.EnableSelection(could_select);
+    narrowed_to_ = CustomerOfAListedLetter();
+    if (!narrowed_to_.empty()) {
+      uses_.services.status.ShowReason("Searching letters of " + narrowed_to_ + kClearForAll);
+    }
+  });
+}
+
+std::string HistorySearch::CustomerOfAListedLetter() const {
+  const auto& panel = uses_.pages.tracking.panel;
+  if (uses_.customer.TrackingCustomerFixed || panel.customer_id.caption().empty()) return "";
+  const auto name = platform::ReplaceAll(panel.name.caption(), "&&", "&");
+  return panel.customer_id.caption() + (name.empty() ? "" : " " + name);
+}
+
+void HistorySearch::TakeCriteria() {
+  auto& page = uses_.pages.tracking;
+  auto& request = uses_.request;
+  request.form_text = page.txtFormNum.text();
+  request.customer_id = page.panel.customer_id.caption();
+  request.form_type = platform::Trim(page.ZEMLO_FormTypeCodes.Code());
+  request.from_date = DayText(page.from_date);
+  request.to_date = DayText(page.to_date);
+  request.batch_number = page.txtBatch.text();
+  uses_.troop_district.TroopDistrictSplit();
+  // A number without a digit keeps the digit of the one before it: that was another search, or a letter.
+  request.check_digit.clear();
+}
+
+bool HistorySearch::SendLetterInq(PageIndex page) {
+  return Trap(uses_.services, "ZEMLO_Corresp.SendLetterInq", [&] {
+    uses_.envelope.Send({
+        .type = 79,
+        .name = "Letter_History",
+        .keys = Keys(page),
+        .status = "Requesting letter history",
+        .status_when = RequestDescription::Status::kBeforeSending,
+        .mode = RequestDescription::SendMode::kSendAndWait,
+    });
+    uses_.pages.sdgGrid(page).SetEnabled(false);
+  });
+}
+
+std::vector<KeyItem> HistorySearch::Keys(PageIndex page) {
+  const auto& request = uses_.request;
+  const bool is_tracking = page == PageIndex::kTracking;
+  std::vector<KeyItem> keys;
+  AddIfGiven(keys, "key:LTR_TYP_ID", uses_.pages.Letter(page).ZEMLO_LetterType.Code());
+  if (is_tracking || request.form_number.empty()) AddIfGiven(keys, "key:CUST_ID", request.customer_id);
+  AddIfGiven(keys, "key:FORM_NBR", request.form_number);
+  AddIfGiven(keys, "key:FORM_CK_DGT_NBR", request.check_digit);
+  AddIfGiven(keys, "key:FORM_TYP_CD", request.form_type);
+  if (is_tracking) AddTrackingKeys(keys);
+  keys.push_back(Criterion("key:THIN", "YES"));
+  return keys;
+}
+
+void HistorySearch::AddTrackingKeys(std::vector<KeyItem>& keys) const {
+  keys.push_back(Criterion("key:LETTER_TYPE", LetterStatus()));
+  AddIfGiven(keys, "key:TRP_ID", uses_.request.troop);
+  AddIfGiven(keys, "key:TRP_DIST_ID", uses_.request.district);
+  AddDates(keys);
+  AddIfGiven(keys, "key:BATCH_NBR", uses_.request.batch_number);
+}
+
+// A to date alone is no criterion: the check refuses it.
+void HistorySearch::AddDates(std::vector<KeyItem>& keys) const {
+  const auto& from = uses_.request.from_date;
+  const auto& to = uses_.request.to_date;
+  if (from.empty()) return;
+  const bool is_range = !to.empty() && to != from;
+  keys.push_back(is_range ? Criterion("key:START_DT", from + " and " + to, "between")
+                          : Criterion("key:START_DT", from));
+}
+
+const char* HistorySearch::LetterStatus() const {
+  const auto& options = uses_.pages.tracking.OptLetterStatus;
+  if (options[TrackingPage::kSuccessful].selected()) return "Succeeded";
+  if (options[TrackingPage::kFailure].selected()) return "Failed";
+  return "All";
+}
+
+void HistorySearch::FillHistory(PageIndex index) {
+  const bool is_done = Trap(uses_.services, "ZEMLO_Corresp.FillHistory", [&] {
+    const auto listing = index == PageIndex::kBatch ? PageIndex::kTracking : index;
+    uses_.services.host.SetMousePointer(platform::MousePointer::kNormal);
+    ListReply(uses_.pages.Letter(listing));
+    if (listing == PageIndex::kTracking && !narrowed_to_.empty()) {
+      uses_.services.status.ShowReason("These are letters of " + narrowed_to_ + kClearForAll);
+    }
+    listing == PageIndex::kTracking ? WithdrawLetterActions() : WithdrawOnlineActions();
+  });
+  if (!is_done) uses_.services.status.ShowStatus("Ready");
+}
+
+void HistorySearch::ListReply(LetterPage& page) {
+  const auto letters = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), "CORRHIST",
+                                                         uses_.state.pending_message_key);
+  if (!letters || letters->RecordCount() == 0) {
+    ShowNoLetters(uses_.services, page.sdgGrid);
+    uses_.services.status.ShowStatus("No letter history record found");
+    return;
+  }
+  ShowLetters(page.sdgGrid, letters->Recordset());
+  uses_.services.status.ShowStatus("Displaying letter history");
+}
+
+void HistorySearch::WithdrawLetterActions() {
+  for (auto& option : uses_.pages.tracking.OptLetter) {
+    option.SetEnabled(false);
+    option.SetSelected(false);
+  }
+}
+
+// No letter of the new list is selected.
+void HistorySearch::WithdrawOnlineActions() {
+  for (const auto option : {CorrespondencePage::kViewLetter, CorrespondencePage::kPrintLetter}) {
+    uses_.pages.correspondence.OptOnline[option].SetEnabled(false);
+  }
+}
+
+}  // namespace workspace
