@@ -3,7 +3,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "server/server_data.h"
+#include "server/setup/server_data.h"
 
 namespace bench {
 

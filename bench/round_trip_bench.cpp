@@ -13,8 +13,8 @@
 #include <QCoreApplication>
 
 #include "bench/demo_server.h"
-#include "server/communications_client.h"
-#include "server/server_message_component.h"
+#include "server/link/communications_client.h"
+#include "server/link/server_message_component.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/support/temporary_folder.h"
 #include "workspace/messaging/reply_dispatcher.h"

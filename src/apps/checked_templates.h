@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/parties/template_judge.h"
-#include "server/field_directory.h"
+#include "server/link/field_directory.h"
 #include "wordprocessor/docx_file.h"
 #include "wordprocessor/template_check.h"
 

@@ -12,9 +12,9 @@
 #include "platform/identity.h"
 #include "reference/office_utilities.h"
 #include "reference/reference_database.h"
-#include "server/communications_client.h"
-#include "server/customer_directory.h"
-#include "server/server_message_component.h"
+#include "server/link/communications_client.h"
+#include "server/link/customer_directory.h"
+#include "server/link/server_message_component.h"
 #include "wordprocessor/template_folder.h"
 
 namespace apps {

@@ -14,7 +14,7 @@
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
-#include "server/server_folders.h"
+#include "server/storage/server_folders.h"
 #include "wordprocessor/print_template.h"
 #include "wordprocessor/printer_queues.h"
 #include "wordprocessor/printers.h"

@@ -1,4 +1,4 @@
-#include "server/communications_client.h"
+#include "server/link/communications_client.h"
 
 #include <sys/resource.h>
 
@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
-#include "server/server_folders.h"
+#include "server/storage/server_folders.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/support/waiting_event_queue.h"
 

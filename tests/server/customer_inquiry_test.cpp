@@ -1,8 +1,8 @@
-#include "server/customer_inquiry.h"
+#include "server/customers/customer_inquiry.h"
 
 #include <optional>
 
-#include "server/schema.h"
+#include "server/schema/schema.h"
 
 #include "tests/server/server_world.h"
 

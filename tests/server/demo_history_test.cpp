@@ -1,4 +1,4 @@
-#include "server/demo_history.h"
+#include "server/setup/demo_history.h"
 
 #include <map>
 #include <set>

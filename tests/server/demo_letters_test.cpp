@@ -3,7 +3,7 @@
 #include <set>
 #include <sstream>
 
-#include "server/field_flags.h"
+#include "server/wire/field_flags.h"
 #include "tests/server/server_world.h"
 
 // docs/demo-data.md lists which demo customer and letter type shows what; the list is walked here, so that it

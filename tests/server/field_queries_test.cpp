@@ -1,4 +1,4 @@
-#include "server/field_queries.h"
+#include "server/context/field_queries.h"
 
 #include <fstream>
 #include <map>
@@ -6,7 +6,7 @@
 #include <sstream>
 #include <thread>
 
-#include "server/application_server.h"
+#include "server/requests/application_server.h"
 #include "tests/server/server_world.h"
 
 namespace {

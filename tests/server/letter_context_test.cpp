@@ -1,4 +1,4 @@
-#include "server/letter_context.h"
+#include "server/context/letter_context.h"
 
 #include <optional>
 

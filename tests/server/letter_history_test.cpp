@@ -1,4 +1,4 @@
-#include "server/letter_history.h"
+#include "server/history/letter_history.h"
 
 #include "tests/server/server_world.h"
 

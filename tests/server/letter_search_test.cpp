@@ -1,6 +1,6 @@
-#include "server/letter_search.h"
+#include "server/history/letter_search.h"
 
-#include "server/stored_context.h"
+#include "server/context/stored_context.h"
 #include "tests/server/server_world.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "server/request_processor.h"
+#include "server/requests/request_processor.h"
 
 #include <thread>
 

@@ -1,11 +1,11 @@
-#include "server/server_data.h"
+#include "server/setup/server_data.h"
 
 #include <algorithm>
 #include <thread>
 
-#include "server/check_digit.h"
-#include "server/customer_directory.h"
-#include "server/database.h"
+#include "server/link/customer_directory.h"
+#include "server/storage/database.h"
+#include "server/subject/check_digit.h"
 #include "tests/server/server_world.h"
 
 namespace {

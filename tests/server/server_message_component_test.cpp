@@ -1,7 +1,7 @@
-#include "server/server_message_component.h"
+#include "server/link/server_message_component.h"
 
-#include "server/database.h"
-#include "server/reply_store.h"
+#include "server/storage/database.h"
+#include "server/wire/reply_store.h"
 #include "tests/server/server_world.h"
 #include "tests/support/waiting_event_queue.h"
 

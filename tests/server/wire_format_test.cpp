@@ -1,4 +1,4 @@
-#include "server/wire_format.h"
+#include "server/wire/wire_format.h"
 
 #include <gmock/gmock.h>
 

@@ -9,7 +9,7 @@
 #include "host/error_log.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
-#include "server/customer_directory.h"
+#include "server/link/customer_directory.h"
 
 namespace apps {
 

@@ -15,8 +15,8 @@
 #include "platform/table_faults.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
-#include "server/server_data.h"
-#include "server/server_folders.h"
+#include "server/setup/server_data.h"
+#include "server/storage/server_folders.h"
 #include "wordprocessor/print_template.h"
 
 namespace apps {

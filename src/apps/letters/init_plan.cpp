@@ -7,7 +7,7 @@
 #include "host/settings_file.h"
 #include "platform/failure.h"
 #include "platform/file_access.h"
-#include "server/server_folders.h"
+#include "server/storage/server_folders.h"
 
 namespace apps {
 namespace {

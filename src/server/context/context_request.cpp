@@ -1,0 +1,73 @@
+#include "server/context/context_request.h"
+
+#include <array>
+
+#include "platform/failure.h"
+#include "server/context/letter_context.h"
+#include "server/context/stored_explanations.h"
+
+namespace server {
+namespace {
+
+using platform::Failure;
+using platform::Value;
+
+constexpr auto kHistoryStart =
+    std::to_array<std::string_view>({"CUST_ID", "PRNT_STTS_CD", "QZ_CNTY_NBR", "FORM_NBR", "FORM_TYP_CD",
+                                     "FORM_CK_DGT_NBR", "LST_PRCS_TS", "ADDR_TYP_CD"});
+
+Value AddressType(AddressVerdict::Use use) {
+  switch (use) {
+    case AddressVerdict::Use::kMail:
+      return 1;
+    case AddressVerdict::Use::kResidential:
+      return 2;
+    case AddressVerdict::Use::kNone:
+      break;
+  }
+  return {};
+}
+
+std::string Status(const AddressVerdict& verdict, const ContextField& context) {
+  if (verdict.IsRefused()) return "V";
+  return context.IsErroneous() ? "E" : "P";
+}
+
+void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const AddressVerdict& verdict,
+                     const ContextField& context) {
+  auto& history = exchange.reply.AddRecord("CORRHIST", {kHistoryStart.begin(), kHistoryStart.end()});
+  history.AddNew();
+  history.Set("CUST_ID", subject.customer.id);
+  history.Set("PRNT_STTS_CD", Status(verdict, context));
+  history.Set("QZ_CNTY_NBR", subject.customer.county_number);
+  history.Set("LST_PRCS_TS", platform::TimestampText(exchange.now));
+  history.Set("ADDR_TYP_CD", AddressType(verdict.use));
+  if (!subject.form) return;
+  history.Set("FORM_NBR", subject.form->number);
+  history.Set("FORM_TYP_CD", subject.form->type);
+  history.Set("FORM_CK_DGT_NBR", subject.form->check_digit);
+}
+
+}  // namespace
+
+void AnswerContext(Exchange& exchange) {
+  const auto letter_type = exchange.keys.Text("LTR_TYP_ID");
+  const auto fields = FindLetterFields(exchange.database, letter_type);
+  if (fields.empty())
+    throw Failure(Failure::Kind::kNotFound, "There is no letter type \"" + letter_type + "\".");
+  auto subject = FindLetterSubject(exchange, letter_type);
+  subject.address_rules = AddressRules(fields);
+  const auto verdict = JudgeAddresses(subject.customer, subject.office.state, subject.address_rules);
+  const bool with_values =
+      !exchange.keys.Has("POPULATE_LTR_BOOKMARKS") || exchange.keys.IsYes("POPULATE_LTR_BOOKMARKS");
+  const auto limits = FieldQueryLimits(exchange.ending);
+  const auto context =
+      BuildLetterContext(subject, fields, verdict, with_values, [&](const LetterField& field) {
+        return RunFieldQuery(exchange.database, field.source, field.rules, subject, limits);
+      });
+  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"})
+      .Append({ContextXml(context, AskedExplanations(exchange.keys))});
+  AddHistoryStart(exchange, subject, verdict, context);
+}
+
+}  // namespace server

@@ -1,0 +1,78 @@
+#include "server/customers/customer_inquiry.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/record_layouts.h"
+#include "platform/text.h"
+#include "server/customers/customer_search.h"
+
+namespace server {
+namespace {
+
+using platform::EqualsIgnoringCase;
+using platform::Failure;
+using platform::RecordSet;
+using platform::Value;
+
+constexpr std::string_view kId = "CUST_ID";
+constexpr std::string_view kBalance = "OT_BAL";
+constexpr std::size_t kMostFound = 200;
+
+void LeaveOut(std::vector<std::string>& columns, std::string_view name) {
+  const auto same = [&](const std::string& column) { return EqualsIgnoringCase(column, name); };
+  const auto column = std::ranges::find_if(columns, same);
+  if (column == columns.end() || EqualsIgnoringCase(name, kId)) {
+    throw Failure(Failure::Kind::kRefused,
+                  "The column \"" + std::string(name) + "\" cannot be left out of a customer.");
+  }
+  columns.erase(column);
+}
+
+/// The columns of a customer but those that `excluded` names, separated by commas.
+std::vector<std::string> ColumnsWithout(std::string_view excluded) {
+  std::vector<std::string> columns(platform::kCustomerColumns.begin(), platform::kCustomerColumns.end());
+  while (!excluded.empty()) {
+    const auto name = excluded.substr(0, excluded.find(','));
+    excluded.remove_prefix(std::min(name.size() + 1, excluded.size()));
+    LeaveOut(columns, platform::Trim(name));
+  }
+  return columns;
+}
+
+void AppendCustomer(RecordSet& record, const RecordSet& stored, std::size_t row) {
+  std::vector<Value> values;
+  for (const auto& column : record.columns()) {
+    const auto& value = stored.Get(row, column);
+    values.push_back(column == kBalance ? Value(platform::Money::FromCents(value.AsInteger())) : value);
+  }
+  record.Append(std::move(values));
+}
+
+}  // namespace
+
+void AnswerCustomer(Exchange& exchange) {
+  auto columns = ColumnsWithout(exchange.keys.Text("EXCLCOLS"));
+  const auto stored =
+      exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?", {exchange.keys.Text(kId)});
+  if (stored->IsEmpty()) return;
+  AppendCustomer(exchange.reply.AddRecord("CUSTOMER", std::move(columns)), *stored, 0);
+}
+
+void AnswerCustomerSearch(Exchange& exchange) {
+  const auto found = FindCustomers(exchange.database, exchange.keys.Text("CUST_FIND"), kMostFound + 1);
+  auto& customers = exchange.reply.AddRecord("CUSTOMER", ColumnsWithout(kBalance));
+  for (std::size_t row = 0; row < std::min(found->RecordCount(), kMostFound); ++row) {
+    AppendCustomer(customers, *found, row);
+  }
+  exchange.reply
+      .AddRecord("CUSTOMER_SEARCH",
+                 {platform::kCustomerSearchColumns.begin(), platform::kCustomerSearchColumns.end()})
+      .Append({found->RecordCount() > kMostFound ? "Y" : "N"});
+}
+
+}  // namespace server

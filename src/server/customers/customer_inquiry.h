@@ -1,0 +1,17 @@
+#pragma once
+
+#include "server/wire/exchange.h"
+
+namespace server {
+
+/// Answers the key CUST_ID with that customer as it is stored, nulls included: record "CUSTOMER", without the
+/// columns that EXCLCOLS names, separated by commas. A customer that is not there gives no record. Throws
+/// Failure kRefused for a column that cannot be left out.
+void AnswerCustomer(Exchange& exchange);
+
+/// Answers the key CUST_FIND with the customers whose id, name, city or account holds the words of its value
+/// (FindCustomers), at most 200: record "CUSTOMER" without OT_BAL. The record "CUSTOMER_SEARCH" says whether
+/// there are more.
+void AnswerCustomerSearch(Exchange& exchange);
+
+}  // namespace server

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <stop_token>
+#include <string>
+#include <string_view>
+
+#include "platform/parties/clock.h"
+#include "server/wire/wire_format.h"
+
+namespace server {
+
+class Database;
+
+/// Answers requests one after the other: reads each, finds who answers it, gives it a transaction of its own.
+/// Stays on the thread of its first request.
+class RequestProcessor {
+ public:
+  /// `data_folder`: the folder that `init` has made. `clock` outlives the processor; it is asked on its
+  /// thread. `ending`, stopped from any thread, breaks off what takes long and changes nothing.
+  RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock,
+                   std::stop_token ending = {});
+  ~RequestProcessor();
+
+  /// Always an answer, never a failure: what goes wrong is the reply's error text, and nothing is stored
+  /// then. A changing request whose key has been answered before gets the same reply again and changes
+  /// nothing.
+  std::string Answer(std::string_view request_text) noexcept;
+
+ private:
+  std::string AnswerOrFail(const Request& request);
+  Database& OpenDatabase();
+
+  // Constant after construction.
+  const std::filesystem::path data_folder_;
+  const std::filesystem::path template_folder_;
+  const platform::Clock& clock_;
+  const std::stop_token ending_;
+
+  std::unique_ptr<Database> database_;  // opened by the first request that can open it
+};
+
+}  // namespace server

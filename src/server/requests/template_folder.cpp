@@ -1,0 +1,23 @@
+#include "server/requests/template_folder.h"
+
+#include "platform/failure.h"
+#include "platform/xml/xml.h"
+
+namespace server {
+
+using platform::Failure;
+using platform::XmlDocument;
+
+void AnswerTemplateFolder(Exchange& exchange) {
+  const auto inquiry = platform::While(
+      "reading the inquiry", [&] { return XmlDocument::Parse(exchange.request.inquiry_xml).OrFail(); });
+  if (inquiry.Root().Name() != "XML_CONTEXT_INQUIRY" || !inquiry.FirstByTagName("L_TEMPLATE_PATH")) {
+    throw Failure(Failure::Kind::kRefused,
+                  "The server does not know the inquiry \"" + exchange.request.inquiry_xml + "\".");
+  }
+  XmlDocument answer("XML_CONTEXT");
+  answer.Root().AppendChild("L_TEMPLATE_PATH").SetText(exchange.template_folder.string());
+  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"}).Append({answer.Root().Xml()});
+}
+
+}  // namespace server

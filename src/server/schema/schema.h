@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "server/storage/database.h"
+
+namespace server {
+
+/// The version of the tables that this program reads and writes.
+inline constexpr std::int64_t kSchemaVersion = 6;
+
+/// The entry of server_info with the text of the letter definitions as they were read last.
+inline constexpr const char* kDefinitions = "letter definitions";
+
+/// The time by which a letter is found and listed: when it was first printed, and for a letter that was never
+/// printed when it was processed. Written out in each statement, because indexes are kept of this expression.
+inline constexpr std::string_view kLetterTime = "COALESCE(PRNT_TS, LST_PRCS_TS)";
+
+/// Makes the tables in an empty database, and writes down their version.
+void CreateTables(Database& database);
+/// Makes the indexes of the letter history: after the tables, and after many letters came at once.
+void CreateHistoryIndexes(Database& database);
+
+/// Whether the tables are those of this program's version. Throws Failure kDamaged where there is no version
+/// at all.
+bool HasCurrentTables(Database& database);
+
+/// Throws Failure kRefused where the data were made by a program with other tables, kDamaged where there is
+/// no version at all. Data of an older program that can be carried over are; everything or nothing. Customers
+/// that were put in by other means become findable.
+void PrepareSchema(Database& database);
+
+}  // namespace server

@@ -1,0 +1,122 @@
+#include "server/schema/schema_upgrades.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/text.h"
+#include "server/context/stored_context.h"
+#include "server/history/letter_history.h"
+#include "server/schema/schema.h"
+#include "server/wire/wire_format.h"
+
+namespace server {
+namespace {
+
+void LetterFieldsGetDefaultsAndRules(Database& database) {
+  for (const auto* column : {"FLD_DFLT", "FLD_RULE"}) {
+    ChangeTables(database,
+                 std::string("ALTER TABLE letter_field ADD COLUMN ") + column + " TEXT NOT NULL DEFAULT ''");
+  }
+}
+
+void MoveContexts(Database& database) {
+  const auto letters = database.Select("SELECT SEQ_NBR, LTR_TYP_ID FROM letter_history");
+  for (std::size_t row = 0; row < letters->RecordCount(); ++row) {
+    const auto number = letters->Get(row, "SEQ_NBR").AsInteger();
+    const auto context =
+        database.Select("SELECT XML_CONTEXT FROM letter_history WHERE SEQ_NBR = ?", {number});
+    StoreContext(database, number, letters->Text(row, "LTR_TYP_ID"), context->FirstText());
+  }
+}
+
+void ContextsGetATableOfTheirOwn(Database& database) {
+  for (const auto* statement :
+       {R"(CREATE TABLE context_dictionary (
+             DICT_NBR {key}, LTR_TYP_ID VARCHAR(8) NOT NULL, DICT_TXT TEXT NOT NULL))",
+        R"(CREATE TABLE letter_context (
+             SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR),
+             DICT_NBR INTEGER REFERENCES context_dictionary (DICT_NBR), CNTXT_SIZE INTEGER NOT NULL,
+             CNTXT {bytes} NOT NULL))",
+        "CREATE INDEX requests_by_time ON request_log (RCVD_TS)", "DROP INDEX letters_of_customer",
+        "DROP INDEX letters_of_form", "DROP INDEX letters_by_time", "DROP INDEX letters_of_batch"}) {
+    ChangeTables(database, statement);
+  }
+  StoreContextDictionaries(database);
+  MoveContexts(database);
+  ChangeTables(database, "ALTER TABLE letter_history DROP COLUMN XML_CONTEXT");
+  CreateHistoryIndexes(database);
+}
+
+void LetterFieldsGetTheirLines(Database& database) {
+  ChangeTables(database, "ALTER TABLE letter_field ADD COLUMN FLD_LINE INTEGER NOT NULL DEFAULT 0");
+  // Forgotten, so that the next `init` reads the definitions again, and their lines with them.
+  database.Change("DELETE FROM server_info WHERE NAME = ?", {kDefinitions});
+}
+
+void CustomersAreFoundByWords(Database& database) {
+  for (const auto* statement : {"ALTER TABLE customer DROP COLUMN SRCH_TXT",
+                                R"(CREATE TABLE customer_search (
+             CUST_ID VARCHAR(12) PRIMARY KEY REFERENCES customer (CUST_ID) ON DELETE CASCADE,
+             SRCH_TXT TEXT NOT NULL))",
+                                R"(CREATE TABLE customer_word (
+             WORD TEXT NOT NULL, CUST_ID VARCHAR(12) NOT NULL, PRIMARY KEY (WORD, CUST_ID)) {by key})"}) {
+    ChangeTables(database, statement);
+  }
+}
+
+/// The letters of a reply that was kept, in the order of its rows; none where it is no reply about letters.
+std::vector<std::int64_t> LettersOf(const std::string& reply_text) {
+  std::vector<std::int64_t> letters;
+  for (const auto& record : ReadReply(reply_text).records) {
+    if (record.name != "CORRHIST") continue;
+    for (std::size_t row = 0; row < record.rows->RecordCount(); ++row)
+      letters.push_back(record.rows->Get(row, "SEQ_NBR").AsInteger());
+  }
+  return letters;
+}
+
+// As far back as the log of requests goes.
+void LettersGetTheirMessages(Database& database) {
+  ChangeTables(database, R"(CREATE TABLE letter_message (
+             MSG_KEY VARCHAR(64) NOT NULL, ROW_NBR INTEGER NOT NULL,
+             SEQ_NBR INTEGER NOT NULL REFERENCES letter_history (SEQ_NBR), PRIMARY KEY (MSG_KEY, ROW_NBR)) {by key})");
+  const auto keys = database.Select("SELECT MSG_KEY FROM request_log");
+  for (std::size_t row = 0; row < keys->RecordCount(); ++row) {
+    const auto key = keys->Text(row, "MSG_KEY");
+    const auto reply = database.Select("SELECT REPLY FROM request_log WHERE MSG_KEY = ?", {key});
+    StoreLetterMessage(database, key, LettersOf(reply->FirstText()));
+  }
+}
+
+struct Step {
+  std::string_view from;
+  void (*Take)(Database& database);
+};
+// Each leads to the version of the one below it, the last to kSchemaVersion.
+constexpr auto kSteps = std::to_array<Step>({
+    {"1", LetterFieldsGetDefaultsAndRules},
+    {"2", ContextsGetATableOfTheirOwn},
+    {"3", LetterFieldsGetTheirLines},
+    {"4", CustomersAreFoundByWords},
+    {"5", LettersGetTheirMessages},
+});
+static_assert(kSteps.size() + 1 == kSchemaVersion);
+
+}  // namespace
+
+void ChangeTables(Database& database, std::string_view statement) {
+  const auto& dialect = database.dialect();
+  auto text = platform::ReplaceAll(statement, "{key}", dialect.NeverReusedKey());
+  text = platform::ReplaceAll(text, "{bytes}", dialect.BytesType());
+  text = platform::ReplaceAll(text, "{by key}", dialect.StoredByKey());
+  database.Change(platform::ReplaceAll(text, "{time}", kLetterTime));
+  database.ForgetStatements();
+}
+
+bool CarryOver(Database& database, const std::string& version) {
+  const auto first = std::ranges::find(kSteps, version, &Step::from);
+  for (auto step = first; step != kSteps.end(); ++step) step->Take(database);
+  return first != kSteps.end();
+}
+
+}  // namespace server

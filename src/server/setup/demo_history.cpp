@@ -1,0 +1,281 @@
+#include "server/setup/demo_history.h"
+
+#include <algorithm>
+#include <array>
+#include <deque>
+#include <future>
+#include <map>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/text.h"
+#include "server/context/letter_context.h"
+#include "server/context/stored_context.h"
+#include "server/setup/demo_letter.h"
+
+namespace server {
+namespace {
+
+using platform::Timestamp;
+using platform::Value;
+using std::chrono::days;
+
+constexpr int kFirstNight = 1000;  // the number of the batch run before the first night's
+constexpr int kLettersAChunk = 500;
+
+// What became of a letter that could be made, one in so many.
+constexpr int kPrintFailed = 40;
+constexpr int kReprintFailed = 60;
+constexpr int kMailReturned = 25;
+constexpr int kReprinted = 20;
+constexpr auto kMailTakes = days(9);
+
+struct ErrorText {
+  char status;
+  std::array<const char*, 2> texts;
+};
+constexpr auto kErrorTexts = std::to_array<ErrorText>({
+    {'F', {"The printer did not answer.", "The printer is out of paper."}},
+    {'R', {"The printer did not answer.", "The spooler refused the letter: its queue is full."}},
+    {'V', {"No address of the customer can be used.", "No address of the customer can be used."}},
+    {'E', {"The letter's data are incomplete.", "The letter's data are incomplete."}},
+});
+
+struct Entry {
+  std::string_view name_end;
+  const char* text;
+};
+// What an officer entered for a bookmark, by what its name ends in.
+constexpr auto kEntries = std::to_array<Entry>({
+    {"_AMT", "$1,250.00"},
+    {"_CNT", "12"},
+    {"_DT", "the first Monday of next month"},
+    {"_TM", "9:30 a.m."},
+    {"_PLACE", "Hearing Room 2, 400 Treasury Square"},
+    {"_LANG", "Spanish"},
+    {"_NBR", "2041"},
+    {"NAME", "Sheriff Amos Quillfeather"},
+    {"ADDR1", "1 Courthouse Square"},
+    {"CITY", "Hartsfield"},
+});
+constexpr auto kFreeText = "Please bring this letter with you.";
+
+/// What the entry form leaves behind: values in the user's bookmarks, marks on the paragraphs left out.
+void EnterByHand(ContextField& root, Draw& draw) {
+  for (auto& field : root.children) {
+    if ((field.state & state::kUser) != 0) {
+      const auto entry =
+          std::ranges::find_if(kEntries, [&](const Entry& e) { return field.name.ends_with(e.name_end); });
+      field.text = entry == kEntries.end() ? "" : entry->text;
+    }
+    if ((field.state & state::kParagraph) == 0 || draw.OneIn(2)) continue;
+    field.state |= state::kUnselected;
+    if (field.name == "PARA_FREE_TEXT") field.text = kFreeText;
+  }
+}
+
+/// A letter as it goes into the tables.
+struct WrittenLetter {
+  DemoLetter letter;
+  char status = 'P';
+  Value address_type;
+  ContextPacker::Packed context;
+};
+
+/// Writes letters, away from the database's thread. One thread at a time.
+class Writer {
+ public:
+  explicit Writer(Database& database) {
+    const auto types = database.Select("SELECT DISTINCT LTR_TYP_ID FROM letter_field");
+    for (std::size_t row = 0; row < types->RecordCount(); ++row) {
+      const auto type = types->Text(row, "LTR_TYP_ID");
+      types_.try_emplace(type, FindLetterFields(database, type),
+                         ContextPacker(FindContextDictionary(database, type)));
+    }
+  }
+
+  std::vector<WrittenLetter> Write(std::vector<DemoLetter> letters) {
+    std::vector<WrittenLetter> written;
+    written.reserve(letters.size());
+    for (auto& letter : letters) written.push_back(WriteOne(std::move(letter)));
+    return written;
+  }
+
+ private:
+  struct Type {
+    Type(std::vector<LetterField> given, ContextPacker given_packer)
+        : fields(std::move(given)), packer(std::move(given_packer)) {}
+    std::vector<LetterField> fields;
+    FieldRules address_rules = AddressRules(fields);
+    ContextPacker packer;
+  };
+
+  WrittenLetter WriteOne(DemoLetter letter) {
+    auto& type = types_.at(letter.subject.letter_type);
+    letter.subject.address_rules = type.address_rules;
+    const auto verdict =
+        JudgeAddresses(letter.subject.customer, letter.subject.office.state, type.address_rules);
+    auto root = BuildLetterContext(letter.subject, type.fields, verdict, /*with_values=*/true,
+                                   [&](const LetterField& field) { return letter.findings->at(field.name); });
+    const auto status = Status(letter, verdict, root);
+    if (status != 'V' && status != 'E') EnterByHand(root, letter.draw);
+    const auto context = ContextXml(root, {.descriptors = true, .states = true});
+    const bool mail = verdict.use == AddressVerdict::Use::kMail;
+    return {.letter = std::move(letter),
+            .status = status,
+            .address_type = verdict.IsUsable() ? Value(mail ? 1 : 2) : Value(),
+            .context = type.packer.Pack(platform::ReplaceAll(context, "'", "`"))};
+  }
+
+  static char Status(DemoLetter& letter, const AddressVerdict& verdict, const ContextField& root) {
+    if (verdict.IsRefused()) return 'V';
+    if (root.IsErroneous()) return 'E';
+    if (letter.slot.waiting) return 'W';
+    if (letter.draw.OneIn(kPrintFailed)) return 'F';
+    if (letter.draw.OneIn(kReprintFailed)) return 'R';
+    if (letter.draw.OneIn(kMailReturned)) return 'M';
+    return letter.slot.night == 0 ? 'P' : 'S';
+  }
+
+  std::map<std::string, Type> types_;
+};
+
+/// Puts written letters into the tables, in their order.
+class Recorder {
+ public:
+  Recorder(Database& database, const DemoLetters& letters, platform::Date today)
+      : database_(database), letters_(letters), today_(std::chrono::local_days(today)) {}
+
+  void Record(WrittenLetter written) {
+    const auto& subject = written.letter.subject;
+    const auto& slot = written.letter.slot;
+    const auto& county = letters_.CountyColumns(subject.customer.county_number);
+    const auto printed = PrintTimes(written);
+    const auto& form = subject.form;
+    const auto of_form = [&](std::string Form::*part) { return form ? Value((*form).*part) : Value(); };
+    database_.Change(
+        "INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, FORM_NBR, FORM_CK_DGT_NBR, FORM_TYP_CD, "
+        "DCMT_FILE_TXT,"
+        " PRNT_STTS_CD, PRNT_TS, LST_PRNT_TS, LST_PRCS_TS, SYS_RFRNC_CD, QZ_CNTY_NBR, ADDR_TYP_CD, "
+        "PRCS_ERR_TXT,"
+        " LST_UPDT_INSP_ID, FLS_BTCH_NBR, BTCH_ACTN_CD, WGH_STN_ID, TRP_ID, TRP_DIST_ID, QZ_CNTY_DESC)"
+        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {subject.letter_type,
+         subject.customer.id,
+         of_form(&Form::number),
+         of_form(&Form::check_digit),
+         of_form(&Form::type),
+         written.letter.template_file,
+         std::string(1, written.status),
+         printed.first,
+         printed.second,
+         slot.time,
+         slot.night == 0 ? "O" : "B",
+         subject.customer.county_number,
+         written.address_type,
+         ErrorOf(written),
+         written.letter.officer,
+         slot.night == 0 ? Value() : Value(kFirstNight + slot.night),
+         BatchAction(written),
+         Station(written),
+         county[0],
+         county[1],
+         county[2]});
+    // The table was empty: its numbers run from 1.
+    StoreContext(database_, ++last_number_, written.context);
+  }
+
+ private:
+  /// The first and the last time; nulls for a letter that was never printed.
+  std::pair<Value, Value> PrintTimes(WrittenLetter& written) const {
+    if (std::string_view("VEWF").find(written.status) != std::string_view::npos) return {};
+    const auto first = written.letter.slot.time + std::chrono::seconds(20);
+    auto& draw = written.letter.draw;
+    const bool again = written.status == 'R' || draw.OneIn(kReprinted);
+    const auto last =
+        again ? first + days(draw.Between(1, 20)) + std::chrono::minutes(draw.Below(300)) : first;
+    return {first, std::min<Timestamp>(last, std::max<Timestamp>(first, today_))};
+  }
+
+  static Value ErrorOf(WrittenLetter& written) {
+    const auto found = std::ranges::find(kErrorTexts, written.status, &ErrorText::status);
+    if (found == kErrorTexts.end()) return {};
+    return found->texts[static_cast<std::size_t>(written.letter.draw.Below(2))];
+  }
+
+  static Value BatchAction(WrittenLetter& written) {
+    if (written.letter.slot.night == 0) return {};
+    if (written.letter.slot.waiting) return "REB";
+    return written.letter.draw.OneIn(kReprinted) ? "REP" : "RUN";
+  }
+
+  /// Citations are written at a weigh station.
+  static Value Station(WrittenLetter& written) {
+    const auto& form = written.letter.subject.form;
+    if (!form || form->type != "V") return {};
+    return "ST" + std::to_string(written.letter.draw.Between(11, 29));
+  }
+
+  Database& database_;
+  const DemoLetters& letters_;
+  const std::chrono::local_days today_;
+  std::int64_t last_number_ = 0;
+};
+
+/// Draws and records on this thread while others write what was drawn.
+class Pipeline {
+ public:
+  Pipeline(Database& database, const std::filesystem::path& product_data, int letters, platform::Date today)
+      : schedule_(letters, today),
+        letters_(database, product_data, today),
+        recorder_(database, letters_, today),
+        total_(letters) {
+    const auto writers = std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
+    for (unsigned writer = 0; writer < writers; ++writer) writers_.emplace_back(database);
+  }
+
+  void Run() {
+    for (int chunk = 0; chunk * kLettersAChunk < total_ || !under_way_.empty(); ++chunk) {
+      if (under_way_.size() == writers_.size() || chunk * kLettersAChunk >= total_) RecordOldest();
+      if (chunk * kLettersAChunk < total_) Start(chunk);
+    }
+  }
+
+ private:
+  void Start(int chunk) {
+    std::vector<DemoLetter> drawn;
+    const int end = std::min(total_, (chunk + 1) * kLettersAChunk);
+    for (int index = chunk * kLettersAChunk; index < end; ++index)
+      drawn.push_back(letters_.Draw(index, schedule_.At(index)));
+    auto& writer = writers_[static_cast<std::size_t>(chunk) % writers_.size()];
+    under_way_.push_back(std::async(std::launch::async, [&writer, letters = std::move(drawn)]() mutable {
+      return writer.Write(std::move(letters));
+    }));
+  }
+
+  void RecordOldest() {
+    auto written = under_way_.front().get();
+    under_way_.pop_front();
+    for (auto& letter : written) recorder_.Record(std::move(letter));
+  }
+
+  const DemoSchedule schedule_;
+  DemoLetters letters_;
+  Recorder recorder_;
+  const int total_;
+  std::deque<Writer> writers_;
+  std::deque<std::future<std::vector<WrittenLetter>>> under_way_;  // last: they use the writers
+};
+
+}  // namespace
+
+void CreateDemoHistory(Database& database, const std::filesystem::path& product_data, int letters,
+                       platform::Date today) {
+  if (letters > 0) Pipeline(database, product_data, letters, today).Run();
+}
+
+}  // namespace server

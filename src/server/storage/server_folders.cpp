@@ -1,0 +1,17 @@
+#include "server/storage/server_folders.h"
+
+namespace server {
+
+std::filesystem::path ServerFolder(const std::filesystem::path& data_folder) {
+  return (std::filesystem::absolute(data_folder) / "server").lexically_normal();
+}
+
+std::filesystem::path DatabaseFile(const std::filesystem::path& data_folder) {
+  return ServerFolder(data_folder) / "server.db";
+}
+
+std::filesystem::path TemplateFolder(const std::filesystem::path& data_folder) {
+  return ServerFolder(data_folder) / "templates";
+}
+
+}  // namespace server

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <stop_token>
+
+#include "platform/value.h"
+#include "server/storage/database.h"
+#include "server/wire/request_keys.h"
+#include "server/wire/wire_format.h"
+
+namespace server {
+
+/// One request being answered: what came, what goes back, and what the answer is made from. Lives within one
+/// transaction of `database`.
+struct Exchange {
+  const Request& request;
+  const RequestKeys& keys;
+  Reply& reply;
+  Database& database;
+  platform::Timestamp now;
+  const std::filesystem::path& template_folder;
+  std::stop_token ending = {};  ///< stops when the server is to end soon
+
+  platform::Date Today() const { return platform::Date(std::chrono::floor<std::chrono::days>(now)); }
+};
+
+}  // namespace server
