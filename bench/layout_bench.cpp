@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "bench/merge_template.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/merge_jobs.h"
+#include "wordprocessor/layout/pool.h"
+#include "wordprocessor/printing/merge_jobs.h"
 
 /// Letters from template and context to PDF with one warm process and with two, beside the office alone on
 /// the same merged files. Every round measures all three, so that what else the machine does strikes them

@@ -8,7 +8,7 @@
 
 #include <LibreOfficeKit/LibreOfficeKit.hxx>
 
-#include "wordprocessor/office_profile.h"
+#include "wordprocessor/office/profile.h"
 
 // The office alone: loads and saves FOLDER/1.docx to FOLDER/COUNT.docx in one loop, with the settings our own
 // process gives it and nothing around it. Prints the milliseconds of the loop; the first file is laid out

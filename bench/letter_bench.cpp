@@ -19,10 +19,10 @@
 #include "server/storage/server_folders.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/support/temporary_folder.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/print_component.h"
-#include "wordprocessor/printer_queues.h"
-#include "wordprocessor/printers.h"
+#include "wordprocessor/layout/pool.h"
+#include "wordprocessor/printing/print_component.h"
+#include "wordprocessor/printing/printer_queues.h"
+#include "wordprocessor/printing/printers.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include "composition/frm_letter.h"
 #include "platform/text.h"
 #include "tests/fakes/fake_services.h"
-#include "wordprocessor/data_context.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/bookmarks/data_context.h"
+#include "wordprocessor/document/document.h"
 
 namespace {
 

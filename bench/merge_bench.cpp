@@ -17,7 +17,7 @@
 #include <pugixml.hpp>
 
 #include "bench/merge_template.h"
-#include "wordprocessor/template_cache.h"
+#include "wordprocessor/document/template_cache.h"
 
 /// One further letter of a template, beside what the same libraries need only to unpack, parse, write and
 /// pack the parts that change. Read "Letter" against "Yardstick" of the same size.

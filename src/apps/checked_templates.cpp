@@ -6,7 +6,7 @@
 #include "host/disk_files.h"
 #include "platform/failure.h"
 #include "platform/text.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace apps {
 namespace {

@@ -8,8 +8,8 @@
 
 #include "platform/parties/template_judge.h"
 #include "server/link/field_directory.h"
-#include "wordprocessor/docx_file.h"
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
+#include "wordprocessor/files/package_file.h"
 
 namespace apps {
 

@@ -15,7 +15,7 @@
 #include "server/link/communications_client.h"
 #include "server/link/customer_directory.h"
 #include "server/link/server_message_component.h"
-#include "wordprocessor/template_folder.h"
+#include "wordprocessor/document/template_folder.h"
 
 namespace apps {
 

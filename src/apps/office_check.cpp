@@ -15,10 +15,10 @@
 #include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/storage/server_folders.h"
-#include "wordprocessor/print_template.h"
-#include "wordprocessor/printer_queues.h"
-#include "wordprocessor/printers.h"
-#include "wordprocessor/template_typefaces.h"
+#include "wordprocessor/authoring/typefaces.h"
+#include "wordprocessor/document/template_file.h"
+#include "wordprocessor/printing/printer_queues.h"
+#include "wordprocessor/printing/printers.h"
 
 namespace apps {
 namespace {

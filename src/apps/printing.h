@@ -7,10 +7,10 @@
 #include "host/settings_file.h"
 #include "platform/parties/clock.h"
 #include "platform/parties/error_reporter.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/print_component.h"
-#include "wordprocessor/printer_queues.h"
-#include "wordprocessor/printers.h"
+#include "wordprocessor/layout/pool.h"
+#include "wordprocessor/printing/print_component.h"
+#include "wordprocessor/printing/printer_queues.h"
+#include "wordprocessor/printing/printers.h"
 
 namespace apps {
 

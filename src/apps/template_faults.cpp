@@ -6,7 +6,7 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/whole_file.h"
-#include "wordprocessor/print_template.h"
+#include "wordprocessor/document/template_file.h"
 
 namespace apps {
 namespace {

@@ -1,4 +1,4 @@
-#include "wordprocessor/data_context.h"
+#include "wordprocessor/bookmarks/data_context.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/failure.h"
-#include "wordprocessor/bookmark_text.h"
+#include "wordprocessor/bookmarks/text.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace {
 

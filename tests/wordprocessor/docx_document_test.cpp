@@ -13,7 +13,7 @@
 #include "platform/failure.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace {
 

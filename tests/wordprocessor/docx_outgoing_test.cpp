@@ -6,7 +6,7 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 /// What goes out with a letter beside its text.
 namespace markup {

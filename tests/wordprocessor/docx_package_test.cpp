@@ -12,8 +12,8 @@
 #include "platform/failure.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/docx_document.h"
-#include "wordprocessor/docx_package.h"
+#include "wordprocessor/document/document.h"
+#include "wordprocessor/files/package.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <pugixml.hpp>
 
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 /// Bodies nobody would write by hand: marks of bookmarks thrown in anywhere, crossing whatever they like.
 namespace {

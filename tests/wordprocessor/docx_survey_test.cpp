@@ -6,8 +6,8 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/docx_blueprint.h"
-#include "wordprocessor/docx_survey.h"
+#include "wordprocessor/cleaning/survey.h"
+#include "wordprocessor/document/blueprint.h"
 
 /// What a check of templates is told of a template's leftovers.
 namespace markup {

@@ -10,7 +10,7 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/zip_pieces.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/failure.h"
-#include "wordprocessor/printer_queues.h"
+#include "wordprocessor/printing/printer_queues.h"
 
 /// Queues that write down what they take.
 class FakeQueues : public wordprocessor::PrinterQueues {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "wordprocessor/office_protocol.h"
+#include "wordprocessor/office/protocol.h"
 
 // A layout process that behaves as badly as the test asks: the document's bytes say what to do with it, the
 // program's own name how to come up. Good pages say which process wrote them.

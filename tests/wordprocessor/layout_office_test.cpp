@@ -13,9 +13,9 @@
 #include "tests/support/patience.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/layout_descriptor.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/descriptor.h"
+#include "wordprocessor/files/print_file.h"
+#include "wordprocessor/layout/pool.h"
 
 namespace wordprocessor {
 namespace {

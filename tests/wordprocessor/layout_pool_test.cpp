@@ -1,6 +1,6 @@
-#include "wordprocessor/layout_pool.h"
 #include "tests/support/patience.h"
 #include "tests/support/temporary_folder.h"
+#include "wordprocessor/layout/pool.h"
 
 #include <gmock/gmock.h>
 #include <sys/resource.h>
@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {

@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace markup {
 namespace {

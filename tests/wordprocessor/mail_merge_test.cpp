@@ -1,4 +1,4 @@
-#include "wordprocessor/mail_merge.h"
+#include "wordprocessor/authoring/mail_merge.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -8,7 +8,7 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 /// Templates made of a mail merge's documents.
 namespace markup {

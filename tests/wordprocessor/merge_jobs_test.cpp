@@ -1,4 +1,4 @@
-#include "wordprocessor/merge_jobs.h"
+#include "wordprocessor/printing/merge_jobs.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -7,8 +7,8 @@
 #include <string>
 
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/merge_clashes.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
+#include "wordprocessor/printing/merge_clashes.h"
 
 namespace wordprocessor {
 namespace {

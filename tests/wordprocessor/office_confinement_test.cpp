@@ -1,5 +1,5 @@
-#include "wordprocessor/office_confinement.h"
 #include "tests/support/temporary_folder.h"
+#include "wordprocessor/office/confinement.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,8 +13,8 @@
 #include <functional>
 #include <string>
 
-#include "wordprocessor/layout_descriptor.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/descriptor.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {

@@ -12,14 +12,14 @@
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/docx_document.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/mail_merge.h"
-#include "wordprocessor/print_file.h"
-#include "wordprocessor/template_address.h"
-#include "wordprocessor/template_leftovers.h"
-#include "wordprocessor/template_placeholders.h"
-#include "wordprocessor/template_typefaces.h"
+#include "wordprocessor/authoring/address.h"
+#include "wordprocessor/authoring/leftovers.h"
+#include "wordprocessor/authoring/mail_merge.h"
+#include "wordprocessor/authoring/placeholders.h"
+#include "wordprocessor/authoring/typefaces.h"
+#include "wordprocessor/document/document.h"
+#include "wordprocessor/files/print_file.h"
+#include "wordprocessor/layout/pool.h"
 
 /// Letters of templates that other programs wrote, laid out: the programs make the templates when the tests
 /// run.

@@ -1,4 +1,4 @@
-#include "wordprocessor/print_component.h"
+#include "wordprocessor/printing/print_component.h"
 #include "tests/support/temporary_folder.h"
 
 #include <gmock/gmock.h>
@@ -14,7 +14,7 @@
 #include "tests/support/waiting_event_queue.h"
 #include "tests/wordprocessor/fake_queues.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {

@@ -1,4 +1,4 @@
-#include "wordprocessor/printers.h"
+#include "wordprocessor/printing/printers.h"
 #include "tests/support/temporary_folder.h"
 
 #include <fcntl.h>
@@ -18,7 +18,7 @@
 #include "platform/failure.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/wordprocessor/fake_queues.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {

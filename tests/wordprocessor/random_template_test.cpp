@@ -12,8 +12,8 @@
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/layout_letter.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/docx_document.h"
-#include "wordprocessor/layout_pool.h"
+#include "wordprocessor/document/document.h"
+#include "wordprocessor/layout/pool.h"
 
 /// Templates with everything that authors leave in them, strewn over their text, and beside each the plain
 /// text that its letters have to show.

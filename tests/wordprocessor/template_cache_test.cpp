@@ -11,7 +11,7 @@
 #include "platform/failure.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
-#include "wordprocessor/template_cache.h"
+#include "wordprocessor/document/template_cache.h"
 
 namespace {
 

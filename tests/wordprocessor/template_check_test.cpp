@@ -1,4 +1,4 @@
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
 
 #include <gmock/gmock.h>
 

@@ -1,10 +1,10 @@
-#include "wordprocessor/template_folder.h"
+#include "wordprocessor/document/template_folder.h"
 
 #include <gmock/gmock.h>
 
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {

@@ -6,7 +6,7 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
 
 /// What the check tells an author of what the work on a template has left in it.
 namespace markup {

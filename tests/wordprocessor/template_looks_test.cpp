@@ -6,11 +6,11 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
-#include "wordprocessor/docx_typefaces.h"
-#include "wordprocessor/fonts.h"
-#include "wordprocessor/template_check.h"
-#include "wordprocessor/template_pictures.h"
-#include "wordprocessor/template_tables.h"
+#include "wordprocessor/authoring/check.h"
+#include "wordprocessor/authoring/fonts.h"
+#include "wordprocessor/authoring/pictures.h"
+#include "wordprocessor/authoring/tables.h"
+#include "wordprocessor/authoring/used_typefaces.h"
 
 /// What the check of a template says of the letter's looks. What comes out of the layout is tested with
 /// templates of other programs.

@@ -1,4 +1,4 @@
-#include "wordprocessor/template_placeholders.h"
+#include "wordprocessor/authoring/placeholders.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

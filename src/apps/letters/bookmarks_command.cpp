@@ -15,10 +15,10 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/whole_file.h"
-#include "wordprocessor/docx_document.h"
-#include "wordprocessor/docx_file.h"
-#include "wordprocessor/mail_merge.h"
-#include "wordprocessor/template_placeholders.h"
+#include "wordprocessor/authoring/mail_merge.h"
+#include "wordprocessor/authoring/placeholders.h"
+#include "wordprocessor/document/document.h"
+#include "wordprocessor/files/package_file.h"
 
 namespace apps {
 namespace {

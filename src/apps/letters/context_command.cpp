@@ -9,7 +9,7 @@
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
 #include "apps/letters/standard_streams.h"
-#include "wordprocessor/print_file.h"
+#include "wordprocessor/files/print_file.h"
 
 namespace apps {
 namespace {

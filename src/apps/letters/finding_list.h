@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "apps/letters/listing.h"
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
 
 namespace apps {
 

@@ -17,7 +17,7 @@
 #include "reference/reference_database.h"
 #include "server/setup/server_data.h"
 #include "server/storage/server_folders.h"
-#include "wordprocessor/print_template.h"
+#include "wordprocessor/document/template_file.h"
 
 namespace apps {
 namespace {

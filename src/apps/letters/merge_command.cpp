@@ -13,8 +13,8 @@
 #include "apps/letters/interruption.h"
 #include "apps/letters/standard_streams.h"
 #include "platform/failure.h"
-#include "wordprocessor/merge_clashes.h"
-#include "wordprocessor/merge_jobs.h"
+#include "wordprocessor/printing/merge_clashes.h"
+#include "wordprocessor/printing/merge_jobs.h"
 
 namespace apps {
 namespace {

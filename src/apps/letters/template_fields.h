@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
 
 namespace apps {
 

@@ -7,10 +7,10 @@
 
 #include "apps/product_files.h"
 #include "platform/failure.h"
-#include "wordprocessor/layout_pool.h"
-#include "wordprocessor/print_template.h"
-#include "wordprocessor/template_address.h"
-#include "wordprocessor/template_typefaces.h"
+#include "wordprocessor/authoring/address.h"
+#include "wordprocessor/authoring/typefaces.h"
+#include "wordprocessor/document/template_file.h"
+#include "wordprocessor/layout/pool.h"
 
 namespace apps {
 namespace {

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "apps/letters/listing.h"
-#include "wordprocessor/docx_document.h"
-#include "wordprocessor/template_check.h"
+#include "wordprocessor/authoring/check.h"
+#include "wordprocessor/document/document.h"
 
 namespace apps {
 

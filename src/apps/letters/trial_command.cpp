@@ -14,7 +14,7 @@
 #include "apps/letters/letter_explanation.h"
 #include "apps/letters/standard_streams.h"
 #include "apps/letters/template_looks.h"
-#include "wordprocessor/docx_document.h"
+#include "wordprocessor/document/document.h"
 
 namespace apps {
 namespace {

@@ -1,0 +1,127 @@
+#include "wordprocessor/cleaning/hidden.h"
+
+#include <algorithm>
+
+#include <pugixml.hpp>
+
+#include "wordprocessor/docx/blocks.h"
+#include "wordprocessor/docx/escape.h"
+#include "wordprocessor/docx/relations.h"
+#include "wordprocessor/docx/tree_reader.h"
+#include "wordprocessor/docx/word_xml.h"
+
+namespace wordprocessor {
+namespace {
+
+// Styles based on one another in a ring are damaged; nobody stacks as many.
+constexpr int kMostStylesInAChain = 64;
+
+bool IsOn(std::string_view value) {
+  return value != "0" && value != "false" && value != "off";
+}
+
+std::optional<bool> HidesIn(const pugi::xml_node& run_properties) {
+  const auto vanish = WordChild(run_properties, "vanish");
+  return vanish ? std::optional(IsOn(WordAttribute(vanish, "val"))) : std::nullopt;
+}
+
+/// The properties' child of that name, or kNoNode.
+NodeId NamedChild(const DocxTree& tree, NodeId properties, std::string_view local_name) {
+  if (properties == kNoNode) return kNoNode;
+  auto child = tree[properties].first_child;
+  while (child != kNoNode && (!tree[child].is_element() || LocalNameOf(tree[child].name()) != local_name)) {
+    child = tree[child].next;
+  }
+  return child;
+}
+
+std::string StyleIn(const DocxTree& tree, NodeId properties, std::string_view local_name) {
+  const auto style = NamedChild(tree, properties, local_name);
+  return style == kNoNode ? std::string() : Unescaped(tree.Attribute(style, "val"));
+}
+
+class HiddenSearch {
+ public:
+  HiddenSearch(const DocxTree& tree, const HiddenStyles& styles) : tree_(tree), styles_(styles) {}
+
+  std::vector<NodeId> Run() && {
+    if (styles_.any() || AnyVanish()) Visit(tree_.root());
+    return std::move(hidden_);
+  }
+
+ private:
+  bool AnyVanish() const {
+    for (NodeId node = 0; node < tree_.size(); ++node) {
+      if (tree_[node].kind == DocxKind::kVanish) return true;
+    }
+    return false;
+  }
+
+  void Visit(NodeId node) {
+    if (tree_[node].kind == DocxKind::kRun && IsHidden(node)) {
+      hidden_.push_back(node);
+      return;
+    }
+    for (auto child = tree_[node].first_child; child != kNoNode; child = tree_[child].next) Visit(child);
+  }
+
+  bool IsHidden(NodeId run) const {
+    const auto properties = tree_.ChildOfKind(run, DocxKind::kRunProperties);
+    if (properties != kNoNode) {
+      const auto vanish = tree_.ChildOfKind(properties, DocxKind::kVanish);
+      if (vanish != kNoNode) return IsOn(tree_.Attribute(vanish, "val"));
+    }
+    if (!styles_.any()) return false;
+    const auto paragraph = ParagraphOf(tree_, run);
+    const auto paragraph_properties =
+        paragraph == kNoNode ? kNoNode : tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
+    return styles_.Hide(StyleIn(tree_, paragraph_properties, "pStyle"), StyleIn(tree_, properties, "rStyle"));
+  }
+
+  const DocxTree& tree_;
+  const HiddenStyles& styles_;
+  std::vector<NodeId> hidden_;
+};
+
+}  // namespace
+
+HiddenStyles::HiddenStyles(const DocxPackage& package, const std::string& main_part) {
+  const auto relations = ReadRelations(package, main_part);
+  const auto part = std::ranges::find(relations, "styles", &DocxRelation::kind);
+  if (part == relations.end() || part->external || !package.Has(part->target)) return;
+  const auto document = LoadPartXml(package.Read(part->target));
+  const auto root = document.document_element();
+  const auto defaults = WordChild(WordChild(WordChild(root, "docDefaults"), "rPrDefault"), "rPr");
+  by_default_ = any_ = HidesIn(defaults).value_or(false);
+  for (const auto& style : WordChildren(root, "style")) {
+    const auto id = WordAttribute(style, "styleId");
+    const auto hides = HidesIn(WordChild(style, "rPr"));
+    any_ = any_ || hides.value_or(false);
+    styles_.try_emplace(id, Style{WordAttribute(WordChild(style, "basedOn"), "val"), hides});
+    if (WordAttribute(style, "default").empty() || !IsOn(WordAttribute(style, "default"))) continue;
+    const auto type = WordAttribute(style, "type");
+    if (type == "paragraph") default_paragraph_ = id;
+    if (type == "character") default_character_ = id;
+  }
+}
+
+bool HiddenStyles::Hides(const std::string& style) const {
+  auto found = styles_.find(style);
+  for (int depth = 0; found != styles_.end() && depth < kMostStylesInAChain; ++depth) {
+    if (found->second.hides) return *found->second.hides;
+    found = styles_.find(found->second.based_on);
+  }
+  return false;
+}
+
+bool HiddenStyles::Hide(const std::string& paragraph_style, const std::string& character_style) const {
+  const bool by_paragraph = Hides(paragraph_style.empty() ? default_paragraph_ : paragraph_style);
+  const bool by_character = Hides(character_style.empty() ? default_character_ : character_style);
+  return by_default_ || by_paragraph != by_character;
+}
+
+std::vector<NodeId> FindHiddenRuns(const DocxTree& tree, const HiddenStyles& styles) {
+  return HiddenSearch(tree, styles).Run();
+}
+
+}  // namespace wordprocessor

@@ -1,0 +1,75 @@
+#include "wordprocessor/printing/printer_queues.h"
+
+#include <algorithm>
+
+#include <cups/cups.h>
+
+#include "platform/failure.h"
+
+namespace wordprocessor {
+namespace {
+
+/// The queues as the spooler lists them, each queue's own default instance only.
+class Destinations {
+ public:
+  Destinations() : count_(cupsGetDests2(CUPS_HTTP_DEFAULT, &first_)) {}
+  Destinations(const Destinations&) = delete;
+  Destinations& operator=(const Destinations&) = delete;
+  ~Destinations() { cupsFreeDests(count_, first_); }
+
+  const cups_dest_t* begin() const { return first_; }
+  const cups_dest_t* end() const { return first_ + count_; }
+
+ private:
+  cups_dest_t* first_ = nullptr;
+  int count_;
+};
+
+class Options {
+ public:
+  explicit Options(int copies)
+      : count_(cupsAddOption("copies", std::to_string(copies).c_str(), 0, &first_)) {}
+  Options(const Options&) = delete;
+  Options& operator=(const Options&) = delete;
+  ~Options() { cupsFreeOptions(count_, first_); }
+
+  int count() const { return count_; }
+  cups_option_t* first() const { return first_; }
+
+ private:
+  cups_option_t* first_ = nullptr;
+  int count_;
+};
+
+}  // namespace
+
+std::vector<std::string> CupsQueues::Names() const {
+  std::vector<std::string> names;
+  for (const auto& destination : Destinations()) {
+    if (destination.instance == nullptr) names.emplace_back(destination.name);
+  }
+  std::ranges::sort(names);
+  return names;
+}
+
+std::string CupsQueues::Default() const {
+  const Destinations destinations;
+  if (destinations.begin() == destinations.end()) return "";
+  for (const auto& destination : destinations) {
+    if (destination.is_default != 0) return destination.name;
+  }
+  return destinations.begin()->name;
+}
+
+std::string CupsQueues::Print(const std::string& queue, const std::filesystem::path& pdf,
+                              const std::string& title, int copies) {
+  const Options options(copies);
+  const int job = cupsPrintFile2(CUPS_HTTP_DEFAULT, queue.c_str(), pdf.c_str(), title.c_str(),
+                                 options.count(), options.first());
+  if (job > 0) return queue + ", job " + std::to_string(job);
+  throw platform::Failure(platform::Failure::Kind::kUnavailable,
+                          "The printer \"" + queue + "\" does not take the letter \"" + title +
+                              "\": " + cupsLastErrorString() + ". Check the printer, or choose another one.");
+}
+
+}  // namespace wordprocessor

@@ -1,0 +1,53 @@
+#include "wordprocessor/printing/printers.h"
+
+#include "platform/file_access.h"
+#include "platform/text.h"
+#include "platform/value.h"
+#include "wordprocessor/files/print_file.h"
+
+namespace wordprocessor {
+namespace {
+
+// A file name has at most 255 bytes; date, time and number take 40 of them, a character up to four.
+constexpr std::size_t kLongestLetterName = 50;
+
+std::string NameInFolder(const std::string& letter) {
+  const auto name = std::filesystem::path(platform::ReplaceAll(letter, "\\", "/")).stem().string();
+  return std::string(platform::FirstCharacters(name, kLongestLetterName));
+}
+
+}  // namespace
+
+Printers::Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock)
+    : queues_(queues), pdf_folder_(std::move(pdf_folder)), clock_(clock) {
+  RemoveUnfinishedFiles(pdf_folder_);
+}
+
+std::vector<std::string> Printers::Names() const {
+  auto names = queues_.Names();
+  names.emplace_back(kPdfFolder);
+  return names;
+}
+
+std::string Printers::Default() const {
+  const auto queue = queues_.Default();
+  return queue.empty() ? std::string(kPdfFolder) : queue;
+}
+
+std::string Printers::Print(const std::string& printer, const std::filesystem::path& pdf,
+                            const std::string& letter, int copies) {
+  if (printer == kPdfFolder) return File(pdf, letter);
+  return queues_.Print(printer, pdf, letter, copies);
+}
+
+std::string Printers::File(const std::filesystem::path& pdf, const std::string& letter) const {
+  platform::MakeFolder(pdf_folder_);
+  const auto content = ReadWholeFile(pdf);
+  const auto name = platform::TimestampText(clock_.Now()) + " " + NameInFolder(letter) + " ";
+  for (int number = 1;; ++number) {
+    const auto file = pdf_folder_ / (name + std::to_string(number) + ".pdf");
+    if (!std::filesystem::exists(file) && WriteNewFile(file, content)) return file.string();
+  }
+}
+
+}  // namespace wordprocessor
