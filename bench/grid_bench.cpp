@@ -17,7 +17,7 @@
 #include <QScrollBar>
 
 #include "desktop/binders/grid_panel.h"
-#include "desktop/office_style.h"
+#include "desktop/look/office_style.h"
 #include "reference/office_utilities.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"

@@ -25,7 +25,7 @@
 #include "apps/desktop.h"
 #include "composition/letter_combo.h"
 #include "desktop/binders/pick_list_field.h"
-#include "desktop/office_style.h"
+#include "desktop/look/office_style.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "tests/fakes/fake_services.h"

@@ -1,10 +1,10 @@
 #include "apps/desktop.h"
 
-#include "desktop/form_views.h"
-#include "desktop/help_box.h"
-#include "desktop/qt_text.h"
-#include "desktop/screen_fit.h"
-#include "desktop/workspace_view.h"
+#include "desktop/forms/form_views.h"
+#include "desktop/look/qt_text.h"
+#include "desktop/look/screen_fit.h"
+#include "desktop/pages/workspace_view.h"
+#include "desktop/shell/help_box.h"
 #include "platform/identity.h"
 
 namespace apps {

@@ -5,10 +5,10 @@
 #include <QSettings>
 
 #include "apps/office.h"
-#include "desktop/print_notices.h"
-#include "desktop/qt_event_queue.h"
-#include "desktop/qt_host_shell.h"
-#include "desktop/qt_preview_viewer.h"
+#include "desktop/preview/qt_preview_viewer.h"
+#include "desktop/shell/print_notices.h"
+#include "desktop/shell/qt_event_queue.h"
+#include "desktop/shell/qt_host_shell.h"
 #include "host/data_folder.h"
 #include "host/view_settings_file.h"
 

@@ -12,8 +12,8 @@
 
 #include "apps/desktop.h"
 #include "apps/product_files.h"
-#include "desktop/office_style.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/office_style.h"
+#include "desktop/look/qt_text.h"
 
 namespace {
 

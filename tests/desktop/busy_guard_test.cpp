@@ -1,4 +1,4 @@
-#include "desktop/busy_guard.h"
+#include "desktop/shell/busy_guard.h"
 
 #include <gtest/gtest.h>
 

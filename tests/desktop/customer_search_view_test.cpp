@@ -1,8 +1,8 @@
-#include "desktop/customer_search_view.h"
+#include "desktop/forms/customer_search_view.h"
 
 #include <gmock/gmock.h>
 
-#include "desktop/form_dialog.h"
+#include "desktop/shell/form_dialog.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/fakes/fake_services.h"
 

@@ -1,12 +1,12 @@
-#include "desktop/letter_information_view.h"
+#include "desktop/forms/letter_information_view.h"
 
 #include <gmock/gmock.h>
 
 #include <QAccessible>
 #include <QScrollBar>
 
-#include "desktop/form_dialog.h"
-#include "desktop/letter_pictures.h"
+#include "desktop/forms/letter_pictures.h"
+#include "desktop/shell/form_dialog.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/fakes/fake_services.h"
 

@@ -9,7 +9,7 @@
 #include <QTabBar>
 
 #include "desktop/binders/date_field_edit.h"
-#include "desktop/workspace_view.h"
+#include "desktop/pages/workspace_view.h"
 #include "tests/desktop/sample_pages.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/fakes/fake_view_settings.h"

@@ -1,4 +1,4 @@
-#include "desktop/preview_window.h"
+#include "desktop/preview/preview_window.h"
 
 #include <gmock/gmock.h>
 
@@ -8,7 +8,7 @@
 #include <QPdfWriter>
 #include <QScreen>
 
-#include "desktop/qt_preview_viewer.h"
+#include "desktop/preview/qt_preview_viewer.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/desktop/window_reader.h"
 #include "tests/support/temporary_folder.h"

@@ -1,4 +1,4 @@
-#include "desktop/qt_event_queue.h"
+#include "desktop/shell/qt_event_queue.h"
 
 #include <gmock/gmock.h>
 

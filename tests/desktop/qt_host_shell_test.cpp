@@ -1,4 +1,4 @@
-#include "desktop/qt_host_shell.h"
+#include "desktop/shell/qt_host_shell.h"
 
 #include <gmock/gmock.h>
 
@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QScreen>
 
-#include "desktop/form_dialog.h"
+#include "desktop/shell/form_dialog.h"
 #include "platform/failure.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/desktop/window_reader.h"

@@ -15,7 +15,7 @@
 #include <QTabBar>
 #include <QTableView>
 
-#include "desktop/notice_bar.h"
+#include "desktop/shell/notice_bar.h"
 
 /// A window as a person meets it: what can be read of it, and what is read out.
 namespace tests {

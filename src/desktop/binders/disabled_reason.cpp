@@ -2,7 +2,7 @@
 
 #include <QEvent>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

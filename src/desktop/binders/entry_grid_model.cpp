@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 

@@ -7,7 +7,7 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

@@ -3,7 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 

@@ -6,7 +6,7 @@
 #include <QClipboard>
 
 #include "desktop/binders/grid_view.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

@@ -4,7 +4,7 @@
 #include <QFont>
 #include <QGuiApplication>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

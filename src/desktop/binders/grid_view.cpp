@@ -16,7 +16,7 @@
 #include "desktop/binders/binding.h"
 #include "desktop/binders/grid_header.h"
 #include "desktop/binders/grid_menu.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 #include "platform/controls/grid_text.h"
 
 namespace desktop {

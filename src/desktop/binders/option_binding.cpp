@@ -4,7 +4,7 @@
 
 #include "desktop/binders/binding.h"
 #include "desktop/binders/disabled_reason.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

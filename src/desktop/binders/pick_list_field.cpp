@@ -12,7 +12,7 @@
 #include "desktop/binders/binding.h"
 #include "desktop/binders/pick_list_accessible.h"
 #include "desktop/binders/typed_key.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 #include "platform/search_text.h"
 
 namespace desktop {

@@ -4,7 +4,7 @@
 #include <numeric>
 #include <utility>
 
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 #include "platform/text.h"
 
 namespace desktop {

@@ -3,7 +3,7 @@
 #include <QEvent>
 
 #include "desktop/binders/binding.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

@@ -13,7 +13,7 @@
 
 #include "desktop/binders/binding.h"
 #include "desktop/binders/typed_key.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

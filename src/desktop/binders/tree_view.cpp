@@ -11,7 +11,7 @@
 #include <QScreen>
 
 #include "desktop/binders/binding.h"
-#include "desktop/qt_text.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 namespace {

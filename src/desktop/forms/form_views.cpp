@@ -1,0 +1,17 @@
+#include "desktop/forms/form_views.h"
+
+#include "desktop/forms/customer_search_view.h"
+#include "desktop/forms/letter_form_view.h"
+#include "desktop/forms/letter_information_view.h"
+#include "desktop/forms/print_status_view.h"
+
+namespace desktop {
+
+void RegisterFormViews(QtHostShell& shell) {
+  shell.ShowFormsWith<customers::frmCustSearch>([](auto& form) { return new CustomerSearchView(form); });
+  shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
+  shell.ShowFormsWith<composition::frmLetter>([](auto& form) { return new LetterFormView(form); });
+  shell.ShowFormsWith<tracking::frmPrintStatus>([](auto& form) { return new PrintStatusView(form); });
+}
+
+}  // namespace desktop
