@@ -22,7 +22,7 @@
 #include <QApplication>
 #include <QTimer>
 
-#include "apps/desktop.h"
+#include "apps/corresp/desktop.h"
 #include "composition/letter_combo.h"
 #include "desktop/binders/pick_list_field.h"
 #include "desktop/look/office_style.h"

@@ -1,5 +1,5 @@
-# One CMake library per folder of src/. A room's library carries the folder's name, and what it may
-# use is stated in one place: its own CMakeLists.txt.
+# One CMake library for each room of src/. It carries the room's name; what a room may use is stated in one place,
+# src/doors.txt.
 
 add_library(zemlo_compile_options INTERFACE)
 target_compile_options(zemlo_compile_options INTERFACE
@@ -20,31 +20,68 @@ if(ZEMLO_SANITIZE)
   target_link_options(zemlo_sanitizers INTERFACE -fsanitize=address,undefined)
 endif()
 
-# zemlo_room(<folder> [SOURCES file...] [MAY_USE room...] [LIBRARIES target...])
+# The lines of src/doors.txt, "folder : folders : libraries", without comments.
+set(ZEMLO_DOORS ${PROJECT_SOURCE_DIR}/src/doors.txt)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${ZEMLO_DOORS})
+file(STRINGS ${ZEMLO_DOORS} ZEMLO_DOOR_LINES REGEX "^[^#]")
+
+# Sets `result` to the rooms that a room and its folders have doors to. A room is what has a library of its own: for a
+# folder the one whose name is the longest start of its name.
+function(zemlo_rooms_used room rooms result)
+  set(used)
+  foreach(line IN LISTS ZEMLO_DOOR_LINES)
+    string(REGEX MATCH "^([^ ]+) *:([^:]*):" matched "${line}")
+    set(folder ${CMAKE_MATCH_1})
+    separate_arguments(others UNIX_COMMAND "${CMAKE_MATCH_2}")
+    zemlo_room_of(${folder} "${rooms}" own)
+    if(NOT own STREQUAL room)
+      continue()
+    endif()
+    foreach(other IN LISTS others)
+      string(REPLACE "/*" "" other ${other})
+      zemlo_room_of(${other} "${rooms}" other_room)
+      list(APPEND used ${other_room})
+    endforeach()
+  endforeach()
+  list(REMOVE_DUPLICATES used)
+  list(REMOVE_ITEM used ${room} "")
+  set(${result} ${used} PARENT_SCOPE)
+endfunction()
+
+function(zemlo_room_of folder rooms result)
+  set(found)
+  foreach(room IN LISTS rooms)
+    string(FIND "${folder}/" "${room}/" at)
+    string(LENGTH "${room}" length)
+    string(LENGTH "${found}" found_length)
+    if(at EQUAL 0 AND length GREATER found_length)
+      set(found ${room})
+    endif()
+  endforeach()
+  set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+# zemlo_room(<folder> SOURCES file... [LIBRARIES target...])
 #
-# MAY_USE names the rooms whose doors are open to this one; LIBRARIES the outside libraries it links.
+# LIBRARIES are the outside ones it links; the rooms it links are those it has doors to.
 function(zemlo_room folder)
-  cmake_parse_arguments(ROOM "" "" "SOURCES;MAY_USE;LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ROOM "" "" "SOURCES;LIBRARIES" ${ARGN})
   string(REPLACE "/" "_" name ${folder})
-  if(ROOM_SOURCES)
-    add_library(zemlo_${name} STATIC ${ROOM_SOURCES})
-    set(scope PUBLIC)
-    target_link_libraries(zemlo_${name} PRIVATE zemlo_compile_options ${ROOM_LIBRARIES})
-  else()
-    add_library(zemlo_${name} INTERFACE)
-    set(scope INTERFACE)
-  endif()
-  target_include_directories(zemlo_${name} ${scope} ${PROJECT_SOURCE_DIR}/src)
-  target_link_libraries(zemlo_${name} ${scope} zemlo_sanitizers Threads::Threads)
-  foreach(other IN LISTS ROOM_MAY_USE)
+  add_library(zemlo_${name} STATIC ${ROOM_SOURCES})
+  target_link_libraries(zemlo_${name} PRIVATE zemlo_compile_options ${ROOM_LIBRARIES})
+  target_include_directories(zemlo_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(zemlo_${name} PUBLIC zemlo_sanitizers Threads::Threads)
+  zemlo_rooms_used(${folder} "${ZEMLO_ROOMS}" used)
+  foreach(other IN LISTS used)
     string(REPLACE "/" "_" other_name ${other})
-    target_link_libraries(zemlo_${name} ${scope} zemlo_${other_name})
+    target_link_libraries(zemlo_${name} PUBLIC zemlo_${other_name})
   endforeach()
 endfunction()
 
-# The rooms in the order of their doors, lowest first. (The inner rooms of workspace/ are folders of
-# their own: each is added by its path.)
+# The rooms in the order of their doors, lowest first. (Below and above composition, customers and tracking lie rooms of
+# workspace/: each is added by its path.)
 function(zemlo_add_rooms root)
+  set(ZEMLO_ROOMS ${ARGN})
   foreach(folder IN LISTS ARGN)
     string(REPLACE "/" "_" name ${folder})
     add_subdirectory(${root}/${folder} ${CMAKE_BINARY_DIR}/rooms/${name})

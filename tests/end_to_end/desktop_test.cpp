@@ -2,7 +2,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "apps/desktop.h"
+#include "apps/corresp/desktop.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/end_to_end/prepared_office.h"
 

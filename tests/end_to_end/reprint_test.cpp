@@ -1,4 +1,4 @@
-#include "apps/desktop.h"
+#include "apps/corresp/desktop.h"
 #include "tests/desktop/window_driver.h"
 #include "tests/end_to_end/changed_template.h"
 #include "tests/end_to_end/prepared_office.h"

@@ -8,7 +8,7 @@
 #include "platform/record_layouts.h"
 #include "platform/text.h"
 #include "server/context/stored_context.h"
-#include "server/schema/schema.h"
+#include "server/history/letter_time.h"
 
 namespace server {
 namespace {

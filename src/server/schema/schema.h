@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string_view>
 
 #include "server/storage/database.h"
 
@@ -12,10 +11,6 @@ inline constexpr std::int64_t kSchemaVersion = 6;
 
 /// The entry of server_info with the text of the letter definitions as they were read last.
 inline constexpr const char* kDefinitions = "letter definitions";
-
-/// The time by which a letter is found and listed: when it was first printed, and for a letter that was never
-/// printed when it was processed. Written out in each statement, because indexes are kept of this expression.
-inline constexpr std::string_view kLetterTime = "COALESCE(PRNT_TS, LST_PRCS_TS)";
 
 /// Makes the tables in an empty database, and writes down their version.
 void CreateTables(Database& database);

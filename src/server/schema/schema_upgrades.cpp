@@ -6,6 +6,7 @@
 #include "platform/text.h"
 #include "server/context/stored_context.h"
 #include "server/history/letter_history.h"
+#include "server/history/letter_time.h"
 #include "server/schema/schema.h"
 #include "server/wire/wire_format.h"
 

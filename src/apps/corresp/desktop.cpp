@@ -1,4 +1,4 @@
-#include "apps/desktop.h"
+#include "apps/corresp/desktop.h"
 
 #include "desktop/forms/form_views.h"
 #include "desktop/look/qt_text.h"

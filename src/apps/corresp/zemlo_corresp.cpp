@@ -10,7 +10,7 @@
 #include <QLoggingCategory>
 #include <QMessageBox>
 
-#include "apps/desktop.h"
+#include "apps/corresp/desktop.h"
 #include "apps/product_files.h"
 #include "desktop/look/office_style.h"
 #include "desktop/look/qt_text.h"
