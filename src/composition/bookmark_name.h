@@ -5,8 +5,7 @@
 
 namespace composition {
 
-/// Whether a bookmark repeats a field that stands in the template already, as NAME__1 repeats NAME: what
-/// follows the last "__" of the trimmed name is a number.
+/// Whether the trimmed name is that of a repeat, as platform::IsRepeat says.
 bool CheckDoubleUnderScore(std::string_view name);
 
 /// Replaces in `text` the five predefined references by what they stand for, "&amp;" last: one level of

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "composition/unreadable_message.h"
+#include "platform/agreed/field_attributes.h"
 #include "platform/text.h"
 #include "workspace/messaging/at_exit.h"
 #include "workspace/messaging/diagnostic_mode.h"
@@ -20,17 +21,19 @@ constexpr const char* kLoad = "frmBatch.Form_Load";
 constexpr int kTreeWidthWithoutFrame = 9888;  // twips
 constexpr int kMostProblems = 100;            // the tree has them all
 
+namespace field_attribute = platform::field_attribute;
+
 /// Which attribute of the element fills which label of the frame.
 struct Explanation {
   platform::Label frmBatch::*label;
-  const char* attribute;
+  std::string_view attribute;
 };
 constexpr auto kExplanations = std::to_array<Explanation>({
-    {&frmBatch::bookmark_type, "V_ExplainType"},
-    {&frmBatch::bookmark_raw_value, "RawValue"},
-    {&frmBatch::bookmark_state, "V_ExplainState"},
-    {&frmBatch::bookmark_attribute, "V_ExplainAttr"},
-    {&frmBatch::bookmark_error, "V_ExplainErr"},
+    {&frmBatch::bookmark_type, field_attribute::kExplainedType},
+    {&frmBatch::bookmark_raw_value, field_attribute::kRawValue},
+    {&frmBatch::bookmark_state, field_attribute::kExplainedState},
+    {&frmBatch::bookmark_attribute, field_attribute::kExplainedAttributes},
+    {&frmBatch::bookmark_error, field_attribute::kExplainedErrors},
 });
 
 }  // namespace
@@ -108,8 +111,9 @@ bool frmBatch::IsShown() const {
 }
 
 Tree::Node frmBatch::NodeOf(const XmlElement& element) {
-  Tree::Node node{
-      .text = element.Attribute("V_EnglishDesc").value_or(element.Name()), .expanded = true, .tag = element};
+  Tree::Node node{.text = element.Attribute(field_attribute::kDescription).value_or(element.Name()),
+                  .expanded = true,
+                  .tag = element};
   if (!state_.IsErroneous()) {
     node.image = kCorrect;
   } else if (state_.ErrInChild()) {
@@ -125,7 +129,7 @@ Tree::Node frmBatch::NodeOf(const XmlElement& element) {
 void frmBatch::CountError(const std::string& field, const XmlElement& element) {
   const bool is_counted = errors_.Increment();
   if (is_counted && errors_.value() <= kMostProblems) {
-    const auto explained = element.Attribute("V_ExplainErr").value_or("");
+    const auto explained = element.Attribute(field_attribute::kExplainedErrors).value_or("");
     if (!problems_.empty()) problems_ += '\n';
     problems_ += field + ": " + (explained.empty() ? "The value is in error." : explained);
   }
@@ -138,7 +142,7 @@ void frmBatch::CountError(const std::string& field, const XmlElement& element) {
 
 void frmBatch::FillLabels() {
   SetText(account, AccountText());
-  SetText(address_status, document_->Root().Attribute("V_ExplainAddr").value_or(""));
+  SetText(address_status, document_->Root().Attribute(field_attribute::kExplainedAddress).value_or(""));
   error_count.SetCaption(std::to_string(errors_.value()));
   SetText(verdict, Verdict());
   SetText(problems, problems_);

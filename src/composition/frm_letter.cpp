@@ -7,6 +7,7 @@
 #include "composition/bookmark_name.h"
 #include "composition/node_state.h"
 #include "composition/unreadable_message.h"
+#include "platform/agreed/field_attributes.h"
 #include "platform/text.h"
 
 namespace composition {
@@ -15,11 +16,10 @@ using platform::Trap;
 
 namespace {
 
+namespace field_attribute = platform::field_attribute;
+
 // A letter without paragraphs may leave this one out: not every sheriff has a second address line.
 constexpr std::string_view kMayBeEmpty = "U_SHERIFFADDR2";
-
-// The attribute by which the server says that the letter needs at least one paragraph of that group.
-constexpr std::string_view kGroup = "OneOf";
 
 }  // namespace
 
@@ -88,14 +88,14 @@ void frmLetter::AddBookmark(const platform::XmlElement& field) {
   const bool is_paragraph = state.IsParaType() && state.IsCanDisplay();
   if (state.IsInput() || !(state.IsUserType() || is_paragraph)) return;
   auto name = field.Name();
-  auto description = field.Attribute("V_EnglishDesc").value_or("");
+  auto description = field.Attribute(field_attribute::kDescription).value_or("");
   if (description.empty()) description = name;
   XmlEscapeDecode(name);
   XmlEscapeDecode(description);
   if (state.IsUserType()) {
     user_bookmarks_.Add(description, name);
   } else {
-    paragraphs_.Add(description, name, field.Attribute(kGroup).value_or(""));
+    paragraphs_.Add(description, name, field.Attribute(field_attribute::kGroup).value_or(""));
   }
 }
 

@@ -5,10 +5,12 @@
 #include "composition/bookmark_name.h"
 #include "composition/node_state.h"
 #include "composition/paragraph_marks.h"
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 
 namespace composition {
 
+using platform::kFreeTextParagraph;
 using platform::Trap;
 
 namespace {
@@ -52,7 +54,7 @@ bool ParagraphChoice::Offer(const KeptEntries& kept) {
   bool is_offered = false;
   for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
     const auto name = rows_->Text(row, kName);
-    if (name == kFreeText && !kept.free_text.empty()) {
+    if (name == kFreeTextParagraph && !kept.free_text.empty()) {
       free_text_ = kept.free_text;
       is_offered = true;
     }
@@ -91,7 +93,7 @@ void ParagraphChoice::sdgGrid_Change() {
     const auto row = rows_->CurrentRow();
     if (!row || !IsTicked(*row)) {
       text_.SetText("");
-    } else if (rows_->Text(kName) == kFreeText) {
+    } else if (rows_->Text(kName) == kFreeTextParagraph) {
       text_.SetText(free_text_);
       editing_free_text_ = true;
     } else {
@@ -146,7 +148,7 @@ void ParagraphChoice::SetState(const std::vector<std::string>& names, bool flag,
 // confirmation, because a field that stands in one may stand elsewhere in the letter too.
 void ParagraphChoice::SetInnerState(const std::string& name, bool flag, platform::XmlElement root) {
   if (CheckDoubleUnderScore(name)) return;
-  if (flag && platform::UpperCase(name).find("PARA_") == std::string::npos) unchosen_.insert(name);
+  if (flag && !platform::IsParagraphField(platform::UpperCase(name))) unchosen_.insert(name);
   const auto element = root.FirstByTagName(name);
   if (!element) return;  // a bookmark that no field fills: there is nothing to mark
   ZEMLO_NodeState state;
@@ -156,7 +158,7 @@ void ParagraphChoice::SetInnerState(const std::string& name, bool flag, platform
 }
 
 bool ParagraphChoice::IsChosen(std::size_t row) const {
-  return IsTicked(row) && (rows_->Text(row, kName) != kFreeText || !platform::IsBlank(free_text_));
+  return IsTicked(row) && (rows_->Text(row, kName) != kFreeTextParagraph || !platform::IsBlank(free_text_));
 }
 
 std::vector<MissingEntry> ParagraphChoice::GetMissingParagraphs() {
@@ -204,8 +206,9 @@ void ParagraphChoice::SaveParagraphMarks(platform::XmlElement root) const {
   Trap(services_, "frmLetter.SaveParagraphMarks", [&] {
     for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
       const auto name = rows_->Text(row, kName);
-      platform::While("marking the paragraph \"" + name + "\"",
-                      [&] { MarkParagraph(root.FirstByTagName(name), !IsTicked(row) || name == kFreeText); });
+      platform::While("marking the paragraph \"" + name + "\"", [&] {
+        MarkParagraph(root.FirstByTagName(name), !IsTicked(row) || name == kFreeTextParagraph);
+      });
     }
   });
 }
@@ -215,13 +218,14 @@ void ParagraphChoice::ReplaceParagraph(platform::XmlElement root) const {
   Trap(services_, "frmLetter.ReplaceParagraph", [&] {
     if (platform::IsBlank(free_text_)) return;
     for (std::size_t row = 0; row < rows_->RecordCount(); ++row) {
-      if (!IsTicked(row) || rows_->Text(row, kName) != kFreeText) continue;
-      auto element = root.FirstByTagName(kFreeText);
+      if (!IsTicked(row) || rows_->Text(row, kName) != kFreeTextParagraph) continue;
+      auto element = root.FirstByTagName(kFreeTextParagraph);
       if (!element) {
-        throw Failure(Failure::Kind::kNotFound,
-                      "The letter has no field \"" + std::string(kFreeText) + "\" to write the text into.");
+        throw Failure(
+            Failure::Kind::kNotFound,
+            "The letter has no field \"" + std::string(kFreeTextParagraph) + "\" to write the text into.");
       }
-      platform::While("writing the text of " + std::string(kFreeText),
+      platform::While("writing the text of " + std::string(kFreeTextParagraph),
                       [&] { element.SetText(free_text_ + std::string(kAfterFreeText)); });
     }
   });

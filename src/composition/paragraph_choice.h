@@ -26,8 +26,6 @@ class ParagraphChoice {
   static constexpr const char* kDescription = "Para_EngName";
   static constexpr const char* kTick = "Para_Value";
   static constexpr const char* kName = "Para_Name";
-  /// The paragraph whose wording is the user's own.
-  static constexpr const char* kFreeText = "PARA_FREE_TEXT";
 
   /// Gives `grid` its columns. All outlive the object.
   ParagraphChoice(const platform::Services& services, platform::EntryGrid& grid, platform::TextBox& text);

@@ -1,19 +1,16 @@
 #include "composition/paragraph_marks.h"
 
 #include "composition/node_state.h"
+#include "platform/agreed/field_names.h"
 #include "platform/xml/xml.h"
 
 namespace composition {
 namespace {
 
-bool IsParagraph(const platform::XmlElement& element) {
-  return element.Name().find("PARA_") != std::string::npos;
-}
-
 void RemoveUnmarkedParagraphs(platform::XmlElement root) {
   ZEMLO_NodeState state;
   for (const auto& child : root.Children()) {
-    if (!IsParagraph(child)) continue;
+    if (!platform::IsParagraphField(child.Name())) continue;
     state.InitFromNode(child);
     if (!state.IsUserUnSelected()) root.RemoveChild(child);
   }

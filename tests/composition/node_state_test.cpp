@@ -13,7 +13,6 @@ namespace {
 
 using platform::Failure;
 using platform::XmlDocument;
-using testing::HasSubstr;
 
 struct Predicate {
   const char* name;
@@ -27,64 +26,64 @@ struct Predicate {
   }
 
 constexpr auto kPredicates = std::to_array<Predicate>({
-    PREDICATE(IsTableType, "State", 1u << 0),
-    PREDICATE(IsNonSQLType, "State", 1u << 1),
-    PREDICATE(IsSysType, "State", 1u << 2),
-    PREDICATE(IsUserType, "State", 1u << 3),
-    PREDICATE(IsParaType, "State", 1u << 4),
-    PREDICATE(IsLocalType, "State", 1u << 5),
-    PREDICATE(IsTableRowType, "State", 1u << 6),
-    PREDICATE(IsTableColumnType, "State", 1u << 7),
-    PREDICATE(IsValueIsNull, "State", 1u << 8),
-    PREDICATE(IsCanDisplay, "State", 1u << 9),
-    PREDICATE(IsEditable, "State", 1u << 10),
-    PREDICATE(IsInput, "State", 1u << 11),
-    PREDICATE(IsIndirectRef, "State", 1u << 12),
-    PREDICATE(IsVolatile, "State", 1u << 13),
-    PREDICATE(HasFunction, "State", 1u << 14),
-    PREDICATE(IsEof, "State", 1u << 15),
-    PREDICATE(IsNull, "State", 1u << 16),
-    PREDICATE(IsDefaultUsed, "State", 1u << 17),
-    PREDICATE(IsUserUnSelected, "State", 1u << 18),
-    PREDICATE(IsTreatIndRefOptional, "State", 1u << 19),
-    PREDICATE(IsAddrRelated, "State", 1u << 20),
-    PREDICATE(IsMultiColumns, "State", 1u << 21),
-    PREDICATE(HasErr, "State", 1u << 22),
-    PREDICATE(ErrInChild, "State", 1u << 23),
-    PREDICATE(ErrInNonAddrChild, "State", 1u << 24),
-    PREDICATE(ErrPopulateValue, "Err", 1u << 0),
-    PREDICATE(ErrExecuteFunction, "Err", 1u << 1),
-    PREDICATE(ErrExecuteSQL, "Err", 1u << 2),
-    PREDICATE(ErrEofWhenMustExistReq, "Err", 1u << 3),
-    PREDICATE(ErrNullWhenNotNullReq, "Err", 1u << 4),
-    PREDICATE(ErrEmptyWhenNotEmptyReq, "Err", 1u << 5),
-    PREDICATE(ErrZeroWhenNonZeroReq, "Err", 1u << 6),
-    PREDICATE(ErrInputFldFailedtoValidate, "Err", 1u << 7),
-    PREDICATE(ErrLtrGenerationIgnored, "Err", 1u << 8),
-    PREDICATE(ErrAddressError, "Err", 1u << 9),
-    PREDICATE(IsNonPOBoxReqd, "AddrState", 1u << 0),
-    PREDICATE(IsInStateReqd, "AddrState", 1u << 1),
-    PREDICATE(IsOutStateReqd, "AddrState", 1u << 2),
-    PREDICATE(IsMailPreferred, "AddrState", 1u << 3),
-    PREDICATE(IsResiPreferred, "AddrState", 1u << 4),
-    PREDICATE(IsMailUsed, "AddrState", 1u << 7),
-    PREDICATE(IsResiUsed, "AddrState", 1u << 8),
-    PREDICATE(IsInStateCustomer, "AddrState", 1u << 9),
-    PREDICATE(IsMailMissing, "AddrState", 1u << 11),
-    PREDICATE(IsResiMissing, "AddrState", 1u << 12),
-    PREDICATE(IsMailFailFinalist, "AddrState", 1u << 13),
-    PREDICATE(IsResiFailFinalist, "AddrState", 1u << 14),
-    PREDICATE(IsMailHasPOBox, "AddrState", 1u << 15),
-    PREDICATE(IsResiHasPOBox, "AddrState", 1u << 16),
-    PREDICATE(IsMailMarkedBad, "AddrState", 1u << 17),
-    PREDICATE(IsResiMarkedBad, "AddrState", 1u << 18),
-    PREDICATE(IsMailStateNotAsReqd, "AddrState", 1u << 19),
-    PREDICATE(IsResiStateNotAsReqd, "AddrState", 1u << 20),
-    PREDICATE(IsProcessingErr, "AddrState", 1u << 25),
-    PREDICATE(IsAddressDbErr, "AddrState", 1u << 26),
-    PREDICATE(IsFinalistErr, "AddrState", 1u << 27),
-    PREDICATE(IsFinalistUnkStatusErr, "AddrState", 1u << 28),
-    PREDICATE(IsNoUsableAddress, "AddrState", 1u << 29),
+    PREDICATE(IsTableType, "State", field_state::kTable),
+    PREDICATE(IsNonSQLType, "State", field_state::kNotFromData),
+    PREDICATE(IsSysType, "State", field_state::kSystem),
+    PREDICATE(IsUserType, "State", field_state::kUser),
+    PREDICATE(IsParaType, "State", field_state::kParagraph),
+    PREDICATE(IsLocalType, "State", field_state::kLocal),
+    PREDICATE(IsTableRowType, "State", field_state::kTableRow),
+    PREDICATE(IsTableColumnType, "State", field_state::kTableColumn),
+    PREDICATE(IsValueIsNull, "State", field_state::kValueIsNull),
+    PREDICATE(IsCanDisplay, "State", field_state::kCanDisplay),
+    PREDICATE(IsEditable, "State", field_state::kEditable),
+    PREDICATE(IsInput, "State", field_state::kInput),
+    PREDICATE(IsIndirectRef, "State", field_state::kIndirect),
+    PREDICATE(IsVolatile, "State", field_state::kVolatile),
+    PREDICATE(HasFunction, "State", field_state::kHasFunction),
+    PREDICATE(IsEof, "State", field_state::kEof),
+    PREDICATE(IsNull, "State", field_state::kNull),
+    PREDICATE(IsDefaultUsed, "State", field_state::kDefaultUsed),
+    PREDICATE(IsUserUnSelected, "State", field_state::kUnselected),
+    PREDICATE(IsTreatIndRefOptional, "State", field_state::kReferenceOptional),
+    PREDICATE(IsAddrRelated, "State", field_state::kAddressRelated),
+    PREDICATE(IsMultiColumns, "State", field_state::kMultiColumns),
+    PREDICATE(HasErr, "State", field_state::kHasError),
+    PREDICATE(ErrInChild, "State", field_state::kErrorInChild),
+    PREDICATE(ErrInNonAddrChild, "State", field_state::kErrorInNonAddressChild),
+    PREDICATE(ErrPopulateValue, "Err", field_error::kPopulateValue),
+    PREDICATE(ErrExecuteFunction, "Err", field_error::kExecuteFunction),
+    PREDICATE(ErrExecuteSQL, "Err", field_error::kExecuteQuery),
+    PREDICATE(ErrEofWhenMustExistReq, "Err", field_error::kNoRow),
+    PREDICATE(ErrNullWhenNotNullReq, "Err", field_error::kNull),
+    PREDICATE(ErrEmptyWhenNotEmptyReq, "Err", field_error::kEmpty),
+    PREDICATE(ErrZeroWhenNonZeroReq, "Err", field_error::kZero),
+    PREDICATE(ErrInputFldFailedtoValidate, "Err", field_error::kInvalidInput),
+    PREDICATE(ErrLtrGenerationIgnored, "Err", field_error::kLetterIgnored),
+    PREDICATE(ErrAddressError, "Err", field_error::kAddress),
+    PREDICATE(IsNonPOBoxReqd, "AddrState", field_address::kPostOfficeBoxExcluded),
+    PREDICATE(IsInStateReqd, "AddrState", field_address::kInStateRequired),
+    PREDICATE(IsOutStateReqd, "AddrState", field_address::kOutOfStateRequired),
+    PREDICATE(IsMailPreferred, "AddrState", field_address::kMailPreferred),
+    PREDICATE(IsResiPreferred, "AddrState", field_address::kResidentialPreferred),
+    PREDICATE(IsMailUsed, "AddrState", field_address::kMailUsed),
+    PREDICATE(IsResiUsed, "AddrState", field_address::kResidentialUsed),
+    PREDICATE(IsInStateCustomer, "AddrState", field_address::kInStateCustomer),
+    PREDICATE(IsMailMissing, "AddrState", field_address::kMailMissing),
+    PREDICATE(IsResiMissing, "AddrState", field_address::kResidentialMissing),
+    PREDICATE(IsMailFailFinalist, "AddrState", field_address::kMailFailedVerification),
+    PREDICATE(IsResiFailFinalist, "AddrState", field_address::kResidentialFailedVerification),
+    PREDICATE(IsMailHasPOBox, "AddrState", field_address::kMailHasPostOfficeBox),
+    PREDICATE(IsResiHasPOBox, "AddrState", field_address::kResidentialHasPostOfficeBox),
+    PREDICATE(IsMailMarkedBad, "AddrState", field_address::kMailMarkedBad),
+    PREDICATE(IsResiMarkedBad, "AddrState", field_address::kResidentialMarkedBad),
+    PREDICATE(IsMailStateNotAsReqd, "AddrState", field_address::kMailStateNotAsRequired),
+    PREDICATE(IsResiStateNotAsReqd, "AddrState", field_address::kResidentialStateNotAsRequired),
+    PREDICATE(IsProcessingErr, "AddrState", field_address::kProcessingError),
+    PREDICATE(IsAddressDbErr, "AddrState", field_address::kDatabaseError),
+    PREDICATE(IsFinalistErr, "AddrState", field_address::kVerificationError),
+    PREDICATE(IsFinalistUnkStatusErr, "AddrState", field_address::kUnknownVerification),
+    PREDICATE(IsNoUsableAddress, "AddrState", field_address::kNoUsableAddress),
 });
 
 struct MaskGetter {
@@ -99,21 +98,21 @@ struct MaskGetter {
   }
 
 constexpr auto kMaskGetters = std::to_array<MaskGetter>({
-    MASK(GetTypesMask, "State", 0xFF),
-    MASK(GetAttrMask, "State", 0x300700),
-    MASK(GetFldConstMask, "State", 0x3007FF),
-    MASK(GetStatesMask, "State", 0x6F800),
-    MASK(GetMetaErrorsMask, "State", 0x1C00000),
-    MASK(GetEmptyValuesAllowedTypesMask, "State", 0x59),
+    MASK(GetTypesMask, "State", field_state::kTypes),
+    MASK(GetAttrMask, "State", field_state::kAttributes),
+    MASK(GetFldConstMask, "State", field_state::kTypes | field_state::kAttributes),
+    MASK(GetStatesMask, "State", field_state::kStates),
+    MASK(GetMetaErrorsMask, "State", field_state::kSummaries),
+    MASK(GetEmptyValuesAllowedTypesMask, "State", field_state::kTypesThatMayBeEmpty),
     MASK(GetErrorsMask, "Err", 0xFFFFFFFF),
-    MASK(GetAddrInputsMask, "AddrState", 0x1F),
-    MASK(GetAddrNonInputsMask, "AddrState", 0xFFFFFFE0),
-    MASK(GetAddrAttrMask, "AddrState", 0x380),
-    MASK(GetMailWarnsMask, "AddrState", 0xAA800),
-    MASK(GetResiWarnsMask, "AddrState", 0x155000),
-    MASK(GetAddrWarnsMask, "AddrState", 0x1FF800),
-    MASK(GetAddrErrorsMask, "AddrState", 0x3E000000),
-    MASK(GetAddrWarnsAndErrorsMask, "AddrState", 0x3E1FF800),
+    MASK(GetAddrInputsMask, "AddrState", field_address::kRequirements),
+    MASK(GetAddrNonInputsMask, "AddrState", ~field_address::kRequirements),
+    MASK(GetAddrAttrMask, "AddrState", field_address::kAttributes),
+    MASK(GetMailWarnsMask, "AddrState", field_address::kMailWarnings),
+    MASK(GetResiWarnsMask, "AddrState", field_address::kResidentialWarnings),
+    MASK(GetAddrWarnsMask, "AddrState", field_address::kAllWarnings),
+    MASK(GetAddrErrorsMask, "AddrState", field_address::kErrors),
+    MASK(GetAddrWarnsAndErrorsMask, "AddrState", field_address::kAllWarnings | field_address::kErrors),
 });
 
 struct Derived {
@@ -129,14 +128,14 @@ struct Derived {
   }
 
 constexpr auto kDerived = std::to_array<Derived>({
-    DERIVED(CanHaveEmptyValue, "State", 0x59, true),
-    DERIVED(IsSelfErroneous, "State", 0x400000, true),
-    DERIVED(IsErroneous, "State", 0x1C00000, true),
-    DERIVED(IsAddrErroneous, "AddrState", 0x3E000000, true),
-    DERIVED(HasMailWarn, "AddrState", 0xAA800, true),
-    DERIVED(HasResiWarn, "AddrState", 0x155000, true),
-    DERIVED(IsMailGood, "AddrState", 0xAA800, false),
-    DERIVED(IsResiGood, "AddrState", 0x155000, false),
+    DERIVED(CanHaveEmptyValue, "State", field_state::kTypesThatMayBeEmpty, true),
+    DERIVED(IsSelfErroneous, "State", field_state::kHasError, true),
+    DERIVED(IsErroneous, "State", field_state::kSummaries, true),
+    DERIVED(IsAddrErroneous, "AddrState", field_address::kErrors, true),
+    DERIVED(HasMailWarn, "AddrState", field_address::kMailWarnings, true),
+    DERIVED(HasResiWarn, "AddrState", field_address::kResidentialWarnings, true),
+    DERIVED(IsMailGood, "AddrState", field_address::kMailWarnings, false),
+    DERIVED(IsResiGood, "AddrState", field_address::kResidentialWarnings, false),
 });
 
 /// A field's element with the given attributes.
@@ -225,35 +224,6 @@ TEST(NodeState, AnIgnoredLetterIsOneWithNoOtherError) {
     EXPECT_FALSE(StateOf(std::string("Err=\"") + word + "\"").IsLtrGenIgnored()) << word;
   }
   EXPECT_TRUE(StateOf(R"(Err="101")").ErrLtrGenerationIgnored());
-}
-
-TEST(NodeState, ReadsOneToEightHexadecimalDigitsOfEitherCase) {
-  struct Case {
-    const char* text;
-    std::uint32_t errors;
-  };
-  for (const auto& [text, errors] : {Case{"0", 0}, Case{"1a", 0x1A}, Case{"0000001A", 0x1A},
-                                     Case{"aBcDeF09", 0xABCDEF09}, Case{"80000000", 0x80000000}}) {
-    const auto state = StateOf(std::string("Err=\"") + text + "\"");
-    EXPECT_EQ(static_cast<std::uint32_t>(state.GetErrorsMask()), errors) << text;
-  }
-}
-
-TEST(NodeState, RefusesATextThatIsNoFlagWordAndSaysWhere) {
-  for (const std::string text :
-       {"", " ", "123456789", "000000001", "0x1", "&amp;H1", "-1", "+1", " 1", "1 ", "G", "1.0", "٣"}) {
-    SCOPED_TRACE("\"" + text + "\"");
-    const Field field("AddrState=\"" + text + "\"");
-    ZEMLO_NodeState state;
-    try {
-      state.InitFromNode(field.element());
-      ADD_FAILURE() << "was taken";
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.kind(), Failure::Kind::kDamaged);
-      EXPECT_THAT(failure.description(), HasSubstr("attribute AddrState of element NAME"));
-      EXPECT_THAT(failure.description(), HasSubstr("\"" + *field.element().Attribute("AddrState") + "\""));
-    }
-  }
 }
 
 TEST(NodeState, WordsReadBeforeADamagedOneCountAndAChangeStaysUnsaved) {

@@ -95,16 +95,16 @@ const std::map<std::string, Bit> kBits = {
     {"mail-used", {"AddrState", server::address::kMailUsed}},
     {"residential-used", {"AddrState", server::address::kResidentialUsed}},
     {"in-state-customer", {"AddrState", server::address::kInStateCustomer}},
-    {"mail-missing", {"AddrState", 0x800}},
-    {"residential-missing", {"AddrState", 0x1000}},
-    {"mail-failed", {"AddrState", 0x2000}},
-    {"residential-failed", {"AddrState", 0x4000}},
-    {"mail-po-box", {"AddrState", 0x8000}},
-    {"residential-po-box", {"AddrState", 0x10000}},
-    {"mail-bad", {"AddrState", 0x20000}},
-    {"residential-bad", {"AddrState", 0x40000}},
-    {"mail-state", {"AddrState", 0x80000}},
-    {"residential-state", {"AddrState", 0x100000}},
+    {"mail-missing", {"AddrState", server::address::kMailMissing}},
+    {"residential-missing", {"AddrState", server::address::kResidentialMissing}},
+    {"mail-failed", {"AddrState", server::address::kMailFailedVerification}},
+    {"residential-failed", {"AddrState", server::address::kResidentialFailedVerification}},
+    {"mail-po-box", {"AddrState", server::address::kMailHasPostOfficeBox}},
+    {"residential-po-box", {"AddrState", server::address::kResidentialHasPostOfficeBox}},
+    {"mail-bad", {"AddrState", server::address::kMailMarkedBad}},
+    {"residential-bad", {"AddrState", server::address::kResidentialMarkedBad}},
+    {"mail-state", {"AddrState", server::address::kMailStateNotAsRequired}},
+    {"residential-state", {"AddrState", server::address::kResidentialStateNotAsRequired}},
     {"address-processing", {"AddrState", server::address::kProcessingError}},
     {"address-database", {"AddrState", server::address::kDatabaseError}},
     {"address-verification", {"AddrState", server::address::kVerificationError}},
@@ -121,8 +121,7 @@ class DemoLetters : public tests::ServerTest {
   }
 
   static FlagWord Word(const XmlElement& field, const char* attribute) {
-    const auto text = field.Attribute(attribute).value_or("0");
-    return static_cast<FlagWord>(std::stoul(text, nullptr, 16));
+    return platform::ReadFlagWord(field, attribute);
   }
 
   /// Every "FIELD flag" of the list's last column; what was seen is noted.

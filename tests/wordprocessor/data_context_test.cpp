@@ -39,6 +39,12 @@ TEST(DataContext, RefusesWhatAStrictReaderWould) {
   }
 }
 
+TEST(DataContext, RefusesAFieldOfWhichItCannotTellWhetherItIsATable) {
+  for (const std::string field : {"<A State=\"1G\"/>", "<A><ROW State=\"\"/></A>"}) {
+    EXPECT_THROW(DataContext::Parse("<XML_CONTEXT>" + field + "</XML_CONTEXT>"), platform::Failure) << field;
+  }
+}
+
 /// Paragraphs between "[" and "]", line breaks as "/", tabs as ">".
 std::string Drawn(const std::string& text) {
   std::string drawn;

@@ -1,8 +1,10 @@
 #include "apps/letters/context_text.h"
 
 #include <array>
+#include <string_view>
 
 #include "composition/node_state.h"
+#include "platform/agreed/field_attributes.h"
 #include "platform/xml/xml.h"
 
 namespace apps {
@@ -10,15 +12,18 @@ namespace {
 
 using platform::XmlElement;
 
-constexpr auto kForTheScreen =
-    std::to_array<const char*>({"Err", "AddrState", "V_ExplainAddr", "V_ExplainType", "V_ExplainState",
-                                "V_ExplainAttr", "V_ExplainErr", "RawValue"});
+namespace field_attribute = platform::field_attribute;
+
+constexpr auto kForTheScreen = std::to_array<std::string_view>(
+    {field_attribute::kErrors, field_attribute::kAddressState, field_attribute::kExplainedAddress,
+     field_attribute::kExplainedType, field_attribute::kExplainedState, field_attribute::kExplainedAttributes,
+     field_attribute::kExplainedErrors, field_attribute::kRawValue});
 
 /// Of the flag words, the merge needs to know which fields are tables.
 void Simplify(XmlElement element, composition::ZEMLO_NodeState& state) {
   state.InitFromNode(element);
-  if (!state.IsTableType()) element.RemoveAttribute("State");
-  for (const auto* attribute : kForTheScreen) element.RemoveAttribute(attribute);
+  if (!state.IsTableType()) element.RemoveAttribute(field_attribute::kState);
+  for (const auto attribute : kForTheScreen) element.RemoveAttribute(attribute);
   for (const auto& child : element.Children()) Simplify(child, state);
 }
 
@@ -37,7 +42,8 @@ ContextText ContextText::Of(const std::string& context) {
   std::string lines;
   for (const auto& field : root.Children()) {
     if (IsForTheUser(field, state)) {
-      made.missing.push_back(field.Name() + " (" + field.Attribute("V_EnglishDesc").value_or("") + ")");
+      made.missing.push_back(field.Name() + " (" +
+                             field.Attribute(field_attribute::kDescription).value_or("") + ")");
     } else {
       Simplify(field, state);
       lines += "  " + field.Xml() + "\n";

@@ -1,5 +1,7 @@
 #include "apps/letters/letter_entries.h"
 
+#include "platform/agreed/field_names.h"
+
 namespace apps {
 namespace {
 
@@ -50,7 +52,7 @@ std::string NamesIn(const composition::MissingEntry& group) {
   std::string listed;
   for (const auto& name : group.names) {
     listed += (listed.empty() ? "" : ", ") + name;
-    if (name == ParagraphChoice::kFreeText) listed += " (with --free-text)";
+    if (name == platform::kFreeTextParagraph) listed += " (with --free-text)";
   }
   return listed;
 }
@@ -72,7 +74,7 @@ std::optional<std::string> LetterEntries::Refusal(const composition::frmLetter& 
       return RefusalOf(name, *form.sdgUserBookmark.rows(), kBookmark);
   }
   auto wanted = paragraphs;
-  if (free_text) wanted.emplace_back(ParagraphChoice::kFreeText);
+  if (free_text) wanted.emplace_back(platform::kFreeTextParagraph);
   for (const auto& name : wanted) {
     if (!RowOf(form.sdgGrid, name, kParagraph)) return RefusalOf(name, *form.sdgGrid.rows(), kParagraph);
   }
@@ -83,7 +85,7 @@ void LetterEntries::FillIn(composition::frmLetter& form) const {
   for (const auto& [name, value] : values) FillCell(form, name, value);
   for (const auto& paragraph : paragraphs) Tick(form, paragraph);
   if (!free_text) return;
-  Tick(form, ParagraphChoice::kFreeText);
+  Tick(form, std::string(platform::kFreeTextParagraph));
   form.txtParagraph.UserEdits(*free_text);
   form.txtParagraph.UserLeaves();
 }

@@ -1,35 +1,39 @@
 #include "server/context/context_field.h"
 
+#include "platform/agreed/field_attributes.h"
+
 namespace server {
 namespace {
 
 using platform::XmlElement;
+
+namespace field_attribute = platform::field_attribute;
 
 void SetUnlessEmpty(XmlElement& element, std::string_view attribute, const std::string& text) {
   if (!text.empty()) element.SetAttribute(attribute, text);
 }
 
 void SetFlags(XmlElement& element, std::string_view attribute, FlagWord word) {
-  if (word != 0) element.SetAttribute(attribute, FlagText(word));
+  if (word != 0) element.SetAttribute(attribute, platform::FlagText(word));
 }
 
 void Fill(XmlElement element, const ContextField& field, const Explanations& explanations) {
-  SetFlags(element, "State", field.state);
-  SetFlags(element, "Err", field.error);
-  SetFlags(element, "AddrState", field.address);
-  SetUnlessEmpty(element, "OneOf", field.group);
+  SetFlags(element, field_attribute::kState, field.state);
+  SetFlags(element, field_attribute::kErrors, field.error);
+  SetFlags(element, field_attribute::kAddressState, field.address);
+  SetUnlessEmpty(element, field_attribute::kGroup, field.group);
   if (explanations.descriptors) {
-    SetUnlessEmpty(element, "V_EnglishDesc", field.description);
-    SetUnlessEmpty(element, "V_ExplainType", ExplainType(field.state));
-    SetUnlessEmpty(element, "V_ExplainAttr", ExplainAttributes(field.state));
-    SetUnlessEmpty(element, "RawValue", field.raw_value);
+    SetUnlessEmpty(element, field_attribute::kDescription, field.description);
+    SetUnlessEmpty(element, field_attribute::kExplainedType, ExplainType(field.state));
+    SetUnlessEmpty(element, field_attribute::kExplainedAttributes, ExplainAttributes(field.state));
+    SetUnlessEmpty(element, field_attribute::kRawValue, field.raw_value);
   }
   if (explanations.states) {
-    SetUnlessEmpty(element, "V_ExplainState", ExplainState(field.state));
+    SetUnlessEmpty(element, field_attribute::kExplainedState, ExplainState(field.state));
     SetUnlessEmpty(
-        element, "V_ExplainErr",
+        element, field_attribute::kExplainedErrors,
         ExplainErrors(field.state, field.error) + (field.error_place.empty() ? "" : " " + field.error_place));
-    SetUnlessEmpty(element, "V_ExplainAddr", ExplainAddress(field.address));
+    SetUnlessEmpty(element, field_attribute::kExplainedAddress, ExplainAddress(field.address));
   }
   if (!field.text.empty()) element.SetText(field.text);
   for (const auto& child : field.children) Fill(element.AppendChild(child.name), child, explanations);

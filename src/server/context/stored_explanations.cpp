@@ -1,9 +1,9 @@
 #include "server/context/stored_explanations.h"
 
 #include <algorithm>
-#include <charconv>
 #include <string_view>
 
+#include "platform/agreed/field_attributes.h"
 #include "platform/failure.h"
 
 namespace server {
@@ -11,12 +11,12 @@ namespace {
 
 using platform::XmlElement;
 
-/// 0 for an attribute that is absent or no word.
-FlagWord ReadFlags(const XmlElement& element, std::string_view attribute) {
-  const auto text = element.Attribute(attribute).value_or("");
-  FlagWord word = 0;
-  std::from_chars(text.data(), text.data() + text.size(), word, 16);
-  return word;
+namespace field_attribute = platform::field_attribute;
+
+// What is no flag word has nothing to explain, and the letter is handed out all the same: its reader refuses
+// the word.
+FlagWord FlagsToExplain(const XmlElement& element, std::string_view attribute) {
+  return platform::ParseFlagWord(element.Attribute(attribute).value_or("")).value_or(0);
 }
 
 void SetOrRemove(XmlElement& element, std::string_view attribute, bool wanted, const std::string& text) {
@@ -38,20 +38,22 @@ class Explainer {
       : explanations_(explanations), fields_(fields) {}
 
   void Explain(XmlElement element) const {
-    const auto state = ReadFlags(element, "State");
+    const auto state = FlagsToExplain(element, field_attribute::kState);
     const auto stored = [&](std::string_view attribute) { return element.Attribute(attribute).value_or(""); };
     const bool descriptors = explanations_.descriptors;
     const bool states = explanations_.states;
-    const auto description = stored("V_EnglishDesc");
-    SetOrRemove(element, "V_EnglishDesc", descriptors,
+    const auto description = stored(field_attribute::kDescription);
+    SetOrRemove(element, field_attribute::kDescription, descriptors,
                 description.empty() ? DescriptionOf(element.Name()) : description);
-    SetOrRemove(element, "V_ExplainType", descriptors, ExplainType(state));
-    SetOrRemove(element, "V_ExplainAttr", descriptors, ExplainAttributes(state));
-    SetOrRemove(element, "RawValue", descriptors, stored("RawValue"));
-    SetOrRemove(element, "V_ExplainState", states, ExplainState(state));
-    SetOrRemove(element, "V_ExplainErr", states,
-                LongerOf(stored("V_ExplainErr"), ExplainErrors(state, ReadFlags(element, "Err"))));
-    SetOrRemove(element, "V_ExplainAddr", states, ExplainAddress(ReadFlags(element, "AddrState")));
+    SetOrRemove(element, field_attribute::kExplainedType, descriptors, ExplainType(state));
+    SetOrRemove(element, field_attribute::kExplainedAttributes, descriptors, ExplainAttributes(state));
+    SetOrRemove(element, field_attribute::kRawValue, descriptors, stored(field_attribute::kRawValue));
+    SetOrRemove(element, field_attribute::kExplainedState, states, ExplainState(state));
+    SetOrRemove(element, field_attribute::kExplainedErrors, states,
+                LongerOf(stored(field_attribute::kExplainedErrors),
+                         ExplainErrors(state, FlagsToExplain(element, field_attribute::kErrors))));
+    SetOrRemove(element, field_attribute::kExplainedAddress, states,
+                ExplainAddress(FlagsToExplain(element, field_attribute::kAddressState)));
     for (const auto& child : element.Children()) Explain(child);
   }
 

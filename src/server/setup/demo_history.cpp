@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/agreed/field_names.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/context/letter_context.h"
@@ -74,7 +75,7 @@ void EnterByHand(ContextField& root, Draw& draw) {
     }
     if ((field.state & state::kParagraph) == 0 || draw.OneIn(2)) continue;
     field.state |= state::kUnselected;
-    if (field.name == "PARA_FREE_TEXT") field.text = kFreeText;
+    if (field.name == platform::kFreeTextParagraph) field.text = kFreeText;
   }
 }
 

@@ -79,13 +79,11 @@ constexpr auto kAddressMeanings = std::to_array<Meaning>({
     {address::kMailHasPostOfficeBox, "mailing address is a post office box"},
     {address::kMailMarkedBad, "mailing address is marked bad"},
     {address::kMailStateNotAsRequired, "mailing address is not in the state that the letter asks for"},
-    {address::kMailMissing << address::kResidentialShift, "residential address is missing"},
-    {address::kMailFailedVerification << address::kResidentialShift,
-     "residential address failed verification"},
-    {address::kMailHasPostOfficeBox << address::kResidentialShift,
-     "residential address is a post office box"},
-    {address::kMailMarkedBad << address::kResidentialShift, "residential address is marked bad"},
-    {address::kMailStateNotAsRequired << address::kResidentialShift,
+    {address::kResidentialMissing, "residential address is missing"},
+    {address::kResidentialFailedVerification, "residential address failed verification"},
+    {address::kResidentialHasPostOfficeBox, "residential address is a post office box"},
+    {address::kResidentialMarkedBad, "residential address is marked bad"},
+    {address::kResidentialStateNotAsRequired,
      "residential address is not in the state that the letter asks for"},
 });
 
@@ -110,13 +108,6 @@ std::string Explain(FlagWord word, std::span<const Meaning> meanings) {
 }
 
 }  // namespace
-
-std::string FlagText(FlagWord word) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  std::string text;
-  for (auto rest = word; rest != 0; rest >>= 4) text.insert(text.begin(), kDigits[rest & 0xf]);
-  return text.empty() ? "0" : text;
-}
 
 std::string ExplainType(FlagWord state) {
   auto text = Explain(state, kTypes);

@@ -5,6 +5,7 @@
 #include <set>
 #include <string_view>
 
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 #include "wordprocessor/authoring/leftovers.h"
 #include "wordprocessor/authoring/pictures.h"
@@ -37,7 +38,7 @@ std::size_t Distance(std::string_view from, std::string_view to) {
 }
 
 std::string FieldNameOf(const std::string& bookmark) {
-  const auto repeated = RepeatedName(bookmark);
+  const auto repeated = platform::RepeatedName(bookmark);
   return repeated.empty() ? bookmark : std::string(repeated);
 }
 

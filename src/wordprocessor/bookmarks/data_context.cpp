@@ -1,10 +1,10 @@
 #include "wordprocessor/bookmarks/data_context.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstdint>
-#include <optional>
 
+#include "platform/agreed/field_attributes.h"
+#include "platform/agreed/field_flags.h"
+#include "platform/agreed/field_names.h"
 #include "platform/failure.h"
 #include "platform/xml/xml.h"
 
@@ -13,20 +13,16 @@ namespace {
 
 using platform::XmlElement;
 
-constexpr std::uint32_t kTableBit = 0x1;
-constexpr std::uint32_t kTableRowBit = 0x40;
+namespace field_state = platform::field_state;
 
-std::uint32_t StateOf(const XmlElement& element) {
-  std::uint32_t state = 0;
-  const auto digits = element.Attribute("State").value_or("");
-  std::from_chars(digits.data(), digits.data() + digits.size(), state, 16);
-  return state;
+platform::FlagWord StateOf(const XmlElement& element) {
+  return platform::ReadFlagWord(element, platform::field_attribute::kState);
 }
 
 bool IsTable(const XmlElement& element, const std::vector<XmlElement>& children) {
-  if ((StateOf(element) & kTableBit) != 0) return true;
+  if ((StateOf(element) & field_state::kTable) != 0) return true;
   return std::ranges::any_of(children, [](const XmlElement& child) {
-    return (StateOf(child) & kTableRowBit) != 0 || !child.Children().empty();
+    return (StateOf(child) & field_state::kTableRow) != 0 || !child.Children().empty();
   });
 }
 
@@ -80,22 +76,10 @@ void ReadFields(const std::vector<XmlElement>& elements, DataRow& into) {
 
 }  // namespace
 
-bool IsParagraphField(std::string_view name) {
-  return name.find("PARA_") != std::string_view::npos;
-}
-
-std::string_view RepeatedName(std::string_view name) {
-  const auto mark = name.rfind("__");
-  if (mark == std::string_view::npos || mark + 2 == name.size()) return {};
-  const auto number = name.substr(mark + 2);
-  const bool numeric = std::ranges::all_of(number, [](char digit) { return digit >= '0' && digit <= '9'; });
-  return numeric ? name.substr(0, mark) : std::string_view{};
-}
-
 const DataField* DataRow::Find(std::string_view name) const {
   auto found = columns.find(std::string(name));
   if (found == columns.end()) {
-    const auto repeated = RepeatedName(name);
+    const auto repeated = platform::RepeatedName(name);
     if (!repeated.empty()) found = columns.find(std::string(repeated));
   }
   return found == columns.end() ? nullptr : &found->second;

@@ -31,7 +31,8 @@ struct DataRow {
 /// name the first counts. Immutable after parsing.
 class DataContext {
  public:
-  /// Throws Failure kDamaged with reason and place where `xml` is no XML.
+  /// Throws Failure kDamaged with reason and place where `xml` is no XML, and naming the field where its
+  /// "State" is no flag word: whether a field is a table is nothing to guess.
   static DataContext Parse(std::string_view xml);
 
   const DataField* Find(std::string_view name) const { return fields_.Find(name); }
@@ -39,11 +40,5 @@ class DataContext {
  private:
   DataRow fields_;
 };
-
-/// Whether the field is an optional paragraph of the letter.
-bool IsParagraphField(std::string_view name);
-
-/// NAME for NAME__1, NAME__2, ...; nothing for a name that is no repeat.
-std::string_view RepeatedName(std::string_view name);
 
 }  // namespace wordprocessor

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <tuple>
 
+#include "platform/agreed/field_names.h"
 #include "wordprocessor/bookmarks/editor.h"
 #include "wordprocessor/bookmarks/index.h"
 #include "wordprocessor/bookmarks/rows.h"
@@ -53,7 +54,7 @@ class Merge {
     if (rows_.done.contains(range.start)) return Fate::kStays;
     if (!range.has_end()) return Fate::kIsReported;
     const auto* field = FieldOf(range);
-    const bool optional = IsParagraphField(range.name);
+    const bool optional = platform::IsParagraphField(range.name);
     if (field == nullptr) return optional ? Fate::kStays : Fate::kIsReported;
     return optional && IsBlank(field->text) ? Fate::kIsRemoved : Fate::kIsFilled;
   }
@@ -65,7 +66,7 @@ class Merge {
     for (std::uint32_t i = 0; i < order.size(); ++i) order[i] = i;
     const auto key = [&](std::uint32_t i) {
       const auto& range = ranges[i];
-      return std::tuple(range.first_content, ~range.end_content, !IsParagraphField(range.name), i);
+      return std::tuple(range.first_content, ~range.end_content, !platform::IsParagraphField(range.name), i);
     };
     std::ranges::sort(order, {}, key);
     return order;
@@ -80,7 +81,7 @@ class Merge {
       const auto& range = ranges[i];
       if (cover != nullptr && IsSwallowed(range, *cover)) {
         // A value that another one has wiped out is missing in the letter.
-        const bool lost = fates_[i] == Fate::kIsFilled && !IsParagraphField(cover->name);
+        const bool lost = fates_[i] == Fate::kIsFilled && !platform::IsParagraphField(cover->name);
         fates_[i] = lost && !FieldOf(range)->text.empty() ? Fate::kIsReported : Fate::kIsSwallowed;
         continue;
       }
@@ -93,7 +94,7 @@ class Merge {
   static bool IsSwallowed(const BookmarkRange& range, const BookmarkRange& cover) {
     if (!cover.Holds(range)) return false;
     const bool both_ends = range.has_end() && !range.empty();
-    return !(both_ends && range.SameContents(cover)) || IsParagraphField(cover.name);
+    return !(both_ends && range.SameContents(cover)) || platform::IsParagraphField(cover.name);
   }
 
   DocxTree& tree_;

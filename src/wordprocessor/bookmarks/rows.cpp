@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <utility>
 
+#include "platform/agreed/field_names.h"
 #include "wordprocessor/bookmarks/row_finder.h"
 
 namespace wordprocessor {
@@ -71,12 +72,12 @@ class RowRepeater {
   /// that only a row could fill, it is a table.
   bool LooksLikeTable(const BookmarkIndex& index, std::size_t at) const {
     const auto& range = index.ranges[at];
-    if (IsParagraphField(range.name)) return false;
+    if (platform::IsParagraphField(range.name)) return false;
     if (tree_.Ancestor(range.start, DocxKind::kCell) != tree_.Ancestor(range.end, DocxKind::kCell))
       return true;
     for (auto i = at + 1; i < index.ranges.size() && index.ranges[i].start_place < range.end_place; ++i) {
       const auto& inner = index.ranges[i];
-      if (!IsParagraphField(inner.name) && scopes_.Find(tree_, inner) == nullptr) return true;
+      if (!platform::IsParagraphField(inner.name) && scopes_.Find(tree_, inner) == nullptr) return true;
     }
     return false;
   }

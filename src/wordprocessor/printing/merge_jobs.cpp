@@ -8,6 +8,7 @@
 #include <set>
 #include <utility>
 
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 #include "wordprocessor/bookmarks/data_context.h"
 #include "wordprocessor/document/template_cache.h"
@@ -128,7 +129,7 @@ class MergeRun {
   bool FillsSome(const MergeJob& job, const std::vector<std::string>& not_filled) {
     const auto blank = templates_.Open(job.template_file, CommonTemplateBeside(job.template_file));
     return std::ranges::any_of(blank.Bookmarks(), [&](const platform::DocumentBookmark& bookmark) {
-      return !IsParagraphField(bookmark.Name) &&
+      return !platform::IsParagraphField(bookmark.Name) &&
              std::ranges::find(not_filled, bookmark.Name) == not_filled.end();
     });
   }

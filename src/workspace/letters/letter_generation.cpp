@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/agreed/field_attributes.h"
 #include "platform/identity.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
@@ -148,7 +149,7 @@ void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
 
 // "Incomplete" is said of an address that is marked bad, too.
 void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context) const {
-  const auto reason = context.Root().Attribute("V_ExplainAddr").value_or("");
+  const auto reason = context.Root().Attribute(platform::field_attribute::kExplainedAddress).value_or("");
   if (!reason.empty()) uses_.services.status.ShowReason("No letter was made. " + reason);
 }
 

@@ -1,0 +1,175 @@
+// What both sides of the wall know alike, in literal values: stored letters and other programs hold to them.
+
+#include <gmock/gmock.h>
+
+#include <array>
+#include <string>
+
+#include "platform/agreed/field_flags.h"
+#include "platform/agreed/field_names.h"
+#include "platform/failure.h"
+#include "platform/xml/xml.h"
+
+namespace platform {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(FieldFlags, HaveTheirBits) {
+  namespace state = field_state;
+  // From bit 0 upwards.
+  constexpr auto kState = std::to_array<FlagWord>({
+      state::kTable,
+      state::kNotFromData,
+      state::kSystem,
+      state::kUser,
+      state::kParagraph,
+      state::kLocal,
+      state::kTableRow,
+      state::kTableColumn,
+      state::kValueIsNull,
+      state::kCanDisplay,
+      state::kEditable,
+      state::kInput,
+      state::kIndirect,
+      state::kVolatile,
+      state::kHasFunction,
+      state::kEof,
+      state::kNull,
+      state::kDefaultUsed,
+      state::kUnselected,
+      state::kReferenceOptional,
+      state::kAddressRelated,
+      state::kMultiColumns,
+      state::kHasError,
+      state::kErrorInChild,
+      state::kErrorInNonAddressChild,
+  });
+  static_assert(kState.size() == 25);
+  for (std::size_t bit = 0; bit < kState.size(); ++bit) EXPECT_EQ(kState[bit], 1U << bit) << bit;
+
+  namespace error = field_error;
+  constexpr auto kErrors = std::to_array<FlagWord>({
+      error::kPopulateValue,
+      error::kExecuteFunction,
+      error::kExecuteQuery,
+      error::kNoRow,
+      error::kNull,
+      error::kEmpty,
+      error::kZero,
+      error::kInvalidInput,
+      error::kLetterIgnored,
+      error::kAddress,
+  });
+  static_assert(kErrors.size() == 10);
+  for (std::size_t bit = 0; bit < kErrors.size(); ++bit) EXPECT_EQ(kErrors[bit], 1U << bit) << bit;
+
+  namespace address = field_address;
+  constexpr FlagWord kUnused = 0;
+  constexpr auto kAddress = std::to_array<FlagWord>({
+      address::kPostOfficeBoxExcluded,
+      address::kInStateRequired,
+      address::kOutOfStateRequired,
+      address::kMailPreferred,
+      address::kResidentialPreferred,
+      kUnused,
+      kUnused,
+      address::kMailUsed,
+      address::kResidentialUsed,
+      address::kInStateCustomer,
+      kUnused,
+      address::kMailMissing,
+      address::kResidentialMissing,
+      address::kMailFailedVerification,
+      address::kResidentialFailedVerification,
+      address::kMailHasPostOfficeBox,
+      address::kResidentialHasPostOfficeBox,
+      address::kMailMarkedBad,
+      address::kResidentialMarkedBad,
+      address::kMailStateNotAsRequired,
+      address::kResidentialStateNotAsRequired,
+      kUnused,
+      kUnused,
+      kUnused,
+      kUnused,
+      address::kProcessingError,
+      address::kDatabaseError,
+      address::kVerificationError,
+      address::kUnknownVerification,
+      address::kNoUsableAddress,
+  });
+  static_assert(kAddress.size() == 30);
+  for (std::size_t bit = 0; bit < kAddress.size(); ++bit) {
+    EXPECT_EQ(kAddress[bit], kAddress[bit] == kUnused ? kUnused : 1U << bit) << bit;
+  }
+}
+
+TEST(FieldFlags, StandInTheirGroups) {
+  EXPECT_EQ(field_state::kTypes, 0xFFU);
+  EXPECT_EQ(field_state::kAttributes, 0x300700U);
+  EXPECT_EQ(field_state::kStates, 0x6F800U);
+  EXPECT_EQ(field_state::kSummaries, 0x1C00000U);
+  EXPECT_EQ(field_state::kTypesThatMayBeEmpty, 0x59U);
+  EXPECT_EQ(field_address::kRequirements, 0x1FU);
+  EXPECT_EQ(field_address::kAttributes, 0x380U);
+  EXPECT_EQ(field_address::kMailWarnings, 0xAA800U);
+  EXPECT_EQ(field_address::kResidentialWarnings, 0x155000U);
+  EXPECT_EQ(field_address::kAllWarnings, 0x1FF800U);
+  EXPECT_EQ(field_address::kErrors, 0x3E000000U);
+}
+
+TEST(FieldFlags, AreOneToEightHexadecimalDigitsOfEitherCase) {
+  struct {
+    const char* text;
+    FlagWord word;
+    const char* written;
+  } const cases[] = {{"0", 0, "0"},
+                     {"1a", 0x1A, "1A"},
+                     {"0000001A", 0x1A, "1A"},
+                     {"aBcDeF09", 0xABCDEF09, "ABCDEF09"},
+                     {"80000000", 0x80000000, "80000000"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(ParseFlagWord(c.text), c.word) << c.text;
+    EXPECT_EQ(FlagText(c.word), c.written);
+  }
+}
+
+TEST(FieldFlags, ThatAreNoneAreRefusedWithTheirPlace) {
+  EXPECT_EQ(ReadFlagWord(XmlDocument("NAME").Root(), "Err"), 0U);
+  for (const std::string text :
+       {"", " ", "123456789", "000000001", "0x1", "&H1", "-1", "+1", " 1", "1 ", "G", "1G", "1.0", "٣"}) {
+    SCOPED_TRACE("\"" + text + "\"");
+    EXPECT_EQ(ParseFlagWord(text), std::nullopt);
+    XmlDocument field("NAME");
+    field.Root().SetAttribute("Err", text);
+    try {
+      ReadFlagWord(field.Root(), "Err");
+      ADD_FAILURE() << "was taken";
+    } catch (const Failure& failure) {
+      EXPECT_EQ(failure.kind(), Failure::Kind::kDamaged);
+      EXPECT_THAT(failure.description(), HasSubstr("\"" + text + "\" in attribute Err of element NAME"));
+    }
+  }
+}
+
+TEST(FieldNames, SayWhichFieldABookmarkRepeats) {
+  struct {
+    const char* bookmark;
+    const char* field;
+  } const cases[] = {{"NAME__1", "NAME"}, {"NAME__12", "NAME"}, {"A__B__2", "A__B"}, {"NAME___1", "NAME_"},
+                     {"NAME", ""},        {"NAME_1", ""},       {"NAME__", ""},      {"NAME__X", ""},
+                     {"NAME__1X", ""},    {"A__2__B", ""}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(RepeatedName(c.bookmark), c.field) << c.bookmark;
+    EXPECT_EQ(IsRepeat(c.bookmark), *c.field != '\0') << c.bookmark;
+  }
+}
+
+TEST(FieldNames, SayWhichFieldIsAParagraph) {
+  for (const auto* name : {"PARA_ONE", "MYPARA_X", "PARA_FREE_TEXT"})
+    EXPECT_TRUE(IsParagraphField(name)) << name;
+  for (const auto* name : {"para_one", "PARAONE", "A", ""}) EXPECT_FALSE(IsParagraphField(name)) << name;
+}
+
+}  // namespace
+}  // namespace platform
