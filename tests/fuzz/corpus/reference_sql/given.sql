@@ -1,0 +1,1 @@
+SELECT a.DCMT_NM FROM FLS_Ltr_template AS a WHERE a.REGION='1' and EFCTV_DT <= #2024-07-31# and x = date() and "q" = [n]

@@ -1,0 +1,1 @@
+SELECT 'it''s' FROM t WHERE d = #2024-02-30
