@@ -35,9 +35,8 @@ constexpr std::string_view kCodeTable =
     "'' as ENTR_OFCR_ID, '' as LST_UPDT_TS, '' as ACTN, '' as UNT_NBR, '' as SFTYNT_VLTN_CD "
     "from FLS_code Where REGION='{R}'  "
     "Union Select * From FLS_CODE Where REGION='{R}' "
-    "and ((EFCTV_DT <= date() And (END_DT)Is Null)  Or (EFCTV_DT <= date() And END_DT >= date())) And "
-    "CD_TBL_ID = '{T}' "
-    "Order By CD_TBL_DES";
+    "and ((EFCTV_DT <= date() And (END_DT)Is Null)  Or (EFCTV_DT <= date() And END_DT >= date())) "
+    "And CD_TBL_ID = '{T}' Order By CD_TBL_DES";
 
 struct LetterList {
   std::string_view code_type;

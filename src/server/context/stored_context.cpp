@@ -156,9 +156,9 @@ void StoreContext(Database& database, std::int64_t letter, const ContextPacker::
 
 std::optional<std::string> FindContext(Database& database, std::int64_t letter) {
   const auto rows = database.Select(
-      "SELECT CNTXT_SIZE, DICT_TXT FROM letter_context"
-      " LEFT JOIN context_dictionary ON context_dictionary.DICT_NBR = letter_context.DICT_NBR WHERE SEQ_NBR "
-      "= ?",
+      R"(SELECT CNTXT_SIZE, DICT_TXT FROM letter_context
+         LEFT JOIN context_dictionary ON context_dictionary.DICT_NBR = letter_context.DICT_NBR
+         WHERE SEQ_NBR = ?)",
       {letter});
   if (rows->IsEmpty()) return std::nullopt;
   const auto packed = database.SelectBytes("SELECT CNTXT FROM letter_context WHERE SEQ_NBR = ?", {letter});

@@ -206,9 +206,8 @@ class Administration {
       const auto interest = tax * months_ago / 100;
       total += tax + penalty + interest;
       database_.Change(
-          "INSERT INTO tax_period (FORM_TYP_CD, FORM_NBR, PRD_NBR, PRD_NM, DUE_DT, TAX_AMT, PNLTY_AMT, "
-          "INTRST_AMT)"
-          " VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+          R"(INSERT INTO tax_period (FORM_TYP_CD, FORM_NBR, PRD_NBR, PRD_NM, DUE_DT, TAX_AMT, PNLTY_AMT,
+               INTRST_AMT) VALUES (?, ?, ?, ?, ?, ?, ?, ?))",
           {type, number, period, MonthInLetter(month), Date((month + std::chrono::months(1)) / 20), tax,
            penalty, interest});
     }

@@ -159,12 +159,11 @@ class Recorder {
     const auto& form = subject.form;
     const auto of_form = [&](std::string Form::*part) { return form ? Value((*form).*part) : Value(); };
     database_.Change(
-        "INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, FORM_NBR, FORM_CK_DGT_NBR, FORM_TYP_CD, "
-        "DCMT_FILE_TXT,"
-        " PRNT_STTS_CD, PRNT_TS, LST_PRNT_TS, LST_PRCS_TS, SYS_RFRNC_CD, QZ_CNTY_NBR, ADDR_TYP_CD, "
-        "PRCS_ERR_TXT,"
-        " LST_UPDT_INSP_ID, FLS_BTCH_NBR, BTCH_ACTN_CD, WGH_STN_ID, TRP_ID, TRP_DIST_ID, QZ_CNTY_DESC)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        R"(INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, FORM_NBR, FORM_CK_DGT_NBR, FORM_TYP_CD,
+             DCMT_FILE_TXT, PRNT_STTS_CD, PRNT_TS, LST_PRNT_TS, LST_PRCS_TS, SYS_RFRNC_CD, QZ_CNTY_NBR,
+             ADDR_TYP_CD, PRCS_ERR_TXT, LST_UPDT_INSP_ID, FLS_BTCH_NBR, BTCH_ACTN_CD, WGH_STN_ID, TRP_ID,
+             TRP_DIST_ID, QZ_CNTY_DESC)
+           VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?))",
         {subject.letter_type,
          subject.customer.id,
          of_form(&Form::number),
