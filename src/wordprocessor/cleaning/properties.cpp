@@ -16,7 +16,7 @@
 namespace wordprocessor {
 namespace {
 
-// What letters are laid out in where nothing else is said; as office_profile.cpp has it.
+// What letters are laid out in where nothing else is said; as wordprocessor/office/profile.cpp has it.
 constexpr std::string_view kUsualLanguage = "en-US";
 
 constexpr std::string_view kUsualPart = "docProps/core.xml";

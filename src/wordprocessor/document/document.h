@@ -20,7 +20,7 @@ class DocxDocument {
  public:
   /// Throws Failure: kNotFound where the file is missing, kPermissionDenied where it may not be read,
   /// kDamaged where it is no (sound) WordprocessingML document, kRefused where it is protected or beyond the
-  /// limits of docx_package.h. The text names the file and says what to do.
+  /// limits of wordprocessor/files/package.h. The text names the file and says what to do.
   static DocxDocument Open(const std::filesystem::path& file);
 
   /// `file_name` is what messages call the document. Throws as Open.
@@ -38,7 +38,7 @@ class DocxDocument {
   std::vector<std::string> BookmarksInRowsOf(const std::string& table) const;
 
   /// Takes from the common template what the letter has none of: headers, footers, page size and margins,
-  /// styles (docx_common_template.h says which). Before anything is merged: the letter begins anew. Throws as
+  /// styles (common_template.h says which). Before anything is merged: the letter begins anew. Throws as
   /// Open where the result could not be read.
   void AttachTemplate(const DocxDocument& common);
 

@@ -15,10 +15,8 @@
 ///               broken <why>                       no office: the process ends after it
 ///               done <id> <resident KiB>
 ///               failed <id> <resident KiB> <why>   this document only; the process goes on
-///               spent                              the last document has left something behind that others
-///               must
-///                                                  not meet: the process ends, orders not answered go
-///                                                  elsewhere
+///               spent                              the last document has left something behind that others must
+///                                                  not meet: the process ends, orders not answered go elsewhere
 namespace wordprocessor {
 
 /// Lay out one document. Orders are answered in the order they were given.

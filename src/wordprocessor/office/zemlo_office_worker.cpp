@@ -13,7 +13,7 @@
 #include "wordprocessor/office/protocol.h"
 #include "wordprocessor/office/session.h"
 
-// The layout process: takes orders on standard input and answers on standard output (office_protocol.h),
+// The layout process: takes orders on standard input and answers on standard output (protocol.h),
 // works in the folder given to it and nowhere else, and ends when standard input ends or its parent does.
 
 namespace wordprocessor {
