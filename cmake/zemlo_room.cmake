@@ -13,6 +13,13 @@ target_compile_options(zemlo_compile_options INTERFACE
 # Sources of tests do without the checks of undefined behaviour, and without optimisation: the rooms they test
 # have both, and the tests alone took three times as long to compile.
 add_library(zemlo_sanitizers INTERFACE)
+if(ZEMLO_SANITIZE AND ZEMLO_SANITIZE_THREADS)
+  message(FATAL_ERROR "ZEMLO_SANITIZE and ZEMLO_SANITIZE_THREADS cannot be had in one build. Set one of them to OFF.")
+endif()
+if(ZEMLO_SANITIZE_THREADS)
+  target_compile_options(zemlo_sanitizers INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+  target_link_options(zemlo_sanitizers INTERFACE -fsanitize=thread)
+endif()
 if(ZEMLO_SANITIZE)
   set(is_test $<BOOL:$<TARGET_PROPERTY:ZEMLO_IS_TEST>>)
   target_compile_options(zemlo_sanitizers INTERFACE
