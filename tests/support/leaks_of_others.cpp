@@ -16,3 +16,11 @@ const char* __lsan_default_suppressions() {  // NOLINT
          "leak:QScroller::grabGesture\n"
          "leak:libdbus\n";
 }
+
+/// An exception that two threads share counts its holders in the standard library, which is compiled without
+/// the thread sanitizer: it takes the last one's release for a race.
+extern "C" const char* __tsan_default_suppressions();  // NOLINT: the sanitizer's own name
+
+const char* __tsan_default_suppressions() {  // NOLINT
+  return "race:std::__exception_ptr::exception_ptr::_M_release\n";
+}
