@@ -19,7 +19,7 @@ enum class Occasion { kStart, kInit };
 /// typefaces that this machine lays out at other widths. None of them stops a letter that does not need what
 /// is wrong.
 ///
-/// A reference database that cannot be read is left to whoever needs it.
+/// A reference database that cannot be read is left to whoever needs it. Decision [office-check].
 std::vector<std::string> CheckOffice(const host::DataFolder& folder, const host::SettingsFile& settings,
                                      platform::ReferenceDatabase& reference, Occasion occasion);
 

@@ -171,6 +171,7 @@ void frmLetter::ClearForm() {
   Trap(services_, "frmLetter.ClearForm", [&] { paragraphs_.Release(); });
 }
 
+// Decision [clear-form].
 void frmLetter::OnUnload() {
   ClearForm();
   word_printed_.Disconnect();

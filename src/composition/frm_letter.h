@@ -70,6 +70,7 @@ class frmLetter : public platform::Form {
   void TellMissingValues();
   void PrintPreview();
   ZEMLO_PreviewDoc& Preview();
+  /// Closes the letter's template where it is open. Empties no field.
   void ClearForm();
 
   const platform::Services& services_;

@@ -6,7 +6,7 @@
 
 namespace composition {
 
-/// What a user has entered in the letter form, by the element names of the fields.
+/// What a user has entered in the letter form, by the element names of the fields. Decision [kept-entries].
 struct KeptEntries {
   std::map<std::string, std::string> values;  ///< without blank ones
   std::set<std::string> ticked;               ///< optional paragraphs

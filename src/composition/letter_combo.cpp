@@ -21,6 +21,7 @@ constexpr std::string_view kDescriptionColumn = "CD_TBL_DES";
 
 constexpr std::uint32_t kCodeNotInList = 0x8004'03E9;  // application error number
 constexpr char32_t kBackspace = 8;
+// Decision [pick-list-length].
 constexpr std::size_t kMostTypedCharacters = 30;
 constexpr std::size_t kFormTypeDescriptionLength = 30;
 

@@ -65,7 +65,7 @@ class ZEMLO_LetterCombo : public platform::PickList {
   /// Kept for the holder; no effect.
   std::string Tag;
 
-  /// How the reference database of this list is reached.
+  /// How the reference database of this list is reached. Decision [no-data-source].
   const std::string& connection_text() const { return connection_text_; }
 
   // What the user does. Opening fills the list and leaves the text alone.

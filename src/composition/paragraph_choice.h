@@ -57,6 +57,7 @@ class ParagraphChoice {
   bool CheckParaBookMark(const std::string& name);
   /// Writes into the context which paragraphs the letter is to show, so that the last choice counts: unticked
   /// ones are marked and emptied, ticked ones are not, and the free text is marked to be put in.
+  /// Decision [paragraph-marks].
   void SaveParagraphMarks(platform::XmlElement root) const;
   /// Writes the free text into the context where it is ticked and not blank.
   void ReplaceParagraph(platform::XmlElement root) const;

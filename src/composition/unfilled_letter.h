@@ -6,6 +6,7 @@
 #include "platform/parties/services.h"
 
 /// A letter in which nothing has filled some bookmarks shows the template's placeholders there.
+/// Decision [unfilled-letter].
 namespace composition {
 
 /// Asks whether a letter that the user sees goes out with these placeholders; No is the default.

@@ -99,6 +99,7 @@ void CustomerInquiry::Show() {
   panel.customer_id.SetCaption(customer.CustomerId);
 }
 
+// Decision [unreadable-customer].
 void CustomerInquiry::FillCustFromLetter() {
   platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter", [&] {
     const auto rows = Reply(uses_.services, uses_.state, "XML_CONTEXT");

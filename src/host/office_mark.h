@@ -13,6 +13,7 @@ enum class OfficeKind {
 
 /// What `init` leaves in a data folder (office.txt) to say what the folder is. It outlives everything else:
 /// where the mark stands and the data are gone, a disk is missing, and nothing must be made in their place.
+/// Decision [new-office].
 struct OfficeMark {
   OfficeKind kind = OfficeKind::kOwn;
   bool is_whole = true;  ///< false while `init` has not come to its end for the first time

@@ -12,7 +12,7 @@ namespace host {
 ///
 /// The file's name is the message key and, as its ending, how far the letter has come; each step is one
 /// renaming that is on the disk when the operation returns. The lock goes with the program, however that
-/// ends, and the file stays unless it was removed.
+/// ends, and the file stays unless it was removed. Decision [note-stage].
 class PrintNoteFile {
  public:
   /// Writes the note of a letter that is being handed over. Throws Failure naming the folder where it cannot.

@@ -15,6 +15,7 @@ namespace host {
 ///
 /// Folders that are set to nothing lie in the data folder; relative ones start there. Sections and keys are
 /// found without regard to case. A value that is wrong counts as not set, and is named in faults().
+/// Decision [settings-reader].
 class SettingsFile : public platform::Settings, public platform::SettingsStore {
  public:
   /// Throws Failure kNotFound where the folder has no settings (the message tells a new folder, which `init`

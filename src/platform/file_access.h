@@ -7,7 +7,7 @@
 ///
 /// A file or folder is for its owner, and for the group of the folder it lies in where the administrator
 /// shares that folder with its group; for nobody else, whatever the umask is. What a program makes as root
-/// belongs to the owner of the folder it lies in, who can go on with it.
+/// belongs to the owner of the folder it lies in, who can go on with it. Decision [file-access].
 namespace platform {
 
 /// Whether the folder is shared with its group: its group may write there and new files get the group

@@ -20,7 +20,7 @@ inline constexpr auto kContextInputColumns = std::to_array<std::string_view>(
 /// A letter's data context.
 inline constexpr auto kContextColumns = std::to_array<std::string_view>({"XML_CONTEXT"});
 
-/// One letter of the letter history, as it is recorded and as it is found.
+/// One letter of the letter history; recording and search go by it (see kNotStored in letter_search.cpp).
 inline constexpr auto kHistoryColumns = std::to_array<std::string_view>({
     "ACTION",       "SEQ_NBR",       "LTR_TYP_ID",   "CUST_ID",      "FORM_NBR",         "FORM_CK_DGT_NBR",
     "FORM_TYP_CD",  "DCMT_FILE_TXT", "PRNT_STTS_CD", "PRNT_TS",      "LST_PRNT_TS",      "LST_PRCS_TS",

@@ -23,7 +23,7 @@ struct FormNumberRule {
 };
 
 // Receipts and citations are copied from paper by hand: there the check digit must be given. Without a form
-// type the most generous rule holds.
+// type the most generous rule holds. Decision [form-numbers].
 constexpr auto kRules = std::to_array<FormNumberRule>({
     {"", CheckDigitUse::kOptional},
     {"C", CheckDigitUse::kOptional},  // tax liability assessment

@@ -36,6 +36,7 @@ class NextReferenceDatabase {
 };
 
 /// Brings the reference database up to date at once; returns whether it had to be written.
+/// Decision [reference-build].
 bool CreateReferenceDatabase(const std::filesystem::path& product_data_folder,
                              const std::filesystem::path& target);
 

@@ -9,6 +9,7 @@ namespace tracking {
 
 /// Listed letters are about to be shown, saved or printed. Where the page shows a customer and some of the
 /// letters selected are another one's, the user is asked whether they are meant. Returns whether to go on.
+/// Decision [whose-form].
 bool AreLettersMeant(const platform::Services& services, const workspace::WorkspaceState& state,
                      const customers::CustomerPanel& shown, const platform::Grid& letters);
 

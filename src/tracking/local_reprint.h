@@ -19,7 +19,7 @@ namespace tracking {
 ///
 /// More than one letter is asked about first, with how many there are, more than ten with their types as
 /// well; while they print their progress is shown and the user may end the run. The tracking page's list is
-/// locked meanwhile, so that the selection stays what the run was started with.
+/// locked meanwhile, so that the selection stays what the run was started with. Decision [run-asked].
 class LocalReprint : public workspace::PrintRun {
  public:
   struct Uses {

@@ -12,7 +12,7 @@
 
 namespace apps {
 
-/// How a command of zemlo-letters ended.
+/// How a command of zemlo-letters ended. Decision [exit-status].
 enum ExitStatus : int {
   kDone = 0,
   kRefused = 1,  ///< nothing was printed or saved

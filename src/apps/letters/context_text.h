@@ -6,7 +6,7 @@
 namespace apps {
 
 /// A letter's data as a file for `merge`, for people to read and change: one line a field, without the marks
-/// and explanations that only the screen needs.
+/// and explanations that only the screen needs. Decision [context-command].
 struct ContextText {
   std::string xml;
   /// The values that only the user knows, "NAME (description)": their fields are left out, so that a letter

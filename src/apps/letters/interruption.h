@@ -4,7 +4,7 @@ namespace apps {
 
 /// While it lives, Ctrl+C and the signals that end a service are a wish: the first one is noted, for work to
 /// end where it leaves something whole; the same one again ends the program at once. A signal that was
-/// ignored when the program started (nohup) stays ignored. One at a time.
+/// ignored when the program started (nohup) stays ignored. One at a time. Decision [end-of-run].
 class Interruption {
  public:
   Interruption();

@@ -47,6 +47,7 @@ class OutputBuffer : public std::streambuf {
 ///
 /// Results go to std::cout, refusals and what belongs to them to std::cerr, everything else to Notices(),
 /// which ends in standard error, too. There is one in a program, and it outlives whoever writes.
+/// Decision [reasons-and-notices].
 class StandardStreams {
  public:
   StandardStreams();

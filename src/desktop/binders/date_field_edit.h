@@ -11,6 +11,7 @@
 namespace desktop {
 
 /// A date with a check box before it: an empty date shows no day, and ticking the box offers one.
+/// Decision [typed-dates].
 class DateFieldEdit : public QWidget {
  public:
   explicit DateFieldEdit(QWidget* parent = nullptr);

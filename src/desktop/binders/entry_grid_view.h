@@ -14,7 +14,7 @@ namespace desktop {
 ///
 /// Enter takes the value and goes to the next row without one, Tab to the next row; where there is none the
 /// keyboard goes on to the next control. Esc while typing brings the value back that was there; where there
-/// was none, it keeps what was typed.
+/// was none, it keeps what was typed. Decision [entry-grid].
 class EntryGridView : public QTableView {
  public:
   explicit EntryGridView(QWidget* parent = nullptr);

@@ -16,6 +16,7 @@ namespace desktop {
 /// whose choice can be remembered. A column that the grid hides is never offered to the user.
 ///
 /// Sections are the model's columns. Part of its view, which has its model and heading already.
+/// Decision [list-layout].
 class GridColumns {
  public:
   GridColumns(QTableView& view, const GridModel& model);

@@ -15,6 +15,7 @@ namespace desktop {
 /// A line over a list that finds a text in what the list shows, as it is typed: Enter and Shift+Enter go from
 /// hit to hit, Esc closes it, and so does Enter where there is one hit only. The keys that move in a list go
 /// on in it from the hit. The row of the hit is the selected one. Grid and view outlive it.
+/// Decision [found-selected].
 class GridFindBar : public QWidget {
  public:
   GridFindBar(platform::Grid& grid, GridView& view, QWidget* parent = nullptr);

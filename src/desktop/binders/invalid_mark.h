@@ -8,6 +8,7 @@ namespace desktop {
 ///
 /// It lies over the field as a child of it and lets the mouse through, so that it looks the same on every
 /// kind of widget and keeps the field's own colours readable in a light and in a dark palette.
+/// Decision [invalid-overlay].
 class InvalidMark : public QWidget {
  public:
   /// Puts the mark on `field` or takes it off.

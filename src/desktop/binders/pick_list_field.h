@@ -12,7 +12,7 @@ namespace desktop {
 /// own, so that thousands of entries open at once.
 ///
 /// Typing opens the list with the entries that hold every typed word. Enter takes the entry that begins with
-/// the text, or the only one offered; the arrows go on in the list.
+/// the text, or the only one offered; the arrows go on in the list. Decision [typed-words].
 class PickListField : public QComboBox {
  public:
   explicit PickListField(QWidget* parent = nullptr);

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 /// Windows and the screen they are on, which may be small, or show everything twice as large.
+/// Decision [window-fits].
 namespace desktop {
 
 /// What a window can take of its screen, its frame left out.

@@ -19,7 +19,7 @@ namespace desktop {
 
 /// A letter's pages on the screen, modal to the whole application and above every open form. It does not
 /// block the code that opened it. What is printed or saved while the workspace waits for a reply is printed
-/// or saved when the reply is there: its record would take that reply's place.
+/// or saved when the reply is there: its record would take that reply's place. Decision [print-waits].
 class PreviewDialog : public QDialog, public NoticePlace {
  public:
   /// `events` and `guard` outlive the window.

@@ -26,7 +26,7 @@ class Control {
   void SetMarkedInvalid(bool invalid) { Assign(marked_invalid_, invalid); }
 
   /// Why the control cannot be used, for a user who wonders: sentences, a line each. Asked when it is wanted,
-  /// and only while the control is disabled; empty where nobody knows.
+  /// and only while the control is disabled; empty where nobody knows. Decision [why-disabled].
   std::function<std::string()> why_disabled;
 
   /// Enabled, visible, marked or (where the control has one) caption has changed.

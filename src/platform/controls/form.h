@@ -30,7 +30,7 @@ class Form {
   /// Off the screen; the values stay readable.
   void Hide();
   /// The user or the code closes it. Returns false when the form refused; true when it is closed or will be
-  /// once its handlers have returned. Values stay readable.
+  /// once its handlers have returned. Values stay readable. Decision [form-close].
   bool Close();
 
   /// Runs what an event of the form does; a Close meanwhile takes effect after it.

@@ -13,7 +13,7 @@ class StatusDisplay {
   virtual void CommandBegins() = 0;
   virtual void ShowStatus(std::string_view text) = 0;
   /// A plain sentence beside the status text, and beside the message box that follows: what the system's
-  /// given words leave open. It stands until the next status text.
+  /// given words leave open. It stands until the next status text. Decision [given-texts].
   virtual void ShowReason(std::string_view text) = 0;
   /// False while the workspace waits for a letter's data, true when it takes commands.
   virtual void SetReady(bool ready) = 0;

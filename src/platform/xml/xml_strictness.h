@@ -31,7 +31,7 @@ inline constexpr std::size_t kDeepestElement = 256;
 /// Why `text` is no XML 1.0 document as XmlDocument::Parse takes it, and where; nothing where it is one.
 ///
 /// Reads the text from its start to its end without recursion. A document that passes is well formed without
-/// a document type declaration, so that any parser reads it in the same way.
+/// a document type declaration, so that any parser reads it in the same way. Decision [strict-xml].
 std::optional<XmlParseError> FindXmlFault(std::string_view text);
 
 }  // namespace platform

@@ -10,6 +10,7 @@
 
 /// The data contexts of recorded letters. Each is kept whole and by itself, deflated against a dictionary of
 /// its letter type: contexts of a type differ in a few hundred bytes of several thousand.
+/// Decision [packed-contexts].
 namespace server {
 
 /// What the contexts of a letter type have in common. A dictionary in the data never changes, and stays for

@@ -12,7 +12,7 @@ namespace server {
 inline constexpr std::size_t kShortestIndexedWord = 3;
 
 /// Writes anew what does not fit the customers any more, also where they were changed by other programs,
-/// within the caller's transaction. Throws Failure kUnavailable.
+/// within the caller's transaction. Throws Failure kUnavailable. Decision [customer-words].
 void BringCustomerWordsUpToDate(Database& database);
 
 /// Whether there are customers that no search can find yet. Cheap: it counts.

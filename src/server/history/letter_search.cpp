@@ -17,7 +17,7 @@ using platform::Failure;
 using platform::RecordSet;
 using platform::Value;
 
-// One search must not keep the server from everybody else's requests for long.
+// One search must not keep the server from everybody else's requests for long. Decision [search-limits].
 constexpr std::int64_t kMostLetters = 100'000;
 constexpr std::int64_t kMostContexts = 1'000;
 

@@ -14,7 +14,7 @@ namespace server {
 class Database;
 
 /// Answers requests one after the other: reads each, finds who answers it, gives it a transaction of its own.
-/// Stays on the thread of its first request.
+/// Stays on the thread of its first request. Decision [stored-replies].
 class RequestProcessor {
  public:
   /// `data_folder`: the folder that `init` has made. `clock` outlives the processor; it is asked on its

@@ -9,7 +9,7 @@
 #include "platform/parties/request_message.h"
 #include "platform/record_set.h"
 
-/// What travels between the message component and the application server.
+/// What travels between the message component and the application server. Decision [wire-format].
 namespace server {
 
 struct NamedRows {

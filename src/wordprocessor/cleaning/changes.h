@@ -10,6 +10,7 @@
 namespace wordprocessor {
 
 /// A change that a word processor has recorded and nobody has accepted yet (ECMA-376, part 1, 17.13.5).
+/// Decision [final-text].
 struct TrackedChange {
   enum class Kind : std::uint8_t { kInserted, kDeleted, kMovedHere, kMovedAway, kFormatted, kCellsMerged };
   /// What it is about: text, the end of a paragraph, a table's row or cell, or the looks of something.

@@ -11,7 +11,7 @@
 
 namespace wordprocessor {
 
-/// The package that the letters of a template go out in. Any number of threads.
+/// The package that the letters of a template go out in. Any number of threads. Decision [cleaned-template].
 class OutgoingPackage {
  public:
   OutgoingPackage(DocxPackage package, DocumentProperties properties);

@@ -10,6 +10,7 @@
 namespace wordprocessor {
 
 /// A field of a word processor: what it does (its code) and what it showed last (its result).
+/// Decision [plain-fields].
 struct DocxField {
   enum class Kind : std::uint8_t {
     kLayout,       ///< page numbers, references, contents, form fields, links: it stays a field

@@ -18,7 +18,7 @@ namespace wordprocessor {
 /// - Styles whose identifier the letter does not define, without their numbering; all styles where the letter
 ///   has no style part.
 ///
-/// Throws Failure kDamaged where a part of either cannot be read.
+/// Throws Failure kDamaged where a part of either cannot be read. Decision [letterhead-margins].
 std::optional<std::string> WithCommonTemplate(const DocxPackage& letter, const DocxPackage& common);
 
 }  // namespace wordprocessor

@@ -17,6 +17,7 @@ void RequireTemplate(std::string content, const std::string& file_name);
 /// documents by their ending stay.
 ///
 /// Returns a sentence for each. Never throws: what cannot be read or renamed stays.
+/// Decision [damaged-templates].
 std::vector<std::string> ClearOfBrokenTemplates(const std::filesystem::path& folder) noexcept;
 
 }  // namespace wordprocessor

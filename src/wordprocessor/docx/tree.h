@@ -52,6 +52,7 @@ struct RelationReference {
 ///
 /// Made once for a template (ReadDocxTree); every letter works on a copy, which costs one block of memory and
 /// no parsing. Nodes are never freed while the tree lives: what is unlinked is only not written any more.
+/// Decision [template-as-nodes].
 class DocxTree {
  public:
   NodeId root() const { return root_; }

@@ -16,7 +16,7 @@ using platform::Failure;
 constexpr std::size_t kZipChunk = 65'536;
 constexpr std::uint16_t kVersion = 20;  // 4.4.3: deflate and folders
 // zlib's own default is 6. 3 packs the repetitive markup of a letter in half the time and some kilobytes
-// larger.
+// larger. Decision [deflate-level].
 constexpr int kDeflateLevel = 3;
 
 [[noreturn]] void FailWithoutMemory() {

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// What a zip file says of itself (PKWARE's APPNOTE 6.3.9).
+/// What a zip file says of itself (PKWARE's APPNOTE 6.3.9). Decision [own-zip].
 namespace wordprocessor {
 
 /// The ways of packing that a document may use (ECMA-376, part 2, annex B).

@@ -49,6 +49,7 @@ class LayoutWorker {
     LayoutJob job;
     std::filesystem::path document;
     std::filesystem::path pdf;  ///< in the process's folder
+    // Decision [second-try].
     bool second_try = false;
   };
 

@@ -18,7 +18,7 @@ void LimitMemory(std::uint64_t bytes);
 
 /// From now on this process and its threads write below `own_folder` only and read only that, `office_folder`
 /// and the system's fonts, libraries and office settings. Enforced where the kernel has Landlock
-/// (Linux 5.13).
+/// (Linux 5.13). Decision [confined-worker].
 void ConfineFiles(const std::filesystem::path& own_folder, const std::filesystem::path& office_folder);
 
 /// From now on this process and its threads open no socket, run no program, send no signal to another process

@@ -24,7 +24,7 @@ constexpr auto kProgramFolders = std::to_array<const char*>({
 constexpr const char* kLoadOptions = "Batch=true,Language=en-US";
 
 // Tags say to a reader who does not see the pages what is a heading, a table, its head, and what a picture
-// shows. They cost a millisecond or two a letter.
+// shows. They cost a millisecond or two a letter. Decision [tagged-pdf].
 constexpr const char* kPdfOptions = R"({"UseTaggedPDF":{"type":"boolean","value":"true"}})";
 
 // As RFC 3986, 3.3, asks: everything but unreserved characters and "/" is escaped.

@@ -16,6 +16,7 @@ using Handler = std::function<void()>;
 enum class Sends { kNothing, kRequest };
 
 /// A command of the user. One without a handler stays disabled, whatever enables it.
+/// Decision [unhandled-commands].
 struct CommandRow {
   std::variant<platform::Command*, platform::OptionButton*> control;
   Sends sends;  ///< what sends a request has to wait while a reply is awaited

@@ -60,7 +60,7 @@ void ZEMLO_Corresp::SelectNewType() {
 }
 
 bool ZEMLO_Corresp::CloseDocument() {
-  constexpr std::string_view kProcedure = "ZEMLO_IssueMC.CloseDocument";
+  constexpr std::string_view kProcedure = "ZEMLO_IssueMC.CloseDocument";  // another object's name, as given
   const AtExit buttons(services_, kProcedure, [&] { ConfigureToolbar(true); });
   Trap(services_, kProcedure, [&] { services_.files.DeleteFile(data_.state.application_file_path); });
   return true;

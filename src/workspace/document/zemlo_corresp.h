@@ -35,6 +35,7 @@ class ZEMLO_Corresp {
   void BeforeUnload();
   /// There never is anything to save, and the status bar says so.
   void SaveData();
+  /// Decides which commands of the page can be used.
   void CheckEdit(PageIndex page);
   /// Gives the tracking page's two dates their normal look.
   void ClearEdit();

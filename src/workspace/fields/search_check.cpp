@@ -8,6 +8,7 @@ namespace workspace {
 
 namespace {
 
+// Decision [long-range].
 constexpr std::chrono::days kLongestRange{365};
 constexpr const char* kRangeTooLong = "From and To Date range could not be greater than 365 days";
 constexpr const char* kDayTooEarly =
@@ -21,6 +22,7 @@ std::string DayAsShown(platform::Date day) {
 
 }  // namespace
 
+// Decision [ok-starts-false].
 void SearchCheck::ValidateSeach(bool& ok) {
   ok = false;
   platform::Trap(services_, "ZEMLO_Corresp.ValidateSeach", [&] {

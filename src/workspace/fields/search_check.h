@@ -18,7 +18,7 @@ class SearchCheck {
       : services_(services), state_(state), request_(request), page_(page), field_check_(field_check) {}
 
   /// Collects what is wrong, marks the fields and shows one message box. `ok` tells whether the search may be
-  /// sent; where the check itself fails, it may not.
+  /// sent; where the check itself fails, it may not. (The name is given so.)
   void ValidateSeach(bool& ok);
 
  private:

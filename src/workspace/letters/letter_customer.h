@@ -10,7 +10,7 @@
 namespace workspace {
 
 /// Whom a new letter is for. A letter about a form goes to the form's customer, whom only the server knows:
-/// where the page shows another one, the user says which of the two is wrong.
+/// where the page shows another one, the user says which of the two is wrong. Decision [whose-form].
 class LetterCustomer {
  public:
   /// All references outlive this.

@@ -154,6 +154,7 @@ void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context
 }
 
 void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {
+  // The texts are given, "residental" included.
   const auto tell = [this](const char* which) {
     TellRefusal(std::string("Request could not be processed due to ") + which + " address is incomplete.",
                 platform::MessageIcon::kCritical);

@@ -53,6 +53,7 @@ class LetterGeneration {
   void TryTemplate(TemplateInForce tried) { tried_ = std::move(tried); }
 
  private:
+  /// Adds the record that the letter is asked for with. Sends nothing.
   void SendXMLRequest(RequestDescription& message) const;
   std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
   bool RequireTemplate(const TemplateInForce& in_force) const;

@@ -162,7 +162,7 @@ void LetterTemplates::TemplateCame(const std::string& source) {
 
 std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
   std::string path;
-  Trap(services_, "ZEMLO_Correspndnce.GetTemplateFileName", [&] {
+  Trap(services_, "ZEMLO_Correspndnce.GetTemplateFileName", [&] {  // spelt so as given
     const auto rows = Catalogue(kTemplateOfToday, std::to_string(letter_type));
     if (rows->IsEmpty()) return;
     rows->MoveFirst();

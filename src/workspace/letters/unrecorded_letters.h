@@ -12,7 +12,7 @@
 namespace workspace {
 
 /// The notes of printed letters: closed when the server has recorded the letter, and offered for recording
-/// when a program has ended in between, unless the host asks for them itself.
+/// when a program has ended in between, unless the host asks for them itself. Decision [print-journal].
 class UnrecordedLetters {
  public:
   /// All references outlive this.

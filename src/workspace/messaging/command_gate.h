@@ -9,6 +9,7 @@ namespace workspace {
 
 /// Holds back the commands that would send another request while a reply is awaited: the newer request would
 /// replace the pending one, and with it the fate of the first. What handlers send passes by it.
+/// Decision [one-request].
 class CommandGate {
  public:
   /// The references outlive this.

@@ -19,7 +19,7 @@ void DownloadNotification::MessageReceived(const std::string& message) {
     const auto status = ReadTag(message, "STATUS", TagForm::kWithAttributes);
     const auto source = ReadTag(message, "SOURCE", TagForm::kWithAttributes);
     if (command == "FILEDOWNLOAD") {
-      if (status == "SUCCESSFULL") {
+      if (status == "SUCCESSFULL") {  // spelt so as given
         came_(platform::XmlUnescaped(source));
       } else {
         TellOnce(status, source);

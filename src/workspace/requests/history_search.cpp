@@ -27,7 +27,7 @@ void AddIfGiven(std::vector<KeyItem>& keys, const char* key, const std::string& 
 }  // namespace
 
 void HistorySearch::mCmdTracking_Click() {
-  Trap(uses_.services, "ZEMLO_Correspndnce.mCmdTracking_Click", [&] {
+  Trap(uses_.services, "ZEMLO_Correspndnce.mCmdTracking_Click", [&] {  // spelt so as given
     TakeCriteria();
     bool ok = false;
     uses_.check.ValidateSeach(ok);
@@ -150,7 +150,7 @@ void HistorySearch::WithdrawLetterActions() {
   }
 }
 
-// No letter of the new list is selected.
+// No letter of the new list is selected. Decision [no-letter-selected].
 void HistorySearch::WithdrawOnlineActions() {
   for (const auto option : {CorrespondencePage::kViewLetter, CorrespondencePage::kPrintLetter}) {
     uses_.pages.correspondence.OptOnline[option].SetEnabled(false);
