@@ -78,7 +78,7 @@ class ZEMLO_NodeState {
   bool ErrNullWhenNotNullReq() const { return InErr(field_error::kNull); }
   bool ErrEmptyWhenNotEmptyReq() const { return InErr(field_error::kEmpty); }
   bool ErrZeroWhenNonZeroReq() const { return InErr(field_error::kZero); }
-  bool ErrInputFldFailedtoValidate() const { return InErr(field_error::kInvalidInput); }
+  bool ErrInputFldFailedtoValidate() const { return InErr(field_error::kInvalidInput); }  // spelt as given
   bool ErrAddressError() const { return InErr(field_error::kAddress); }
   bool ErrLtrGenerationIgnored() const { return InErr(field_error::kLetterIgnored); }
 
