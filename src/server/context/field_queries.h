@@ -16,7 +16,8 @@ struct FieldFinding {
 };
 
 /// Why a letter definition may not hold the statement; "" for one SELECT (or WITH ... SELECT) about the
-/// letter's own subject. One that begins like that and does more than read fails when it runs. Decision [query-time].
+/// letter's own subject. One that begins like that and does more than read fails when it runs. Decision
+/// [query-time].
 std::string FieldQueryFault(std::string_view statement);
 
 /// What the queries of one letter may take together, from now on. The server answers one request after the

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
-#include "wordprocessor/bookmarks/data_context.h"
 
 namespace wordprocessor {
 namespace {
@@ -38,7 +38,7 @@ std::string ValidName(std::string_view field) {
     name = platform::FirstCharacters(name, kLongestName - kRoomForRepeats);
   }
   // It would repeat another one.
-  if (!RepeatedName(name).empty()) name = platform::ReplaceAll(name, "__", "_");
+  if (!platform::RepeatedName(name).empty()) name = platform::ReplaceAll(name, "__", "_");
   return name.empty() ? "FIELD" : name;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 #include "wordprocessor/bookmarks/index.h"
 #include "wordprocessor/cleaning/places.h"
@@ -29,7 +30,7 @@ struct Miss {
 };
 
 bool IsTable(std::string_view bookmark, const std::vector<TemplateField>& fields) {
-  const auto repeated = RepeatedName(bookmark);
+  const auto repeated = platform::RepeatedName(bookmark);
   const auto field = std::ranges::find(fields, repeated.empty() ? bookmark : repeated, &TemplateField::name);
   return field != fields.end() && field->kind == TemplateField::Kind::kTable;
 }
@@ -56,7 +57,7 @@ class MissSearch {
     for (auto i = range.first_content; i < range.end_content; ++i) {
       if (!AppendText(index_.contents[i], own, nullptr)) return false;
     }
-    return platform::IsBlank(own) || (own.find('[') == own.npos && !IsParagraphField(range.name));
+    return platform::IsBlank(own) || (own.find('[') == own.npos && !platform::IsParagraphField(range.name));
   }
 
   /// Returns false where the content is more than text.
@@ -117,7 +118,7 @@ class MissSearch {
     return std::ranges::any_of(index_.ranges, [&](const BookmarkRange& other) {
       const bool touches = other.has_end() && other.first_content < placeholder.end_content &&
                            other.end_content > range.end_content;
-      return touches && other.start != range.start && !(IsParagraphField(other.name) && other.Holds(range));
+      return touches && other.start != range.start && !(platform::IsParagraphField(other.name) && other.Holds(range));
     });
   }
 
