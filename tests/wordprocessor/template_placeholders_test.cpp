@@ -77,6 +77,16 @@ TEST(TemplatePlaceholders, TheValueLooksLikeThePlaceholder) {
               HasSubstr("<w:rPr><w:b/></w:rPr><w:t>Ada</w:t>"));
 }
 
+TEST(TemplatePlaceholders, OfTwoBookmarksBeforeOneTheFirstGetsIt) {
+  std::string bytes;
+  EXPECT_THAT(
+      Repaired(TemplateOf(Paragraph(Mark("NAME", "") + Mark("LTR_DT", "", 2) + Text("[x] ") + Text("y"))),
+               &bytes),
+      ElementsAre("NAME [x]"));
+  EXPECT_THAT(Repaired(bytes), IsEmpty());
+  EXPECT_EQ(ShownIn(LetterFrom(bytes)), "October 1, 2024Ada y/");
+}
+
 TEST(TemplatePlaceholders, BothTellingsOfATextBoxAreRepairedAndToldOnce) {
   const auto box = [](const std::string& around) {
     return "<mc:" + around + "><w:pict><w:txbxContent>" + Paragraph(Mark("NAME", "") + Text("[name]")) +

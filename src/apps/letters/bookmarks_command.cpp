@@ -122,7 +122,7 @@ Listing WriteRepaired(const fs::path& from, const fs::path& made, const std::vec
 }  // namespace
 
 int RunBookmarks(const QStringList& words) {
-  CommandLine line("bookmarks", "Lists and checks the bookmarks of a template", "TEMPLATE.docx");
+  CommandLine line("bookmarks", "Lists and checks the bookmarks of a template", "TEMPLATE.docx [NEW.docx]");
   line.JsonOption();
   line.Option("type", "CODE", "letter type whose fields it may use (default: by the template catalogue)");
   line.Option("fields", "FILE", "letter definitions (default: the product's letter_fields.tsv)");

@@ -9,13 +9,14 @@
 #include <utility>
 
 #include "platform/text.h"
-#include "wordprocessor/authoring/mail_merge_names.h"
-#include "wordprocessor/cleaning/places.h"
+#include "wordprocessor/bookmarks/index.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
+#include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/docx/runs.h"
 #include "wordprocessor/docx/tree_reader.h"
 #include "wordprocessor/docx/word_xml.h"
+#include "wordprocessor/authoring/mail_merge_names.h"
 
 namespace wordprocessor {
 namespace {
@@ -78,7 +79,12 @@ class StoryMerge {
  public:
   StoryMerge(DocxStory& story, const std::string& page, MailMergeNames& names, int& next_id,
              MergeFieldsMade& made)
-      : tree_(story.tree), places_(story, page), names_(names), next_id_(next_id), made_(made) {}
+      : tree_(story.tree),
+        bookmarks_(story.tree),
+        places_(story, page),
+        names_(names),
+        next_id_(next_id),
+        made_(made) {}
 
   /// Returns whether anything has changed.
   bool Run() {
@@ -172,7 +178,20 @@ class StoryMerge {
     return note;
   }
 
+  /// What was marked in the field's result goes with that. A part's nodes are numbered as they stand in it.
+  void DropMarksInside(const DocxField& field) {
+    for (const auto& range : bookmarks_.ranges) {
+      const bool inside =
+          field.simple ? tree_.Contains(field.node, range.start) && tree_.Contains(field.node, range.end)
+                       : field.node < range.start && range.end < field.marks.back();
+      if (!range.has_end() || !inside) continue;
+      tree_.Unlink(range.start);
+      tree_.Unlink(range.end);
+    }
+  }
+
   void TakeOut(const DocxField& field) {
+    DropMarksInside(field);
     std::vector<NodeId> paragraphs;
     for (const auto& pieces : {field.marks, field.code_pieces, field.result_pieces}) {
       for (const auto piece : pieces) {
@@ -207,6 +226,7 @@ class StoryMerge {
   }
 
   DocxTree& tree_;
+  const BookmarkIndex bookmarks_;
   const DocxPlaces places_;
   MailMergeNames& names_;
   int& next_id_;

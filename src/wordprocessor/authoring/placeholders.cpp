@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <unordered_set>
 
 #include "platform/agreed/field_names.h"
 #include "platform/text.h"
@@ -37,7 +38,9 @@ bool IsTable(std::string_view bookmark, const std::vector<TemplateField>& fields
 
 class MissSearch {
  public:
-  explicit MissSearch(const DocxTree& tree) : tree_(tree), index_(tree) {}
+  MissSearch(const DocxTree& tree, const HiddenStyles& styles) : tree_(tree), index_(tree) {
+    for (const auto run : FindHiddenRuns(tree, styles)) hidden_.insert(run);
+  }
 
   std::vector<Miss> Run(const std::vector<TemplateField>& fields) const {
     std::vector<Miss> misses;
@@ -51,25 +54,35 @@ class MissSearch {
   }
 
  private:
-  /// Whether the bookmark has no placeholder of its own. An optional paragraph holds its wording.
+  /// Whether the bookmark has no placeholder of its own. An optional paragraph holds its wording, and one
+  /// around deleted text goes with it.
   bool MayHaveMissed(const BookmarkRange& range) const {
     std::string own;
+    bool goes = !range.empty();
     for (auto i = range.first_content; i < range.end_content; ++i) {
       if (!AppendText(index_.contents[i], own, nullptr)) return false;
+      goes = goes && IsGone(index_.contents[i].node);
     }
+    if (goes) return false;
     return platform::IsBlank(own) || (own.find('[') == own.npos && !platform::IsParagraphField(range.name));
+  }
+
+  /// Whether no letter shows the content.
+  bool IsGone(NodeId content) const {
+    return hidden_.contains(content) || tree_.Ancestor(content, DocxKind::kDeleted) != kNoNode;
   }
 
   /// Returns false where the content is more than text.
   bool AppendText(const BookmarkIndex::Content& content, std::string& text,
                   std::vector<NodeId>* pieces) const {
+    if (IsGone(content.node)) return true;
     if (content.field != kNoNode || tree_[content.node].kind != DocxKind::kRun) return false;
     for (auto piece = tree_[content.node].first_child; piece != kNoNode; piece = tree_[piece].next) {
       const auto kind = tree_[piece].kind;
       if (kind == DocxKind::kText) {
         text += TextOfElement(tree_, piece);
         if (pieces != nullptr) pieces->push_back(piece);
-      } else if (HasContent(tree_, piece) && kind != DocxKind::kDeletedText) {
+      } else if (HasContent(tree_, piece)) {
         return false;
       }
       if (pieces != nullptr && text.find(']') != text.npos) return true;
@@ -116,14 +129,19 @@ class MissSearch {
 
   bool BelongsToAnother(const BookmarkRange& range, const Placeholder& placeholder) const {
     return std::ranges::any_of(index_.ranges, [&](const BookmarkRange& other) {
-      const bool touches = other.has_end() && other.first_content < placeholder.end_content &&
-                           other.end_content > range.end_content;
-      return touches && other.start != range.start && !(platform::IsParagraphField(other.name) && other.Holds(range));
+      if (!other.has_end() || other.start == range.start) return false;
+      if (platform::IsParagraphField(other.name) && other.Holds(range)) return false;
+      const auto end = std::min(other.end_content, placeholder.end_content);
+      for (auto i = std::max(other.first_content, range.end_content); i < end; ++i) {
+        if (!IsGone(index_.contents[i].node)) return true;
+      }
+      return false;
     });
   }
 
   const DocxTree& tree_;
   const BookmarkIndex index_;
+  std::unordered_set<NodeId> hidden_;
 };
 
 void SetAround(DocxTree& tree, const Miss& miss) {
@@ -153,8 +171,12 @@ class TemplateStories {
   explicit TemplateStories(const DocxPackage& package)
       : main_part_(FindMainPart(package)),
         stories_(ReadStories(package, main_part_)),
-        pages_(PagesOfParts(stories_.front().tree, ReadRelations(package, main_part_))) {}
+        pages_(PagesOfParts(stories_.front().tree, ReadRelations(package, main_part_))),
+        styles_(package, main_part_) {}
 
+  std::vector<Miss> MissesIn(const DocxStory& story, const std::vector<TemplateField>& fields) const {
+    return MissSearch(story.tree, styles_).Run(fields);
+  }
   std::vector<DocxStory>& all() { return stories_; }
   DocxPlaces PlacesOf(const DocxStory& story) const {
     const auto page = pages_.find(story.part);
@@ -165,6 +187,7 @@ class TemplateStories {
   std::string main_part_;
   std::vector<DocxStory> stories_;
   std::map<std::string, std::string> pages_;
+  HiddenStyles styles_;
 };
 
 }  // namespace
@@ -174,7 +197,7 @@ std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxDocument& document
   std::vector<TemplateFinding> findings;
   TemplateStories stories(document.Source());
   for (const auto& story : stories.all()) {
-    const auto misses = MissSearch(story.tree).Run(fields);
+    const auto misses = stories.MissesIn(story, fields);
     if (misses.empty()) continue;
     const auto places = stories.PlacesOf(story);
     for (const auto& miss : misses) {
@@ -199,13 +222,15 @@ RepairedTemplate RepairPlaceholders(const DocxDocument& document, const std::vec
   std::vector<std::string> contents;
   std::vector<std::string> names;
   for (auto& story : stories.all()) {
-    auto misses = MissSearch(story.tree).Run(fields);
+    const auto misses = stories.MissesIn(story, fields);
     if (misses.empty()) continue;
     const auto places = stories.PlacesOf(story);
-    // One at a time: the next may have been before the same placeholder.
-    for (; !misses.empty(); misses = MissSearch(story.tree).Run(fields)) {
-      if (!misses.front().range.in_fallback) made.repaired.push_back(Told(misses.front(), places));
-      SetAround(story.tree, misses.front());
+    // Of several before the same placeholder the first one gets it.
+    const auto begins = [](const Miss& miss) { return miss.placeholder.pieces.front(); };
+    for (auto miss = misses.begin(); miss != misses.end(); ++miss) {
+      if (miss != misses.begin() && begins(*miss) == begins(*(miss - 1))) continue;
+      if (!miss->range.in_fallback) made.repaired.push_back(Told(*miss, places));
+      SetAround(story.tree, *miss);
     }
     contents.push_back(story.tree.Serialize());
     names.push_back(story.part);
