@@ -14,11 +14,11 @@
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/layout_letter.h"
 #include "tests/wordprocessor/letter_markup.h"
+#include "wordprocessor/authoring/leftovers.h"
+#include "wordprocessor/authoring/mail_merge.h"
+#include "wordprocessor/authoring/placeholders.h"
 #include "wordprocessor/document/document.h"
 #include "wordprocessor/layout/pool.h"
-#include "wordprocessor/authoring/mail_merge.h"
-#include "wordprocessor/authoring/leftovers.h"
-#include "wordprocessor/authoring/placeholders.h"
 
 /// Templates with everything that authors leave in them, strewn over their text, and beside each the plain
 /// text that its letters have to show.

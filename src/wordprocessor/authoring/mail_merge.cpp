@@ -9,14 +9,14 @@
 #include <utility>
 
 #include "platform/text.h"
+#include "wordprocessor/authoring/mail_merge_names.h"
 #include "wordprocessor/bookmarks/index.h"
+#include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
-#include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/docx/runs.h"
 #include "wordprocessor/docx/tree_reader.h"
 #include "wordprocessor/docx/word_xml.h"
-#include "wordprocessor/authoring/mail_merge_names.h"
 
 namespace wordprocessor {
 namespace {
