@@ -54,6 +54,11 @@ TEST(TemplatePlaceholders, ABookmarkBeforeItsPlaceholderIsSetAroundIt) {
       {Text("Dear") + Mark("NAME", Text(" ")) + Text("[name]"), "NAME [name]", "Dear Ada/"},
       {Mark("NAME", Text("Dear ")) + Text("[name]"), "NAME [name]", "Dear Ada/"},
       {Mark("PARA_X", empty + Text("[name] pays."), 2), "NAME [name]", "Ada pays./"},
+      // A blank between, a line break inside, an end inside, and a bookmark of some program around it all.
+      {Text("Dear") + empty + Text(" ") + Text(" \u00A0[name] x"), "NAME [name]", "Dear  \u00A0Ada x/"},
+      {empty + "<w:r><w:t>[street</w:t><w:br/><w:t>city]</w:t></w:r>", "NAME [street city]", "Ada/"},
+      {Text("Dear ") + Mark("NAME", Text("[cust")) + Text("omer] x"), "NAME [customer]", "Dear Ada x/"},
+      {Mark("section", Text("Dear ") + empty + Text("[name]!"), 2), "NAME [name]", "Dear Ada!/"},
       // Deleted words and comments in between are no letters.
       {empty + Del("old") + "<w:commentRangeStart w:id=\"0\"/>" + Text("[name]"), "NAME [name]", "Ada/"},
   };
@@ -68,6 +73,22 @@ TEST(TemplatePlaceholders, ABookmarkBeforeItsPlaceholderIsSetAroundIt) {
     EXPECT_THAT(FindingsOfPlaceholders(DocxDocument::FromBytes(bytes, "t"), kPlaceholderFields), IsEmpty())
         << paragraph;
   }
+}
+
+TEST(TemplatePlaceholders, OfWordsInBracketsBehindABlankTheCheckIsNotSure) {
+  const auto findings = FindingsOfPlaceholders(
+      DocxDocument::FromBytes(TemplateOf(Paragraph(Mark("NAME", "") + Text(" [name]")) +
+                                         Paragraph(Mark("LTR_DT", Text("[da"), 2) + Text("te]"))),
+                              "t"),
+      kPlaceholderFields);
+  ASSERT_EQ(findings.size(), 2u);
+  EXPECT_EQ(findings[0].grade, wordprocessor::TemplateFinding::Grade::kWarning);
+  EXPECT_THAT(findings[0].text,
+              HasSubstr("ends before the placeholder \"[name]\", so that the letter shows both:"));
+  EXPECT_EQ(findings[1].grade, wordprocessor::TemplateFinding::Grade::kError);
+  EXPECT_THAT(
+      findings[1].text,
+      HasSubstr("ends inside of its placeholder \"[date]\", so that the letter shows the rest of it:"));
 }
 
 TEST(TemplatePlaceholders, TheValueLooksLikeThePlaceholder) {
@@ -109,7 +130,7 @@ TEST(TemplatePlaceholders, OtherBookmarksStayWhereTheyAre) {
       Paragraph(Mark("NAME", Text("[name]")) + Text("[sic]")),
       Paragraph(empty + Mark("LTR_DT", Text("[date]"), 2)),
       Paragraph(empty + Text("name]")),
-      Paragraph(empty + Text(" [name]")),
+      Paragraph(Mark("NAME", Text("Ada")) + Text(" [sic]")),
       Paragraph(empty + Text("[1, 2]")),
       Paragraph(empty + Text("[]")),
       Paragraph(empty + Text("[na")) + Paragraph(Text("me]")),

@@ -8,7 +8,8 @@
 namespace wordprocessor {
 
 /// A bookmark that ends right before the placeholder it was meant for, as web pages and some programs set
-/// them: `Dear |[Customer name]`. The letter would show both, value and placeholder.
+/// them (`Dear |[Customer name]`), a blank before it, or inside of it. The letter would show value and
+/// placeholder.
 struct MissedPlaceholder {
   std::string bookmark;
   std::string placeholder;  ///< "[Customer name]"

@@ -57,6 +57,7 @@ void DocxPlaces::Visit(NodeId node, bool again) {
   if (kind == DocxKind::kMarkup && tree[tree[node].parent].kind == DocxKind::kText && !again) {
     text_ += Unescaped(tree[node].markup);
   }
+  if ((kind == DocxKind::kBreak || kind == DocxKind::kTab) && !again) text_ += ' ';
   if (kind == DocxKind::kTextBox && !again) text_ += '\n';
   for (auto child = tree[node].first_child; child != kNoNode; child = tree[child].next) Visit(child, again);
   if (kind == DocxKind::kParagraph && !again) text_ += '\n';
