@@ -35,8 +35,8 @@ struct TemplateFinding {
 /// Checks a template's bookmarks against the fields: names that no field has (with the likeliest one), names
 /// used twice, bookmarks without an end or across cells, optional paragraphs without wording, tables and
 /// columns out of place, and values asked of the officer that the letter does not show; in document order,
-/// what is missing last. Then bookmarks beside their placeholders (template_placeholders.h), what the author
-/// has left in it (template_leftovers.h), and what the letter looks like: tables whose heading is not marked,
+/// what is missing last. Then bookmarks beside their placeholders (placeholders.h), what the author
+/// has left in it (leftovers.h), and what the letter looks like: tables whose heading is not marked,
 /// pictures without alternative text, typefaces that come out at other widths on this machine.
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields);
