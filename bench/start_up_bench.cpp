@@ -57,7 +57,7 @@ int ShowWindow(int argc, char** argv) {
   window.Open();
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, [&] {
-    const bool replied = !window.office().workspace().state().server_template_folder.empty();
+    const bool replied = !window.office().workspace().state().AwaitsReply();
     if (!replied || window.window().status() != QStringLiteral("Ready")) return;
     look.stop();
     window.window().repaint();

@@ -9,7 +9,7 @@ void CustomerSelection::Select(const std::string& caption, workspace::PageIndex 
   SelectedCustomer chosen;  // nobody, also where the search cannot be shown
   platform::Trap(services_, "ZEMLO_Correspondence.SelectCustomer", [&] {
     panel.EnableSelection(false);
-    frmCustSearch search(services_, caption, state_.message_title);
+    frmCustSearch search(services_, caption, message_title_);
     services_.host.ShowModal(search);
     chosen = search.chosen();
   });

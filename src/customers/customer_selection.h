@@ -5,7 +5,6 @@
 #include "customers/customer_panel.h"
 #include "platform/parties/services.h"
 #include "workspace/messaging/page_index.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace customers {
 
@@ -13,9 +12,9 @@ namespace customers {
 class CustomerSelection {
  public:
   /// All references outlive this.
-  CustomerSelection(const platform::Services& services, const workspace::WorkspaceState& state,
+  CustomerSelection(const platform::Services& services, const std::string& message_title,
                     CurrentCustomer& customer)
-      : services_(services), state_(state), customer_(customer) {}
+      : services_(services), message_title_(message_title), customer_(customer) {}
 
   /// Opens the search under that caption, and returns when it has closed. The customer chosen is shown on the
   /// page, whose two selection commands stay disabled then until the page is cleared; they are enabled again
@@ -24,7 +23,7 @@ class CustomerSelection {
 
  private:
   const platform::Services& services_;
-  const workspace::WorkspaceState& state_;
+  const std::string& message_title_;
   CurrentCustomer& customer_;
 };
 

@@ -41,7 +41,7 @@ bool LetterFetch::IsMeant(const std::string& action, workspace::PageIndex grid) 
   const bool has_panel =
       grid == workspace::PageIndex::kCorrespondence || grid == workspace::PageIndex::kTracking;
   return !goes_out || !has_panel ||
-         AreLettersMeant(services_, state_, pages_.Letter(grid).panel, pages_.sdgGrid(grid));
+         AreLettersMeant(services_, message_title_, pages_.Letter(grid).panel, pages_.sdgGrid(grid));
 }
 
 workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace::PageIndex grid) {

@@ -20,11 +20,11 @@ class LetterFetch {
   using NextOfRun = std::function<std::int32_t(const std::string& action)>;
 
   /// All references outlive this. `letter` is the letter at hand.
-  LetterFetch(const platform::Services& services, const workspace::WorkspaceState& state,
+  LetterFetch(const platform::Services& services, const std::string& message_title,
               workspace::RequestEnvelope& envelope, workspace::LetterData& letter, workspace::Pages& pages,
               NextOfRun next_of_run)
       : services_(services),
-        state_(state),
+        message_title_(message_title),
         envelope_(envelope),
         letter_(letter),
         pages_(pages),
@@ -41,7 +41,7 @@ class LetterFetch {
   workspace::LetterData LetterOf(const std::string& action, workspace::PageIndex grid);
 
   const platform::Services& services_;
-  const workspace::WorkspaceState& state_;
+  const std::string& message_title_;
   workspace::RequestEnvelope& envelope_;
   workspace::LetterData& letter_;
   workspace::Pages& pages_;

@@ -39,7 +39,7 @@ std::string Named(const std::set<std::string>& customers) {
 
 }  // namespace
 
-bool AreLettersMeant(const platform::Services& services, const workspace::WorkspaceState& state,
+bool AreLettersMeant(const platform::Services& services, const std::string& message_title,
                      const customers::CustomerPanel& shown, const platform::Grid& letters) {
   using platform::MessageAnswer;
   const std::string shown_id(platform::Trim(shown.customer_id.caption()));
@@ -56,7 +56,7 @@ bool AreLettersMeant(const platform::Services& services, const workspace::Worksp
   const auto text = subject + Named(others.customers) + "." + line_break + "The page shows " + shown_id +
                     (name.empty() ? "" : " " + name) + "." + line_break + line_break +
                     "Do you want to go on?";
-  return services.host.ShowMessage({text, platform::MessageIcon::kQuestion, state.message_title,
+  return services.host.ShowMessage({text, platform::MessageIcon::kQuestion, message_title,
                                     platform::MessageButtons::kYesNo, MessageAnswer::kNo}) ==
          MessageAnswer::kYes;
 }

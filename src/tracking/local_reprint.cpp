@@ -60,7 +60,7 @@ bool LocalReprint::IsConfirmed(std::size_t letters) {
   if (letters > kMostWithoutTypes) {
     platform::Trap(uses_.services, kStart, [&] { text += TypesOfSelected(); });
   }
-  return uses_.services.host.ShowMessage({text, platform::MessageIcon::kQuestion, uses_.state.message_title,
+  return uses_.services.host.ShowMessage({text, platform::MessageIcon::kQuestion, uses_.message_title,
                                           platform::MessageButtons::kYesNo, MessageAnswer::kNo}) ==
          MessageAnswer::kYes;
 }
@@ -84,9 +84,9 @@ std::string LocalReprint::TypesOfSelected() {
 void LocalReprint::Count(std::size_t letters) {
   constexpr std::size_t kMost = std::numeric_limits<std::int16_t>::max();
   progress_.Begin();
-  uses_.state.letters_printed = {};
-  uses_.state.letters_to_print = static_cast<std::int16_t>(std::min(letters, kMost));
-  wanted_ = uses_.state.letters_to_print.value();
+  printed_ = {};
+  to_print_ = static_cast<std::int16_t>(std::min(letters, kMost));
+  wanted_ = to_print_.value();
   if (letters <= kMost) return;
   uses_.services.errors.ReportError("Of the " + std::to_string(letters) + " selected letters the first " +
                                         std::to_string(kMost) +
@@ -95,15 +95,14 @@ void LocalReprint::Count(std::size_t letters) {
 }
 
 void LocalReprint::LetterPrinted(workspace::RequestDescription& message) {
-  auto& state = uses_.state;
-  workspace::CountUp(uses_.services, state.letters_printed, "printed letters", kProcedure);
-  if (state.ReprintIsOver() || !GoesOn()) return Stop();
+  workspace::CountUp(uses_.services, printed_, "printed letters", kProcedure);
+  if (IsOver() || !GoesOn()) return Stop();
   MakeNextCurrent();
   message.name = kRequest;
   message.keys.push_back(
       platform::Criterion("key:FetchContext", std::to_string(uses_.letter.sequence_number)));
-  const auto reached = " letter " + std::to_string(state.letters_printed.value()) + " of " +
-                       std::to_string(state.letters_to_print.value());
+  const auto reached =
+      " letter " + std::to_string(printed_.value()) + " of " + std::to_string(to_print_.value());
   ShowProgress("Printed" + reached);
   uses_.services.status.ShowStatus("Printing" + reached);
 }
@@ -114,7 +113,7 @@ void LocalReprint::ShowProgress(const std::string& text) {
 }
 
 void LocalReprint::MakeNextCurrent() {
-  const auto next = static_cast<std::size_t>(uses_.state.letters_printed.value());
+  const auto next = static_cast<std::size_t>(printed_.value());
   const auto make_current = [&](auto& letters) {
     letters.MakeSelectedCurrent(next);
     uses_.letter = workspace::CurrentLetter(letters);
@@ -129,14 +128,14 @@ void LocalReprint::MakeNextCurrent() {
 
 void LocalReprint::Stop() {
   progress_.Close();
-  const int printed = uses_.state.letters_printed.value();
+  const int printed = printed_.value();
   if (wanted_ > 1) {
     end_ = printed == wanted_
                ? "All " + std::to_string(wanted_) + " letters were printed."
                : std::to_string(printed) + " of " + std::to_string(wanted_) + " letters were printed.";
   }
   wanted_ = 0;
-  uses_.state.letters_to_print = uses_.state.letters_printed;
+  to_print_ = printed_;
   uses_.pages.tracking.sdgGrid.SetEnabled(true);
 }
 

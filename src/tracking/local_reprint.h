@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/counter.h"
 #include "platform/parties/services.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/run_progress.h"
@@ -24,7 +25,8 @@ class LocalReprint : public workspace::PrintRun {
  public:
   struct Uses {
     const platform::Services& services;
-    workspace::WorkspaceState& state;
+    const workspace::WorkspaceState& state;
+    const std::string& message_title;
     workspace::LetterData& letter;
     workspace::Pages& pages;
     LetterFetch& fetch;
@@ -45,6 +47,8 @@ class LocalReprint : public workspace::PrintRun {
   void ReplyHandled();
   /// Whether the letter that has been fetched is to be printed: the user has not ended the run.
   bool GoesOn() { return !progress_.TakeCancellation(); }
+  /// Whether no letter is left to print: also where no run has been started.
+  bool IsOver() const { return printed_ >= to_print_; }
 
  private:
   bool IsConfirmed(std::size_t letters);
@@ -55,8 +59,10 @@ class LocalReprint : public workspace::PrintRun {
 
   const Uses uses_;
   RunProgress progress_;
-  std::int16_t wanted_ = 0;  // letters of the run, until it ends
-  std::string end_;          // what is to be told of a run that has ended
+  platform::Counter printed_;   // so far
+  platform::Counter to_print_;  // with those; no more than are printed once the run has ended
+  std::int16_t wanted_ = 0;     // letters of the run, until it ends
+  std::string end_;             // what is to be told of a run that has ended
 };
 
 }  // namespace tracking

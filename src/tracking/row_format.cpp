@@ -104,7 +104,7 @@ void RowFormat::sdgGrid_RowLoaded(PageIndex grid, std::size_t row) {
   const auto rows = pages_.sdgGrid(grid).rows();
   if (!rows) return;
   const platform::RecordSet::Edit edit(*rows);
-  Letter letter(services_.utilities, names_, state_.dont_print, *rows, row);
+  Letter letter(services_.utilities, names_, with_diagnostics_, *rows, row);
   for (const auto step : StepsOf(grid)) {
     platform::Trap(services_, "ZEMLO_Correspondence.sdgGrid_RowLoaded", [&] { (letter.*step)(); });
   }

@@ -5,7 +5,6 @@
 #include "platform/parties/services.h"
 #include "workspace/letters/letter_names.h"
 #include "workspace/messaging/page_index.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/pages.h"
 
 namespace tracking {
@@ -13,10 +12,11 @@ namespace tracking {
 /// Dresses the listed letters for display: descriptions for codes, officer names, derived columns.
 class RowFormat {
  public:
-  /// All references outlive this.
-  RowFormat(const platform::Services& services, const workspace::WorkspaceState& state,
-            workspace::LetterNames& names, workspace::Pages& pages)
-      : services_(services), state_(state), names_(names), pages_(pages) {}
+  /// All references outlive this. With diagnostics (the setting DontPrint) a letter's number stands beside
+  /// its batch number.
+  RowFormat(const platform::Services& services, bool with_diagnostics, workspace::LetterNames& names,
+            workspace::Pages& pages)
+      : services_(services), with_diagnostics_(with_diagnostics), names_(names), pages_(pages) {}
 
   /// The grid loads the row: fills its display columns, step by step. A step that fails is reported and the
   /// next one goes on. Nothing happens for a grid without rows.
@@ -24,7 +24,7 @@ class RowFormat {
 
  private:
   const platform::Services& services_;
-  const workspace::WorkspaceState& state_;
+  const bool with_diagnostics_;
   workspace::LetterNames& names_;
   workspace::Pages& pages_;
 };

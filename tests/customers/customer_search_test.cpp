@@ -28,7 +28,6 @@ const fakes::Row kLee = {{"Cust_Id", "4712"},        {"FIRST_NM", "ANN"},  {"LAS
 class CustomerSearch : public testing::Test {
  protected:
   CustomerSearch() {
-    state_.message_title = "Letters";
     state_.pending_message_key = "workspace's own";
     state_.pending_request_name = "Letter_History";
   }
@@ -52,10 +51,11 @@ class CustomerSearch : public testing::Test {
   }
 
   fakes::FakeServices fakes_;
+  const std::string message_title_ = "Letters";
   workspace::WorkspaceState state_;
   CurrentCustomer customer_;
   CustomerPanel panel_;
-  CustomerSelection selection_{fakes_.services(), state_, customer_};
+  CustomerSelection selection_{fakes_.services(), message_title_, customer_};
 };
 
 TEST_F(CustomerSearch, ShowsTheCustomerThatTheUserChose) {

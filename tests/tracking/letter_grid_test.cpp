@@ -51,6 +51,7 @@ class LetterGridTest : public testing::Test {
   }
 
   fakes::FakeServices fakes_;
+  const std::string message_title_ = "Letters";
   workspace::WorkspaceState state_;
   workspace::LetterData letter_;
   customers::CurrentCustomer customer_;
@@ -60,8 +61,8 @@ class LetterGridTest : public testing::Test {
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
   workspace::CommandGate gate_{fakes_.services(), state_};
-  LetterFetch fetch_{fakes_.services(), state_, envelope_,
-                     letter_,           pages_, [](const std::string&) { return 0; }};
+  LetterFetch fetch_{fakes_.services(), message_title_, envelope_,
+                     letter_,           pages_,         [](const std::string&) { return 0; }};
   LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_, gate_}};
   platform::Connection clicked_;
 };

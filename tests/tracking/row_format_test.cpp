@@ -33,10 +33,9 @@ class RowFormatTest : public testing::Test {
   platform::RecordSet& Tracked(const fakes::Row& letter) { return Shown(PageIndex::kTracking, letter); }
 
   fakes::FakeServices fakes_;
-  workspace::WorkspaceState state_;
   workspace::Pages pages_{fakes_.services()};
   workspace::LetterNames names_{fakes_.services()};
-  RowFormat format_{fakes_.services(), state_, names_, pages_};
+  RowFormat format_{fakes_.services(), /*with_diagnostics=*/false, names_, pages_};
 };
 
 const fakes::Row kLetter = {
@@ -105,8 +104,10 @@ TEST_F(RowFormatTest, NamesTheLetter) {
 }
 
 TEST_F(RowFormatTest, AddsTheSequenceNumberForDiagnostics) {
-  state_.dont_print = true;
-  EXPECT_EQ(Tracked(kLetter).Text("FLS_BTCH_NBR"), "70/42");
+  auto& row = Tracked(kLetter);
+  RowFormat(fakes_.services(), /*with_diagnostics=*/true, names_, pages_)
+      .sdgGrid_RowLoaded(PageIndex::kTracking, 0);
+  EXPECT_EQ(row.Text("FLS_BTCH_NBR"), "70/42");
 }
 
 TEST_F(RowFormatTest, GoesOnWithoutAReportAfterALetterWithoutOfficer) {

@@ -51,18 +51,21 @@ class ABookmarkView : public WorkspaceRoomTest {
                     {"PRCS_ERR_TXT", error}};
   }
   /// What the form is given for the reply.
-  LetterInformation Shown() {
+  LetterInformation Shown(bool with_diagnostics = false) {
     envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
     fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
     fakes_.RunEvents();
-    view_.ViewBookMark();
+    View(with_diagnostics).ViewBookMark();
     EXPECT_THAT(forms_.information, SizeIs(1));
     EXPECT_EQ(fakes_.status.LastText(), "Ready");
     return std::exchange(forms_.information, {}).at(0);
   }
 
   BrowserOfOneLetter browser_;
-  BookmarkView view_{{fakes_.services(), state_, letter_, pages_.tracking.sdgGrid, &browser_, forms_}};
+  BookmarkView View(bool with_diagnostics) {
+    return BookmarkView(
+        {fakes_.services(), state_, with_diagnostics, letter_, pages_.tracking.sdgGrid, &browser_, forms_});
+  }
 };
 
 TEST_F(ABookmarkView, ShowsTheFieldsOfTheLetterAndHowItWasPrinted) {
@@ -86,21 +89,21 @@ TEST_F(ABookmarkView, TakesTheLetterOfTheBatchLetterBrowserWhileItIsOpen) {
   EXPECT_EQ(letter.print_error, kFinalistText);
   EXPECT_EQ(letter.batch_error, std::nullopt);
 
-  state_.dont_print = true;
-  EXPECT_EQ(Shown().batch_error, "FINALIST 12");
+  EXPECT_EQ(Shown(/*with_diagnostics=*/true).batch_error, "FINALIST 12");
   browser_.open = false;
-  EXPECT_EQ(Shown().batch_error, std::nullopt) << "only of a letter from the browser";
+  EXPECT_EQ(Shown(/*with_diagnostics=*/true).batch_error, std::nullopt)
+      << "only of a letter from the browser";
 }
 
 TEST_F(ABookmarkView, ReportsAReplyWithoutALetterAndAMissingRow) {
-  view_.ViewBookMark();
+  View(false).ViewBookMark();
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.ViewBookMark"));
   GivenListedLetter("F", "");
   pages_.tracking.sdgGrid.Bind(nullptr);
   envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
   fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
   fakes_.RunEvents();
-  view_.ViewBookMark();
+  View(false).ViewBookMark();
   EXPECT_THAT(fakes_.errors.reports, SizeIs(2));
   EXPECT_THAT(forms_.information, IsEmpty());
 }

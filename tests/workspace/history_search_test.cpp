@@ -44,7 +44,7 @@ class HistorySearchTest : public WorkspaceRoomTest {
 
   TrackingPage& page_ = pages_.tracking;
   PageFields fields_{fakes_.services(), pages_, request_, field_check_};
-  SearchCheck check_{fakes_.services(), state_, request_, page_, field_check_};
+  SearchCheck check_{fakes_.services(), message_title_, request_, page_, field_check_};
   HistorySearch search_{{fakes_.services(), state_, request_, pages_, envelope_, request_part_,
                          fields_.troop_district, check_, customer_}};
 };

@@ -25,6 +25,10 @@ class LetterTemplatesTest : public WorkspaceRoomTest {
     fakes_.RunEvents();
     templates_.DecodeNetworkPath();
   }
+  void GivenServerFolder(const std::string& folder) {
+    ServerReportsFolder("<X><L_TEMPLATE_PATH>" + folder + "</L_TEMPLATE_PATH></X>");
+    fakes_.status.texts.clear();
+  }
   std::vector<std::string> Downloads() {
     std::vector<std::string> texts;
     for (const auto& [source, target] : fakes_.server.downloads) texts.push_back(source + " to " + target);
@@ -49,24 +53,24 @@ TEST_F(LetterTemplatesTest, KeepTheFolderWithOneSeparatorAtItsEnd) {
                                        {"\\\\srv\\letters\\", "\\\\srv\\letters\\"},
                                        {"", "\\"}}) {
     ServerReportsFolder(std::string("<X><L_TEMPLATE_PATH>") + reported + "</L_TEMPLATE_PATH></X>");
-    EXPECT_EQ(state_.server_template_folder, kept);
+    EXPECT_EQ(templates_.server_folder(), kept);
     EXPECT_EQ(state_.pending_request_name, "");
   }
 }
 
 TEST_F(LetterTemplatesTest, ReportAFolderReplyThatCannotBeReadTwice) {
-  state_.server_template_folder = "old\\";
+  GivenServerFolder("old");
   ServerReportsFolder("<X><L_TEMPLATE_PATH>");
   ASSERT_THAT(fakes_.errors.reports, SizeIs(2));
   EXPECT_EQ(fakes_.errors.reports[0].description, "Message parsing error");
   EXPECT_THAT(fakes_.errors.reports[1].description, testing::StartsWith("Message; "));
   EXPECT_THAT(fakes_.errors.Procedures(),
               ElementsAre("ZEMLO_Corresp.DecodeNetworkPath", "ZEMLO_Corresp.DecodeNetworkPath"));
-  EXPECT_EQ(state_.server_template_folder, "old\\");
+  EXPECT_EQ(templates_.server_folder(), "old\\");
 }
 
 TEST_F(LetterTemplatesTest, DownloadOnlyWhatIsMissing) {
-  state_.server_template_folder = "srv\\";
+  GivenServerFolder("srv");
   GivenCatalogue({" A.docx ", "B.docx", "C.docx"});
   fakes_.files.content["templates/B.docx"] = "outdated";
   templates_.CopyTemplate();
@@ -79,7 +83,7 @@ TEST_F(LetterTemplatesTest, DownloadOnlyWhatIsMissing) {
 
 // The documents said that the start fetches it, and nothing did.
 TEST_F(LetterTemplatesTest, DownloadTheCommonTemplateWhereItIsMissing) {
-  state_.server_template_folder = "srv\\";
+  GivenServerFolder("srv");
   fakes_.files.content.clear();
   GivenCatalogue({});
   templates_.CopyTemplate();
@@ -88,7 +92,7 @@ TEST_F(LetterTemplatesTest, DownloadTheCommonTemplateWhereItIsMissing) {
 }
 
 TEST_F(LetterTemplatesTest, TellOnceWhatIsWrongWithATemplateThatIsNewHere) {
-  state_.server_template_folder = "srv\\";
+  GivenServerFolder("srv");
   GivenCatalogue({"A.docx", "B.docx", "A.docx"});
   fakes_.template_judge.faults[{"templates/A.docx", "110"}] = "A has an error.";
   fakes_.files.content["templates/B.docx"] = "here";
@@ -155,7 +159,7 @@ TEST_F(LetterTemplatesTest, AskTheCatalogueForEveryTemplateThatIsOrWillBeInForce
 TEST_F(LetterTemplatesTest, AskTheCatalogueForTheTemplateOfToday) {
   GivenTemplate("TAX110.docx");
   EXPECT_EQ(templates_.GetTemplateFileName(110), "templates/TAX110.docx");
-  EXPECT_EQ(state_.template_name, "TAX110.docx");
+  EXPECT_EQ(templates_.template_name(), "TAX110.docx");
   EXPECT_EQ(
       fakes_.reference.statements.back(),
       "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  WHERE a.REGION='OK'  and ((a.Tmplt_TS=   (Select "
@@ -166,11 +170,12 @@ TEST_F(LetterTemplatesTest, AskTheCatalogueForTheTemplateOfToday) {
 }
 
 TEST_F(LetterTemplatesTest, AnswerNothingForALetterTypeWithoutATemplate) {
-  state_.template_name = "OLD.docx";
+  GivenTemplate("OLD.docx");
+  templates_.GetTemplateFileName(110);
   fakes_.reference.AnswersWhatContains(
       "SELECT a.DCMT_NM", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
   EXPECT_EQ(templates_.GetTemplateFileName(110), "");
-  EXPECT_EQ(state_.template_name, "OLD.docx");
+  EXPECT_EQ(templates_.template_name(), "OLD.docx");
 
   fakes_.reference.AnswersBy([](const std::string&) -> std::shared_ptr<platform::RecordSet> {
     throw platform::Failure(Kind::kDamaged, "no database");
@@ -180,7 +185,7 @@ TEST_F(LetterTemplatesTest, AnswerNothingForALetterTypeWithoutATemplate) {
 }
 
 TEST_F(LetterTemplatesTest, BringAMissingTemplateFromTheServer) {
-  state_.server_template_folder = "srv\\";
+  GivenServerFolder("srv");
   fakes_.files.content["srv\\A.docx"] = "new";
   templates_.BringIfMissing("A.docx");
   EXPECT_EQ(fakes_.files.content["templates/A.docx"], "new");

@@ -44,7 +44,6 @@ class WorkspaceRoomTest : public testing::Test {
   static constexpr auto kTracking = PageIndex::kTracking;
 
   WorkspaceRoomTest() {
-    state_.message_title = "Letters";
     fakes_.files.content["templates/kvcorr.dot"] = "letterhead";
     fakes_.reference.AnswersWhatContains("from FLS_code",
                                          fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}}}));
@@ -89,6 +88,7 @@ class WorkspaceRoomTest : public testing::Test {
 
   fakes::RecordingPrintComponent print_;
   fakes::FakeServices fakes_{&print_};
+  const std::string message_title_ = "Letters";
   WorkspaceState state_;
   LetterRequestFields request_;
   LetterData letter_;
@@ -97,19 +97,19 @@ class WorkspaceRoomTest : public testing::Test {
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
   FieldCheck field_check_{fakes_.services(), pages_};
-  FormTypeFilter form_types_{fakes_.services(), state_, request_, pages_};
+  FormTypeFilter form_types_{fakes_.services(), message_title_, request_, pages_};
   LetterRequest request_part_{
-      {fakes_.services(), state_, request_, customer_, pages_, field_check_, form_types_}};
-  LetterTemplates templates_{fakes_.services(), state_, envelope_, *listener_};
+      {fakes_.services(), message_title_, request_, customer_, pages_, field_check_, form_types_}};
+  LetterTemplates templates_{fakes_.services(), state_, message_title_, envelope_, *listener_};
   HistoryRecord history_{fakes_.services(), /*batch_browser=*/nullptr};
   ScriptedForms forms_;
   LetterPrinting printing_{
       {fakes_.services(), envelope_, *listener_, history_,
        [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
   PrintRun* run_ = nullptr;
-  LetterCustomer letter_customer_{fakes_.services(), state_, customer_, pages_.correspondence};
-  LetterGeneration generation_{{fakes_.services(), state_, request_, letter_, pages_, envelope_, templates_,
-                                forms_, printing_, letter_customer_, field_check_}};
+  LetterCustomer letter_customer_{fakes_.services(), message_title_, customer_, pages_.correspondence};
+  LetterGeneration generation_{{fakes_.services(), state_, message_title_, request_, letter_, pages_,
+                                envelope_, templates_, forms_, printing_, letter_customer_, field_check_}};
 };
 
 }  // namespace workspace

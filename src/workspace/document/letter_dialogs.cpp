@@ -14,7 +14,7 @@ LetterForms::EnteredLetter LetterDialogs::EnterBookmarks(const LetterData& lette
   const Key key{letter.letter_type, letter.customer_id, letter.form_type, letter.form_number};
   if (kept_for_ != key) kept_ = {};
   kept_for_ = key;
-  composition::frmLetter form(services_, state_.message_title);
+  composition::frmLetter form(services_, message_title_);
   form.FileName = letter.template_path;
   form.TemplateName = letter.template_name;
   form.ProposedName = ProposedFileName(letter, services_.clock.Today());

@@ -5,7 +5,6 @@
 #include "composition/kept_entries.h"
 #include "platform/parties/services.h"
 #include "workspace/letters/letter_forms.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
 
@@ -13,8 +12,8 @@ namespace workspace {
 class LetterDialogs : public LetterForms {
  public:
   /// The references outlive this.
-  LetterDialogs(const platform::Services& services, const WorkspaceState& state)
-      : services_(services), state_(state) {}
+  LetterDialogs(const platform::Services& services, const std::string& message_title)
+      : services_(services), message_title_(message_title) {}
 
   void ShowLetterInformation(const LetterInformation& letter) override;
   EnteredLetter EnterBookmarks(const LetterData& letter) override;
@@ -27,7 +26,7 @@ class LetterDialogs : public LetterForms {
   };
 
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const std::string& message_title_;
 
   // Of the letter that was completed last. They end with the program.
   Key kept_for_;

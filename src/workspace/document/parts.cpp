@@ -9,48 +9,49 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       envelope(services, data.state, listener),
       field_check(services, data.pages),
       fields(services, data.pages, data.request, field_check),
-      form_types(services, data.state, data.request, data.pages),
+      form_types(services, data.message_title, data.request, data.pages),
       letter_request(
-          {services, data.state, data.request, data.customer, data.pages, field_check, form_types}),
-      search_check(services, data.state, data.request, data.pages.tracking, field_check),
+          {services, data.message_title, data.request, data.customer, data.pages, field_check, form_types}),
+      search_check(services, data.message_title, data.request, data.pages.tracking, field_check),
       history_search({services, data.state, data.request, data.pages, envelope, letter_request,
                       fields.troop_district, search_check, data.customer}),
       letter_names(services),
-      templates(services, data.state, envelope, listener),
+      templates(services, data.state, data.message_title, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
-      forms(services, data.state),
+      forms(services, data.message_title),
       printing(
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
-      letter_customer(services, data.state, data.customer, data.pages.correspondence),
-      generation({services, data.state, data.request, data.letter, data.pages, envelope, templates, forms,
-                  printing, letter_customer, field_check}),
-      bookmark_view(
-          {services, data.state, data.letter, data.pages.tracking.sdgGrid, /*batch_browser=*/nullptr, forms}),
+      letter_customer(services, data.message_title, data.customer, data.pages.correspondence),
+      generation({services, data.state, data.message_title, data.request, data.letter, data.pages, envelope,
+                  templates, forms, printing, letter_customer, field_check}),
+      bookmark_view({services, data.state, data.dont_print, data.letter, data.pages.tracking.sdgGrid,
+                     /*batch_browser=*/nullptr, forms}),
       stored_letters({services, data.state, data.letter, templates, printing}),
-      unrecorded_letters(services, data.state, envelope),
+      unrecorded_letters(services, data.state, data.message_title, envelope),
       online_actions(
           services, letter_request, [this] { generation.SelectNewType(); },
           [this](const std::string& request_name) { Reprint(request_name); }),
       customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
-      customer_selection(services, data.state, data.customer),
+      customer_selection(services, data.message_title, data.customer),
       batch_reprint(services, envelope, data.letter),
-      letter_fetch(services, data.state, envelope, data.letter, data.pages,
+      letter_fetch(services, data.message_title, envelope, data.letter, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
-      local_reprint({services, data.state, data.letter, data.pages, letter_fetch, letter_names,
+      local_reprint({services, data.state, data.message_title, data.letter, data.pages, letter_fetch,
+                     letter_names,
                      /*batch_browser=*/nullptr}),
       letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
       letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch, gate}),
       correspondence_grid(services, data.pages.correspondence),
-      row_format(services, data.state, letter_names, data.pages),
+      row_format(services, data.dont_print, letter_names, data.pages),
       handlers(Handlers()),
-      replies(services, data.state, ReplyRoutes(handlers, data.pages),
+      replies(services, data.state, data.message_title, ReplyRoutes(handlers, data.pages),
               [this, &data] {
                 data.pages.tracking.letter_action.SetEnabled(true);
                 letter_grid.ReplyHandled();
                 local_reprint.ReplyHandled();
               }),
-      downloads(services, data.state, [this](const std::string& source) { templates.TemplateCame(source); }) {
-}
+      downloads(services, data.message_title,
+                [this](const std::string& source) { templates.TemplateCame(source); }) {}
 
 ReplyHandlers Parts::Handlers() {
   ReplyHandlers known;
@@ -65,6 +66,7 @@ ReplyHandlers Parts::Handlers() {
   };
   known.LocalReprintGoesOn = [this] { return local_reprint.GoesOn(); };
   known.StopLocalReprint = [this] { local_reprint.Stop(); };
+  known.LocalReprintIsOver = [this] { return local_reprint.IsOver(); };
   known.HasLettersToReprint = [this](const std::string& letter_type) {
     return batch_reprint.HasLettersToReprint(letter_type);
   };

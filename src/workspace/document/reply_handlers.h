@@ -23,6 +23,8 @@ struct ReplyHandlers {
   std::function<bool()> LocalReprintGoesOn;
   /// The next letter of a local reprint could not be fetched, or is not to be printed any more.
   std::function<void()> StopLocalReprint;
+  /// Whether no letter of a local reprint is left to print; without a handler none is.
+  std::function<bool()> LocalReprintIsOver;
   std::function<void()> ViewBookMark;
   std::function<void()> FillCustFromLetter;
   std::function<void()> FillCustomerInfo;

@@ -39,6 +39,9 @@ class Steps {
       !goes_on || goes_on() ? print() : stop();
     };
   }
+  std::function<bool()> LocalReprintIsOver() const {
+    return [&is_over = handlers_.LocalReprintIsOver] { return !is_over || is_over(); };
+  }
   Step TakeTemplateFolder() const {
     return [decode = Do(&ReplyHandlers::DecodeNetworkPath), copy = Do(&ReplyHandlers::CopyTemplate)] {
       decode();
@@ -103,7 +106,8 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
       {"XMLRequest", steps.Do(&Handlers::CreateNewCorrespondence), Status::kSetByAction,
        steps.Do(&Handlers::EnableCreateLetter), none},
       {"GetNetworkPath", steps.TakeTemplateFolder(), Status::kSetByAction, none, none},
-      {"LetterAU", none, Status::kReadyWhenReprintIsOver, none, none},
+      // The next letter of a run shows a status of its own.
+      {"LetterAU", none, Status::kReady, none, none, steps.LocalReprintIsOver()},
       {"BatchAU", none, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
       {"Letter_BKView", steps.Do(&Handlers::ViewBookMark), Status::kReady, none, none},

@@ -32,14 +32,14 @@ void ZEMLO_Corresp::Initialize() {
     services_.status.ShowStatus("Loading information");
     services_.host.SetMousePointer(MousePointer::kHourglass);
     if (!moClient_) moClient_ = services_.comm_clients.GetClient();
-    data_.state.dont_print = IsDiagnosticMode(services_.settings_store);
+    data_.dont_print = IsDiagnosticMode(services_.settings_store);
     ConnectOutside();
     EmptyDates();
     DisableActions();
     ConnectUser();
     tracking::GetLetterAction(services_, data_.action_lists);
     parts_->templates.GetNetworkPath();
-    if (data_.state.dont_print) data_.pages.tracking.OptLetter[TrackingPage::kViewBookmark].SetVisible(true);
+    if (data_.dont_print) data_.pages.tracking.OptLetter[TrackingPage::kViewBookmark].SetVisible(true);
   });
   if (!is_started) Trap(services_, kProcedure, [&] { EndStartThatFailed(); });
 }
@@ -104,10 +104,10 @@ void ZEMLO_Corresp::DisableActions() {
 
 void ZEMLO_Corresp::Show() {
   Trap(services_, "UserDocument.Show", [&] {
-    data_.state.host_tag = services_.host.Tag();
-    data_.state.message_title = services_.host.Caption();
+    host_tag_ = services_.host.Tag();
+    data_.message_title = services_.host.Caption();
     services_.host.SetMousePointer(MousePointer::kNormal);
-    data_.state.application_file_path =
+    application_file_path_ =
         services_.settings.ConfigFolder() + std::string(platform::kApplicationName) + ".xml";
     for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking, PageIndex::kBatch}) {
       SetGridBolding(services_, data_.pages.sdgGrid(page));

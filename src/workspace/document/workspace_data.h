@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "customers/customer_panel.h"
 #include "tracking/letter_action_lists.h"
 #include "workspace/letters/letter_data.h"
@@ -12,6 +14,9 @@ namespace workspace {
 /// What the parts of the workspace share.
 struct WorkspaceData {
   explicit WorkspaceData(const platform::Services& services) : pages(services) {}
+
+  std::string message_title;  ///< caption of the host window: the title of every message box
+  bool dont_print = false;    ///< the user's setting: diagnostic details are shown
 
   WorkspaceState state;
   LetterRequestFields request;

@@ -62,7 +62,7 @@ void ZEMLO_Corresp::SelectNewType() {
 bool ZEMLO_Corresp::CloseDocument() {
   constexpr std::string_view kProcedure = "ZEMLO_IssueMC.CloseDocument";  // another object's name, as given
   const AtExit buttons(services_, kProcedure, [&] { ConfigureToolbar(true); });
-  Trap(services_, kProcedure, [&] { services_.files.DeleteFile(data_.state.application_file_path); });
+  Trap(services_, kProcedure, [&] { services_.files.DeleteFile(application_file_path_); });
   return true;
 }
 
@@ -74,7 +74,7 @@ bool ZEMLO_Corresp::NeedSave() {
 void ZEMLO_Corresp::ConfigureToolbar(bool enabled) {
   Trap(services_, "ZEMLO_Corresp.ConfigureToolbar", [&] {
     for (const int button : kToolbarButtons) {
-      services_.status.EnableToolbarButton(button, enabled, data_.state.host_tag);
+      services_.status.EnableToolbarButton(button, enabled, host_tag_);
     }
   });
 }
@@ -107,7 +107,7 @@ void ZEMLO_Corresp::Terminate() {
   if (parts_) parts_->printing.ReleasePreview();
 }
 
-Parts& ZEMLO_Corresp::RequireParts() {
+Parts& ZEMLO_Corresp::RequireParts() const {
   if (parts_) return *parts_;
   throw platform::Failure(platform::Failure::Kind::kInternal, "The workspace has not been initialised.");
 }

@@ -70,6 +70,8 @@ class ZEMLO_Corresp {
   void TryTemplate(TemplateInForce tried);
   /// The template that new letters of the type are made with. Comes after Initialize.
   TemplateInForce TemplateOf(const std::string& letter_type);
+  /// What the document is made of, to be looked at. Comes after Initialize; throws Failure before it.
+  const Parts& parts() const { return RequireParts(); }
   /// Comes after Initialize; throws Failure before it.
   UnrecordedLetters& unrecorded_letters() { return RequireParts().unrecorded_letters; }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
@@ -86,9 +88,11 @@ class ZEMLO_Corresp {
   void DisableActions();
   void EmptyDates();
   void DataSyncComplete();
-  Parts& RequireParts();
+  Parts& RequireParts() const;
 
   const platform::Services& services_;
+  std::string host_tag_;               // of the host window: goes with every toolbar call
+  std::string application_file_path_;  // deleted when the document is closed
   WorkspaceData data_;
   std::shared_ptr<platform::CommClient> moClient_;
   std::unique_ptr<platform::ReplyListener> mVemtMessage_;

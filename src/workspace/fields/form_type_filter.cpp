@@ -14,7 +14,7 @@ void FormTypeFilter::FilterFormType(const std::string& types, PageIndex index) {
     if (index != PageIndex::kCorrespondence || !LacksCustomer()) return;
     services_.status.ShowReason("This letter goes to a customer. Press Select Customer to choose one.");
     services_.host.ShowMessage({"Customer Id is needed to create/search payment plan",
-                                platform::MessageIcon::kInformation, state_.message_title});
+                                platform::MessageIcon::kInformation, message_title_});
   });
 }
 

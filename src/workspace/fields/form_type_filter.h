@@ -4,7 +4,6 @@
 
 #include "platform/parties/services.h"
 #include "workspace/messaging/letter_request_fields.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/pages.h"
 
 namespace workspace {
@@ -13,9 +12,9 @@ namespace workspace {
 class FormTypeFilter {
  public:
   /// The references outlive this.
-  FormTypeFilter(const platform::Services& services, const WorkspaceState& state,
+  FormTypeFilter(const platform::Services& services, const std::string& message_title,
                  const LetterRequestFields& request, Pages& pages)
-      : services_(services), state_(state), request_(request), pages_(pages) {}
+      : services_(services), message_title_(message_title), request_(request), pages_(pages) {}
 
   /// `types` holds a character for each form type; without any the page takes no document. Where a letter for
   /// a customer is then being asked for without one, the user is told.
@@ -26,7 +25,7 @@ class FormTypeFilter {
   bool LacksCustomer();
 
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const std::string& message_title_;
   const LetterRequestFields& request_;
   Pages& pages_;
 };

@@ -29,7 +29,7 @@ void SearchCheck::ValidateSeach(bool& ok) {
     field_check_.DefaultFieldColor(PageIndex::kTracking);
     const auto messages = BrokenRules(services_, Rules());
     ok = messages.empty();
-    if (!ok) ShowBrokenRules(services_, state_, messages);
+    if (!ok) ShowBrokenRules(services_, message_title_, messages);
   });
 }
 

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <string>
+
 #include "platform/parties/services.h"
 #include "workspace/fields/field_check.h"
 #include "workspace/fields/validation.h"
 #include "workspace/messaging/letter_request_fields.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/tracking_page.h"
 
 namespace workspace {
@@ -13,9 +14,13 @@ namespace workspace {
 class SearchCheck {
  public:
   /// The references outlive this.
-  SearchCheck(const platform::Services& services, const WorkspaceState& state,
+  SearchCheck(const platform::Services& services, const std::string& message_title,
               const LetterRequestFields& request, TrackingPage& page, FieldCheck& field_check)
-      : services_(services), state_(state), request_(request), page_(page), field_check_(field_check) {}
+      : services_(services),
+        message_title_(message_title),
+        request_(request),
+        page_(page),
+        field_check_(field_check) {}
 
   /// Collects what is wrong, marks the fields and shows one message box. `ok` tells whether the search may be
   /// sent; where the check itself fails, it may not. (The name is given so.)
@@ -25,7 +30,7 @@ class SearchCheck {
   std::vector<ValidationRule> Rules();
 
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const std::string& message_title_;
   const LetterRequestFields& request_;
   TrackingPage& page_;
   FieldCheck& field_check_;

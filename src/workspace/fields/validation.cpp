@@ -24,9 +24,9 @@ std::string BrokenRules(const platform::Services& services, const std::vector<Va
   return messages;
 }
 
-void ShowBrokenRules(const platform::Services& services, const WorkspaceState& state,
+void ShowBrokenRules(const platform::Services& services, const std::string& message_title,
                      const std::string& messages) {
-  services.host.ShowMessage({messages, platform::MessageIcon::kExclamation, state.message_title});
+  services.host.ShowMessage({messages, platform::MessageIcon::kExclamation, message_title});
 }
 
 }  // namespace workspace

@@ -6,7 +6,6 @@
 
 #include "platform/controls/control.h"
 #include "platform/parties/services.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
 
@@ -27,7 +26,7 @@ ValidationRule FormNumberRule(platform::Utilities& utilities, const std::string&
 std::string BrokenRules(const platform::Services& services, const std::vector<ValidationRule>& rules);
 
 /// Shows what BrokenRules found, in one box.
-void ShowBrokenRules(const platform::Services& services, const WorkspaceState& state,
+void ShowBrokenRules(const platform::Services& services, const std::string& message_title,
                      const std::string& messages);
 
 }  // namespace workspace

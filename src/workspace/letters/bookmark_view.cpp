@@ -44,7 +44,7 @@ void BookmarkView::AddRow(LetterInformation& letter) const {
   letter.last_printed = text("LST_PRNT_TS");
   letter.print_status = uses_.services.utilities.GetCodeDescription("LTRPRNTCD", status);
   letter.print_error = status == kAddressFailed ? kAddressFailedText : error;
-  if (IsBatchBrowserOpen() && uses_.state.dont_print) letter.batch_error = error;
+  if (IsBatchBrowserOpen() && uses_.with_diagnostics) letter.batch_error = error;
 }
 
 std::size_t BookmarkView::ListedRow() const {

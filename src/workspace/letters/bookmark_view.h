@@ -18,6 +18,7 @@ class BookmarkView {
   struct Uses {
     const platform::Services& services;
     const WorkspaceState& state;
+    const bool with_diagnostics;        ///< the setting DontPrint
     const LetterData& letter;           ///< the one that was asked for
     const platform::Grid& letters;      ///< of the tracking page
     const LetterSource* batch_browser;  ///< null where there is none

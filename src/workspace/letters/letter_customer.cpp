@@ -48,7 +48,7 @@ bool LetterCustomer::UserTakes(const LetterData& letter, const std::string& owne
                                       Known(letter.page_customer_id, letter.page_customer_name) + "." +
                                       std::string(platform::kLineBreak) + std::string(platform::kLineBreak) +
                                       "Do you want to make the letter for " + owner + "?",
-                                  platform::MessageIcon::kQuestion, state_.message_title,
+                                  platform::MessageIcon::kQuestion, message_title_,
                                   platform::MessageButtons::kYesNo, platform::MessageAnswer::kNo});
   if (answer == platform::MessageAnswer::kYes) return true;
   TellWhatIsLeft(belongs);

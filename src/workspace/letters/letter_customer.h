@@ -1,10 +1,11 @@
 #pragma once
 
+#include <string>
+
 #include "customers/customer_panel.h"
 #include "platform/parties/services.h"
 #include "platform/xml/xml.h"
 #include "workspace/letters/letter_data.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/correspondence_page.h"
 
 namespace workspace {
@@ -14,9 +15,9 @@ namespace workspace {
 class LetterCustomer {
  public:
   /// All references outlive this.
-  LetterCustomer(const platform::Services& services, const WorkspaceState& state,
+  LetterCustomer(const platform::Services& services, const std::string& message_title,
                  customers::CurrentCustomer& customer, CorrespondencePage& page)
-      : services_(services), state_(state), customer_(customer), page_(page) {}
+      : services_(services), message_title_(message_title), customer_(customer), page_(page) {}
 
   /// The letter's data have come. Where the page shows no customer, it shows the letter's from here on; where
   /// it shows another one, the user is asked with both names, and the page takes the letter's customer or
@@ -30,7 +31,7 @@ class LetterCustomer {
   void TellWhatIsLeft(const std::string& belongs);
 
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const std::string& message_title_;
   customers::CurrentCustomer& customer_;
   CorrespondencePage& page_;
 };

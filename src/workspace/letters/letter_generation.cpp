@@ -192,7 +192,7 @@ void LetterGeneration::CompleteLetter(LetterData& letter) const {
 }
 
 void LetterGeneration::TellRefusal(const std::string& text, platform::MessageIcon icon) const {
-  uses_.services.host.ShowMessage({text, icon, uses_.state.message_title});
+  uses_.services.host.ShowMessage({text, icon, uses_.message_title});
 }
 
 }  // namespace workspace

@@ -28,6 +28,7 @@ class LetterGeneration {
   struct Uses {
     const platform::Services& services;
     WorkspaceState& state;
+    const std::string& message_title;
     LetterRequestFields& request;
     LetterData& letter;
     Pages& pages;

@@ -113,7 +113,7 @@ void LetterTemplates::ReadServerFolder(const std::string& reply) {
   if (!element) throw Failure(Failure::Kind::kDamaged, "The server's reply names no template folder.");
   std::string folder(Trim(element.Text()));
   if (!folder.ends_with('\\')) folder += '\\';
-  state_.server_template_folder = std::move(folder);
+  server_folder_ = std::move(folder);
 }
 
 void LetterTemplates::CopyTemplate() {
@@ -166,8 +166,8 @@ std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
     const auto rows = Catalogue(kTemplateOfToday, std::to_string(letter_type));
     if (rows->IsEmpty()) return;
     rows->MoveFirst();
-    state_.template_name = rows->Text("DCMT_NM");
-    path = LocalPath(state_.template_name);
+    template_name_ = rows->Text("DCMT_NM");
+    path = LocalPath(template_name_);
   });
   return path;
 }
@@ -176,7 +176,7 @@ TemplateInForce LetterTemplates::InForce(std::int32_t letter_type) {
   const auto code = std::to_string(letter_type);
   const auto path = GetTemplateFileName(letter_type);
   if (path.empty()) return {.fault = WhyNoTemplate(code) + " Ask the administrator for one."};
-  TemplateInForce found{.name = state_.template_name, .path = path};
+  TemplateInForce found{.name = template_name_, .path = path};
   found.fault = services_.files.Exists(path)
                     ? services_.template_judge.FaultOf(path, code)
                     : "The template file \"" + path +
@@ -221,7 +221,7 @@ void LetterTemplates::BringIfMissing(const std::string& template_name) {
   services_.status.ShowReason("The template file \"" + local_path + "\" is missing and will be fetched.");
   services_.host.ShowMessage(
       {"You do not have the correct template for this letter. Template will be downloaded from server.",
-       platform::MessageIcon::kExclamation, state_.message_title});
+       platform::MessageIcon::kExclamation, message_title_});
   services_.files.CopyFile(ServerPath(template_name), local_path);
 }
 
@@ -230,7 +230,7 @@ std::string LetterTemplates::LocalPath(std::string_view template_name) const {
 }
 
 std::string LetterTemplates::ServerPath(std::string_view template_name) const {
-  return state_.server_template_folder + std::string(PlainName(template_name));
+  return server_folder_ + std::string(PlainName(template_name));
 }
 
 }  // namespace workspace

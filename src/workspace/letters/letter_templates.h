@@ -30,9 +30,13 @@ struct TemplateInForce {
 class LetterTemplates {
  public:
   /// The references outlive this.
-  LetterTemplates(const platform::Services& services, WorkspaceState& state, RequestEnvelope& envelope,
-                  platform::ReplyListener& listener)
-      : services_(services), state_(state), envelope_(envelope), listener_(listener) {}
+  LetterTemplates(const platform::Services& services, WorkspaceState& state, const std::string& message_title,
+                  RequestEnvelope& envelope, platform::ReplyListener& listener)
+      : services_(services),
+        state_(state),
+        message_title_(message_title),
+        envelope_(envelope),
+        listener_(listener) {}
 
   /// Asks the server for its template folder.
   void GetNetworkPath();
@@ -45,15 +49,18 @@ class LetterTemplates {
   /// because letters may be recorded that were made with it. `source` is the path it was asked for with.
   void TemplateCame(const std::string& source);
 
-  /// The local path of the template that the letter type uses today, its name becoming the current
-  /// template's;
-  /// "" when the catalogue has none.
+  /// The local path of the template that the letter type uses today, whose name is template_name() from then
+  /// on; "" when the catalogue has none.
   std::string GetTemplateFileName(std::int32_t letter_type);
+  const std::string& template_name() const { return template_name_; }
   /// The same, and why no new letter can be made with it: there is none, it is not here, or it has errors.
   TemplateInForce InForce(std::int32_t letter_type);
   /// Copies the template from the server, after telling the user, where it is not here. Throws what the file
   /// system throws.
   void BringIfMissing(const std::string& template_name);
+
+  /// The server's template folder; ends with "\", "" until the server has told it.
+  const std::string& server_folder() const { return server_folder_; }
 
   // Both throw Failure kRefused for a name that is no plain file name.
   std::string LocalPath(std::string_view template_name) const;
@@ -71,6 +78,7 @@ class LetterTemplates {
 
   const platform::Services& services_;
   WorkspaceState& state_;
+  const std::string& message_title_;
   RequestEnvelope& envelope_;
   platform::ReplyListener& listener_;
   struct Awaited {
@@ -78,6 +86,9 @@ class LetterTemplates {
     std::set<std::string> letter_types;
   };
   std::map<std::string, Awaited> awaited_;  // by the path it was asked for with
+
+  std::string server_folder_;
+  std::string template_name_;
 };
 
 }  // namespace workspace

@@ -57,7 +57,7 @@ std::string StoredLetters::TemplateName(PageIndex page, const std::string& lette
   if (page != PageIndex::kBatchReprint) return uses_.letter.template_name;
   const auto path =
       uses_.templates.GetTemplateFileName(WholeNumber<std::int32_t>("letter type", letter_type));
-  if (!path.empty()) return uses_.state.template_name;
+  if (!path.empty()) return uses_.templates.template_name();
   throw Failure(Failure::Kind::kNotFound,
                 "Letter type \"" + letter_type + "\" has no template today. Give it one and print again.");
 }

@@ -98,7 +98,7 @@ bool UnrecordedLetters::OfferRecording(const PrintJournal::Left& letter) {
 }
 
 bool UnrecordedLetters::Asks(const std::string& question) const {
-  return services_.host.ShowMessage({question, platform::MessageIcon::kQuestion, state_.message_title,
+  return services_.host.ShowMessage({question, platform::MessageIcon::kQuestion, message_title_,
                                      platform::MessageButtons::kYesNo, MessageAnswer::kNo}) ==
          MessageAnswer::kYes;
 }

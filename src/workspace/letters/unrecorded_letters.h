@@ -17,8 +17,8 @@ class UnrecordedLetters {
  public:
   /// All references outlive this.
   UnrecordedLetters(const platform::Services& services, const WorkspaceState& state,
-                    RequestEnvelope& envelope)
-      : services_(services), state_(state), envelope_(envelope) {}
+                    const std::string& message_title, RequestEnvelope& envelope)
+      : services_(services), state_(state), message_title_(message_title), envelope_(envelope) {}
 
   /// A reply has come; before anybody handles it.
   void ReplyCame();
@@ -43,6 +43,7 @@ class UnrecordedLetters {
 
   const platform::Services& services_;
   const WorkspaceState& state_;
+  const std::string& message_title_;
   RequestEnvelope& envelope_;
 
   bool has_looked_ = false;

@@ -23,7 +23,7 @@ void DownloadNotification::MessageReceived(const std::string& message) {
         came_(platform::XmlUnescaped(source));
       } else {
         TellOnce(status, source);
-        CountUp(services_, state_.download_failures, "failed downloads", kMessageReceived);
+        CountUp(services_, failures_, "failed downloads", kMessageReceived);
       }
     }
     services_.status.ShowStatus("Ready");
@@ -31,11 +31,11 @@ void DownloadNotification::MessageReceived(const std::string& message) {
 }
 
 void DownloadNotification::TellOnce(const std::string& status, const std::string& source) {
-  if (state_.download_failures.value() != 0) return;
+  if (failures_.value() != 0) return;
   const std::string line_break(platform::kLineBreak);
   services_.host.ShowMessage({"File download not successful." + line_break + platform::XmlUnescaped(status) +
                                   line_break + platform::XmlUnescaped(source),
-                              platform::MessageIcon::kExclamation, state_.message_title});
+                              platform::MessageIcon::kExclamation, message_title_});
   services_.status.SetReady(true);
   services_.host.SetMousePointer(platform::MousePointer::kNormal);
 }

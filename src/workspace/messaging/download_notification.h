@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/counter.h"
 #include "platform/parties/services.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
 
@@ -13,19 +13,23 @@ namespace workspace {
 /// every one is counted, and of a file that is here now `came` is told, under the name it was asked for with.
 class DownloadNotification {
  public:
-  DownloadNotification(const platform::Services& services, WorkspaceState& state,
+  /// The references outlive this.
+  DownloadNotification(const platform::Services& services, const std::string& message_title,
                        std::function<void(const std::string& source)> came)
-      : services_(services), state_(state), came_(std::move(came)) {}
+      : services_(services), message_title_(message_title), came_(std::move(came)) {}
 
   /// `message` holds the elements COMMAND, STATUS and SOURCE.
   void MessageReceived(const std::string& message);
+
+  platform::Counter failures() const { return failures_; }
 
  private:
   void TellOnce(const std::string& status, const std::string& source);
 
   const platform::Services& services_;
-  WorkspaceState& state_;
+  const std::string& message_title_;
   const std::function<void(const std::string&)> came_;
+  platform::Counter failures_;
 };
 
 }  // namespace workspace

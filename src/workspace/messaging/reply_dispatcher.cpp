@@ -14,8 +14,13 @@ constexpr std::string_view kDataReady = "ZEMLO_Corresp.mVEMTMessage_DataReady";
 }  // namespace
 
 ReplyDispatcher::ReplyDispatcher(const platform::Services& services, WorkspaceState& state,
-                                 std::vector<ReplyRoute> routes, std::function<void()> always)
-    : services_(services), state_(state), routes_(std::move(routes)), always_(std::move(always)) {}
+                                 const std::string& message_title, std::vector<ReplyRoute> routes,
+                                 std::function<void()> always)
+    : services_(services),
+      state_(state),
+      message_title_(message_title),
+      routes_(std::move(routes)),
+      always_(std::move(always)) {}
 
 void ReplyDispatcher::DataReady(const std::string& application) {
   platform::Trap(services_, kDataReady, [&] { Handle(application); });
@@ -59,7 +64,7 @@ bool ReplyDispatcher::TakeAwaited() const {
 
 void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& error) const {
   const bool timed_out = state_.timed_out;  // what is sent while the box stands clears the flag
-  services_.host.ShowMessage({error, platform::MessageIcon::kCritical, state_.message_title});
+  services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
   services_.status.ShowStatus(timed_out ? "Search timed out" : "Search was not successful");
   if (route.on_error) route.on_error();
 }
@@ -67,9 +72,8 @@ void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& er
 void ReplyDispatcher::HandleReply(const ReplyRoute& route) const {
   using Status = ReplyRoute::StatusAfterwards;
   if (route.action) route.action();
-  const bool ready = route.status == Status::kReady ||
-                     (route.status == Status::kReadyWhenReprintIsOver && state_.ReprintIsOver());
-  if (ready) services_.status.ShowStatus("Ready");
+  const bool is_ready = route.status == Status::kReady && (!route.is_ready || route.is_ready());
+  if (is_ready) services_.status.ShowStatus("Ready");
 }
 
 ReplyRoute ReplyDispatcher::PendingRoute() const {

@@ -15,7 +15,6 @@ struct ReplyRoute {
   enum class StatusAfterwards {
     kSetByAction,
     kReady,
-    kReadyWhenReprintIsOver,  ///< the run's next letter shows a status of its own
   };
 
   std::string request_name;
@@ -23,6 +22,8 @@ struct ReplyRoute {
   StatusAfterwards status = StatusAfterwards::kSetByAction;
   std::function<void()> on_error;  ///< after the server's error text was shown
   std::function<void()> always;    ///< last, whatever came before
+  /// Whether kReady holds this time; empty where it always does.
+  std::function<bool()> is_ready = {};
 };
 
 /// Takes every reply to the workspace and walks the table of routes by the pending request name.
@@ -33,8 +34,8 @@ struct ReplyRoute {
 class ReplyDispatcher {
  public:
   /// `always` ends the handling of every notification, ignored ones included. References outlive this.
-  ReplyDispatcher(const platform::Services& services, WorkspaceState& state, std::vector<ReplyRoute> routes,
-                  std::function<void()> always);
+  ReplyDispatcher(const platform::Services& services, WorkspaceState& state, const std::string& message_title,
+                  std::vector<ReplyRoute> routes, std::function<void()> always);
 
   /// A reply is ready for `application`; one for another application is ignored.
   void DataReady(const std::string& application);
@@ -52,6 +53,7 @@ class ReplyDispatcher {
 
   const platform::Services& services_;
   WorkspaceState& state_;
+  const std::string& message_title_;
   const std::vector<ReplyRoute> routes_;
   const std::function<void()> always_;
 };

@@ -62,7 +62,7 @@ void LetterRequest::ValidateLetter(const std::string& action, bool& ok) {
     uses_.field_check.DefaultFieldColor(PageIndex::kCorrespondence);
     messages = BrokenRules(uses_.services, Rules());
     ok = messages.empty();
-    if (!ok) ShowBrokenRules(uses_.services, uses_.state, messages);
+    if (!ok) ShowBrokenRules(uses_.services, uses_.message_title, messages);
   });
 }
 

@@ -10,7 +10,6 @@
 #include "workspace/fields/form_type_filter.h"
 #include "workspace/fields/validation.h"
 #include "workspace/messaging/letter_request_fields.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/pages.h"
 
 namespace workspace {
@@ -25,7 +24,7 @@ class LetterRequest {
   /// What the request works with and on; all of it outlives the request.
   struct Uses {
     const platform::Services& services;
-    WorkspaceState& state;
+    const std::string& message_title;
     LetterRequestFields& fields;
     customers::CurrentCustomer& customer;
     Pages& pages;

@@ -48,7 +48,7 @@ TEST_F(Commands, WaitForTheTemplateFolder) {
   fakes_.server.ReplyWith("XML_CONTEXT",
                           {{{"XML_CONTEXT", "<X><L_TEMPLATE_PATH>srv</L_TEMPLATE_PATH></X>"}}});
   fakes_.RunEvents();
-  EXPECT_EQ(document_.state().server_template_folder, "srv\\");
+  EXPECT_EQ(document_.parts().templates.server_folder(), "srv\\");
   UserClicksCreateLetter();
   EXPECT_THAT(fakes_.server.requests, SizeIs(2));
 }

@@ -40,7 +40,7 @@ class ReplyRoutesTest : public testing::Test {
     fakes_.status.texts.clear();
     noted_.clear();
     fakes_.server.ReplyWithError(error);
-    ReplyDispatcher replies(fakes_.services(), state_, ReplyRoutes(handlers_, pages_), {});
+    ReplyDispatcher replies(fakes_.services(), state_, message_title_, ReplyRoutes(handlers_, pages_), {});
     const auto ready =
         listener_->DataReady.Connect([&](const std::string& name) { replies.DataReady(name); });
     fakes_.RunEvents();
@@ -53,6 +53,7 @@ class ReplyRoutesTest : public testing::Test {
   static std::string Number(PageIndex page) { return std::to_string(static_cast<int>(page)); }
 
   fakes::FakeServices fakes_;
+  const std::string message_title_;
   WorkspaceState state_;
   Pages pages_{fakes_.services()};
   ReplyHandlers handlers_;
@@ -101,6 +102,17 @@ TEST_F(ReplyRoutesTest, PrintTheNextLetterOfABatchReprintWhileThereIsOne) {
   EXPECT_THAT(AfterReplyTo("RePrint_Tax_Warrant"), ElementsAre("SendBatchCount 'Saving batch'"));
   letters_left_ = "109";
   EXPECT_THAT(AfterReplyTo("RePrint_Tax_Warrant"), ElementsAre("MergeLetter -1 RePrint_Tax_Warrant '109'"));
+}
+
+// The next letter of the run shows a status of its own.
+TEST_F(ReplyRoutesTest, SayReadyAfterARecordOnlyWhenNoLetterIsLeftToPrint) {
+  bool is_over = false;
+  handlers_.LocalReprintIsOver = [&] { return is_over; };
+  AfterReplyTo("LetterAU");
+  EXPECT_EQ(fakes_.status.LastText(), "");
+  is_over = true;
+  AfterReplyTo("LetterAU");
+  EXPECT_EQ(fakes_.status.LastText(), "Ready");
 }
 
 TEST_F(ReplyRoutesTest, RunNoHandlerForAnErrorButTheCountOfAReprint) {

