@@ -57,7 +57,7 @@ int ShowWindow(int argc, char** argv) {
   window.Open();
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, [&] {
-    const bool replied = !window.office().workspace().state().AwaitsReply();
+    const bool replied = !window.office().workspace().pending_request().IsAwaited();
     if (!replied || window.window().status() != QStringLiteral("Ready")) return;
     look.stop();
     window.window().repaint();

@@ -7,7 +7,6 @@
 #include "customers/context_customer.h"
 #include "customers/customer_record.h"
 #include "customers/display_encoders.h"
-#include "platform/identity.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
 
@@ -40,15 +39,6 @@ void TakeAddress(const CustomerRecord& record, const AddressColumns& columns, co
     customer.CustomerCityLine = *city + ", " + *state + " " + encoders.EncodeZipCode(*zip);
 }
 
-/// The reply's rows of that record; null where it has none.
-std::shared_ptr<RecordSet> Reply(const platform::Services& services, const workspace::WorkspaceState& state,
-                                 const std::string& record_name) {
-  const auto record = services.messages.GetRecord(std::string(platform::kApplicationName), record_name,
-                                                  state.pending_message_key);
-  if (!record || record->RecordCount() == 0) return nullptr;
-  return record->Recordset();
-}
-
 }  // namespace
 
 void CustomerInquiry::SendCustPI(const std::string& customer_id) {
@@ -64,9 +54,9 @@ void CustomerInquiry::SendCustPI(const std::string& customer_id) {
   });
 }
 
-void CustomerInquiry::FillCustomerInfo() {
+void CustomerInquiry::FillCustomerInfo(const workspace::Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustomerInfo", [&] {
-    const auto rows = Reply(uses_.services, uses_.state, "CUSTOMER");
+    const auto rows = RowsOf(uses_.services, reply, "CUSTOMER");
     uses_.customer.Clear();
     if (rows) TakeOver(*rows);
     Show();
@@ -100,9 +90,9 @@ void CustomerInquiry::Show() {
 }
 
 // Decision [unreadable-customer].
-void CustomerInquiry::FillCustFromLetter() {
+void CustomerInquiry::FillCustFromLetter(const workspace::Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter", [&] {
-    const auto rows = Reply(uses_.services, uses_.state, "XML_CONTEXT");
+    const auto rows = RowsOf(uses_.services, reply, "XML_CONTEXT");
     if (!rows) return AskServer();
     // A context that cannot be read tells nothing of the customer; the server may.
     const bool is_read = platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter",

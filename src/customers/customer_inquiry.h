@@ -4,8 +4,8 @@
 
 #include "customers/customer_panel.h"
 #include "platform/parties/services.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace customers {
 
@@ -16,7 +16,6 @@ class CustomerInquiry {
   /// What it works with and on; all of it outlives the inquiry.
   struct Uses {
     const platform::Services& services;
-    const workspace::WorkspaceState& state;
     workspace::RequestEnvelope& envelope;
     CurrentCustomer& customer;
     CustomerPanel& panel;  ///< of the tracking page
@@ -27,10 +26,10 @@ class CustomerInquiry {
   void SendCustPI(const std::string& customer_id);
   /// The reply to "CustomerInq": the customer becomes the current one and is shown. Without a record the
   /// panel is emptied.
-  void FillCustomerInfo();
+  void FillCustomerInfo(const workspace::Reply& reply);
   /// The reply to "CustomerFromLetter": the panel shows name, id and address of the letter's data context and
   /// keeps phone and account. A context without an address, or none that can be read, has the server asked.
-  void FillCustFromLetter();
+  void FillCustFromLetter(const workspace::Reply& reply);
 
  private:
   void TakeOver(const platform::RecordSet& rows);

@@ -25,7 +25,7 @@ frmCustSearch::frmCustSearch(const platform::Services& services, std::string cap
       services_(services),
       message_title_(std::move(message_title)),
       mVemtMessage_(services.messages.NewListener()),
-      envelope_(services, own_state_, *mVemtMessage_, OwnApplication(), own_state_.timed_out) {
+      envelope_(services, pending_, *mVemtMessage_, OwnApplication()) {
   txtFind.max_length = kLongestText;
   sdgGrid.columns = FoundCustomerColumns();
   cmdOk.SetEnabled(false);
@@ -38,7 +38,7 @@ frmCustSearch::frmCustSearch(const platform::Services& services, std::string cap
   keep(cmdOk.Click.Connect([this] { Choose(); }));
   keep(cmdCancel.Click.Connect([this] { Close(); }));
   keep(mVemtMessage_->DataReady.Connect([this](const std::string& name) { DataReady(name); }));
-  keep(mVemtMessage_->MsgTimeout.Connect([this] { own_state_.timed_out = true; }));
+  keep(mVemtMessage_->MsgTimeout.Connect([this] { pending_.TimedOut(); }));
 }
 
 template <typename Work>
@@ -74,38 +74,36 @@ void frmCustSearch::DataReady(const std::string& application) {
       cmdFind.SetEnabled(true);
       services_.host.SetMousePointer(platform::MousePointer::kNormal);
     });
-    ShowReply();
+    if (const auto reply = pending_.TakeReply(services_.messages)) ShowReply(*reply);
   });
 }
 
-void frmCustSearch::ShowReply() {
-  const auto& key = own_state_.pending_message_key;
+void frmCustSearch::ShowReply(const workspace::Reply& reply) {
+  const auto& key = reply.message_key;
   const auto error =
       services_.messages.GetReplyError(OwnApplication(), "CustSearch.mVemtMessage_DataReady", key);
-  if (!error.empty()) return ShowError(error);
+  if (!error.empty()) return ShowError(error, reply.timed_out);
   const auto record = services_.messages.GetRecord(OwnApplication(), "CUSTOMER", key);
-  ShowFound(record ? record->Recordset() : nullptr);
+  const auto end = services_.messages.GetRecord(OwnApplication(), "CUSTOMER_SEARCH", key);
+  ShowFound(record ? record->Recordset() : nullptr, end && end->Fields("MORE").AsText() == "Y");
 }
 
-void frmCustSearch::ShowError(const std::string& error) {
-  const bool timed_out = own_state_.timed_out;  // as it was for the reply at hand
+void frmCustSearch::ShowError(const std::string& error, bool timed_out) {
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
   status.SetCaption(timed_out ? "Search timed out" : "Search was not successful");
 }
 
-void frmCustSearch::ShowFound(const std::shared_ptr<platform::RecordSet>& records) {
+void frmCustSearch::ShowFound(const std::shared_ptr<platform::RecordSet>& records, bool has_more) {
   sdgGrid.Bind(records ? ListCustomers(*records, DisplayEncoders(services_.errors)) : nullptr);
   const auto count = records ? records->RecordCount() : 0;
   if (count == 1) sdgGrid.UserSelects({0});  // there is nothing else to choose
   EnableOk();
-  status.SetCaption(FoundText(count));
+  status.SetCaption(FoundText(count, has_more));
 }
 
-std::string frmCustSearch::FoundText(std::size_t count) const {
+std::string frmCustSearch::FoundText(std::size_t count, bool has_more) const {
   const auto number = std::to_string(count);
-  const auto end =
-      services_.messages.GetRecord(OwnApplication(), "CUSTOMER_SEARCH", own_state_.pending_message_key);
-  if (end && end->Fields("MORE").AsText() == "Y") {
+  if (has_more) {
     return "More customers match than the " + number + " shown. Type more to find fewer.";
   }
   if (count > 0) return number + (count == 1 ? " customer found." : " customers found.");

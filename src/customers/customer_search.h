@@ -11,17 +11,17 @@
 #include "platform/controls/label.h"
 #include "platform/controls/text_field.h"
 #include "platform/parties/services.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace customers {
 
 /// Finds a customer by id, name, city or account, and lets the user choose one.
 ///
 /// Shown modally; `chosen` is read when it has closed. It hears its replies itself, under an application name
-/// of its own, and keeps its own pending key, so that a request of the workspace goes on beneath it. Enter in
-/// the field searches, or takes the only customer that its text has found; Enter on a row (or a double click)
-/// is "OK", Esc is "Cancel".
+/// of its own, and has a pending request of its own, so that a request of the workspace goes on beneath it.
+/// Enter in the field searches, or takes the only customer that its text has found; Enter on a row (or a
+/// double click) is "OK", Esc is "Cancel".
 class frmCustSearch : public platform::Form {
  public:
   /// `services` outlives the form. `message_title` heads its message boxes.
@@ -46,10 +46,10 @@ class frmCustSearch : public platform::Form {
  private:
   void Search();
   void DataReady(const std::string& application);
-  void ShowReply();
-  void ShowError(const std::string& error);
-  void ShowFound(const std::shared_ptr<platform::RecordSet>& records);
-  std::string FoundText(std::size_t count) const;
+  void ShowReply(const workspace::Reply& reply);
+  void ShowError(const std::string& error, bool timed_out);
+  void ShowFound(const std::shared_ptr<platform::RecordSet>& records, bool has_more);
+  std::string FoundText(std::size_t count, bool has_more) const;
   void EnableOk();
   void Choose();
   /// Runs `work` as a handler of the form; what fails is reported.
@@ -59,7 +59,7 @@ class frmCustSearch : public platform::Form {
   const platform::Services& services_;
   const std::string message_title_;
 
-  workspace::WorkspaceState own_state_;  // only what concerns a request: the workspace's stays untouched
+  workspace::PendingRequest pending_;  // of its own: the workspace's goes on beneath it
   std::unique_ptr<platform::ReplyListener> mVemtMessage_;
   workspace::RequestEnvelope envelope_;
   std::string searched_text_;

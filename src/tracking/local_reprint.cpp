@@ -141,7 +141,7 @@ void LocalReprint::Stop() {
 
 // Beside the status that the last reply leaves.
 void LocalReprint::ReplyHandled() {
-  if (end_.empty() || uses_.state.AwaitsReply()) return;
+  if (end_.empty() || uses_.pending.IsAwaited()) return;
   uses_.services.status.ShowReason(std::exchange(end_, {}));
 }
 

@@ -11,7 +11,7 @@
 #include "workspace/letters/letter_names.h"
 #include "workspace/letters/print_run.h"
 #include "workspace/messaging/letter_source.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"
 
 namespace tracking {
@@ -25,7 +25,7 @@ class LocalReprint : public workspace::PrintRun {
  public:
   struct Uses {
     const platform::Services& services;
-    const workspace::WorkspaceState& state;
+    const workspace::PendingRequest& pending;
     const std::string& message_title;
     workspace::LetterData& letter;
     workspace::Pages& pages;

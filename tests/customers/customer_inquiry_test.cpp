@@ -35,14 +35,16 @@ class CustomerInquiryTest : public testing::Test {
   void ServerReplies(fakes::ScriptedReply reply) {
     inquiry_.SendCustPI("4711");
     fakes_.server.Reply(std::move(reply));
-    fakes_.RunEvents();
-    inquiry_.FillCustomerInfo();
+    inquiry_.FillCustomerInfo(TakeReply());
   }
   void ServerRepliesWithLetter(fakes::ScriptedReply reply) {
     envelope_.Send({.type = 83, .name = "CustomerFromLetter"});
     fakes_.server.Reply(std::move(reply));
+    inquiry_.FillCustFromLetter(TakeReply());
+  }
+  workspace::Reply TakeReply() {
     fakes_.RunEvents();
-    inquiry_.FillCustFromLetter();
+    return pending_.TakeReply(fakes_.server).value();
   }
   void ServerRepliesWithContext(const std::string& context) {
     ServerRepliesWithLetter(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", context}}}));
@@ -52,19 +54,19 @@ class CustomerInquiryTest : public testing::Test {
     return {panel_.name.caption(),  panel_.address.caption(),          panel_.city_line.caption(),
             panel_.phone.caption(), panel_.fuel_tax_account.caption(), panel_.customer_id.caption()};
   }
-  bool HasAskedServer() const { return state_.pending_request_name == "CustomerInq"; }
+  bool HasAskedServer() const { return pending_.name() == "CustomerInq"; }
 
   fakes::FakeServices fakes_;
-  workspace::WorkspaceState state_;
+  workspace::PendingRequest pending_;
   CurrentCustomer customer_;
   CustomerPanel panel_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
-  CustomerInquiry inquiry_{{fakes_.services(), state_, envelope_, customer_, panel_}};
+  workspace::RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
+  CustomerInquiry inquiry_{{fakes_.services(), envelope_, customer_, panel_}};
 };
 
 TEST_F(CustomerInquiryTest, AsksForTheCustomerWithoutTheBalance) {
-  state_.timed_out = true;
+  pending_.TimedOut();
   inquiry_.SendCustPI("4711");
   const auto& request = fakes_.server.LastRequest();
   EXPECT_EQ(request.application, "ZEMLO_Corresp");
@@ -73,10 +75,10 @@ TEST_F(CustomerInquiryTest, AsksForTheCustomerWithoutTheBalance) {
   EXPECT_EQ(request.user_id, "OFFICER1");
   EXPECT_THAT(request.Keys(), ElementsAre("KORVADSK|key:CUST_ID|=|4711", "CUSTOMER|key:ExclCols|=|OT_BAL"));
   EXPECT_THAT(request.records, IsEmpty());
-  EXPECT_EQ(state_.pending_request_name, "CustomerInq");
-  EXPECT_EQ(state_.pending_message_key, request.message_key);
+  EXPECT_EQ(pending_.name(), "CustomerInq");
+  EXPECT_EQ(pending_.message_key(), request.message_key);
   EXPECT_EQ(fakes_.status.LastText(), "Requesting customer information.");
-  EXPECT_FALSE(state_.timed_out);
+  EXPECT_FALSE(pending_.timed_out());
 }
 
 TEST_F(CustomerInquiryTest, ShowsTheCustomerAsThePageWritesIt) {
@@ -239,8 +241,7 @@ TEST_F(CustomerInquiryTest, AsksTheServerWhereTheLetterHasNoAddress) {
   EXPECT_EQ(fakes_.server.LastRequest().keys.at(0).Value, "4711");
 
   fakes_.server.ReplyWith("CUSTOMER", {{{"Cust_Id", "4711"}, {"CUST_BSNS_NM", "ACME"}}});
-  fakes_.RunEvents();
-  inquiry_.FillCustomerInfo();
+  inquiry_.FillCustomerInfo(TakeReply());
   EXPECT_THAT(Shown(), ElementsAre("ACME", "", "", "", "", "4711"));
 }
 

@@ -27,11 +27,6 @@ const fakes::Row kLee = {{"Cust_Id", "4712"},        {"FIRST_NM", "ANN"},  {"LAS
 
 class CustomerSearch : public testing::Test {
  protected:
-  CustomerSearch() {
-    state_.pending_message_key = "workspace's own";
-    state_.pending_request_name = "Letter_History";
-  }
-
   /// What the user does in the search, which opens for the page.
   void UserOpensSearch(std::function<void(frmCustSearch&)> work,
                        workspace::PageIndex page = workspace::PageIndex::kTracking) {
@@ -52,7 +47,6 @@ class CustomerSearch : public testing::Test {
 
   fakes::FakeServices fakes_;
   const std::string message_title_ = "Letters";
-  workspace::WorkspaceState state_;
   CurrentCustomer customer_;
   CustomerPanel panel_;
   CustomerSelection selection_{fakes_.services(), message_title_, customer_};
@@ -107,15 +101,13 @@ TEST_F(CustomerSearch, LeavesThePageAsItWasWhenNobodyIsChosen) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
-TEST_F(CustomerSearch, AsksUnderANameOfItsOwnAndLeavesTheWorkspacesRequest) {
+TEST_F(CustomerSearch, AsksUnderANameOfItsOwn) {
   UserOpensSearch([&](frmCustSearch& search) { UserSearches(search, "  O'March "); });
   const auto& request = fakes_.server.LastRequest();
   EXPECT_EQ(request.application, "ZEMLO_Corresp.CustSearch");
   EXPECT_EQ(request.type, 7);
   EXPECT_EQ(request.user_id, "OFFICER1");
   EXPECT_THAT(request.Keys(), ElementsAre("KORVADSK|key:CUST_FIND|like|O'March"));
-  EXPECT_EQ(state_.pending_message_key, "workspace's own");
-  EXPECT_EQ(state_.pending_request_name, "Letter_History");
 }
 
 TEST_F(CustomerSearch, ListsWhomAPersonKnowsByNameAndCity) {

@@ -220,7 +220,7 @@ TEST(Doors, AreFoundWhereTheyAreForcedOpen) {
     bool shut;
   } const cases[] = {
       {"composition/a.cpp", "#include <QString>", true},
-      {"composition/a.cpp", "#include \"workspace/messaging/workspace_state.h\"", false},
+      {"composition/a.cpp", "#include \"workspace/messaging/pending_request.h\"", false},
       {"composition/a.cpp", "#include \"workspace/requests/letter_request.h\"", true},
       {"workspace/document/a.h", "#include \"tracking/letter_grid.h\"", false},
       {"platform/a.h", "#include <unicode/uchar.h>", true},

@@ -25,7 +25,7 @@ class Reprint : public PreparedOffice {
     desktop.Open();
     auto& office = desktop.office();
     const auto is_idle = [&] {
-      return !office.HasWorkUnderWay() && !office.workspace().state().AwaitsReply();
+      return !office.HasWorkUnderWay() && !office.workspace().pending_request().IsAwaited();
     };
     ASSERT_TRUE(WaitFor(is_idle));
     auto& page = office.workspace().pages().tracking;

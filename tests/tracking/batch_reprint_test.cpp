@@ -32,10 +32,10 @@ class BatchReprintTest : public testing::Test {
   }
 
   fakes::FakeServices fakes_;
-  workspace::WorkspaceState state_;
+  workspace::PendingRequest pending_;
   workspace::LetterData letter_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  workspace::RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   BatchReprint run_{fakes_.services(), envelope_, letter_};
   RequestDescription message_;
 };
@@ -65,7 +65,7 @@ TEST_F(BatchReprintTest, FetchesTheLettersInTheirOrder) {
 
   run_.SendBatchCount("Saving batch");
   EXPECT_EQ(fakes_.server.LastRequest().type, 78);
-  EXPECT_EQ(state_.pending_request_name, "BatchCount");
+  EXPECT_EQ(pending_.name(), "BatchCount");
   EXPECT_EQ(fakes_.status.LastText(), "Saving batch");
   EXPECT_THAT(Count(), ElementsAre("ACTION=ADD", "STATION_ID=A12", "CTL_TOT=9", "CTL_PRNTD=3"));
 }

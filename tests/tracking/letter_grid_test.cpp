@@ -38,6 +38,12 @@ class LetterGridTest : public testing::Test {
     page_.panel.phone.SetCaption("521-2485");
   }
   void UserSelects(std::vector<std::size_t> rows) { page_.sdgGrid.UserSelects(std::move(rows)); }
+  void ReplyIsHandled() {
+    fakes_.server.ReplyWithNothing();
+    fakes_.RunEvents();
+    ASSERT_TRUE(pending_.TakeReply(fakes_.server));
+    letter_grid_.ReplyHandled();
+  }
   /// The options that can be used, by their numbers.
   std::string Offered() {
     std::string offered;
@@ -52,15 +58,15 @@ class LetterGridTest : public testing::Test {
 
   fakes::FakeServices fakes_;
   const std::string message_title_ = "Letters";
-  workspace::WorkspaceState state_;
+  workspace::PendingRequest pending_;
   workspace::LetterData letter_;
   customers::CurrentCustomer customer_;
   LetterActionLists lists_;
   workspace::Pages pages_{fakes_.services()};
   TrackingPage& page_ = pages_.tracking;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  workspace::RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
-  workspace::CommandGate gate_{fakes_.services(), state_};
+  workspace::RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
+  workspace::CommandGate gate_{fakes_.services(), pending_};
   LetterFetch fetch_{fakes_.services(), message_title_, envelope_,
                      letter_,           pages_,         [](const std::string&) { return 0; }};
   LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_, gate_}};
@@ -74,8 +80,8 @@ TEST_F(LetterGridTest, AsksForTheCustomerOfALetter) {
   EXPECT_EQ(request.user_id, "OFFICER1");
   EXPECT_THAT(request.Keys(), ElementsAre("KORVADSK|key:FetchContext|=|2"));
   EXPECT_TRUE(request.was_built);
-  EXPECT_EQ(state_.pending_request_name, "CustomerFromLetter");
-  EXPECT_EQ(state_.pending_message_key, request.message_key);
+  EXPECT_EQ(pending_.name(), "CustomerFromLetter");
+  EXPECT_EQ(pending_.message_key(), request.message_key);
   EXPECT_EQ(fakes_.status.LastText(), "Requesting Letter History");
   EXPECT_EQ(customer_.CustomerId, "4712");
   EXPECT_EQ(letter_.sequence_number, 2);
@@ -115,12 +121,10 @@ TEST_F(LetterGridTest, ChoosesAnotherLetterWhileAReplyIsAwaitedButAsksForNoCusto
 TEST_F(LetterGridTest, AsksForTheCustomerOfTheLetterChosenMeanwhileWhenTheReplyIsThere) {
   UserSelects({1});
   UserSelects({0});
-  state_.awaited_message_key.clear();
-  letter_grid_.ReplyHandled();
+  ReplyIsHandled();
   EXPECT_THAT(fakes_.server.LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|1"));
   EXPECT_EQ(customer_.CustomerId, "4711");
-  state_.awaited_message_key.clear();
-  letter_grid_.ReplyHandled();
+  ReplyIsHandled();
   EXPECT_THAT(fakes_.server.requests, testing::SizeIs(2)) << "once";
 }
 
@@ -241,7 +245,7 @@ TEST_F(LetterGridTest, AsksForTheExplanationsOfBookmarksOnly) {
   EXPECT_THAT(fakes_.server.LastRequest().Keys(),
               ElementsAre("KORVADSK|key:FetchContext|=|4", "KORVADSK|key:EmitFieldDescriptors|=|Y",
                           "KORVADSK|key: ExplainState|=|Y"));
-  EXPECT_EQ(state_.pending_request_name, "Letter_BKView");
+  EXPECT_EQ(pending_.name(), "Letter_BKView");
 }
 
 }  // namespace

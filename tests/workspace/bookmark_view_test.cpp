@@ -54,8 +54,7 @@ class ABookmarkView : public WorkspaceRoomTest {
   LetterInformation Shown(bool with_diagnostics = false) {
     envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
     fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
-    fakes_.RunEvents();
-    View(with_diagnostics).ViewBookMark();
+    View(with_diagnostics).ViewBookMark(TakeReply());
     EXPECT_THAT(forms_.information, SizeIs(1));
     EXPECT_EQ(fakes_.status.LastText(), "Ready");
     return std::exchange(forms_.information, {}).at(0);
@@ -64,7 +63,7 @@ class ABookmarkView : public WorkspaceRoomTest {
   BrowserOfOneLetter browser_;
   BookmarkView View(bool with_diagnostics) {
     return BookmarkView(
-        {fakes_.services(), state_, with_diagnostics, letter_, pages_.tracking.sdgGrid, &browser_, forms_});
+        {fakes_.services(), with_diagnostics, letter_, pages_.tracking.sdgGrid, &browser_, forms_});
   }
 };
 
@@ -96,14 +95,13 @@ TEST_F(ABookmarkView, TakesTheLetterOfTheBatchLetterBrowserWhileItIsOpen) {
 }
 
 TEST_F(ABookmarkView, ReportsAReplyWithoutALetterAndAMissingRow) {
-  View(false).ViewBookMark();
+  View(false).ViewBookMark({});
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.ViewBookMark"));
   GivenListedLetter("F", "");
   pages_.tracking.sdgGrid.Bind(nullptr);
   envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
   fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
-  fakes_.RunEvents();
-  View(false).ViewBookMark();
+  View(false).ViewBookMark(TakeReply());
   EXPECT_THAT(fakes_.errors.reports, SizeIs(2));
   EXPECT_THAT(forms_.information, IsEmpty());
 }

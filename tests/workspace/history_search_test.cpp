@@ -22,9 +22,8 @@ class HistorySearchTest : public WorkspaceRoomTest {
 
   void UserSearches() { search_.mCmdTracking_Click(); }
   void ServerReplies(const std::vector<fakes::Row>& letters) {
-    state_.pending_message_key = fakes_.server.LastRequest().message_key;
     fakes_.server.ReplyWith("CORRHIST", letters);
-    fakes_.RunEvents();
+    reply_ = TakeReply();
   }
   /// The keys of the last request, "KORVADSK" left out.
   std::vector<std::string> Keys() {
@@ -43,9 +42,10 @@ class HistorySearchTest : public WorkspaceRoomTest {
   }
 
   TrackingPage& page_ = pages_.tracking;
+  Reply reply_;
   PageFields fields_{fakes_.services(), pages_, request_, field_check_};
   SearchCheck check_{fakes_.services(), message_title_, request_, page_, field_check_};
-  HistorySearch search_{{fakes_.services(), state_, request_, pages_, envelope_, request_part_,
+  HistorySearch search_{{fakes_.services(), request_, pages_, envelope_, request_part_,
                          fields_.troop_district, check_, customer_}};
 };
 
@@ -71,8 +71,8 @@ TEST_F(HistorySearchTest, SendsEveryCriterionInItsPlace) {
               ElementsAre("LTR_TYP_ID|=|120", "CUST_ID|=|4711", "FORM_NBR|=|1234567", "FORM_CK_DGT_NBR|=|8",
                           "FORM_TYP_CD|=|C", "LETTER_TYPE|=|Failed", "TRP_ID|=|B", "TRP_DIST_ID|=|12",
                           "START_DT|between|2024-01-05 and 2024-03-09", "BATCH_NBR|=|70", "THIN|=|YES"));
-  EXPECT_EQ(state_.pending_request_name, "Letter_History");
-  EXPECT_EQ(state_.pending_message_key, request.message_key);
+  EXPECT_EQ(pending_.name(), "Letter_History");
+  EXPECT_EQ(pending_.message_key(), request.message_key);
 }
 
 TEST_F(HistorySearchTest, SendsOneCriterionAlone) {
@@ -141,7 +141,7 @@ TEST_F(HistorySearchTest, DoesNotGoOnSayingThatItRequestsWhereTheListFails) {
   const auto broken = page_.sdgGrid.ContentChanged.Connect(
       [] { throw platform::Failure(platform::Failure::Kind::kInternal, "no list"); });
   ServerReplies({{{"SEQ_NBR", "1"}}});
-  search_.FillHistory(kTracking);
+  search_.FillHistory(reply_, kTracking);
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.FillHistory"));
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
 }
@@ -179,12 +179,12 @@ TEST_F(HistorySearchTest, OfTheCorrespondencePageAsksForADocumentOrItsCustomer) 
 }
 
 TEST_F(HistorySearchTest, TellsThatItIsUnderWay) {
-  state_.timed_out = true;
+  pending_.TimedOut();
   fakes_.journal.Clear();
   UserSearches();
   EXPECT_THAT(fakes_.journal.lines(),
               ElementsAre("pointer hourglass", "status Requesting letter history", "send type 79"));
-  EXPECT_FALSE(state_.timed_out);
+  EXPECT_FALSE(pending_.timed_out());
   EXPECT_FALSE(page_.sdgGrid.enabled());
   EXPECT_TRUE(pages_.correspondence.sdgGrid.enabled());
   EXPECT_FALSE(page_.panel.select_customer.enabled());
@@ -266,7 +266,7 @@ TEST_F(HistorySearchTest, ListsTheLettersByTheirFirstPrint) {
   ServerReplies({{{"SEQ_NBR", 1}, {"PRNT_TS", "2024-05-01 10.00.00"}},
                  {{"SEQ_NBR", 2}},
                  {{"SEQ_NBR", 3}, {"PRNT_TS", "2023-05-01 10.00.00"}}});
-  search_.FillHistory(kTracking);
+  search_.FillHistory(reply_, kTracking);
   EXPECT_THAT(Listed(kTracking, "SEQ_NBR"), ElementsAre("2", "3", "1"));
   EXPECT_EQ(page_.sdgGrid.rows()->CurrentRow(), 0u);
   EXPECT_EQ(fakes_.status.LastText(), "Displaying letter history");
@@ -287,14 +287,14 @@ TEST_F(HistorySearchTest, SaysThatItIsNarrowedToTheCustomerOfAListedLetter) {
   EXPECT_EQ(fakes_.status.LastText(), "Requesting letter history");
   EXPECT_THAT(fakes_.status.reason, testing::StartsWith("Searching letters of 4711 A & B only."));
   ServerReplies({{{"SEQ_NBR", 7}}});
-  search_.FillHistory(kTracking);
+  search_.FillHistory(reply_, kTracking);
   EXPECT_EQ(fakes_.status.LastText(), "Displaying letter history");
   EXPECT_THAT(fakes_.status.reason, testing::StartsWith("These are letters of 4711 A & B only."));
 
   customer_.TrackingCustomerFixed = true;  // whom the user has picked needs no word
   UserSearches();
   ServerReplies({{{"SEQ_NBR", 7}}});
-  search_.FillHistory(kTracking);
+  search_.FillHistory(reply_, kTracking);
   EXPECT_EQ(fakes_.status.reason, "");
 }
 
@@ -302,10 +302,10 @@ TEST_F(HistorySearchTest, ListsOnThePageInFront) {
   UserSearches();
   ServerReplies({{{"SEQ_NBR", 7}}});
   page_.OptLetter[TrackingPage::kSave].SetEnabled(true);
-  search_.FillHistory(kPage);
+  search_.FillHistory(reply_, kPage);
   EXPECT_THAT(Listed(kPage, "SEQ_NBR"), ElementsAre("7"));
   EXPECT_TRUE(page_.OptLetter[TrackingPage::kSave].enabled());
-  search_.FillHistory(PageIndex::kBatch);  // which lists no letters
+  search_.FillHistory(reply_, PageIndex::kBatch);  // which lists no letters
   EXPECT_THAT(Listed(kTracking, "SEQ_NBR"), ElementsAre("7"));
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
@@ -314,12 +314,8 @@ TEST_F(HistorySearchTest, ListsNothingUnderTheColumnsOfTheHistory) {
   UserSearches();
   for (const bool has_record : {true, false}) {
     page_.sdgGrid.Bind(nullptr);
-    if (has_record) {
-      ServerReplies({});
-    } else {
-      state_.pending_message_key = "unknown";
-    }
-    search_.FillHistory(kTracking);
+    has_record ? ServerReplies({}) : void(reply_ = {});
+    search_.FillHistory(reply_, kTracking);
     ASSERT_TRUE(page_.sdgGrid.rows());
     EXPECT_THAT(Listed(kTracking, "SEQ_NBR"), IsEmpty());
     EXPECT_EQ(fakes_.status.LastText(), "No letter history record found");

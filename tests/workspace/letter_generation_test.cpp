@@ -24,8 +24,7 @@ class LetterGenerationTest : public WorkspaceRoomTest {
   void ServerRepliesWith(const std::string& context, const fakes::Row& history = {{"CUST_ID", "4711"}}) {
     fakes_.server.Reply(
         fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", context}}}).And("CORRHIST", {history}));
-    fakes_.RunEvents();
-    generation_.CreateNewCorrespondence();
+    generation_.CreateNewCorrespondence(TakeReply());
   }
   std::vector<std::string> Input() {
     return fakes_.server.LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned();
@@ -44,7 +43,7 @@ TEST_F(LetterGenerationTest, AsksForTheDataOfTheChosenLetter) {
               ElementsAre("KORVADSK|key: LTR_TYP_ID|=|110", "KORVADSK|key: POPULATE_LTR_BOOKMARKS|=|Y",
                           "KORVADSK|key: EmitFieldDescriptors|=|Y", "KORVADSK|key: ExplainState|=|Y"));
   EXPECT_THAT(Input(), ElementsAre("CUST_ID=4711"));
-  EXPECT_EQ(state_.pending_request_name, "XMLRequest");
+  EXPECT_EQ(pending_.name(), "XMLRequest");
   EXPECT_FALSE(fakes_.status.ready);
   EXPECT_EQ(fakes_.status.LastText(), "Requesting bookmark information");
 }
@@ -156,7 +155,7 @@ TEST_F(LetterGenerationTest, PreviewsALetterThatIsWholeAndRecordsItOncePrinted) 
   EXPECT_THAT(print_.merged, ElementsAre(kWhole));
   EXPECT_THAT(fakes_.server.requests, SizeIs(1));
 
-  state_.pending_request_name = "Letter_History";  // a search meanwhile changes nothing
+  envelope_.Send({.type = 79, .name = "Letter_History"});  // a search meanwhile changes nothing
   print_.UserPrints();
   const auto& sent = fakes_.server.LastRequest();
   EXPECT_EQ(sent.type, 82);
@@ -164,7 +163,7 @@ TEST_F(LetterGenerationTest, PreviewsALetterThatIsWholeAndRecordsItOncePrinted) 
   EXPECT_THAT(sent.FindRecord("CORRHIST").Assigned(),
               testing::IsSupersetOf({"ACTION=ADD", "LTR_TYP_ID=110", "CUST_ID=4711", "QZ_CNTY_NBR=55",
                                      "ADDR_TYP_CD=1", "DCMT_FILE_TXT=TAX110.docx"}));
-  EXPECT_EQ(state_.pending_request_name, "LetterAU");
+  EXPECT_EQ(pending_.name(), "LetterAU");
   EXPECT_EQ(fakes_.status.LastText(), "Saving letter history");
   EXPECT_EQ(print_.calls.back(), "dropped");
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
@@ -201,8 +200,7 @@ TEST_F(LetterGenerationTest, LetsTheUserBeginTheNextLetterBeforeTheReply) {
   UserAsksFor("110");
   request_part_.ClearField(kPage);
   fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", kWhole}}}));
-  fakes_.RunEvents();
-  generation_.CreateNewCorrespondence();
+  generation_.CreateNewCorrespondence(TakeReply());
   print_.UserPrints();
   EXPECT_THAT(fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned(),
               testing::IsSupersetOf({"LTR_TYP_ID=110", "DCMT_FILE_TXT=TAX110.docx"}));
@@ -280,8 +278,7 @@ TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {
 
   UserAsksFor("110");
   fakes_.server.ReplyWithNothing();
-  fakes_.RunEvents();
-  generation_.CreateNewCorrespondence();
+  generation_.CreateNewCorrespondence(TakeReply());
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CreateNewCorrespondence"));
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
   EXPECT_FALSE(print_.HasCalled("MergeBookmarks"));

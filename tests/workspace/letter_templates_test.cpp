@@ -22,8 +22,7 @@ class LetterTemplatesTest : public WorkspaceRoomTest {
   void ServerReportsFolder(const std::string& xml) {
     templates_.GetNetworkPath();
     fakes_.server.ReplyWith("XML_CONTEXT", {{{"XML_CONTEXT", xml}}});
-    fakes_.RunEvents();
-    templates_.DecodeNetworkPath();
+    templates_.DecodeNetworkPath(TakeReply());
   }
   void GivenServerFolder(const std::string& folder) {
     ServerReportsFolder("<X><L_TEMPLATE_PATH>" + folder + "</L_TEMPLATE_PATH></X>");
@@ -44,7 +43,7 @@ TEST_F(LetterTemplatesTest, AskTheServerForItsFolder) {
   EXPECT_THAT(sent.keys, IsEmpty());
   EXPECT_EQ(sent.inquiry_xml,
             "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>");
-  EXPECT_EQ(state_.pending_request_name, "GetNetworkPath");
+  EXPECT_EQ(pending_.name(), "GetNetworkPath");
   EXPECT_EQ(fakes_.status.LastText(), "Requesting Network Path.");
 }
 
@@ -54,7 +53,7 @@ TEST_F(LetterTemplatesTest, KeepTheFolderWithOneSeparatorAtItsEnd) {
                                        {"", "\\"}}) {
     ServerReportsFolder(std::string("<X><L_TEMPLATE_PATH>") + reported + "</L_TEMPLATE_PATH></X>");
     EXPECT_EQ(templates_.server_folder(), kept);
-    EXPECT_EQ(state_.pending_request_name, "");
+    EXPECT_EQ(pending_.name(), "");
   }
 }
 
@@ -134,13 +133,11 @@ TEST_F(LetterTemplatesTest, DownloadTheOthersWhereOneNameOfTheCatalogueIsWrong) 
 }
 
 TEST_F(LetterTemplatesTest, SayReadyWhereTheCatalogueCannotBeRead) {
-  state_.pending_request_name = "GetNetworkPath";
   fakes_.reference.AnswersBy([](const std::string&) -> std::shared_ptr<platform::RecordSet> {
     throw platform::Failure(Kind::kDamaged, "no database");
   });
   templates_.CopyTemplate();
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
-  EXPECT_EQ(state_.pending_request_name, "");
 }
 
 TEST_F(LetterTemplatesTest, AskTheCatalogueForEveryTemplateThatIsOrWillBeInForce) {

@@ -75,6 +75,11 @@ class WorkspaceRoomTest : public testing::Test {
     fakes_.reference.AnswersWhatContains("SELECT a.DCMT_NM", fakes::RowsOf("", {{{"DCMT_NM", name}}}));
     fakes_.files.content["templates/" + name] = "document";
   }
+  /// The server's reply, which has come, to the request that is awaited; an empty one where none has.
+  Reply TakeReply() {
+    fakes_.RunEvents();
+    return pending_.TakeReply(fakes_.server).value_or(Reply());
+  }
   void UserPicksLetterType(const std::string& code, PageIndex page = kPage) {
     pages_.Letter(page).ZEMLO_LetterType.Code(code);
     request_part_.LetterTypeChanged(page);
@@ -89,18 +94,18 @@ class WorkspaceRoomTest : public testing::Test {
   fakes::RecordingPrintComponent print_;
   fakes::FakeServices fakes_{&print_};
   const std::string message_title_ = "Letters";
-  WorkspaceState state_;
+  PendingRequest pending_;
   LetterRequestFields request_;
   LetterData letter_;
   customers::CurrentCustomer customer_;
   Pages pages_{fakes_.services()};
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   FieldCheck field_check_{fakes_.services(), pages_};
   FormTypeFilter form_types_{fakes_.services(), message_title_, request_, pages_};
   LetterRequest request_part_{
       {fakes_.services(), message_title_, request_, customer_, pages_, field_check_, form_types_}};
-  LetterTemplates templates_{fakes_.services(), state_, message_title_, envelope_, *listener_};
+  LetterTemplates templates_{fakes_.services(), message_title_, envelope_, *listener_};
   HistoryRecord history_{fakes_.services(), /*batch_browser=*/nullptr};
   ScriptedForms forms_;
   LetterPrinting printing_{
@@ -108,8 +113,8 @@ class WorkspaceRoomTest : public testing::Test {
        [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
   PrintRun* run_ = nullptr;
   LetterCustomer letter_customer_{fakes_.services(), message_title_, customer_, pages_.correspondence};
-  LetterGeneration generation_{{fakes_.services(), state_, message_title_, request_, letter_, pages_,
-                                envelope_, templates_, forms_, printing_, letter_customer_, field_check_}};
+  LetterGeneration generation_{{fakes_.services(), message_title_, request_, letter_, pages_, envelope_,
+                                templates_, forms_, printing_, letter_customer_, field_check_}};
 };
 
 }  // namespace workspace

@@ -34,7 +34,7 @@ Desktop::Desktop(const host::DataFolder& folder)
                        [this](const std::string& description, const std::string&) { TellError(description); },
                        [this](const std::function<bool()>& done) { shell_.WaitUntil(done); }}) {
   desktop::RegisterFormViews(shell_);
-  shell_.guard().awaits_reply = [this] { return office_.workspace().state().AwaitsReply(); };
+  shell_.guard().awaits_reply = [this] { return office_.workspace().pending_request().IsAwaited(); };
 }
 
 Desktop::~Desktop() {

@@ -45,13 +45,13 @@ std::string StatusesOf(const platform::Services& services, const platform::Grid&
 
 class CommandReasons {
  public:
-  CommandReasons(const platform::Services& services, const WorkspaceState& state)
-      : services_(services), state_(state) {}
+  CommandReasons(const platform::Services& services, const PendingRequest& pending)
+      : services_(services), pending_(pending) {}
 
   /// A command that waits for a reply says so; otherwise `reason` tells.
   void Explain(platform::Control& control, Reason reason) const {
-    control.why_disabled = [&state = state_, reason = std::move(reason)] {
-      return state.AwaitsReply() ? "The server's reply is awaited. " + state.awaited_status : reason();
+    control.why_disabled = [&pending = pending_, reason = std::move(reason)] {
+      return pending.IsAwaited() ? "The server's reply is awaited. " + pending.status() : reason();
     };
   }
   void ExplainPanel(customers::CustomerPanel& panel) const {
@@ -77,14 +77,14 @@ class CommandReasons {
 
  private:
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const PendingRequest& pending_;
 };
 
 }  // namespace
 
 void ExplainCommands(const platform::Services& services, Pages& pages, FieldCheck& field_check,
-                     const WorkspaceState& state) {
-  const CommandReasons reasons(services, state);
+                     const PendingRequest& pending) {
+  const CommandReasons reasons(services, pending);
   const auto by_fields = [&field_check](PageIndex page) -> Reason {
     return [&field_check, page] { return field_check.WhyDisabled(page); };
   };

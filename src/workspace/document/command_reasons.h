@@ -2,7 +2,7 @@
 
 #include "platform/parties/services.h"
 #include "workspace/fields/field_check.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"
 
 namespace workspace {
@@ -10,6 +10,6 @@ namespace workspace {
 /// Lets every command of the pages that can be disabled say why, as Control::why_disabled. All outlive the
 /// controls' use.
 void ExplainCommands(const platform::Services& services, Pages& pages, FieldCheck& field_check,
-                     const WorkspaceState& state);
+                     const PendingRequest& pending);
 
 }  // namespace workspace

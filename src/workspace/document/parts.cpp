@@ -5,38 +5,38 @@
 namespace workspace {
 
 Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener)
-    : gate(services, data.state),
-      envelope(services, data.state, listener),
+    : gate(services, data.pending),
+      envelope(services, data.pending, listener),
       field_check(services, data.pages),
       fields(services, data.pages, data.request, field_check),
       form_types(services, data.message_title, data.request, data.pages),
       letter_request(
           {services, data.message_title, data.request, data.customer, data.pages, field_check, form_types}),
       search_check(services, data.message_title, data.request, data.pages.tracking, field_check),
-      history_search({services, data.state, data.request, data.pages, envelope, letter_request,
-                      fields.troop_district, search_check, data.customer}),
+      history_search({services, data.request, data.pages, envelope, letter_request, fields.troop_district,
+                      search_check, data.customer}),
       letter_names(services),
-      templates(services, data.state, data.message_title, envelope, listener),
+      templates(services, data.message_title, envelope, listener),
       history(services, /*batch_browser=*/nullptr),
       forms(services, data.message_title),
       printing(
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
       letter_customer(services, data.message_title, data.customer, data.pages.correspondence),
-      generation({services, data.state, data.message_title, data.request, data.letter, data.pages, envelope,
-                  templates, forms, printing, letter_customer, field_check}),
-      bookmark_view({services, data.state, data.dont_print, data.letter, data.pages.tracking.sdgGrid,
+      generation({services, data.message_title, data.request, data.letter, data.pages, envelope, templates,
+                  forms, printing, letter_customer, field_check}),
+      bookmark_view({services, data.dont_print, data.letter, data.pages.tracking.sdgGrid,
                      /*batch_browser=*/nullptr, forms}),
-      stored_letters({services, data.state, data.letter, templates, printing}),
-      unrecorded_letters(services, data.state, data.message_title, envelope),
+      stored_letters({services, data.letter, templates, printing}),
+      unrecorded_letters(services, data.pending, data.message_title, envelope),
       online_actions(
           services, letter_request, [this] { generation.SelectNewType(); },
           [this](const std::string& request_name) { Reprint(request_name); }),
-      customer_inquiry({services, data.state, envelope, data.customer, data.pages.tracking.panel}),
+      customer_inquiry({services, envelope, data.customer, data.pages.tracking.panel}),
       customer_selection(services, data.message_title, data.customer),
       batch_reprint(services, envelope, data.letter),
       letter_fetch(services, data.message_title, envelope, data.letter, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
-      local_reprint({services, data.state, data.message_title, data.letter, data.pages, letter_fetch,
+      local_reprint({services, data.pending, data.message_title, data.letter, data.pages, letter_fetch,
                      letter_names,
                      /*batch_browser=*/nullptr}),
       letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
@@ -44,7 +44,7 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       correspondence_grid(services, data.pages.correspondence),
       row_format(services, data.dont_print, letter_names, data.pages),
       handlers(Handlers()),
-      replies(services, data.state, data.message_title, ReplyRoutes(handlers, data.pages),
+      replies(services, data.pending, data.message_title, ReplyRoutes(handlers, data.pages),
               [this, &data] {
                 data.pages.tracking.letter_action.SetEnabled(true);
                 letter_grid.ReplyHandled();
@@ -55,14 +55,15 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
 
 ReplyHandlers Parts::Handlers() {
   ReplyHandlers known;
-  known.CreateNewCorrespondence = [this] { generation.CreateNewCorrespondence(); };
+  known.CreateNewCorrespondence = [this](const Reply& reply) { generation.CreateNewCorrespondence(reply); };
   known.EnableCreateLetter = [this] { field_check.EnableCreateLetter(); };
-  known.DecodeNetworkPath = [this] { templates.DecodeNetworkPath(); };
+  known.DecodeNetworkPath = [this](const Reply& reply) { templates.DecodeNetworkPath(reply); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
-  known.ViewBookMark = [this] { bookmark_view.ViewBookMark(); };
-  known.FillHistory = [this](PageIndex page) { history_search.FillHistory(page); };
-  known.MergeLetter = [this](PageIndex page, const std::string& mode, const std::string& letter_type) {
-    stored_letters.MergeLetter(page, mode, letter_type);
+  known.ViewBookMark = [this](const Reply& reply) { bookmark_view.ViewBookMark(reply); };
+  known.FillHistory = [this](const Reply& reply, PageIndex page) { history_search.FillHistory(reply, page); };
+  known.MergeLetter = [this](const Reply& reply, PageIndex page, const std::string& mode,
+                             const std::string& letter_type) {
+    stored_letters.MergeLetter(reply, page, mode, letter_type);
   };
   known.LocalReprintGoesOn = [this] { return local_reprint.GoesOn(); };
   known.StopLocalReprint = [this] { local_reprint.Stop(); };
@@ -71,8 +72,8 @@ ReplyHandlers Parts::Handlers() {
     return batch_reprint.HasLettersToReprint(letter_type);
   };
   known.SendBatchCount = [this](std::string_view status) { batch_reprint.SendBatchCount(status); };
-  known.FillCustFromLetter = [this] { customer_inquiry.FillCustFromLetter(); };
-  known.FillCustomerInfo = [this] { customer_inquiry.FillCustomerInfo(); };
+  known.FillCustFromLetter = [this](const Reply& reply) { customer_inquiry.FillCustFromLetter(reply); };
+  known.FillCustomerInfo = [this](const Reply& reply) { customer_inquiry.FillCustomerInfo(reply); };
   return known;
 }
 

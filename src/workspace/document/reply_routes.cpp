@@ -8,6 +8,7 @@ namespace workspace {
 namespace {
 
 using Status = ReplyRoute::StatusAfterwards;
+using Action = ReplyRoute::Action;
 using Step = std::function<void()>;
 
 // The letter types a batch is reprinted by.
@@ -19,45 +20,58 @@ class Steps {
  public:
   Steps(const ReplyHandlers& handlers, Pages& pages) : handlers_(handlers), pages_(pages) {}
 
+  /// A handler that needs no more than the reply.
+  Action Take(std::function<void(const Reply&)> ReplyHandlers::*handler) const {
+    return [&handlers = handlers_, handler](const Reply& reply) {
+      if (handlers.*handler) (handlers.*handler)(reply);
+    };
+  }
   /// A handler without arguments.
   Step Do(std::function<void()> ReplyHandlers::*handler) const {
     return [&handlers = handlers_, handler] {
       if (handlers.*handler) (handlers.*handler)();
     };
   }
-  Step FillHistory() const {
-    return [this_ = *this] {
-      if (this_.handlers_.FillHistory) this_.handlers_.FillHistory(this_.pages_.tabs.current());
+  Action Then(Step step) const {
+    return [step = std::move(step)](const Reply&) { step(); };
+  }
+  Action FillHistory() const {
+    return [this_ = *this](const Reply& reply) {
+      if (this_.handlers_.FillHistory) this_.handlers_.FillHistory(reply, this_.pages_.tabs.current());
     };
   }
-  Step Merge(const char* mode) const {
-    return [this_ = *this, mode] { this_.MergeLetter(this_.pages_.tabs.current(), mode, ""); };
+  Action Merge(const char* mode) const {
+    return [this_ = *this, mode](const Reply& reply) {
+      this_.MergeLetter(reply, this_.pages_.tabs.current(), mode, "");
+    };
   }
-  Step PrintNext() const {
-    return [this_ = *this, print = Merge("PRINT"), stop = Do(&ReplyHandlers::StopLocalReprint)] {
+  Action PrintNext() const {
+    return [this_ = *this, print = Merge("PRINT"),
+            stop = Do(&ReplyHandlers::StopLocalReprint)](const Reply& reply) {
       const auto& goes_on = this_.handlers_.LocalReprintGoesOn;
-      !goes_on || goes_on() ? print() : stop();
+      !goes_on || goes_on() ? print(reply) : stop();
     };
   }
   std::function<bool()> LocalReprintIsOver() const {
     return [&is_over = handlers_.LocalReprintIsOver] { return !is_over || is_over(); };
   }
-  Step TakeTemplateFolder() const {
-    return [decode = Do(&ReplyHandlers::DecodeNetworkPath), copy = Do(&ReplyHandlers::CopyTemplate)] {
-      decode();
+  Action TakeTemplateFolder() const {
+    return [decode = Take(&ReplyHandlers::DecodeNetworkPath),
+            copy = Do(&ReplyHandlers::CopyTemplate)](const Reply& reply) {
+      decode(reply);
       copy();
     };
   }
-  Step OfferReprint(const char* letter_type) const {
-    return [&handlers = handlers_, letter_type] {
-      if (handlers.ProcessBatchReprint) handlers.ProcessBatchReprint(letter_type);
+  Action OfferReprint(const char* letter_type) const {
+    return [&handlers = handlers_, letter_type](const Reply& reply) {
+      if (handlers.ProcessBatchReprint) handlers.ProcessBatchReprint(reply, letter_type);
     };
   }
-  Step ReprintNext(const char* mode, const char* letter_type) const {
-    return [this_ = *this, mode, letter_type] {
+  Action ReprintNext(const char* mode, const char* letter_type) const {
+    return [this_ = *this, mode, letter_type](const Reply& reply) {
       const auto& has_letters = this_.handlers_.HasLettersToReprint;
       if (has_letters && has_letters(letter_type)) {
-        this_.MergeLetter(PageIndex::kBatchReprint, mode, letter_type);
+        this_.MergeLetter(reply, PageIndex::kBatchReprint, mode, letter_type);
       } else {
         this_.SendCount("Saving batch");
       }
@@ -81,8 +95,8 @@ class Steps {
   }
 
  private:
-  void MergeLetter(PageIndex page, const char* mode, const char* letter_type) const {
-    if (handlers_.MergeLetter) handlers_.MergeLetter(page, mode, letter_type);
+  void MergeLetter(const Reply& reply, PageIndex page, const char* mode, const char* letter_type) const {
+    if (handlers_.MergeLetter) handlers_.MergeLetter(reply, page, mode, letter_type);
   }
   void SendCount(std::string_view status) const {
     if (handlers_.SendBatchCount) handlers_.SendBatchCount(status);
@@ -98,25 +112,26 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
   using Handlers = ReplyHandlers;
   const Steps steps(handlers, pages);
   const Step none;
+  const Action nothing;
   // Request, action, status afterwards, after an error reply, always.
   return {
       {"Letter_History", steps.FillHistory(), Status::kSetByAction, none, steps.EnableLetterGrids()},
-      {"Batch_History", steps.Do(&Handlers::FillBatchHistory), Status::kSetByAction, none,
+      {"Batch_History", steps.Take(&Handlers::FillBatchHistory), Status::kSetByAction, none,
        steps.EnableBatchGrid()},
-      {"XMLRequest", steps.Do(&Handlers::CreateNewCorrespondence), Status::kSetByAction,
+      {"XMLRequest", steps.Take(&Handlers::CreateNewCorrespondence), Status::kSetByAction,
        steps.Do(&Handlers::EnableCreateLetter), none},
       {"GetNetworkPath", steps.TakeTemplateFolder(), Status::kSetByAction, none, none},
       // The next letter of a run shows a status of its own.
-      {"LetterAU", none, Status::kReady, none, none, steps.LocalReprintIsOver()},
-      {"BatchAU", none, Status::kReady, none, none},
+      {"LetterAU", nothing, Status::kReady, none, none, steps.LocalReprintIsOver()},
+      {"BatchAU", nothing, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
-      {"Letter_BKView", steps.Do(&Handlers::ViewBookMark), Status::kReady, none, none},
+      {"Letter_BKView", steps.Take(&Handlers::ViewBookMark), Status::kReady, none, none},
       {"Letter_Print", steps.PrintNext(), Status::kReady, steps.Do(&Handlers::StopLocalReprint), none},
       {"Letter_Save", steps.Merge("SAVE"), Status::kReady, none, none},
-      {"CustomerFromLetter", steps.Do(&Handlers::FillCustFromLetter), Status::kReady,
+      {"CustomerFromLetter", steps.Take(&Handlers::FillCustFromLetter), Status::kReady,
        steps.EnableLetterActions(), steps.EnableLetterActions()},
-      {"CustomerInq", steps.Do(&Handlers::FillCustomerInfo), Status::kReady, none, none},
-      {"Batch_Reprint", steps.Do(&Handlers::SendBatchInq), Status::kSetByAction, none, none},
+      {"CustomerInq", steps.Take(&Handlers::FillCustomerInfo), Status::kReady, none, none},
+      {"Batch_Reprint", steps.Then(steps.Do(&Handlers::SendBatchInq)), Status::kSetByAction, none, none},
       {"Batch_CTL", steps.OfferReprint(kTaxLiability), Status::kSetByAction, none, none},
       {"Batch_TaxWarrant", steps.OfferReprint(kTaxWarrant), Status::kSetByAction, none, none},
       {"RePrint_CTL", steps.ReprintNext("RePrint_CTL", kTaxLiability), Status::kSetByAction,

@@ -54,7 +54,7 @@ void ZEMLO_Corresp::EndStartThatFailed() {
 void ZEMLO_Corresp::ConnectOutside() {
   connections_.clear();
   parts_.reset();
-  data_.state.awaited_message_key.clear();  // the listener that would have heard the reply goes
+  data_.pending.Forget();  // the listener that would have heard the reply goes
   mVemtMessage_ = services_.messages.NewListener();
   parts_ = std::make_unique<Parts>(services_, data_, *mVemtMessage_);
   const auto keep = [this](platform::Connection connection) {
@@ -75,7 +75,7 @@ void ZEMLO_Corresp::ConnectOutside() {
 
 // The controls have what they start with: from here on a change is the user's.
 void ZEMLO_Corresp::ConnectUser() {
-  ExplainCommands(services_, data_.pages, parts_->field_check, data_.state);
+  ExplainCommands(services_, data_.pages, parts_->field_check, data_.pending);
   for (auto& connection : ConnectControls(data_.pages, *parts_))
     connections_.push_back(std::move(connection));
 }

@@ -6,7 +6,7 @@
 #include "tracking/letter_action_lists.h"
 #include "workspace/letters/letter_data.h"
 #include "workspace/messaging/letter_request_fields.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"
 
 namespace workspace {
@@ -18,7 +18,7 @@ struct WorkspaceData {
   std::string message_title;  ///< caption of the host window: the title of every message box
   bool dont_print = false;    ///< the user's setting: diagnostic details are shown
 
-  WorkspaceState state;
+  PendingRequest pending;
   LetterRequestFields request;
   LetterData letter;
   customers::CurrentCustomer customer;

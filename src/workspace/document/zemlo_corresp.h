@@ -56,7 +56,7 @@ class ZEMLO_Corresp {
 
   /// The controls, for views, programs and tests.
   Pages& pages() { return data_.pages; }
-  const WorkspaceState& state() const { return data_.state; }
+  const PendingRequest& pending_request() const { return data_.pending; }
   /// The letter that was asked for last.
   const LetterData& letter() const { return data_.letter; }
   const customers::CurrentCustomer& customer() const { return data_.customer; }

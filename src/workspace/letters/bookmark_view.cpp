@@ -4,7 +4,6 @@
 #include <string_view>
 
 #include "platform/failure.h"
-#include "platform/identity.h"
 #include "workspace/letters/address_status.h"
 
 namespace workspace {
@@ -17,19 +16,17 @@ constexpr const char* kAddressFailedText =
 
 }  // namespace
 
-void BookmarkView::ViewBookMark() {
+void BookmarkView::ViewBookMark(const Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.ViewBookMark", [&] {
-    LetterInformation letter{.context = Context()};
+    LetterInformation letter{.context = ContextOf(reply)};
     uses_.services.status.ShowStatus("Ready");
     AddRow(letter);
     uses_.forms.ShowLetterInformation(letter);
   });
 }
 
-std::string BookmarkView::Context() const {
-  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName),
-                                                        "XML_Context", uses_.state.pending_message_key);
-  if (record != nullptr && !record->Recordset()->IsEmpty()) return record->Recordset()->FirstText();
+std::string BookmarkView::ContextOf(const Reply& reply) const {
+  if (const auto context = RowsOf(uses_.services, reply, "XML_Context")) return context->FirstText();
   throw Failure(Failure::Kind::kNotFound, "The server's reply brought no data of the letter.");
 }
 

@@ -8,7 +8,7 @@
 #include "workspace/letters/letter_data.h"
 #include "workspace/letters/letter_forms.h"
 #include "workspace/messaging/letter_source.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 
 namespace workspace {
 
@@ -17,7 +17,6 @@ class BookmarkView {
  public:
   struct Uses {
     const platform::Services& services;
-    const WorkspaceState& state;
     const bool with_diagnostics;        ///< the setting DontPrint
     const LetterData& letter;           ///< the one that was asked for
     const platform::Grid& letters;      ///< of the tracking page
@@ -30,10 +29,10 @@ class BookmarkView {
   /// Takes the reply that brings the letter's context. How it was printed stands in the current row of the
   /// batch letter browser while that is open, else in the letter's row on the tracking page, though another
   /// row may have become the current one since.
-  void ViewBookMark();
+  void ViewBookMark(const Reply& reply);
 
  private:
-  std::string Context() const;
+  std::string ContextOf(const Reply& reply) const;
   void AddRow(LetterInformation& letter) const;
   /// Where the letter stands on the tracking page. Throws Failure kNotFound where it does not any more.
   std::size_t ListedRow() const;

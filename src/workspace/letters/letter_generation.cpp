@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "platform/agreed/field_attributes.h"
-#include "platform/identity.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "workspace/fields/whole_number.h"
@@ -91,12 +90,12 @@ void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
   });
 }
 
-void LetterGeneration::CreateNewCorrespondence() {
+void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
   constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
   const AtExit enable(uses_.services, kProcedure, [this] { uses_.field_check.EnableCreateLetter(); });
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
     uses_.letter.printed_from_entry_form = false;
-    const auto context = Reply("XML_Context");
+    const auto context = RowsOf(uses_.services, reply, "XML_Context");
     if (context == nullptr)
       throw platform::Failure(platform::Failure::Kind::kNotFound,
                               "The server's reply brought no data of the letter.");
@@ -104,12 +103,12 @@ void LetterGeneration::CreateNewCorrespondence() {
     const auto document = platform::XmlDocument::Parse(uses_.letter.context).OrFail();
     composition::ZEMLO_NodeState root;
     root.InitFromNode(document.Root());
-    const auto history = Reply("CORRHIST");
+    const auto history = RowsOf(uses_.services, reply, "CORRHIST");
     if (history != nullptr) TakeHistoryRow(*history);
     if (!uses_.customer.Settle(uses_.letter, document)) return;
 
     if (!root.IsErroneous()) {
-      FinishLetter(root, uses_.letter);
+      FinishLetter(root, uses_.letter, reply.request_name);
     } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
       uses_.services.status.ShowStatus("Ready");
       TellWhyAddressesFail(document);
@@ -121,12 +120,6 @@ void LetterGeneration::CreateNewCorrespondence() {
     }
   });
   if (!is_done) uses_.services.status.ShowStatus("Ready");
-}
-
-std::shared_ptr<platform::RecordSet> LetterGeneration::Reply(const std::string& record_name) const {
-  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), record_name,
-                                                        uses_.state.pending_message_key);
-  return record == nullptr || record->Recordset()->IsEmpty() ? nullptr : record->Recordset();
 }
 
 void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
@@ -169,9 +162,9 @@ void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& roo
 }
 
 // The letter is a copy: the entry form lets events in, which may begin the next letter.
-void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const {
+void LetterGeneration::FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter,
+                                    const std::string& request_name) const {
   if (take_) return take_(letter);
-  const auto request_name = uses_.state.pending_request_name;
   if (root.IsParaType() || root.IsUserType()) {
     uses_.printing.ReleasePreview();  // of the letter before: it must not open over the form
     uses_.printing.ExpectFromDialog(letter, request_name);

@@ -16,8 +16,8 @@
 #include "workspace/letters/letter_printing.h"
 #include "workspace/letters/letter_templates.h"
 #include "workspace/messaging/letter_request_fields.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/pages.h"
 
 namespace workspace {
@@ -27,7 +27,6 @@ class LetterGeneration {
  public:
   struct Uses {
     const platform::Services& services;
-    WorkspaceState& state;
     const std::string& message_title;
     LetterRequestFields& request;
     LetterData& letter;
@@ -45,7 +44,7 @@ class LetterGeneration {
   /// so and stops.
   void SelectNewType();
   /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
-  void CreateNewCorrespondence();
+  void CreateNewCorrespondence(const Reply& reply);
   /// A letter whose data are without an error is handed to `take` from now on, and not made: it needs no
   /// template.
   void HandOut(std::function<void(const LetterData&)> take) { take_ = std::move(take); }
@@ -56,12 +55,12 @@ class LetterGeneration {
  private:
   /// Adds the record that the letter is asked for with. Sends nothing.
   void SendXMLRequest(RequestDescription& message) const;
-  std::shared_ptr<platform::RecordSet> Reply(const std::string& record_name) const;
   bool RequireTemplate(const TemplateInForce& in_force) const;
   void TakeHistoryRow(const platform::RecordSet& row);
   void TellWhyAddressesFail(const platform::XmlDocument& context) const;
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
-  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter) const;
+  void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter,
+                    const std::string& request_name) const;
   void CompleteLetter(LetterData& letter) const;
   void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
 

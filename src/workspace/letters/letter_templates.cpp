@@ -88,19 +88,13 @@ void LetterTemplates::GetNetworkPath() {
   });
 }
 
-void LetterTemplates::DecodeNetworkPath() {
-  Trap(services_, kFolderProcedure, [&] { ReadServerFolder(ReplyText()); });
-  state_.pending_request_name.clear();
+void LetterTemplates::DecodeNetworkPath(const Reply& reply) {
+  Trap(services_, kFolderProcedure, [&] { ReadServerFolder(reply); });
 }
 
-std::string LetterTemplates::ReplyText() const {
-  const auto record = services_.messages.GetRecord(std::string(platform::kApplicationName), "XML_Context",
-                                                   state_.pending_message_key);
-  return record == nullptr ? "" : record->Recordset()->FirstText();
-}
-
-void LetterTemplates::ReadServerFolder(const std::string& reply) {
-  const auto parsed = platform::XmlDocument::Parse(reply);
+void LetterTemplates::ReadServerFolder(const Reply& reply) {
+  const auto context = RowsOf(services_, reply, "XML_Context");
+  const auto parsed = platform::XmlDocument::Parse(context ? context->FirstText() : "");
   if (!parsed.document) {
     const auto report = [this](const std::string& text) {
       services_.errors.ReportError(text, platform::kComponentTitle, kFolderProcedure);
@@ -135,7 +129,6 @@ void LetterTemplates::CopyTemplate() {
   // Every letter needs it; it is no version of a letter type, so the catalogue does not name it.
   Trap(services_, kCopyProcedure, [&] { started |= DownloadWhereMissing(composition::kCommonTemplate); });
   if (!started || !all_visited) services_.status.ShowStatus("Ready");
-  state_.pending_request_name.clear();
 }
 
 bool LetterTemplates::DownloadWhereMissing(const std::string& name) {

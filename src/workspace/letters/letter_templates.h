@@ -10,8 +10,8 @@
 
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
 
@@ -30,18 +30,14 @@ struct TemplateInForce {
 class LetterTemplates {
  public:
   /// The references outlive this.
-  LetterTemplates(const platform::Services& services, WorkspaceState& state, const std::string& message_title,
+  LetterTemplates(const platform::Services& services, const std::string& message_title,
                   RequestEnvelope& envelope, platform::ReplyListener& listener)
-      : services_(services),
-        state_(state),
-        message_title_(message_title),
-        envelope_(envelope),
-        listener_(listener) {}
+      : services_(services), message_title_(message_title), envelope_(envelope), listener_(listener) {}
 
   /// Asks the server for its template folder.
   void GetNetworkPath();
   /// Takes the reply to that. A reply that cannot be read is reported and leaves the folder as it was.
-  void DecodeNetworkPath();
+  void DecodeNetworkPath(const Reply& reply);
   /// Starts the download of every template that is missing here, those that become valid later and the common
   /// template included.
   void CopyTemplate();
@@ -69,15 +65,13 @@ class LetterTemplates {
  private:
   /// The versions that the catalogue has of the letter type, and when each is in force: a sentence.
   std::string WhyNoTemplate(const std::string& letter_type) const;
-  void ReadServerFolder(const std::string& reply);
-  std::string ReplyText() const;
+  void ReadServerFolder(const Reply& reply);
   std::shared_ptr<platform::RecordSet> Catalogue(std::string_view query,
                                                  std::string_view letter_type = "") const;
   /// Whether a download was asked for.
   bool DownloadWhereMissing(const std::string& name);
 
   const platform::Services& services_;
-  WorkspaceState& state_;
   const std::string& message_title_;
   RequestEnvelope& envelope_;
   platform::ReplyListener& listener_;

@@ -1,6 +1,5 @@
 #include "workspace/letters/stored_letters.h"
 
-#include "platform/identity.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "workspace/fields/whole_number.h"
@@ -23,32 +22,31 @@ std::string ContextOf(const platform::RecordSet& reply) {
 
 }  // namespace
 
-void StoredLetters::MergeLetter(PageIndex page, const std::string& mode, const std::string& letter_type) {
-  const auto request_name = uses_.state.pending_request_name;
+void StoredLetters::MergeLetter(const Reply& reply, PageIndex page, const std::string& mode,
+                                const std::string& letter_type) {
   bool is_merged = false;
   platform::Trap(uses_.services, "ZEMLO_Corresp.MergeLetter",
-                 [&] { is_merged = Merge(page, mode, letter_type, request_name); });
-  if (!is_merged) uses_.printing.EndRun(request_name);
+                 [&] { is_merged = Merge(reply, page, mode, letter_type); });
+  if (!is_merged) uses_.printing.EndRun(reply.request_name);
 }
 
-bool StoredLetters::Merge(PageIndex page, const std::string& mode, const std::string& letter_type,
-                          const std::string& request_name) {
-  const auto record = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), kContext,
-                                                        uses_.state.pending_message_key);
-  if (record == nullptr || record->Recordset()->IsEmpty()) return false;
+bool StoredLetters::Merge(const Reply& reply, PageIndex page, const std::string& mode,
+                          const std::string& letter_type) {
+  const auto context = RowsOf(uses_.services, reply, kContext);
+  if (context == nullptr) return false;
   auto letter = uses_.letter;
-  letter.context = ContextOf(*record->Recordset());
+  letter.context = ContextOf(*context);
   letter.template_name = TemplateName(page, letter_type);
   letter.template_path = uses_.templates.LocalPath(letter.template_name);
   uses_.templates.BringIfMissing(letter.template_name);
 
   const auto wanted = platform::UpperCase(mode);
   if (wanted == "PREVIEW") {
-    uses_.printing.Preview(letter, request_name);
+    uses_.printing.Preview(letter, reply.request_name);
   } else if (wanted == "SAVE") {
-    uses_.printing.Save(letter, request_name);
+    uses_.printing.Save(letter, reply.request_name);
   } else {
-    uses_.printing.Print(letter, request_name);
+    uses_.printing.Print(letter, reply.request_name);
   }
   return true;
 }

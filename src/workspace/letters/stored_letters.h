@@ -8,7 +8,7 @@
 #include "workspace/letters/letter_printing.h"
 #include "workspace/letters/letter_templates.h"
 #include "workspace/messaging/page_index.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 
 namespace workspace {
 
@@ -18,7 +18,6 @@ class StoredLetters {
  public:
   struct Uses {
     const platform::Services& services;
-    WorkspaceState& state;
     const LetterData& letter;  ///< the one that was asked for, as its list had it
     LetterTemplates& templates;
     LetterPrinting& printing;
@@ -30,11 +29,11 @@ class StoredLetters {
   /// The letter is the one that was asked for, whatever row or page the user has turned to since. One of a
   /// batch reprint (page kBatchReprint) uses the template that `letter_type` has today. A failure is reported
   /// and, like a reply without a context, ends the letter's run.
-  void MergeLetter(PageIndex page, const std::string& mode, const std::string& letter_type);
+  void MergeLetter(const Reply& reply, PageIndex page, const std::string& mode,
+                   const std::string& letter_type);
 
  private:
-  bool Merge(PageIndex page, const std::string& mode, const std::string& letter_type,
-             const std::string& request_name);
+  bool Merge(const Reply& reply, PageIndex page, const std::string& mode, const std::string& letter_type);
   std::string TemplateName(PageIndex page, const std::string& letter_type) const;
 
   const Uses uses_;

@@ -55,11 +55,11 @@ PrintJournal::Outcome UnrecordedLetters::OutcomeOf(const std::string& message_ke
   // The next letter of a run could not be fetched, but the one that was printed is recorded.
   if (services_.messages.GetRecord(application, "CORRHIST", message_key) != nullptr)
     return Outcome::kRecorded;
-  return state_.timed_out ? Outcome::kUnanswered : Outcome::kRefused;
+  return pending_.timed_out() ? Outcome::kUnanswered : Outcome::kRefused;
 }
 
 void UnrecordedLetters::ReplyHandled() {
-  if (state_.AwaitsReply()) return;
+  if (pending_.IsAwaited()) return;
   platform::Trap(services_, kProcedure, [&] {
     if (!std::exchange(has_looked_, true)) {
       for (auto& letter : services_.print_journal.LeftBehind()) left_.push_back(std::move(letter));

@@ -6,8 +6,8 @@
 #include "platform/event.h"
 #include "platform/parties/print_journal.h"
 #include "platform/parties/services.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 
 namespace workspace {
 
@@ -16,9 +16,9 @@ namespace workspace {
 class UnrecordedLetters {
  public:
   /// All references outlive this.
-  UnrecordedLetters(const platform::Services& services, const WorkspaceState& state,
+  UnrecordedLetters(const platform::Services& services, const PendingRequest& pending,
                     const std::string& message_title, RequestEnvelope& envelope)
-      : services_(services), state_(state), message_title_(message_title), envelope_(envelope) {}
+      : services_(services), pending_(pending), message_title_(message_title), envelope_(envelope) {}
 
   /// A reply has come; before anybody handles it.
   void ReplyCame();
@@ -42,7 +42,7 @@ class UnrecordedLetters {
   void TellClosedNotes() const;
 
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const PendingRequest& pending_;
   const std::string& message_title_;
   RequestEnvelope& envelope_;
 

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "platform/parties/services.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 
 namespace workspace {
 
@@ -13,14 +13,14 @@ namespace workspace {
 class CommandGate {
  public:
   /// The references outlive this.
-  CommandGate(const platform::Services& services, const WorkspaceState& state)
-      : services_(services), state_(state) {}
+  CommandGate(const platform::Services& services, const PendingRequest& pending)
+      : services_(services), pending_(pending) {}
 
   /// Runs a command of the user. While a reply is awaited it is dropped, and the status bar says again what
   /// is waited for.
   void Run(const std::function<void()>& command) const {
-    if (!state_.AwaitsReply()) return command();
-    if (!state_.awaited_status.empty()) services_.status.ShowStatus(state_.awaited_status);
+    if (!pending_.IsAwaited()) return command();
+    if (!pending_.status().empty()) services_.status.ShowStatus(pending_.status());
   }
 
   /// The same for what the user presses: notices of what was pressed before are out of date.
@@ -33,7 +33,7 @@ class CommandGate {
 
  private:
   const platform::Services& services_;
-  const WorkspaceState& state_;
+  const PendingRequest& pending_;
 };
 
 }  // namespace workspace

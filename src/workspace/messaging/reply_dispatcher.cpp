@@ -13,11 +13,11 @@ constexpr std::string_view kDataReady = "ZEMLO_Corresp.mVEMTMessage_DataReady";
 
 }  // namespace
 
-ReplyDispatcher::ReplyDispatcher(const platform::Services& services, WorkspaceState& state,
+ReplyDispatcher::ReplyDispatcher(const platform::Services& services, PendingRequest& pending,
                                  const std::string& message_title, std::vector<ReplyRoute> routes,
                                  std::function<void()> always)
     : services_(services),
-      state_(state),
+      pending_(pending),
       message_title_(message_title),
       routes_(std::move(routes)),
       always_(std::move(always)) {}
@@ -26,64 +26,53 @@ void ReplyDispatcher::DataReady(const std::string& application) {
   platform::Trap(services_, kDataReady, [&] { Handle(application); });
   platform::Trap(services_, kDataReady, [&] {
     const bool is_ours = application == platform::kApplicationName;
-    services_.host.SetMousePointer(is_ours && state_.AwaitsReply() ? platform::MousePointer::kHourglass
+    services_.host.SetMousePointer(is_ours && pending_.IsAwaited() ? platform::MousePointer::kHourglass
                                                                    : platform::MousePointer::kNormal);
     if (always_) always_();
   });
 }
 
 void ReplyDispatcher::MsgTimeout() {
-  state_.timed_out = true;
+  pending_.TimedOut();
 }
 
 void ReplyDispatcher::Handle(const std::string& application) {
   if (application != platform::kApplicationName) throw platform::AbandonStep();
-  if (!TakeAwaited()) return;
+  const auto reply = pending_.TakeReply(services_.messages);
+  if (!reply) return;  // to a request that a newer one has replaced
   services_.host.SetMousePointer(platform::MousePointer::kHourglass);
   services_.status.SetReady(true);
 
-  // A handler may send the next request: the route of the reply at hand is the one found here.
-  const auto route = PendingRoute();
+  const auto route = RouteOf(*reply);
   const AtExit at_exit(services_, kDataReady, route.always);
   const auto error = services_.messages.GetReplyError(
-      application, std::string(platform::kApplicationName) + ".mVemtMessage_DataReady",
-      state_.pending_message_key);
+      application, std::string(platform::kApplicationName) + ".mVemtMessage_DataReady", reply->message_key);
   if (error.empty()) {
-    HandleReply(route);
+    HandleReply(route, *reply);
   } else {
-    HandleError(route, error);
+    HandleError(route, *reply, error);
   }
 }
 
-// A reply to a request that a newer one has replaced is not awaited any more.
-bool ReplyDispatcher::TakeAwaited() const {
-  if (!state_.AwaitsReply() || !services_.messages.HasReply(state_.awaited_message_key)) return false;
-  state_.awaited_message_key.clear();
-  return true;
-}
-
-void ReplyDispatcher::HandleError(const ReplyRoute& route, const std::string& error) const {
-  const bool timed_out = state_.timed_out;  // what is sent while the box stands clears the flag
+void ReplyDispatcher::HandleError(const ReplyRoute& route, const Reply& reply,
+                                  const std::string& error) const {
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
-  services_.status.ShowStatus(timed_out ? "Search timed out" : "Search was not successful");
+  services_.status.ShowStatus(reply.timed_out ? "Search timed out" : "Search was not successful");
   if (route.on_error) route.on_error();
 }
 
-void ReplyDispatcher::HandleReply(const ReplyRoute& route) const {
+void ReplyDispatcher::HandleReply(const ReplyRoute& route, const Reply& reply) const {
   using Status = ReplyRoute::StatusAfterwards;
-  if (route.action) route.action();
+  if (route.action) route.action(reply);
   const bool is_ready = route.status == Status::kReady && (!route.is_ready || route.is_ready());
   if (is_ready) services_.status.ShowStatus("Ready");
 }
 
-ReplyRoute ReplyDispatcher::PendingRoute() const {
-  ReplyRoute nobody{"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
-  const auto& unhandled = state_.unhandled_message_key;
-  if (!unhandled.empty() && state_.pending_message_key == unhandled) return nobody;
+ReplyRoute ReplyDispatcher::RouteOf(const Reply& reply) const {
   for (const auto& route : routes_) {
-    if (route.request_name == state_.pending_request_name) return route;
+    if (route.request_name == reply.request_name) return route;
   }
-  return nobody;
+  return {"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
 }
 
 }  // namespace workspace

@@ -6,19 +6,21 @@
 #include <vector>
 
 #include "platform/parties/services.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 
 namespace workspace {
 
 /// What happens with the reply to one request. An empty step does nothing.
 struct ReplyRoute {
+  using Action = std::function<void(const Reply& reply)>;
+
   enum class StatusAfterwards {
     kSetByAction,
     kReady,
   };
 
   std::string request_name;
-  std::function<void()> action;
+  Action action;
   StatusAfterwards status = StatusAfterwards::kSetByAction;
   std::function<void()> on_error;  ///< after the server's error text was shown
   std::function<void()> always;    ///< last, whatever came before
@@ -26,7 +28,7 @@ struct ReplyRoute {
   std::function<bool()> is_ready = {};
 };
 
-/// Takes every reply to the workspace and walks the table of routes by the pending request name.
+/// Takes every reply to the workspace and walks the table of routes by the name of its request.
 ///
 /// A name that has no route shows "Ready". A reply to a request that a newer one has replaced is ignored. The
 /// pointer is normal afterwards, or the hourglass where a handler has sent the next request. Nothing leaves
@@ -34,8 +36,9 @@ struct ReplyRoute {
 class ReplyDispatcher {
  public:
   /// `always` ends the handling of every notification, ignored ones included. References outlive this.
-  ReplyDispatcher(const platform::Services& services, WorkspaceState& state, const std::string& message_title,
-                  std::vector<ReplyRoute> routes, std::function<void()> always);
+  ReplyDispatcher(const platform::Services& services, PendingRequest& pending,
+                  const std::string& message_title, std::vector<ReplyRoute> routes,
+                  std::function<void()> always);
 
   /// A reply is ready for `application`; one for another application is ignored.
   void DataReady(const std::string& application);
@@ -46,13 +49,12 @@ class ReplyDispatcher {
 
  private:
   void Handle(const std::string& application);
-  bool TakeAwaited() const;
-  void HandleError(const ReplyRoute& route, const std::string& error) const;
-  void HandleReply(const ReplyRoute& route) const;
-  ReplyRoute PendingRoute() const;
+  void HandleError(const ReplyRoute& route, const Reply& reply, const std::string& error) const;
+  void HandleReply(const ReplyRoute& route, const Reply& reply) const;
+  ReplyRoute RouteOf(const Reply& reply) const;
 
   const platform::Services& services_;
-  WorkspaceState& state_;
+  PendingRequest& pending_;
   const std::string& message_title_;
   const std::vector<ReplyRoute> routes_;
   const std::function<void()> always_;

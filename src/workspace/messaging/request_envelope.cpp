@@ -15,28 +15,22 @@ constexpr int kWaitCode = 10;
 
 }  // namespace
 
-RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceState& state,
+RequestEnvelope::RequestEnvelope(const platform::Services& services, PendingRequest& pending,
                                  platform::ReplyListener& listener)
-    : RequestEnvelope(services, state, listener, std::string(platform::kApplicationName), state.timed_out,
-                      /*is_dialogs=*/false) {}
+    : RequestEnvelope(services, pending, listener, std::string(platform::kApplicationName)) {}
 
-RequestEnvelope::RequestEnvelope(const platform::Services& services, WorkspaceState& state,
-                                 platform::ReplyListener& listener, std::string application, bool& timed_out,
-                                 bool is_dialogs)
-    : services_(services),
-      state_(state),
-      listener_(listener),
-      application_(std::move(application)),
-      is_dialogs_(is_dialogs),
-      timed_out_(timed_out) {}
+RequestEnvelope::RequestEnvelope(const platform::Services& services, PendingRequest& pending,
+                                 platform::ReplyListener& listener, std::string application)
+    : services_(services), pending_(pending), listener_(listener), application_(std::move(application)) {}
 
 void RequestEnvelope::Send(const RequestDescription& request) {
   bool is_under_way = false;
   const AtExit put_back(services_, "RequestEnvelope.Send", [&] {
-    if (is_under_way || state_.AwaitsReply()) return;  // the reply does it
+    if (is_under_way || pending_.IsAwaited()) return;  // the reply does it
     services_.status.SetReady(true);
     services_.host.SetMousePointer(platform::MousePointer::kNormal);
-    if (!is_dialogs_) services_.status.ShowStatus("Ready");
+    const bool is_workspaces = application_ == platform::kApplicationName;
+    if (is_workspaces) services_.status.ShowStatus("Ready");
   });
   const auto message =
       request.message_key.empty() ? listener_.NewMessage() : listener_.NewMessageUnder(request.message_key);
@@ -44,7 +38,7 @@ void RequestEnvelope::Send(const RequestDescription& request) {
   for (const auto& key : request.keys) message->AddKey(key);
   for (const auto& record : request.records) AddRecord(*message, record);
   if (!request.inquiry_xml.empty()) message->AddInquiryXml(request.inquiry_xml);
-  MakePending(*message, request);
+  pending_.Begin(message->MessageKey(), request.name);
   SendMessage(*message, request);
   is_under_way = true;
 }
@@ -53,19 +47,13 @@ void RequestEnvelope::SendMessage(platform::RequestMessage& message, const Reque
   message.BuildMessage();
   const bool announce_first = request.status_when == RequestDescription::Status::kBeforeSending;
   if (announce_first) Announce(request);
-  timed_out_ = false;
   if (request.mode == RequestDescription::SendMode::kSendAndWait) {
     message.SendAndWait(true, platform::RequestMessage::kTimeOut, kWaitCode);
   } else {
     message.Send();
   }
-  if (!is_dialogs_) Await(message, request);
+  pending_.Await(request.status);
   if (!announce_first) Announce(request);
-}
-
-void RequestEnvelope::Await(const platform::RequestMessage& message, const RequestDescription& request) {
-  state_.awaited_message_key = message.MessageKey();
-  state_.awaited_status = request.status;
 }
 
 void RequestEnvelope::AddHeader(platform::RequestMessage& message, const RequestDescription& request) const {
@@ -90,18 +78,6 @@ void RequestEnvelope::AddRecord(platform::RequestMessage& message,
   };
   if (description.procedure.empty()) return add();
   if (!platform::Trap(services_, description.procedure, add)) throw platform::AbandonStep();
-}
-
-void RequestEnvelope::MakePending(const platform::RequestMessage& message,
-                                  const RequestDescription& request) {
-  state_.pending_message_key = message.MessageKey();
-  state_.awaited_message_key.clear();
-  if (request.name) {
-    state_.pending_request_name = *request.name;
-    state_.unhandled_message_key.clear();
-  } else {
-    state_.unhandled_message_key = message.MessageKey();
-  }
 }
 
 void RequestEnvelope::Announce(const RequestDescription& request) const {

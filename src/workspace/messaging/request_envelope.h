@@ -10,7 +10,7 @@
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
 #include "platform/value.h"
-#include "workspace/messaging/workspace_state.h"
+#include "workspace/messaging/pending_request.h"
 
 namespace workspace {
 
@@ -55,35 +55,27 @@ struct RequestDescription {
 class RequestEnvelope {
  public:
   /// For the workspace itself. All references outlive this.
-  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
+  RequestEnvelope(const platform::Services& services, PendingRequest& pending,
                   platform::ReplyListener& listener);
-  /// For a dialog with a listener, an application name and a timed-out flag of its own.
-  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
-                  platform::ReplyListener& listener, std::string application, bool& timed_out)
-      : RequestEnvelope(services, state, listener, std::move(application), timed_out, /*is_dialogs=*/true) {}
+  /// For a dialog with a pending request, a listener and an application name of its own.
+  RequestEnvelope(const platform::Services& services, PendingRequest& pending,
+                  platform::ReplyListener& listener, std::string application);
 
   /// Sends and returns at once. Throws what the message component throws, and AbandonStep where a record
-  /// could not be made; the pending key and name may have been replaced by then. A request that did not go
+  /// could not be made; the pending request may have been replaced by then. A request that did not go
   /// out leaves no hourglass and the status "Ready", unless another reply is awaited.
   void Send(const RequestDescription& request);
 
  private:
-  RequestEnvelope(const platform::Services& services, WorkspaceState& state,
-                  platform::ReplyListener& listener, std::string application, bool& timed_out,
-                  bool is_dialogs);
   void AddHeader(platform::RequestMessage& message, const RequestDescription& request) const;
   void AddRecord(platform::RequestMessage& message, const RecordDescription& description) const;
-  void MakePending(const platform::RequestMessage& message, const RequestDescription& request);
   void SendMessage(platform::RequestMessage& message, const RequestDescription& request);
-  void Await(const platform::RequestMessage& message, const RequestDescription& request);
   void Announce(const RequestDescription& request) const;
 
   const platform::Services& services_;
-  WorkspaceState& state_;
+  PendingRequest& pending_;
   platform::ReplyListener& listener_;
   const std::string application_;
-  const bool is_dialogs_;  // a dialog waits for its replies itself
-  bool& timed_out_;
 };
 
 }  // namespace workspace

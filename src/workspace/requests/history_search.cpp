@@ -2,7 +2,6 @@
 
 #include <string>
 
-#include "platform/identity.h"
 #include "platform/text.h"
 #include "workspace/requests/letter_list.h"
 
@@ -118,11 +117,11 @@ const char* HistorySearch::LetterStatus() const {
   return "All";
 }
 
-void HistorySearch::FillHistory(PageIndex index) {
+void HistorySearch::FillHistory(const Reply& reply, PageIndex index) {
   const bool is_done = Trap(uses_.services, "ZEMLO_Corresp.FillHistory", [&] {
     const auto listing = index == PageIndex::kBatch ? PageIndex::kTracking : index;
     uses_.services.host.SetMousePointer(platform::MousePointer::kNormal);
-    ListReply(uses_.pages.Letter(listing));
+    ListReply(reply, uses_.pages.Letter(listing));
     if (listing == PageIndex::kTracking && !narrowed_to_.empty()) {
       uses_.services.status.ShowReason("These are letters of " + narrowed_to_ + kClearForAll);
     }
@@ -131,15 +130,14 @@ void HistorySearch::FillHistory(PageIndex index) {
   if (!is_done) uses_.services.status.ShowStatus("Ready");
 }
 
-void HistorySearch::ListReply(LetterPage& page) {
-  const auto letters = uses_.services.messages.GetRecord(std::string(platform::kApplicationName), "CORRHIST",
-                                                         uses_.state.pending_message_key);
-  if (!letters || letters->RecordCount() == 0) {
+void HistorySearch::ListReply(const Reply& reply, LetterPage& page) {
+  const auto letters = RowsOf(uses_.services, reply, "CORRHIST");
+  if (!letters) {
     ShowNoLetters(uses_.services, page.sdgGrid);
     uses_.services.status.ShowStatus("No letter history record found");
     return;
   }
-  ShowLetters(page.sdgGrid, letters->Recordset());
+  ShowLetters(page.sdgGrid, letters);
   uses_.services.status.ShowStatus("Displaying letter history");
 }
 

@@ -10,8 +10,8 @@
 #include "workspace/fields/troop_district_field.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/page_index.h"
+#include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/messaging/workspace_state.h"
 #include "workspace/pages/pages.h"
 #include "workspace/requests/letter_request.h"
 
@@ -24,7 +24,6 @@ class HistorySearch {
   /// What it works with and on; all of it outlives the search.
   struct Uses {
     const platform::Services& services;
-    const WorkspaceState& state;
     LetterRequestFields& request;
     Pages& pages;
     RequestEnvelope& envelope;
@@ -43,7 +42,7 @@ class HistorySearch {
   bool SendLetterInq(PageIndex page);
   /// The letters have come: lists them on the page. On the batch page, which lists none, they go to the
   /// tracking page.
-  void FillHistory(PageIndex page);
+  void FillHistory(const Reply& reply, PageIndex page);
 
  private:
   void TakeCriteria();
@@ -53,7 +52,7 @@ class HistorySearch {
   const char* LetterStatus() const;
   /// Whom a search of letters is narrowed to though the user has picked nobody; "" for nobody.
   std::string CustomerOfAListedLetter() const;
-  void ListReply(LetterPage& page);
+  void ListReply(const Reply& reply, LetterPage& page);
   void WithdrawLetterActions();
   void WithdrawOnlineActions();
 

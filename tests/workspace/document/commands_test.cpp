@@ -59,7 +59,7 @@ TEST_F(Commands, AwaitNothingOfAWorkspaceThatWasStartedAgain) {
     throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
   };
   document_.Initialize();
-  EXPECT_FALSE(document_.state().AwaitsReply());
+  EXPECT_FALSE(document_.pending_request().IsAwaited());
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
 }
 

@@ -15,19 +15,22 @@ using ::testing::IsEmpty;
 class ReplyRoutesTest : public testing::Test {
  protected:
   ReplyRoutesTest() {
-    handlers_.CreateNewCorrespondence = Notes("CreateNewCorrespondence");
-    handlers_.DecodeNetworkPath = Notes("DecodeNetworkPath");
+    handlers_.CreateNewCorrespondence = Takes("CreateNewCorrespondence");
+    handlers_.DecodeNetworkPath = Takes("DecodeNetworkPath");
     handlers_.CopyTemplate = Notes("CopyTemplate");
-    handlers_.FillBatchHistory = Notes("FillBatchHistory");
-    handlers_.ViewBookMark = Notes("ViewBookMark");
-    handlers_.FillCustFromLetter = Notes("FillCustFromLetter");
-    handlers_.FillCustomerInfo = Notes("FillCustomerInfo");
+    handlers_.FillBatchHistory = Takes("FillBatchHistory");
+    handlers_.ViewBookMark = Takes("ViewBookMark");
+    handlers_.FillCustFromLetter = Takes("FillCustFromLetter");
+    handlers_.FillCustomerInfo = Takes("FillCustomerInfo");
     handlers_.SendBatchInq = Notes("SendBatchInq");
-    handlers_.FillHistory = [this](PageIndex page) { Note("FillHistory " + Number(page)); };
-    handlers_.MergeLetter = [this](PageIndex page, const std::string& mode, const std::string& type) {
+    handlers_.FillHistory = [this](const Reply&, PageIndex page) { Note("FillHistory " + Number(page)); };
+    handlers_.MergeLetter = [this](const Reply&, PageIndex page, const std::string& mode,
+                                   const std::string& type) {
       Note("MergeLetter " + Number(page) + " " + mode + " '" + type + "'");
     };
-    handlers_.ProcessBatchReprint = [this](const std::string& type) { Note("ProcessBatchReprint " + type); };
+    handlers_.ProcessBatchReprint = [this](const Reply&, const std::string& type) {
+      Note("ProcessBatchReprint " + type);
+    };
     handlers_.HasLettersToReprint = [this](const std::string& type) { return type == letters_left_; };
     handlers_.SendBatchCount = [this](std::string_view status) {
       Note("SendBatchCount '" + std::string(status) + "'");
@@ -40,7 +43,7 @@ class ReplyRoutesTest : public testing::Test {
     fakes_.status.texts.clear();
     noted_.clear();
     fakes_.server.ReplyWithError(error);
-    ReplyDispatcher replies(fakes_.services(), state_, message_title_, ReplyRoutes(handlers_, pages_), {});
+    ReplyDispatcher replies(fakes_.services(), pending_, message_title_, ReplyRoutes(handlers_, pages_), {});
     const auto ready =
         listener_->DataReady.Connect([&](const std::string& name) { replies.DataReady(name); });
     fakes_.RunEvents();
@@ -49,16 +52,19 @@ class ReplyRoutesTest : public testing::Test {
   std::function<void()> Notes(std::string line) {
     return [this, line] { Note(line); };
   }
+  ReplyRoute::Action Takes(std::string line) {
+    return [this, line](const Reply&) { Note(line); };
+  }
   void Note(std::string line) { noted_.push_back(std::move(line)); }
   static std::string Number(PageIndex page) { return std::to_string(static_cast<int>(page)); }
 
   fakes::FakeServices fakes_;
   const std::string message_title_;
-  WorkspaceState state_;
+  PendingRequest pending_;
   Pages pages_{fakes_.services()};
   ReplyHandlers handlers_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   std::string letters_left_;
   std::vector<std::string> noted_;
 };

@@ -77,7 +77,7 @@ TEST_F(StoredLetters, AreViewedAndRecordedWhenThePreviewIsPrinted) {
   EXPECT_THAT(LastRequest().Keys(), IsEmpty());
   EXPECT_THAT(Record(),
               ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
-  EXPECT_EQ(document_.state().pending_request_name, "LetterAU");
+  EXPECT_EQ(document_.pending_request().name(), "LetterAU");
   EXPECT_EQ(fakes_.status.LastText(), "Saving letter history");
   ServerConfirms();
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
@@ -169,13 +169,13 @@ TEST_F(StoredLetters, ArePrintedOneAfterTheOther) {
     EXPECT_THAT(LastRequest().Keys(),
                 ElementsAre(std::string("KORVADSK|key:FetchContext|=|") + numbers[printed]));
     EXPECT_THAT(fakes_.status.texts, Contains("Printing letter " + std::to_string(printed) + " of 3"));
-    EXPECT_EQ(document_.state().pending_request_name, "Letter_Print");
+    EXPECT_EQ(document_.pending_request().name(), "Letter_Print");
   }
   EXPECT_EQ(Tracking().sdgGrid.rows()->CurrentRow(), 1u);
   ServerBringsLetter();
   EXPECT_THAT(Record(), Contains("SEQ_NBR=18"));
   EXPECT_THAT(LastRequest().Keys(), IsEmpty());
-  EXPECT_EQ(document_.state().pending_request_name, "LetterAU");
+  EXPECT_EQ(document_.pending_request().name(), "LetterAU");
   ServerConfirms();
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
   EXPECT_EQ(fakes_.status.reason, "All 3 letters were printed.");
@@ -235,7 +235,7 @@ TEST_F(StoredLetters, StopPrintingAfterTheLetterDuringWhichTheUserEndsTheRun) {
   EXPECT_FALSE(PrintStatus().shown());
   EXPECT_TRUE(document_.parts().local_reprint.IsOver());
   EXPECT_TRUE(Tracking().sdgGrid.enabled());
-  EXPECT_FALSE(document_.state().AwaitsReply());
+  EXPECT_FALSE(document_.pending_request().IsAwaited());
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
   EXPECT_EQ(fakes_.status.reason, "1 of 3 letters were printed.");
 
@@ -291,7 +291,7 @@ TEST_F(StoredLetters, EndTheirRunWithTheLetterThatFails) {
     UserReprints({0, 1, 2});
     ServerBringsLetter();
     fails();
-    EXPECT_FALSE(document_.state().AwaitsReply());
+    EXPECT_FALSE(document_.pending_request().IsAwaited());
     EXPECT_TRUE(document_.parts().local_reprint.IsOver());
     EXPECT_TRUE(Tracking().sdgGrid.enabled());
     EXPECT_TRUE(Tracking().letter_action.enabled());

@@ -23,7 +23,7 @@ class ReplyDispatcherTest : public testing::Test {
     fakes_.journal.Clear();
   }
   void RepliesArrive() {
-    ReplyDispatcher dispatcher(fakes_.services(), state_, message_title_, routes_,
+    ReplyDispatcher dispatcher(fakes_.services(), pending_, message_title_, routes_,
                                [this] { fakes_.journal.Add("frame on"); });
     const auto ready =
         listener_->DataReady.Connect([&](const std::string& name) { dispatcher.DataReady(name); });
@@ -33,21 +33,24 @@ class ReplyDispatcherTest : public testing::Test {
   std::function<void()> Notes(std::string line) {
     return [this, line] { fakes_.journal.Add(line); };
   }
+  ReplyRoute::Action Handles(std::string line) {
+    return [this, line](const Reply&) { fakes_.journal.Add(line); };
+  }
   int TimesNoted(const std::string& line) {
     return static_cast<int>(std::ranges::count(fakes_.journal.lines(), line));
   }
 
   fakes::FakeServices fakes_;
   const std::string message_title_ = "Letters";
-  WorkspaceState state_;
+  PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   std::vector<ReplyRoute> routes_;
 };
 
 TEST_F(ReplyDispatcherTest, WalksTheStepsOfTheRouteInOrder) {
-  GivenRoute({"Letter_Preview", Notes("merge"), Status::kReady, Notes("error"), Notes("always")});
-  GivenRoute({"letter_preview", Notes("wrong case"), Status::kReady, {}, {}});
+  GivenRoute({"Letter_Preview", Handles("merge"), Status::kReady, Notes("error"), Notes("always")});
+  GivenRoute({"letter_preview", Handles("wrong case"), Status::kReady, {}, {}});
   GivenRequestUnderWay("Letter_Preview");
   fakes_.server.ReplyWithNothing();
   RepliesArrive();
@@ -58,7 +61,7 @@ TEST_F(ReplyDispatcherTest, WalksTheStepsOfTheRouteInOrder) {
 }
 
 TEST_F(ReplyDispatcherTest, ShowsAnErrorReplyInsteadOfHandlingIt) {
-  GivenRoute({"XMLRequest", Notes("create"), Status::kReady, Notes("enable"), Notes("always")});
+  GivenRoute({"XMLRequest", Handles("create"), Status::kReady, Notes("enable"), Notes("always")});
   GivenRequestUnderWay("XMLRequest");
   fakes_.server.ReplyWithError("Unknown customer.");
   RepliesArrive();
@@ -93,23 +96,23 @@ TEST_F(ReplyDispatcherTest, TellsATimeOutAlsoWhereAnotherRequestGoesOutUnderItsB
 }
 
 TEST_F(ReplyDispatcherTest, IgnoresTheReplyForAnotherApplication) {
-  GivenRoute({"XMLRequest", Notes("create"), Status::kReady, {}, Notes("always")});
+  GivenRoute({"XMLRequest", Handles("create"), Status::kReady, {}, Notes("always")});
   GivenRequestUnderWay("XMLRequest");
-  const auto key = state_.pending_message_key;
+  const auto key = pending_.message_key();
   fakes_.server.ReplyForApplication("ZEMLO_CorrespfrmBatchStat");
   RepliesArrive();
 
   EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer normal", "frame on"));
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
-  EXPECT_EQ(state_.pending_request_name, "XMLRequest");
-  EXPECT_EQ(state_.pending_message_key, key);
+  EXPECT_EQ(pending_.name(), "XMLRequest");
+  EXPECT_EQ(pending_.message_key(), key);
 }
 
 // A reply that came while a newer request was pending used to be handled as the newer one's, without its
 // rows.
 TEST_F(ReplyDispatcherTest, IgnoresTheReplyToARequestThatANewerOneHasReplaced) {
-  GivenRoute({"Older", Notes("older"), Status::kReady, {}, {}});
-  GivenRoute({"Newer", Notes("newer"), Status::kReady, {}, {}});
+  GivenRoute({"Older", Handles("older"), Status::kReady, {}, {}});
+  GivenRoute({"Newer", Handles("newer"), Status::kReady, {}, {}});
   for (const bool older_comes_first : {true, false}) {
     GivenRequestUnderWay("Older");
     const auto older = fakes_.server.LastRequest().message_key;
@@ -119,27 +122,31 @@ TEST_F(ReplyDispatcherTest, IgnoresTheReplyToARequestThatANewerOneHasReplaced) {
       fakes_.server.Reply({}, key);
       RepliesArrive();
       EXPECT_EQ(fakes_.host.pointer,
-                state_.AwaitsReply() ? platform::MousePointer::kHourglass : platform::MousePointer::kNormal);
+                pending_.IsAwaited() ? platform::MousePointer::kHourglass : platform::MousePointer::kNormal);
     }
     EXPECT_EQ(TimesNoted("newer"), 1) << older_comes_first;
     EXPECT_EQ(TimesNoted("older"), 0) << older_comes_first;
-    EXPECT_FALSE(state_.AwaitsReply());
+    EXPECT_FALSE(pending_.IsAwaited());
   }
 }
 
 TEST_F(ReplyDispatcherTest, AwaitsNothingAfterAReplyOfAnyKindButWhatItsHandlerHasSent) {
-  GivenRoute({"First", [this] { envelope_.Send({.type = 82, .name = "Second"}); }, Status::kReady, {}, {}});
+  GivenRoute({"First",
+              [this](const Reply&) { envelope_.Send({.type = 82, .name = "Second"}); },
+              Status::kReady,
+              {},
+              {}});
   GivenRequestUnderWay("First");
   fakes_.server.ReplyWithNothing();
   RepliesArrive();
-  EXPECT_TRUE(state_.AwaitsReply());
+  EXPECT_TRUE(pending_.IsAwaited());
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
 
   for (const bool times_out : {true, false}) {
     GivenRequestUnderWay("Second");
     times_out ? fakes_.server.TimesOut() : fakes_.server.ReplyWithError("Unknown customer.");
     RepliesArrive();
-    EXPECT_FALSE(state_.AwaitsReply());
+    EXPECT_FALSE(pending_.IsAwaited());
     EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
   }
 }
@@ -152,7 +159,7 @@ TEST_F(ReplyDispatcherTest, ShowsReadyForANameWithoutARoute) {
 }
 
 TEST_F(ReplyDispatcherTest, RunsNoHandlerForAReplyThatNobodyWaitsFor) {
-  GivenRoute({"Letter_Preview", Notes("merge"), Status::kSetByAction, {}, {}});
+  GivenRoute({"Letter_Preview", Handles("merge"), Status::kSetByAction, {}, {}});
   GivenRequestUnderWay("Letter_Preview");
   GivenRequestUnderWay(std::nullopt);
   fakes_.server.ReplyWithNothing();
@@ -175,11 +182,12 @@ TEST_F(ReplyDispatcherTest, SaysReadyOnlyWhereTheRouteDoes) {
 }
 
 TEST_F(ReplyDispatcherTest, ReportsAHandlerThatFailsAndStillComesToItsEnd) {
-  GivenRoute({"Letter_History",
-              [] { throw platform::Failure(platform::Failure::Kind::kNotFound, "no such column"); },
-              Status::kReady,
-              {},
-              Notes("always")});
+  GivenRoute(
+      {"Letter_History",
+       [](const Reply&) { throw platform::Failure(platform::Failure::Kind::kNotFound, "no such column"); },
+       Status::kReady,
+       {},
+       Notes("always")});
   GivenRequestUnderWay("Letter_History");
   fakes_.server.ReplyWithNothing();
   RepliesArrive();
@@ -191,7 +199,7 @@ TEST_F(ReplyDispatcherTest, ReportsAHandlerThatFailsAndStillComesToItsEnd) {
 
 TEST_F(ReplyDispatcherTest, KeepsToTheRouteOfTheReplyWhenItsHandlerSendsTheNextRequest) {
   GivenRoute({"First",
-              [this] { envelope_.Send({.type = 82, .name = "Second"}); },
+              [this](const Reply&) { envelope_.Send({.type = 82, .name = "Second"}); },
               Status::kSetByAction,
               {},
               Notes("first ends")});

@@ -16,13 +16,13 @@ using ::testing::IsEmpty;
 class RequestEnvelopeTest : public testing::Test {
  protected:
   fakes::FakeServices fakes_;
-  WorkspaceState state_;
+  PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
-  RequestEnvelope envelope_{fakes_.services(), state_, *listener_};
+  RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
 };
 
 TEST_F(RequestEnvelopeTest, SendsWhatTheDescriptionSaysAndNothingElse) {
-  state_.timed_out = true;
+  pending_.TimedOut();
   RequestDescription request{.type = 82, .name = "LetterAU"};
   request.keys = {platform::Criterion("key:FetchContext", "17"),
                   {"CUSTOMER", "key: Cols", "between", "1 and 2"}};
@@ -39,9 +39,9 @@ TEST_F(RequestEnvelopeTest, SendsWhatTheDescriptionSaysAndNothingElse) {
   EXPECT_THAT(sent.FindRecord("CORRHIST").Assigned(), ElementsAre("ACTION=ADD"));
   EXPECT_EQ(sent.inquiry_xml, "");
   EXPECT_TRUE(sent.was_built);
-  EXPECT_EQ(state_.pending_request_name, "LetterAU");
-  EXPECT_EQ(state_.pending_message_key, sent.message_key);
-  EXPECT_FALSE(state_.timed_out);
+  EXPECT_EQ(pending_.name(), "LetterAU");
+  EXPECT_EQ(pending_.message_key(), sent.message_key);
+  EXPECT_FALSE(pending_.timed_out());
 }
 
 TEST_F(RequestEnvelopeTest, LeavesOutTheUserWhereTheRequestHasNone) {
@@ -69,8 +69,9 @@ TEST_F(RequestEnvelopeTest, AnnouncesBeforeOrAfterSendingAsDescribed) {
 
 TEST_F(RequestEnvelopeTest, AwaitsItsReplyUnlessItCouldNotBeSent) {
   envelope_.Send({.type = 83, .name = "XMLRequest", .status = "Requesting"});
-  EXPECT_EQ(state_.awaited_message_key, fakes_.server.LastRequest().message_key);
-  EXPECT_EQ(state_.awaited_status, "Requesting");
+  EXPECT_TRUE(pending_.IsAwaited());
+  EXPECT_EQ(pending_.message_key(), fakes_.server.LastRequest().message_key);
+  EXPECT_EQ(pending_.status(), "Requesting");
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kHourglass);
 
   fakes_.server.on_send = [](const auto&) {
@@ -81,28 +82,25 @@ TEST_F(RequestEnvelopeTest, AwaitsItsReplyUnlessItCouldNotBeSent) {
                                .waits_for_context = true,
                                .status_when = RequestDescription::Status::kBeforeSending}),
                platform::Failure);
-  EXPECT_FALSE(state_.AwaitsReply());
+  EXPECT_FALSE(pending_.IsAwaited());
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
   EXPECT_TRUE(fakes_.status.ready);
 }
 
-TEST_F(RequestEnvelopeTest, KeepsThePendingNameForARequestNobodyHandles) {
-  state_.pending_request_name = "Letter_Preview";
-  envelope_.Send({.type = 82});
-  EXPECT_EQ(state_.pending_request_name, "Letter_Preview");
-  EXPECT_EQ(state_.pending_message_key, fakes_.server.LastRequest().message_key);
-  EXPECT_EQ(state_.unhandled_message_key, state_.pending_message_key);
-}
+TEST_F(RequestEnvelopeTest, SpeaksForADialogUnderItsOwnNameAndLeavesTheWorkspacesRequest) {
+  envelope_.Send({.type = 79, .name = "Letter_History"});
+  pending_.TimedOut();
+  const auto key = pending_.message_key();
 
-TEST_F(RequestEnvelopeTest, SpeaksForADialogUnderItsOwnNameAndFlag) {
-  bool timed_out = true;
-  RequestEnvelope envelope(fakes_.services(), state_, *listener_, "ZEMLO_CorrespfrmBatchStat", timed_out);
-  state_.timed_out = true;
+  PendingRequest dialogs;
+  RequestEnvelope envelope(fakes_.services(), dialogs, *listener_, "ZEMLO_CorrespfrmBatchStat");
   envelope.Send({.type = 79, .name = "Batch_Stat"});
   EXPECT_EQ(fakes_.server.LastRequest().application, "ZEMLO_CorrespfrmBatchStat");
-  EXPECT_FALSE(timed_out);
-  EXPECT_TRUE(state_.timed_out);
-  EXPECT_FALSE(state_.AwaitsReply());
+  EXPECT_TRUE(dialogs.IsAwaited());
+  EXPECT_FALSE(dialogs.timed_out());
+  EXPECT_TRUE(pending_.IsAwaited());
+  EXPECT_EQ(pending_.message_key(), key);
+  EXPECT_TRUE(pending_.timed_out());
 }
 
 }  // namespace
