@@ -8,8 +8,8 @@
 #include "platform/counter.h"
 #include "platform/parties/services.h"
 #include "tracking/run_progress.h"
-#include "workspace/letters/letter_data.h"
 #include "workspace/letters/print_run.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace tracking {

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "platform/parties/services.h"
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/pages/pages.h"

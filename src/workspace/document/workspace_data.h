@@ -4,7 +4,7 @@
 
 #include "customers/customer_panel.h"
 #include "tracking/letter_action_lists.h"
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"

@@ -5,8 +5,8 @@
 
 #include "platform/controls/grid.h"
 #include "platform/parties/services.h"
-#include "workspace/letters/letter_data.h"
 #include "workspace/letters/letter_forms.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/pending_request.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/parties/services.h"
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/request_envelope.h"
 

@@ -5,7 +5,7 @@
 #include "customers/customer_panel.h"
 #include "platform/parties/services.h"
 #include "platform/xml/xml.h"
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/pages/correspondence_page.h"
 
 namespace workspace {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 
 namespace workspace {
 

@@ -9,8 +9,8 @@
 #include "platform/parties/print_journal.h"
 #include "platform/parties/services.h"
 #include "workspace/letters/history_record.h"
-#include "workspace/letters/letter_data.h"
 #include "workspace/letters/print_run.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace workspace {

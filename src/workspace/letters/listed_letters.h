@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "platform/controls/grid.h"
-#include "workspace/letters/letter_data.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/letter_source.h"
 
 namespace workspace {

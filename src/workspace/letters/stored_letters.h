@@ -4,9 +4,9 @@
 #include <string>
 
 #include "platform/parties/services.h"
-#include "workspace/letters/letter_data.h"
 #include "workspace/letters/letter_printing.h"
 #include "workspace/letters/letter_templates.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/pending_request.h"
 
