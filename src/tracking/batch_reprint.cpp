@@ -68,8 +68,9 @@ void BatchReprint::LetterPrinted(RequestDescription& message) {
   platform::Trap(services_, "ZEMLO_Corresp.PrintDoc", [&] { ShowProgress(); });
   message.name = std::string(kind->request_name);
   if (HasLettersToReprint(letters_.letter_type)) {
-    letter_ = {.sequence_number = TakeNext(kind->request_name)};
-    message.keys.push_back(platform::Criterion("key:FetchContext", std::to_string(letter_.sequence_number)));
+    message.letter = {.sequence_number = TakeNext(kind->request_name)};
+    message.keys.push_back(
+        platform::Criterion("key:FetchContext", std::to_string(message.letter.sequence_number)));
     message.status = Progress("Printing");
   } else {
     progress_.Close();

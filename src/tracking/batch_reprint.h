@@ -9,7 +9,6 @@
 #include "platform/parties/services.h"
 #include "tracking/run_progress.h"
 #include "workspace/letters/print_run.h"
-#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace tracking {
@@ -27,9 +26,8 @@ class BatchReprint : public workspace::PrintRun {
   };
 
   /// All references outlive this.
-  BatchReprint(const platform::Services& services, workspace::RequestEnvelope& envelope,
-               workspace::LetterData& letter)
-      : services_(services), envelope_(envelope), letter_(letter), progress_(services) {}
+  BatchReprint(const platform::Services& services, workspace::RequestEnvelope& envelope)
+      : services_(services), envelope_(envelope), progress_(services) {}
 
   /// These are printed next; the run starts with the fetch of the first one.
   void Prepare(Letters letters);
@@ -54,7 +52,6 @@ class BatchReprint : public workspace::PrintRun {
 
   const platform::Services& services_;
   workspace::RequestEnvelope& envelope_;
-  workspace::LetterData& letter_;
 
   Letters letters_;
   platform::Counter count_;  ///< letters found

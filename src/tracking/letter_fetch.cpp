@@ -19,14 +19,14 @@ constexpr std::size_t kDayLength = std::string_view("yyyy-mm-dd").size();
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
     if (!IsMeant(action, grid)) throw platform::AbandonStep();
-    letter_ = LetterOf(action, grid);
     workspace::RequestDescription request{
         .type = 83,
         .name = action,
-        .keys = {Criterion("key:FetchContext", std::to_string(letter_.sequence_number))},
+        .letter = LetterOf(action, grid),
         .status = "Requesting Letter History",
         .status_when = workspace::RequestDescription::Status::kBeforeSending,
     };
+    request.keys.push_back(Criterion("key:FetchContext", std::to_string(request.letter.sequence_number)));
     if (action == "Letter_BKView") {
       request.keys.push_back(Criterion("key:EmitFieldDescriptors", "Y"));
       request.keys.push_back(Criterion("key: ExplainState", "Y"));

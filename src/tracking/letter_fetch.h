@@ -19,20 +19,18 @@ class LetterFetch {
   /// The number of the next letter of the batch reprint with that request name; 0 where there is none.
   using NextOfRun = std::function<std::int32_t(const std::string& action)>;
 
-  /// All references outlive this. `letter` is the letter at hand.
+  /// All references outlive this.
   LetterFetch(const platform::Services& services, const std::string& message_title,
-              workspace::RequestEnvelope& envelope, workspace::LetterData& letter, workspace::Pages& pages,
-              NextOfRun next_of_run)
+              workspace::RequestEnvelope& envelope, workspace::Pages& pages, NextOfRun next_of_run)
       : services_(services),
         message_title_(message_title),
         envelope_(envelope),
-        letter_(letter),
         pages_(pages),
         next_of_run_(std::move(next_of_run)) {}
 
-  /// Fetches the letter of the grid's current row, or the next one of a batch reprint (kBatchReprint), which
-  /// becomes the letter at hand; `action` is the pending request name and decides what the reply does.
-  /// Returns whether the request is under way: a failure is reported, and where the page shows another
+  /// Fetches the letter of the grid's current row, or the next one of a batch reprint (kBatchReprint). The
+  /// reply hands it back as its row is now; `action` is the pending request name and decides what the reply
+  /// does. Returns whether the request is under way: a failure is reported, and where the page shows another
   /// customer than the letters', the user may have declined.
   bool RePrintLetter(const std::string& action, workspace::PageIndex grid);
 
@@ -43,7 +41,6 @@ class LetterFetch {
   const platform::Services& services_;
   const std::string& message_title_;
   workspace::RequestEnvelope& envelope_;
-  workspace::LetterData& letter_;
   workspace::Pages& pages_;
   const NextOfRun next_of_run_;
 };

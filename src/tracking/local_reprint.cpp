@@ -97,10 +97,10 @@ void LocalReprint::Count(std::size_t letters) {
 void LocalReprint::LetterPrinted(workspace::RequestDescription& message) {
   workspace::CountUp(uses_.services, printed_, "printed letters", kProcedure);
   if (IsOver() || !GoesOn()) return Stop();
-  MakeNextCurrent();
+  message.letter = MakeNextCurrent();
   message.name = kRequest;
   message.keys.push_back(
-      platform::Criterion("key:FetchContext", std::to_string(uses_.letter.sequence_number)));
+      platform::Criterion("key:FetchContext", std::to_string(message.letter.sequence_number)));
   const auto reached =
       " letter " + std::to_string(printed_.value()) + " of " + std::to_string(to_print_.value());
   ShowProgress("Printed" + reached);
@@ -112,18 +112,17 @@ void LocalReprint::ShowProgress(const std::string& text) {
   platform::Trap(uses_.services, kProcedure, [&] { progress_.Show(text); });
 }
 
-void LocalReprint::MakeNextCurrent() {
+workspace::LetterData LocalReprint::MakeNextCurrent() {
   const auto next = static_cast<std::size_t>(printed_.value());
   const auto make_current = [&](auto& letters) {
     letters.MakeSelectedCurrent(next);
-    uses_.letter = workspace::CurrentLetter(letters);
+    return workspace::CurrentLetter(letters);
   };
   if (uses_.batch_browser != nullptr && uses_.batch_browser->IsOpen()) {
-    make_current(*uses_.batch_browser);
-  } else {
-    ListedLetters letters(uses_.pages.tracking.sdgGrid);
-    make_current(letters);
+    return make_current(*uses_.batch_browser);
   }
+  ListedLetters letters(uses_.pages.tracking.sdgGrid);
+  return make_current(letters);
 }
 
 void LocalReprint::Stop() {

@@ -27,7 +27,6 @@ class LocalReprint : public workspace::PrintRun {
     const platform::Services& services;
     const workspace::PendingRequest& pending;
     const std::string& message_title;
-    workspace::LetterData& letter;
     workspace::Pages& pages;
     LetterFetch& fetch;
     workspace::LetterNames& names;
@@ -55,7 +54,7 @@ class LocalReprint : public workspace::PrintRun {
   std::string TypesOfSelected();
   void Count(std::size_t letters);
   void ShowProgress(const std::string& text);
-  void MakeNextCurrent();
+  workspace::LetterData MakeNextCurrent();
 
   const Uses uses_;
   RunProgress progress_;

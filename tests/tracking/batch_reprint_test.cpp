@@ -33,10 +33,9 @@ class BatchReprintTest : public testing::Test {
 
   fakes::FakeServices fakes_;
   workspace::PendingRequest pending_;
-  workspace::LetterData letter_;
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   workspace::RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
-  BatchReprint run_{fakes_.services(), envelope_, letter_};
+  BatchReprint run_{fakes_.services(), envelope_};
   RequestDescription message_;
 };
 
@@ -47,7 +46,7 @@ TEST_F(BatchReprintTest, FetchesTheLettersInTheirOrder) {
 
   LetterIsPrinted();
   EXPECT_THAT(Keys(), ElementsAre("key:FetchContext=22"));
-  EXPECT_EQ(letter_.sequence_number, 22);
+  EXPECT_EQ(message_.letter.sequence_number, 22);
   EXPECT_EQ(message_.name, "RePrint_CTL");
   EXPECT_EQ(message_.status, "Printing letter 1 of 3");
   EXPECT_EQ(Form().progress.caption(), "Printed letter 1 of 3");

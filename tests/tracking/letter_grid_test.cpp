@@ -59,7 +59,6 @@ class LetterGridTest : public testing::Test {
   fakes::FakeServices fakes_;
   const std::string message_title_ = "Letters";
   workspace::PendingRequest pending_;
-  workspace::LetterData letter_;
   customers::CurrentCustomer customer_;
   LetterActionLists lists_;
   workspace::Pages pages_{fakes_.services()};
@@ -67,8 +66,8 @@ class LetterGridTest : public testing::Test {
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   workspace::RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   workspace::CommandGate gate_{fakes_.services(), pending_};
-  LetterFetch fetch_{fakes_.services(), message_title_, envelope_,
-                     letter_,           pages_,         [](const std::string&) { return 0; }};
+  LetterFetch fetch_{fakes_.services(), message_title_, envelope_, pages_,
+                     [](const std::string&) { return 0; }};
   LetterGrid letter_grid_{{fakes_.services(), lists_, customer_, page_, fetch_, gate_}};
   platform::Connection clicked_;
 };
@@ -84,8 +83,11 @@ TEST_F(LetterGridTest, AsksForTheCustomerOfALetter) {
   EXPECT_EQ(pending_.message_key(), request.message_key);
   EXPECT_EQ(fakes_.status.LastText(), "Requesting Letter History");
   EXPECT_EQ(customer_.CustomerId, "4712");
-  EXPECT_EQ(letter_.sequence_number, 2);
   EXPECT_FALSE(page_.letter_action.enabled());
+  UserSelects({3});
+  fakes_.server.ReplyWithNothing();
+  fakes_.RunEvents();
+  EXPECT_EQ(pending_.TakeReply(fakes_.server).value().letter.sequence_number, 2);
 }
 
 // City line, phone and account of the customer before stood beside the next one's name.

@@ -40,7 +40,6 @@ class ABookmarkView : public WorkspaceRoomTest {
                                                      {"LST_PRNT_TS", platform::Value::Null()},
                                                      {"PRNT_STTS_CD", status},
                                                      {"PRCS_ERR_TXT", error}}}));
-    letter_.sequence_number = 8;
     pages_.tracking.sdgGrid.MakeCurrent(0);  // chosen since
   }
   void GivenBrowsedLetter(const std::string& status, const std::string& error) {
@@ -52,7 +51,7 @@ class ABookmarkView : public WorkspaceRoomTest {
   }
   /// What the form is given for the reply.
   LetterInformation Shown(bool with_diagnostics = false) {
-    envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
+    envelope_.Send({.type = 83, .name = "Letter_BKView", .letter = {.sequence_number = 8}});
     fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
     View(with_diagnostics).ViewBookMark(TakeReply());
     EXPECT_THAT(forms_.information, SizeIs(1));
@@ -62,8 +61,7 @@ class ABookmarkView : public WorkspaceRoomTest {
 
   BrowserOfOneLetter browser_;
   BookmarkView View(bool with_diagnostics) {
-    return BookmarkView(
-        {fakes_.services(), with_diagnostics, letter_, pages_.tracking.sdgGrid, &browser_, forms_});
+    return BookmarkView({fakes_.services(), with_diagnostics, pages_.tracking.sdgGrid, &browser_, forms_});
   }
 };
 
@@ -99,7 +97,7 @@ TEST_F(ABookmarkView, ReportsAReplyWithoutALetterAndAMissingRow) {
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.ViewBookMark"));
   GivenListedLetter("F", "");
   pages_.tracking.sdgGrid.Bind(nullptr);
-  envelope_.Send({.type = 83, .name = "Letter_BKView", .status = "Requesting Letter History"});
+  envelope_.Send({.type = 83, .name = "Letter_BKView", .letter = {.sequence_number = 8}});
   fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
   View(false).ViewBookMark(TakeReply());
   EXPECT_THAT(fakes_.errors.reports, SizeIs(2));

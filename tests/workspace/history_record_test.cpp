@@ -24,6 +24,7 @@ class HistoryRecordTest : public WorkspaceRoomTest {
     envelope_.Send(message);
     return fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned();
   }
+  LetterData letter_;
   std::vector<std::string> SentForNewLetter() {
     RequestDescription message;
     history_.SendLetterHistoryADD(message, letter_);

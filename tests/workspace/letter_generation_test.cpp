@@ -282,7 +282,7 @@ TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.CreateNewCorrespondence"));
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
   EXPECT_FALSE(print_.HasCalled("MergeBookmarks"));
-  EXPECT_EQ(letter_.customer_id, "");
+  EXPECT_EQ(generation_.letter().customer_id, "");
 }
 
 TEST_F(LetterGenerationTest, ReportsALetterTypeThatIsNoNumber) {

@@ -96,7 +96,6 @@ class WorkspaceRoomTest : public testing::Test {
   const std::string message_title_ = "Letters";
   PendingRequest pending_;
   LetterRequestFields request_;
-  LetterData letter_;
   customers::CurrentCustomer customer_;
   Pages pages_{fakes_.services()};
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
@@ -113,8 +112,8 @@ class WorkspaceRoomTest : public testing::Test {
        [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
   PrintRun* run_ = nullptr;
   LetterCustomer letter_customer_{fakes_.services(), message_title_, customer_, pages_.correspondence};
-  LetterGeneration generation_{{fakes_.services(), message_title_, request_, letter_, pages_, envelope_,
-                                templates_, forms_, printing_, letter_customer_, field_check_}};
+  LetterGeneration generation_{{fakes_.services(), message_title_, request_, pages_, envelope_, templates_,
+                                forms_, printing_, letter_customer_, field_check_}};
 };
 
 }  // namespace workspace

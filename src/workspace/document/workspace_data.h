@@ -4,7 +4,6 @@
 
 #include "customers/customer_panel.h"
 #include "tracking/letter_action_lists.h"
-#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"
@@ -20,7 +19,6 @@ struct WorkspaceData {
 
   PendingRequest pending;
   LetterRequestFields request;
-  LetterData letter;
   customers::CurrentCustomer customer;
   tracking::LetterActionLists action_lists;
   Pages pages;

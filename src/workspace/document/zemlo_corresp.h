@@ -57,8 +57,6 @@ class ZEMLO_Corresp {
   /// The controls, for views, programs and tests.
   Pages& pages() { return data_.pages; }
   const PendingRequest& pending_request() const { return data_.pending; }
-  /// The letter that was asked for last.
-  const LetterData& letter() const { return data_.letter; }
   const customers::CurrentCustomer& customer() const { return data_.customer; }
   /// For a host that wants letters' data instead of letters, from its "Create Letter" on. Comes after
   /// Initialize.
@@ -70,6 +68,8 @@ class ZEMLO_Corresp {
   void TryTemplate(TemplateInForce tried);
   /// The template that new letters of the type are made with. Comes after Initialize.
   TemplateInForce TemplateOf(const std::string& letter_type);
+  /// The new letter whose data came last; an empty one before. Comes after Initialize; throws Failure before.
+  const LetterData& letter() const { return RequireParts().generation.letter(); }
   /// What the document is made of, to be looked at. Comes after Initialize; throws Failure before it.
   const Parts& parts() const { return RequireParts(); }
   /// Comes after Initialize; throws Failure before it.

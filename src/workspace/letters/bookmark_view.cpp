@@ -20,7 +20,7 @@ void BookmarkView::ViewBookMark(const Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.ViewBookMark", [&] {
     LetterInformation letter{.context = ContextOf(reply)};
     uses_.services.status.ShowStatus("Ready");
-    AddRow(letter);
+    AddRow(reply, letter);
     uses_.forms.ShowLetterInformation(letter);
   });
 }
@@ -30,8 +30,8 @@ std::string BookmarkView::ContextOf(const Reply& reply) const {
   throw Failure(Failure::Kind::kNotFound, "The server's reply brought no data of the letter.");
 }
 
-void BookmarkView::AddRow(LetterInformation& letter) const {
-  const auto listed = IsBatchBrowserOpen() ? std::nullopt : std::optional(ListedRow());
+void BookmarkView::AddRow(const Reply& reply, LetterInformation& letter) const {
+  const auto listed = IsBatchBrowserOpen() ? std::nullopt : std::optional(RowOf(reply.letter));
   const auto text = [&](std::string_view column) {
     return listed ? uses_.letters.rows()->Text(*listed, column) : uses_.batch_browser->CurrentText(column);
   };
@@ -44,9 +44,9 @@ void BookmarkView::AddRow(LetterInformation& letter) const {
   if (IsBatchBrowserOpen() && uses_.with_diagnostics) letter.batch_error = error;
 }
 
-std::size_t BookmarkView::ListedRow() const {
+std::size_t BookmarkView::RowOf(const LetterData& letter) const {
   const auto& letters = uses_.letters.rows();
-  const auto number = std::to_string(uses_.letter.sequence_number);
+  const auto number = std::to_string(letter.sequence_number);
   const auto row =
       letters ? letters->Find("SEQ_NBR", platform::RecordSet::Match::kEquals, number) : std::nullopt;
   if (row) return *row;

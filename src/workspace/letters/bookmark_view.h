@@ -18,7 +18,6 @@ class BookmarkView {
   struct Uses {
     const platform::Services& services;
     const bool with_diagnostics;        ///< the setting DontPrint
-    const LetterData& letter;           ///< the one that was asked for
     const platform::Grid& letters;      ///< of the tracking page
     const LetterSource* batch_browser;  ///< null where there is none
     LetterForms& forms;
@@ -33,9 +32,9 @@ class BookmarkView {
 
  private:
   std::string ContextOf(const Reply& reply) const;
-  void AddRow(LetterInformation& letter) const;
+  void AddRow(const Reply& reply, LetterInformation& letter) const;
   /// Where the letter stands on the tracking page. Throws Failure kNotFound where it does not any more.
-  std::size_t ListedRow() const;
+  std::size_t RowOf(const LetterData& letter) const;
   bool IsBatchBrowserOpen() const;
 
   const Uses uses_;

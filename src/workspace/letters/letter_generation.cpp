@@ -32,19 +32,20 @@ void LetterGeneration::SelectNewType() {
     const auto in_force = tried_ ? *tried_ : uses_.templates.InForce(letter_type);
     if (!take_ && !RequireTemplate(in_force)) return;
     const auto& shown = uses_.pages.correspondence.panel;
-    uses_.letter = {.letter_type = letter_code,
-                    .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
-                    .template_name = in_force.name,
-                    .template_path = in_force.path,
-                    .is_trial = tried_.has_value(),
-                    .form_type = uses_.request.form_type,
-                    .form_number = uses_.request.form_number,
-                    .check_digit = uses_.request.check_digit,
-                    .page_customer_id = std::string(platform::Trim(shown.customer_id.caption())),
-                    .page_customer_name = shown.name.caption()};
+    LetterData letter{.letter_type = letter_code,
+                      .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
+                      .template_name = in_force.name,
+                      .template_path = in_force.path,
+                      .is_trial = tried_.has_value(),
+                      .form_type = uses_.request.form_type,
+                      .form_number = uses_.request.form_number,
+                      .check_digit = uses_.request.check_digit,
+                      .page_customer_id = std::string(platform::Trim(shown.customer_id.caption())),
+                      .page_customer_name = shown.name.caption()};
 
     RequestDescription message{.type = 83,
                                .name = "XMLRequest",
+                               .letter = std::move(letter),
                                .with_user_id = false,
                                .keys = {platform::Criterion("key: LTR_TYP_ID", std::to_string(letter_type)),
                                         platform::Criterion("key: POPULATE_LTR_BOOKMARKS", "Y"),
@@ -94,36 +95,36 @@ void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
   constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
   const AtExit enable(uses_.services, kProcedure, [this] { uses_.field_check.EnableCreateLetter(); });
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
-    uses_.letter.printed_from_entry_form = false;
+    letter_ = reply.letter;
     const auto context = RowsOf(uses_.services, reply, "XML_Context");
     if (context == nullptr)
       throw platform::Failure(platform::Failure::Kind::kNotFound,
                               "The server's reply brought no data of the letter.");
-    uses_.letter.context = context->FirstText();
-    const auto document = platform::XmlDocument::Parse(uses_.letter.context).OrFail();
+    letter_.context = context->FirstText();
+    const auto document = platform::XmlDocument::Parse(letter_.context).OrFail();
     composition::ZEMLO_NodeState root;
     root.InitFromNode(document.Root());
     const auto history = RowsOf(uses_.services, reply, "CORRHIST");
     if (history != nullptr) TakeHistoryRow(*history);
-    if (!uses_.customer.Settle(uses_.letter, document)) return;
+    if (!uses_.customer.Settle(letter_, document)) return;
 
     if (!root.IsErroneous()) {
-      FinishLetter(root, uses_.letter, reply.request_name);
-    } else if (history != nullptr && uses_.letter.print_status == kAddressFailed) {
+      FinishLetter(root, letter_, reply.request_name);
+    } else if (history != nullptr && letter_.print_status == kAddressFailed) {
       uses_.services.status.ShowStatus("Ready");
       TellWhyAddressesFail(document);
       TellAddressErrors(root);
     } else {
       uses_.services.status.ShowStatus("Ready");
       uses_.services.status.ShowReason("No letter was made. Its data are in error.");
-      uses_.forms.ShowLetterInformation({.context = uses_.letter.context, .is_refused = true});
+      uses_.forms.ShowLetterInformation({.context = letter_.context, .is_refused = true});
     }
   });
   if (!is_done) uses_.services.status.ShowStatus("Ready");
 }
 
 void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
-  auto& letter = uses_.letter;
+  auto& letter = letter_;
   auto& request = uses_.request;
   const std::pair<const char*, std::string*> targets[] = {
       {"CUST_ID", &letter.customer_id},       {"PRNT_STTS_CD", &letter.print_status},

@@ -29,7 +29,6 @@ class LetterGeneration {
     const platform::Services& services;
     const std::string& message_title;
     LetterRequestFields& request;
-    LetterData& letter;
     Pages& pages;
     RequestEnvelope& envelope;
     LetterTemplates& templates;
@@ -45,6 +44,8 @@ class LetterGeneration {
   void SelectNewType();
   /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
   void CreateNewCorrespondence(const Reply& reply);
+  /// The letter whose data came last; an empty one before.
+  const LetterData& letter() const { return letter_; }
   /// A letter whose data are without an error is handed to `take` from now on, and not made: it needs no
   /// template.
   void HandOut(std::function<void(const LetterData&)> take) { take_ = std::move(take); }
@@ -65,6 +66,7 @@ class LetterGeneration {
   void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
 
   const Uses uses_;
+  LetterData letter_;
   std::function<void(const LetterData&)> take_;
   std::optional<TemplateInForce> tried_;
 };

@@ -34,9 +34,9 @@ bool StoredLetters::Merge(const Reply& reply, PageIndex page, const std::string&
                           const std::string& letter_type) {
   const auto context = RowsOf(uses_.services, reply, kContext);
   if (context == nullptr) return false;
-  auto letter = uses_.letter;
+  auto letter = reply.letter;
   letter.context = ContextOf(*context);
-  letter.template_name = TemplateName(page, letter_type);
+  letter.template_name = TemplateName(letter, page, letter_type);
   letter.template_path = uses_.templates.LocalPath(letter.template_name);
   uses_.templates.BringIfMissing(letter.template_name);
 
@@ -51,8 +51,9 @@ bool StoredLetters::Merge(const Reply& reply, PageIndex page, const std::string&
   return true;
 }
 
-std::string StoredLetters::TemplateName(PageIndex page, const std::string& letter_type) const {
-  if (page != PageIndex::kBatchReprint) return uses_.letter.template_name;
+std::string StoredLetters::TemplateName(const LetterData& letter, PageIndex page,
+                                        const std::string& letter_type) const {
+  if (page != PageIndex::kBatchReprint) return letter.template_name;
   const auto path =
       uses_.templates.GetTemplateFileName(WholeNumber<std::int32_t>("letter type", letter_type));
   if (!path.empty()) return uses_.templates.template_name();

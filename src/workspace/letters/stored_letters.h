@@ -18,7 +18,6 @@ class StoredLetters {
  public:
   struct Uses {
     const platform::Services& services;
-    const LetterData& letter;  ///< the one that was asked for, as its list had it
     LetterTemplates& templates;
     LetterPrinting& printing;
   };
@@ -34,7 +33,7 @@ class StoredLetters {
 
  private:
   bool Merge(const Reply& reply, PageIndex page, const std::string& mode, const std::string& letter_type);
-  std::string TemplateName(PageIndex page, const std::string& letter_type) const;
+  std::string TemplateName(const LetterData& letter, PageIndex page, const std::string& letter_type) const;
 
   const Uses uses_;
 };

@@ -5,8 +5,9 @@
 
 namespace workspace {
 
-/// One letter: what it was asked with, its data, and what its history row says of it. The page may be used
-/// for the next letter while this one stands in a preview: what is recorded of it comes from here.
+/// One letter: what it was asked with, its data, and what its history row says of it. It travels with the
+/// request that it is about and comes back with the reply, because page and list may be used for the next one
+/// meanwhile; also while this one stands in a preview, whose print is recorded from here.
 struct LetterData {
   std::string letter_type = {};
   std::string letter_name = {};  ///< in words; "" where it is not known

@@ -13,13 +13,14 @@ std::shared_ptr<platform::RecordSet> RowsOf(const platform::Services& services, 
   return record == nullptr || record->Recordset()->IsEmpty() ? nullptr : record->Recordset();
 }
 
-void PendingRequest::Begin(std::string message_key, std::optional<std::string> name) {
+void PendingRequest::Begin(std::string message_key, std::optional<std::string> name, LetterData letter) {
   stage_ = Stage::kBegun;
   message_key_ = std::move(message_key);
   has_handler_ = name.has_value();
   if (name) name_ = *std::move(name);
   status_.clear();
   timed_out_ = false;
+  letter_ = std::move(letter);
 }
 
 void PendingRequest::Await(std::string status) {
@@ -31,7 +32,7 @@ void PendingRequest::Await(std::string status) {
 
 std::optional<Reply> PendingRequest::TakeReply(const platform::MessageComponent& messages) {
   if (!IsAwaited() || !messages.HasReply(message_key_)) return std::nullopt;
-  Reply reply{has_handler_ ? name_ : "", message_key_, timed_out_};
+  Reply reply{has_handler_ ? name_ : "", message_key_, timed_out_, std::exchange(letter_, {})};
   stage_ = Stage::kNone;
   name_.clear();
   message_key_.clear();

@@ -7,14 +7,17 @@
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
 #include "platform/record_set.h"
+#include "workspace/messaging/letter_data.h"
 
 namespace workspace {
 
-/// A reply that has been taken: which request it answers, and where its rows are.
+/// A reply that has been taken: which request it answers, the letter that was asked about, and where the rows
+/// are.
 struct Reply {
   std::string request_name = {};  ///< "" where nobody handles the reply
   std::string message_key = {};
   bool timed_out = false;
+  LetterData letter = {};  ///< as it was when the request was sent; an empty one where it was about none
 };
 
 /// The reply's rows of that record, the first one current; null where it has no such record, or no rows of
@@ -29,7 +32,7 @@ std::shared_ptr<platform::RecordSet> RowsOf(const platform::Services& services, 
 class PendingRequest {
  public:
   /// Without a name nobody handles the reply, and the name stays that of the request before.
-  void Begin(std::string message_key, std::optional<std::string> name);
+  void Begin(std::string message_key, std::optional<std::string> name, LetterData letter);
   /// What has been begun is on its way. `status` says so in words. Throws Failure kInternal where nothing has
   /// been begun.
   void Await(std::string status);
@@ -57,6 +60,7 @@ class PendingRequest {
   std::string message_key_;
   std::string status_;
   bool timed_out_ = false;
+  LetterData letter_;
 };
 
 }  // namespace workspace

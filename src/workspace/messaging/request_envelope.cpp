@@ -38,7 +38,7 @@ void RequestEnvelope::Send(const RequestDescription& request) {
   for (const auto& key : request.keys) message->AddKey(key);
   for (const auto& record : request.records) AddRecord(*message, record);
   if (!request.inquiry_xml.empty()) message->AddInquiryXml(request.inquiry_xml);
-  pending_.Begin(message->MessageKey(), request.name);
+  pending_.Begin(message->MessageKey(), request.name, request.letter);
   SendMessage(*message, request);
   is_under_way = true;
 }

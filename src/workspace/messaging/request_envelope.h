@@ -10,6 +10,7 @@
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
 #include "platform/value.h"
+#include "workspace/messaging/letter_data.h"
 #include "workspace/messaging/pending_request.h"
 
 namespace workspace {
@@ -37,6 +38,7 @@ struct RequestDescription {
   int type = 0;
   /// The pending request name; nothing leaves the previous one, and nobody handles the reply.
   std::optional<std::string> name = std::nullopt;
+  LetterData letter = {};  ///< the one it is about, if any: its reply hands it back
   bool with_user_id = true;
   std::vector<platform::KeyItem> keys = {};  ///< they travel in this order
   std::vector<RecordDescription> records = {};

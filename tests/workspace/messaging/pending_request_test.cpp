@@ -37,6 +37,16 @@ TEST_F(APendingRequest, GivesItsReplyOnceAndIsOver) {
   EXPECT_FALSE(Taken());
 }
 
+TEST_F(APendingRequest, HandsBackTheLetterItIsAbout) {
+  envelope_.Send({.type = 83, .name = "Letter_Preview", .letter = {.sequence_number = 17}});
+  envelope_.Send({.type = 83, .name = "Letter_Preview", .letter = {.sequence_number = 18}});
+  ReplyComes();
+  EXPECT_EQ(Taken()->letter.sequence_number, 18);
+  envelope_.Send({.type = 79, .name = "Letter_History"});
+  ReplyComes();
+  EXPECT_EQ(Taken()->letter.sequence_number, 0) << "a search is about none";
+}
+
 TEST_F(APendingRequest, KeepsItsNameForANextOneWhoseReplyNobodyHandles) {
   envelope_.Send({.type = 83, .name = "Letter_Preview"});
   envelope_.Send({.type = 82});
@@ -48,7 +58,7 @@ TEST_F(APendingRequest, KeepsItsNameForANextOneWhoseReplyNobodyHandles) {
 
 TEST_F(APendingRequest, IsAwaitedOnlyOnceItHasBegun) {
   EXPECT_THROW(pending_.Await("Searching"), platform::Failure);
-  pending_.Begin("MSG1", "Letter_History");
+  pending_.Begin("MSG1", "Letter_History", {});
   EXPECT_FALSE(pending_.IsAwaited());
   pending_.Await("Searching");
   EXPECT_TRUE(pending_.IsAwaited());
