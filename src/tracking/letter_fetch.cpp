@@ -1,20 +1,11 @@
 #include "tracking/letter_fetch.h"
 
-#include <string_view>
-
-#include "platform/text.h"
 #include "tracking/letter_owner.h"
 #include "workspace/letters/listed_letters.h"
 
 namespace tracking {
 
 using platform::Criterion;
-
-namespace {
-
-constexpr std::size_t kDayLength = std::string_view("yyyy-mm-dd").size();
-
-}  // namespace
 
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
@@ -50,14 +41,8 @@ workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace
   list.ShowCurrent();  // nothing is done to a letter that the user does not see
   auto letter = workspace::CurrentLetter(workspace::ListedLetters(list));
   const auto& row = *list.rows();
-  const auto text = [&row](const char* column) {
-    return row.HasColumn(column) ? row.Text(column) : std::string();
-  };
-  letter.letter_type = text("LTR_TYP_ID");
+  if (row.HasColumn("LTR_TYP_ID")) letter.letter_type = row.Text("LTR_TYP_ID");
   letter.letter_name = pages_.correspondence.ZEMLO_LetterType.DescriptionOf(letter.letter_type);
-  const auto printed = text("PRNT_TS");
-  const auto day = platform::FirstCharacters(printed, kDayLength);
-  if (platform::ParseDate(day)) letter.day = day;
   return letter;
 }
 

@@ -1,6 +1,7 @@
 #include "workspace/letters/bookmark_view.h"
 
 #include "tests/workspace/workspace_room_test.h"
+#include "workspace/letters/listed_letters.h"
 
 namespace workspace {
 namespace {
@@ -14,10 +15,10 @@ constexpr const char* kFinalistText =
 
 /// The batch letter browser, with one row.
 struct BrowserOfOneLetter : LetterSource {
-  bool open = false;
   std::map<std::string, std::string, std::less<>> row;
 
-  bool IsOpen() const override { return open; }
+  bool IsOpen() const override { return true; }
+  bool IsBatchBrowser() const override { return true; }
   std::string CurrentText(std::string_view column) const override { return row.find(column)->second; }
   std::size_t SelectedCount() const override { return 1; }
   void MakeSelectedCurrent(std::size_t) override {}
@@ -29,44 +30,37 @@ class ABookmarkView : public WorkspaceRoomTest {
     fakes_.utilities.descriptions[{"LTRPRNTCD", "F"}] = "Printing Failed";
     fakes_.utilities.descriptions[{"LTRPRNTCD", "V"}] = "Address Not Verified";
   }
-  void GivenListedLetter(const std::string& status, const std::string& error) {
-    pages_.tracking.sdgGrid.Bind(fakes::RowsOf("", {{{"SEQ_NBR", 7},
-                                                     {"PRNT_TS", "1999-09-09 09.09.09"},
-                                                     {"LST_PRNT_TS", ""},
-                                                     {"PRNT_STTS_CD", "P"},
-                                                     {"PRCS_ERR_TXT", ""}},
-                                                    {{"SEQ_NBR", 8},
-                                                     {"PRNT_TS", "2024-01-02 03.04.05"},
-                                                     {"LST_PRNT_TS", platform::Value::Null()},
-                                                     {"PRNT_STTS_CD", status},
-                                                     {"PRCS_ERR_TXT", error}}}));
-    pages_.tracking.sdgGrid.MakeCurrent(0);  // chosen since
+  static LetterData Letter(const std::string& status, const std::string& error) {
+    return {.print_status = status,
+            .sequence_number = 8,
+            .first_printed = "2024-01-02 03.04.05",
+            .print_error = error};
   }
-  void GivenBrowsedLetter(const std::string& status, const std::string& error) {
-    browser_.open = true;
-    browser_.row = {{"PRNT_TS", "2025-01-01 00.00.00"},
+  void BrowserShows(const std::string& number, const std::string& status, const std::string& error) {
+    browser_.row = {{"SEQ_NBR", number},
+                    {"DCMT_FILE_TXT", "A.DOCX"},
+                    {"PRNT_TS", "2025-01-01 00.00.00"},
                     {"LST_PRNT_TS", "2025-02-02 00.00.00"},
                     {"PRNT_STTS_CD", status},
                     {"PRCS_ERR_TXT", error}};
   }
+  void AskFor(const LetterData& letter) {
+    envelope_.Send({.type = 83, .name = "Letter_BKView", .letter = letter});
+  }
   /// What the form is given for the reply.
   LetterInformation Shown(bool with_diagnostics = false) {
-    envelope_.Send({.type = 83, .name = "Letter_BKView", .letter = {.sequence_number = 8}});
     fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
-    View(with_diagnostics).ViewBookMark(TakeReply());
+    BookmarkView(fakes_.services(), with_diagnostics, forms_).ViewBookMark(TakeReply());
     EXPECT_THAT(forms_.information, SizeIs(1));
     EXPECT_EQ(fakes_.status.LastText(), "Ready");
     return std::exchange(forms_.information, {}).at(0);
   }
 
   BrowserOfOneLetter browser_;
-  BookmarkView View(bool with_diagnostics) {
-    return BookmarkView({fakes_.services(), with_diagnostics, pages_.tracking.sdgGrid, &browser_, forms_});
-  }
 };
 
 TEST_F(ABookmarkView, ShowsTheFieldsOfTheLetterAndHowItWasPrinted) {
-  GivenListedLetter("F", "Out of paper");
+  AskFor(Letter("F", "Out of paper"));
   const auto letter = Shown();
   EXPECT_EQ(letter.context, "<C/>");
   EXPECT_EQ(letter.first_printed, "2024-01-02 03.04.05");
@@ -76,31 +70,32 @@ TEST_F(ABookmarkView, ShowsTheFieldsOfTheLetterAndHowItWasPrinted) {
   EXPECT_EQ(letter.batch_error, std::nullopt);
 }
 
-TEST_F(ABookmarkView, TakesTheLetterOfTheBatchLetterBrowserWhileItIsOpen) {
-  GivenListedLetter("F", "Out of paper");
-  GivenBrowsedLetter("V", "FINALIST 12");
-  auto letter = Shown();
+// The row that the browser showed at the reply used to be told of.
+TEST_F(ABookmarkView, TellsOfTheLetterThatWasAskedForWhateverRowTheBrowserIsOnByThen) {
+  BrowserShows("8", "V", "FINALIST 12");
+  AskFor(CurrentLetter(browser_));
+  BrowserShows("9", "F", "Out of paper");
+  const auto letter = Shown();
   EXPECT_EQ(letter.first_printed, "2025-01-01 00.00.00");
   EXPECT_EQ(letter.last_printed, "2025-02-02 00.00.00");
   EXPECT_EQ(letter.print_status, "Address Not Verified");
   EXPECT_EQ(letter.print_error, kFinalistText);
-  EXPECT_EQ(letter.batch_error, std::nullopt);
-
-  EXPECT_EQ(Shown(/*with_diagnostics=*/true).batch_error, "FINALIST 12");
-  browser_.open = false;
-  EXPECT_EQ(Shown(/*with_diagnostics=*/true).batch_error, std::nullopt)
-      << "only of a letter from the browser";
 }
 
-TEST_F(ABookmarkView, ReportsAReplyWithoutALetterAndAMissingRow) {
-  View(false).ViewBookMark({});
+TEST_F(ABookmarkView, ShowsTheErrorOfABatchRunOnlyForDiagnosticsAndALetterFromTheBrowser) {
+  BrowserShows("8", "V", "FINALIST 12");
+  for (const bool with_diagnostics : {true, false}) {
+    AskFor(CurrentLetter(browser_));
+    EXPECT_EQ(Shown(with_diagnostics).batch_error.value_or("none"),
+              with_diagnostics ? "FINALIST 12" : "none");
+    AskFor(Letter("V", "FINALIST 12"));
+    EXPECT_EQ(Shown(with_diagnostics).batch_error, std::nullopt);
+  }
+}
+
+TEST_F(ABookmarkView, ReportsAReplyWithoutALetter) {
+  BookmarkView(fakes_.services(), /*with_diagnostics=*/false, forms_).ViewBookMark({});
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.ViewBookMark"));
-  GivenListedLetter("F", "");
-  pages_.tracking.sdgGrid.Bind(nullptr);
-  envelope_.Send({.type = 83, .name = "Letter_BKView", .letter = {.sequence_number = 8}});
-  fakes_.server.Reply(fakes::ScriptedReply::With("XML_CONTEXT", {{{"XML_CONTEXT", "<C/>"}}}));
-  View(false).ViewBookMark(TakeReply());
-  EXPECT_THAT(fakes_.errors.reports, SizeIs(2));
   EXPECT_THAT(forms_.information, IsEmpty());
 }
 

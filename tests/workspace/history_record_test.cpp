@@ -1,6 +1,7 @@
 #include "workspace/letters/history_record.h"
 
 #include "tests/workspace/workspace_room_test.h"
+#include "workspace/letters/listed_letters.h"
 
 namespace workspace {
 namespace {
@@ -9,9 +10,12 @@ using ::testing::ElementsAre;
 
 /// A list with one letter.
 struct OneLetterList : LetterSource {
-  bool open = true;
-  bool IsOpen() const override { return open; }
-  std::string CurrentText(std::string_view column) const override { return column == "SEQ_NBR" ? "99" : ""; }
+  std::string number;
+  bool IsOpen() const override { return true; }
+  bool IsBatchBrowser() const override { return true; }
+  std::string CurrentText(std::string_view column) const override {
+    return column == "SEQ_NBR" ? number : "";
+  }
   std::size_t SelectedCount() const override { return 1; }
   void MakeSelectedCurrent(std::size_t) override {}
 };
@@ -81,23 +85,18 @@ TEST_F(HistoryRecordTest, LeavesFormColumnsNullWhereThereIsNoForm) {
   EXPECT_FALSE(row.Get("CUST_ID").IsNull());
 }
 
-TEST_F(HistoryRecordTest, NamesTheReprintedLetterByWhereItStands) {
-  letter_.sequence_number = 17;
-  RequestDescription message;
-  history_.SendLetterHistoryUPD(message, letter_);
-  EXPECT_THAT(Sent(message),
-              ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
-
+// The row that the batch letter browser showed at the print used to be recorded.
+TEST_F(HistoryRecordTest, NamesTheReprintedLetterWhateverRowTheBrowserIsOnByThen) {
   OneLetterList browser;
-  HistoryRecord with_browser(fakes_.services(), &browser);
-  RequestDescription from_browser;
-  with_browser.SendLetterHistoryUPD(from_browser, letter_);
-  EXPECT_EQ(Sent(from_browser)[1], "SEQ_NBR=99");
-
-  browser.open = false;
-  RequestDescription from_page;
-  with_browser.SendLetterHistoryUPD(from_page, letter_);
-  EXPECT_EQ(Sent(from_page)[1], "SEQ_NBR=17");
+  browser.number = "17";
+  envelope_.Send({.type = 83, .name = "Letter_Preview", .letter = CurrentLetter(browser)});
+  browser.number = "99";
+  fakes_.server.ReplyWithNothing();
+  auto letter = TakeReply().letter;
+  printing_.PrintDoc(letter, "Letter_Preview");
+  EXPECT_THAT(fakes_.server.LastRequest().FindRecord("CORRHIST").Assigned(),
+              ElementsAre("ACTION=UPD", "SEQ_NBR=17", "PRNT_STTS_CD=F", "LST_PRNT_TS=1900-01-01 01.01.01"));
+  EXPECT_EQ(pending_.name(), "BatchAU");
 }
 
 }  // namespace

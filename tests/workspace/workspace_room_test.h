@@ -105,7 +105,7 @@ class WorkspaceRoomTest : public testing::Test {
   LetterRequest request_part_{
       {fakes_.services(), message_title_, request_, customer_, pages_, field_check_, form_types_}};
   LetterTemplates templates_{fakes_.services(), message_title_, envelope_, *listener_};
-  HistoryRecord history_{fakes_.services(), /*batch_browser=*/nullptr};
+  HistoryRecord history_{fakes_.services()};
   ScriptedForms forms_;
   LetterPrinting printing_{
       {fakes_.services(), envelope_, *listener_, history_,

@@ -17,15 +17,14 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                       search_check, data.customer}),
       letter_names(services),
       templates(services, data.message_title, envelope, listener),
-      history(services, /*batch_browser=*/nullptr),
+      history(services),
       forms(services, data.message_title),
       printing(
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
       letter_customer(services, data.message_title, data.customer, data.pages.correspondence),
       generation({services, data.message_title, data.request, data.pages, envelope, templates, forms,
                   printing, letter_customer, field_check}),
-      bookmark_view({services, data.dont_print, data.pages.tracking.sdgGrid,
-                     /*batch_browser=*/nullptr, forms}),
+      bookmark_view(services, data.dont_print, forms),
       stored_letters({services, templates, printing}),
       unrecorded_letters(services, data.pending, data.message_title, envelope),
       online_actions(

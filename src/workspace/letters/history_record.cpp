@@ -53,8 +53,7 @@ void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const Lett
   platform::Trap(services_, kProcedure, [&] {
     RecordDescription::Row row = {
         {"ACTION", "UPD"},
-        {"SEQ_NBR", IsBatchBrowserOpen() ? Value(batch_browser_->CurrentText("SEQ_NBR"))
-                                         : Value(letter.sequence_number)},
+        {"SEQ_NBR", letter.sequence_number},
         {"PRNT_STTS_CD", kPrintStatus},
         {"LST_PRNT_TS", kServersTime},
     };

@@ -2,7 +2,6 @@
 
 #include "platform/parties/services.h"
 #include "workspace/messaging/letter_data.h"
-#include "workspace/messaging/letter_source.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace workspace {
@@ -10,9 +9,8 @@ namespace workspace {
 /// The letter history's entry for a letter that has been printed.
 class HistoryRecord {
  public:
-  /// `batch_browser` is null where there is none. Both outlive this.
-  HistoryRecord(const platform::Services& services, const LetterSource* batch_browser)
-      : services_(services), batch_browser_(batch_browser) {}
+  /// `services` outlives this.
+  explicit HistoryRecord(const platform::Services& services) : services_(services) {}
 
   /// Adds the entry of a new letter. The letter's context, which the history keeps in apostrophes, has grave
   /// accents in their place from then on. A failure is reported, and the request carries no record.
@@ -20,11 +18,8 @@ class HistoryRecord {
   /// Adds the change of a stored letter's entry.
   void SendLetterHistoryUPD(RequestDescription& message, const LetterData& letter) const;
 
-  bool IsBatchBrowserOpen() const { return batch_browser_ != nullptr && batch_browser_->IsOpen(); }
-
  private:
   const platform::Services& services_;
-  const LetterSource* const batch_browser_;
 };
 
 }  // namespace workspace

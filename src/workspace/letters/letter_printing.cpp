@@ -89,7 +89,7 @@ void LetterPrinting::PrintDoc(LetterData& letter, const std::string& request_nam
   auto* const run = uses_.run_of(request_name);
   const bool is_recorded = Trap(uses_.services, kPrintDoc, [&] {
     RequestDescription message{.type = 82, .status = "Saving letter history"};
-    message.name = uses_.history.IsBatchBrowserOpen() && request_name != kNewLetter ? "BatchAU" : "LetterAU";
+    message.name = letter.from_batch_browser ? "BatchAU" : "LetterAU";
     AddRecord(message, letter, request_name);
     if (message.records.empty()) throw platform::AbandonStep();
     // Where the note cannot be brought on, the letter is recorded all the same.

@@ -27,7 +27,11 @@ LetterData CurrentLetter(const LetterSource& letters) {
   });
   return {.template_name = letters.CurrentText("DCMT_FILE_TXT"),
           .print_status = letters.CurrentText("PRNT_STTS_CD"),
-          .sequence_number = number};
+          .sequence_number = number,
+          .first_printed = letters.CurrentText("PRNT_TS"),
+          .last_printed = letters.CurrentText("LST_PRNT_TS"),
+          .print_error = letters.CurrentText("PRCS_ERR_TXT"),
+          .from_batch_browser = letters.IsBatchBrowser()};
 }
 
 }  // namespace workspace

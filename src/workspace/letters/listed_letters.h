@@ -17,6 +17,7 @@ class ListedLetters : public LetterSource {
   explicit ListedLetters(platform::Grid& grid) : grid_(grid) {}
 
   bool IsOpen() const override { return true; }
+  bool IsBatchBrowser() const override { return false; }
   std::string CurrentText(std::string_view column) const override;
   std::size_t SelectedCount() const override { return grid_.selected_rows().size(); }
   void MakeSelectedCurrent(std::size_t n) override;
@@ -25,8 +26,8 @@ class ListedLetters : public LetterSource {
   platform::Grid& grid_;
 };
 
-/// The letter of the list's current row, as it is asked for: its number, template and print status. Throws
-/// Failure where there is no such row, or where its number is none.
+/// The letter of the list's current row, as it is asked for: its number, its template and how it was printed.
+/// Throws Failure where there is no such row, or where its number is none.
 LetterData CurrentLetter(const LetterSource& letters);
 
 }  // namespace workspace

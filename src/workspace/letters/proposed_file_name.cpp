@@ -35,6 +35,12 @@ std::string FilePart(const std::string& text) {
   return std::string(platform::TrimBlanks(part));
 }
 
+std::string DayOf(const LetterData& letter, platform::Date today) {
+  constexpr auto kDayLength = std::string_view("yyyy-mm-dd").size();
+  const std::string printed_on(platform::FirstCharacters(letter.first_printed, kDayLength));
+  return platform::ParseDate(printed_on) ? printed_on : platform::DateText(today);
+}
+
 std::string_view Shortened(std::string_view text, std::size_t most_bytes) {
   auto count = platform::CharacterCount(text);
   while (text.size() > most_bytes) text = platform::FirstCharacters(text, --count);
@@ -45,7 +51,7 @@ std::string_view Shortened(std::string_view text, std::size_t most_bytes) {
 
 std::string ProposedFileName(const LetterData& letter, platform::Date today) {
   if (platform::IsBlank(letter.letter_name)) return "";
-  const auto day = std::string(kBetween) + (letter.day.empty() ? platform::DateText(today) : letter.day);
+  const auto day = std::string(kBetween) + DayOf(letter, today);
   auto name = FilePart(letter.letter_name);
   const auto customer = FilePart(CustomerName(letter.context));
   if (!customer.empty()) name += std::string(kBetween) + customer;

@@ -11,7 +11,6 @@ namespace workspace {
 struct LetterData {
   std::string letter_type = {};
   std::string letter_name = {};  ///< in words; "" where it is not known
-  std::string day = {};          ///< yyyy-mm-dd of a stored letter's first print; "" for a new one
   std::string template_name = {};
   std::string template_path = {};  ///< where the template is on this machine
   bool is_trial = false;           ///< made to look at its template: never recorded
@@ -28,8 +27,14 @@ struct LetterData {
   std::string county_number = {};
   std::string process_time = {};
   std::int16_t address_type = 0;
-  std::int32_t sequence_number = 0;  ///< of the stored letter being reprinted
   bool printed_from_entry_form = false;
+
+  // Of a stored letter, as the list had it when the letter was asked for.
+  std::int32_t sequence_number = 0;
+  std::string first_printed = {};
+  std::string last_printed = {};
+  std::string print_error = {};
+  bool from_batch_browser = false;
 };
 
 }  // namespace workspace

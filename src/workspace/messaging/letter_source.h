@@ -14,6 +14,8 @@ class LetterSource {
 
   /// Whether the list stands on the screen. The others need an open one.
   virtual bool IsOpen() const = 0;
+  /// Of the letters of the batch letter browser the batch run's own error is shown as well.
+  virtual bool IsBatchBrowser() const = 0;
   /// A column of the current row; "" for null. Throws Failure kNotFound for an unknown column or without a
   /// current row.
   virtual std::string CurrentText(std::string_view column) const = 0;

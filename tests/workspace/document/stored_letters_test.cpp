@@ -1,3 +1,4 @@
+#include "composition/frm_batch.h"
 #include "tests/workspace/document/workspace_test.h"
 
 namespace workspace {
@@ -96,6 +97,32 @@ TEST_F(StoredLetters, AreTheOnesThatWereAskedForWhateverTheUserTurnsToMeanwhile)
   EXPECT_TRUE(print_.HasCalled("OpenDocument templates/TAX110.DOCX"));
   print_.UserPrints();
   EXPECT_THAT(Record(), Contains("SEQ_NBR=17"));
+}
+
+// The list of the moment used to be asked, and knew the letter no more or told of a later print.
+TEST_F(StoredLetters, AreToldOfAsTheyWereListedWhenTheirFieldsWereAskedFor) {
+  Tracking().OptLetter[TrackingPage::kViewBookmark].SetVisible(true);  // as the diagnostic setting does
+  std::vector<std::string> told;
+  fakes_.host.user_in_form = [&](platform::Form& form) {
+    const auto& information = dynamic_cast<composition::frmBatch&>(form);
+    told.push_back(information.first_printed.caption() + information.print_error.caption());
+  };
+  const std::vector<std::vector<fakes::Row>> lists_meanwhile = {
+      {{{"SEQ_NBR", "99"}, {"PRNT_TS", "2001-01-01 00.00.00"}}},
+      {{{"SEQ_NBR", "17"}, {"PRNT_TS", "2024-12-24 00.00.00"}, {"PRCS_ERR_TXT", "Paper jam"}}},
+  };
+  for (const auto& meanwhile : lists_meanwhile) {
+    Tracking().sdgGrid.Bind(fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", "17"},
+                                                        {"PRNT_STTS_CD", "F"},
+                                                        {"PRNT_TS", "2021-03-04 10.11.12"},
+                                                        {"PRCS_ERR_TXT", "Out of paper"}}}));
+    UserSelects({0});
+    UserActs(TrackingPage::kViewBookmark);
+    Tracking().sdgGrid.Bind(fakes::RowsOf("CORRHIST", meanwhile));
+    ServerBringsLetter();
+  }
+  EXPECT_THAT(told, testing::Each("2021-03-04 10.11.12Out of paper"));
+  EXPECT_THAT(told, SizeIs(2));
 }
 
 TEST_F(StoredLetters, AreRecordedAfterASaveOnlyWhereTheirAddressFailed) {
