@@ -28,8 +28,7 @@ class ClearCustFormTest : public testing::Test {
                                           .form_text = "3100004-9",
                                           .form_type = "C",
                                           .form_number = "3100004",
-                                          .check_digit = "9",
-                                          .batch_number = "7"};
+                                          .check_digit = "9"};
 };
 
 TEST_F(ClearCustFormTest, ForgetsWhomTheNextLetterIsFor) {
@@ -50,7 +49,6 @@ TEST_F(ClearCustFormTest, KeepsTheIdFieldAndWhetherTheCustomerIsFixed) {
   EXPECT_EQ(panel_.customer_id.caption(), "4711");
   EXPECT_TRUE(customer_.TrackingCustomerFixed);
   EXPECT_EQ(customer_.CustomerName, "ACME");
-  EXPECT_EQ(request_.batch_number, "7");
 }
 
 TEST_F(ClearCustFormTest, LeavesThePagesAloneWithoutOne) {

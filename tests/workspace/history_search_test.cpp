@@ -43,9 +43,9 @@ class HistorySearchTest : public WorkspaceRoomTest {
 
   TrackingPage& page_ = pages_.tracking;
   Reply reply_;
-  PageFields fields_{fakes_.services(), pages_, request_, field_check_};
-  SearchCheck check_{fakes_.services(), message_title_, request_, page_, field_check_};
-  HistorySearch search_{{fakes_.services(), request_, pages_, envelope_, request_part_,
+  PageFields fields_{fakes_.services(), pages_, search_fields_, field_check_};
+  SearchCheck check_{fakes_.services(), message_title_, search_fields_, page_, field_check_};
+  HistorySearch search_{{fakes_.services(), request_, search_fields_, pages_, envelope_,
                          fields_.troop_district, check_, customer_}};
 };
 
@@ -169,8 +169,7 @@ TEST_F(HistorySearchTest, ForgetsTheCheckDigitOfTheSearchBefore) {
 TEST_F(HistorySearchTest, OfTheCorrespondencePageAsksForADocumentOrItsCustomer) {
   UserPicksLetterType("110");
   request_.customer_id = "4711";
-  request_.troop = "B";
-  request_.from_date = "2024-01-05";
+  search_fields_ = {.letter = {.form_number = "7654321"}, .from_date = "2024-01-05", .troop = "B"};
   search_.SendLetterInq(kPage);
   EXPECT_THAT(Keys(), ElementsAre("LTR_TYP_ID|=|110", "CUST_ID|=|4711", "THIN|=|YES"));
   request_.form_number = "1234567";

@@ -87,7 +87,7 @@ TEST_F(LetterRequestTest, SplitsNumberAndCheckDigit) {
     request_.form_text = text;
     request_.form_number = "old";
     request_.check_digit = "x";
-    request_part_.GetFormAndCheckDigit();
+    GetFormAndCheckDigit(fakes_.services(), request_);
     EXPECT_EQ(request_.form_number, number) << text;
     EXPECT_EQ(request_.check_digit, digit) << text;
   }
@@ -148,7 +148,9 @@ TEST_F(LetterRequestTest, ClearsTheCorrespondencePage) {
   pages_.correspondence.panel.EnableSelection(false);
   pages_.correspondence.txtFormNum.SetText("1234567-8");
   UserCreatesLetter();
+  search_fields_.letter.customer_id = "4711";
   request_part_.ClearField(kPage);
+  EXPECT_EQ(search_fields_.letter.customer_id, "4711") << "of the other page";
 
   auto& page = pages_.correspondence;
   EXPECT_EQ(request_.customer_id + request_.form_text + request_.form_number + request_.check_digit +
@@ -172,8 +174,12 @@ TEST_F(LetterRequestTest, ClearsTheTrackingPageAndReleasesItsCustomer) {
   page.txtBatch.SetText("7");
   page.txtTD.SetText("A12");
   page.OptLetterStatus[TrackingPage::kAll].SetSelected(true);
+  request_.customer_id = "1";
+  search_fields_ = {.letter = {.customer_id = "4711"}, .from_date = "2024-01-05", .troop = "A"};
   request_part_.ClearField(kTracking);
 
+  EXPECT_EQ(search_fields_.letter.customer_id + search_fields_.from_date + search_fields_.troop, "");
+  EXPECT_EQ(request_.customer_id, "1") << "of the other page";
   EXPECT_FALSE(customer_.TrackingCustomerFixed);
   EXPECT_TRUE(page.from_date.IsEmpty());
   EXPECT_EQ(page.txtFormNum.text() + page.txtBatch.text() + page.txtTD.text(), "");

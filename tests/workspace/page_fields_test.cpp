@@ -24,7 +24,7 @@ class PageFieldsTest : public WorkspaceRoomTest {
     };
   }
 
-  PageFields fields_{fakes_.services(), pages_, request_, field_check_};
+  PageFields fields_{fakes_.services(), pages_, search_fields_, field_check_};
   std::vector<platform::Connection> connections_ = fields_.Connect();
 };
 
@@ -139,8 +139,8 @@ TEST_F(PageFieldsTest, TakesATroopDistrictApartAndChecksIt) {
     fakes_.utilities.validated_troops = {""};
     UserTypes(field, typed);
     EXPECT_EQ(field.text(), shown);
-    EXPECT_EQ(request_.troop, troop) << shown;
-    EXPECT_EQ(request_.district, district) << shown;
+    EXPECT_EQ(search_fields_.troop, troop) << shown;
+    EXPECT_EQ(search_fields_.district, district) << shown;
     EXPECT_EQ(fakes_.utilities.validated_troops.back(), asked) << shown;
     EXPECT_EQ(field.marked_invalid(), !valid) << shown;
   }
@@ -203,7 +203,7 @@ TEST_F(PageFieldsTest, LeavesTheFieldsAloneOnceDisconnected) {
   connections_.clear();
   EXPECT_FALSE(pages_.tracking.txtFormNum.key_filter);
   pages_.tracking.txtTD.SetText("A1");
-  EXPECT_EQ(request_.troop, "");
+  EXPECT_EQ(search_fields_.troop, "");
 }
 
 }  // namespace

@@ -96,14 +96,15 @@ class WorkspaceRoomTest : public testing::Test {
   const std::string message_title_ = "Letters";
   PendingRequest pending_;
   LetterRequestFields request_;
+  SearchFields search_fields_;
   customers::CurrentCustomer customer_;
   Pages pages_{fakes_.services()};
   std::unique_ptr<platform::ReplyListener> listener_ = fakes_.server.NewListener();
   RequestEnvelope envelope_{fakes_.services(), pending_, *listener_};
   FieldCheck field_check_{fakes_.services(), pages_};
   FormTypeFilter form_types_{fakes_.services(), message_title_, request_, pages_};
-  LetterRequest request_part_{
-      {fakes_.services(), message_title_, request_, customer_, pages_, field_check_, form_types_}};
+  LetterRequest request_part_{{fakes_.services(), message_title_, request_, search_fields_, customer_, pages_,
+                               field_check_, form_types_}};
   LetterTemplates templates_{fakes_.services(), message_title_, envelope_, *listener_};
   HistoryRecord history_{fakes_.services()};
   ScriptedForms forms_;

@@ -4,6 +4,7 @@
 
 #include "customers/customer_panel.h"
 #include "tracking/letter_action_lists.h"
+#include "workspace/fields/search_fields.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/pages/pages.h"
@@ -18,7 +19,8 @@ struct WorkspaceData {
   bool dont_print = false;    ///< the user's setting: diagnostic details are shown
 
   PendingRequest pending;
-  LetterRequestFields request;
+  LetterRequestFields request;  ///< of the correspondence page
+  SearchFields search;          ///< of the tracking page
   customers::CurrentCustomer customer;
   tracking::LetterActionLists action_lists;
   Pages pages;

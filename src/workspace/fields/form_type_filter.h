@@ -11,7 +11,7 @@ namespace workspace {
 /// Restricts a page's form type list to what the chosen letter type needs.
 class FormTypeFilter {
  public:
-  /// The references outlive this.
+  /// The references outlive this. `request` is the correspondence page's.
   FormTypeFilter(const platform::Services& services, const std::string& message_title,
                  const LetterRequestFields& request, Pages& pages)
       : services_(services), message_title_(message_title), request_(request), pages_(pages) {}

@@ -16,10 +16,10 @@ void Append(std::vector<platform::Connection>& to, std::vector<platform::Connect
 
 }  // namespace
 
-PageFields::PageFields(const platform::Services& services, Pages& pages, LetterRequestFields& request,
+PageFields::PageFields(const platform::Services& services, Pages& pages, SearchFields& search,
                        FieldCheck& field_check)
     : batch_criteria(services, pages.batch, field_check),
-      troop_district({services, pages.tracking.txtTD, request.troop, request.district, "ZEMLO_Corresp"}),
+      troop_district({services, pages.tracking.txtTD, search.troop, search.district, "ZEMLO_Corresp"}),
       services_(services),
       pages_(pages),
       field_check_(field_check),

@@ -4,8 +4,8 @@
 
 #include "workspace/fields/batch_criteria.h"
 #include "workspace/fields/form_number_field.h"
+#include "workspace/fields/search_fields.h"
 #include "workspace/fields/troop_district_field.h"
-#include "workspace/messaging/letter_request_fields.h"
 
 namespace workspace {
 
@@ -13,8 +13,7 @@ namespace workspace {
 class PageFields {
  public:
   /// All outlive this.
-  PageFields(const platform::Services& services, Pages& pages, LetterRequestFields& request,
-             FieldCheck& field_check);
+  PageFields(const platform::Services& services, Pages& pages, SearchFields& search, FieldCheck& field_check);
 
   BatchCriteria batch_criteria;
   TroopDistrictField troop_district;  ///< of the tracking page

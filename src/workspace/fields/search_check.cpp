@@ -34,12 +34,12 @@ void SearchCheck::ValidateSeach(bool& ok) {
 }
 
 std::vector<ValidationRule> SearchCheck::Rules() {
-  const auto from = platform::ParseDate(request_.from_date);
-  const auto to = platform::ParseDate(request_.to_date);
+  const auto from = platform::ParseDate(search_.from_date);
+  const auto to = platform::ParseDate(search_.to_date);
   std::vector<ValidationRule> rules;
-  if (!request_.form_text.empty()) {
-    rules.push_back(
-        FormNumberRule(services_.utilities, request_.form_type, request_.form_text, page_.txtFormNum));
+  if (!search_.letter.form_text.empty()) {
+    rules.push_back(FormNumberRule(services_.utilities, search_.letter.form_type, search_.letter.form_text,
+                                   page_.txtFormNum));
   }
   if (to && !from)
     rules.push_back({true, "FROM date is required if TO date is selected", {&page_.from_date}});

@@ -4,21 +4,21 @@
 
 #include "platform/parties/services.h"
 #include "workspace/fields/field_check.h"
+#include "workspace/fields/search_fields.h"
 #include "workspace/fields/validation.h"
-#include "workspace/messaging/letter_request_fields.h"
 #include "workspace/pages/tracking_page.h"
 
 namespace workspace {
 
-/// Whether the letter history may be searched by what the request holds.
+/// Whether the letter history may be searched by what the page's criteria hold.
 class SearchCheck {
  public:
   /// The references outlive this.
   SearchCheck(const platform::Services& services, const std::string& message_title,
-              const LetterRequestFields& request, TrackingPage& page, FieldCheck& field_check)
+              const SearchFields& search, TrackingPage& page, FieldCheck& field_check)
       : services_(services),
         message_title_(message_title),
-        request_(request),
+        search_(search),
         page_(page),
         field_check_(field_check) {}
 
@@ -31,7 +31,7 @@ class SearchCheck {
 
   const platform::Services& services_;
   const std::string& message_title_;
-  const LetterRequestFields& request_;
+  const SearchFields& search_;
   TrackingPage& page_;
   FieldCheck& field_check_;
 };

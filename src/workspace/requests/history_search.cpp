@@ -4,6 +4,7 @@
 
 #include "platform/text.h"
 #include "workspace/requests/letter_list.h"
+#include "workspace/requests/letter_request.h"
 
 namespace workspace {
 
@@ -34,7 +35,7 @@ void HistorySearch::mCmdTracking_Click() {
     auto& panel = uses_.pages.tracking.panel;
     const bool could_select = panel.select_customer.enabled();
     panel.EnableSelection(false);
-    uses_.letter_request.GetFormAndCheckDigit();
+    GetFormAndCheckDigit(uses_.services, uses_.search.letter);
     if (!SendLetterInq(PageIndex::kTracking)) return panel.EnableSelection(could_select);
     narrowed_to_ = CustomerOfAListedLetter();
     if (!narrowed_to_.empty()) {
@@ -52,16 +53,16 @@ std::string HistorySearch::CustomerOfAListedLetter() const {
 
 void HistorySearch::TakeCriteria() {
   auto& page = uses_.pages.tracking;
-  auto& request = uses_.request;
-  request.form_text = page.txtFormNum.text();
-  request.customer_id = page.panel.customer_id.caption();
-  request.form_type = platform::Trim(page.ZEMLO_FormTypeCodes.Code());
-  request.from_date = DayText(page.from_date);
-  request.to_date = DayText(page.to_date);
-  request.batch_number = page.txtBatch.text();
+  auto& search = uses_.search;
+  search.letter.form_text = page.txtFormNum.text();
+  search.letter.customer_id = page.panel.customer_id.caption();
+  search.letter.form_type = platform::Trim(page.ZEMLO_FormTypeCodes.Code());
+  search.from_date = DayText(page.from_date);
+  search.to_date = DayText(page.to_date);
+  search.batch_number = page.txtBatch.text();
   uses_.troop_district.TroopDistrictSplit();
-  // A number without a digit keeps the digit of the one before it: that was another search, or a letter.
-  request.check_digit.clear();
+  // A number without a digit keeps the digit of the one before it: that was another search.
+  search.letter.check_digit.clear();
 }
 
 bool HistorySearch::SendLetterInq(PageIndex page) {
@@ -79,8 +80,8 @@ bool HistorySearch::SendLetterInq(PageIndex page) {
 }
 
 std::vector<KeyItem> HistorySearch::Keys(PageIndex page) {
-  const auto& request = uses_.request;
   const bool is_tracking = page == PageIndex::kTracking;
+  const auto& request = is_tracking ? uses_.search.letter : uses_.request;
   std::vector<KeyItem> keys;
   AddIfGiven(keys, "key:LTR_TYP_ID", uses_.pages.Letter(page).ZEMLO_LetterType.Code());
   if (is_tracking || request.form_number.empty()) AddIfGiven(keys, "key:CUST_ID", request.customer_id);
@@ -94,16 +95,16 @@ std::vector<KeyItem> HistorySearch::Keys(PageIndex page) {
 
 void HistorySearch::AddTrackingKeys(std::vector<KeyItem>& keys) const {
   keys.push_back(Criterion("key:LETTER_TYPE", LetterStatus()));
-  AddIfGiven(keys, "key:TRP_ID", uses_.request.troop);
-  AddIfGiven(keys, "key:TRP_DIST_ID", uses_.request.district);
+  AddIfGiven(keys, "key:TRP_ID", uses_.search.troop);
+  AddIfGiven(keys, "key:TRP_DIST_ID", uses_.search.district);
   AddDates(keys);
-  AddIfGiven(keys, "key:BATCH_NBR", uses_.request.batch_number);
+  AddIfGiven(keys, "key:BATCH_NBR", uses_.search.batch_number);
 }
 
 // A to date alone is no criterion: the check refuses it.
 void HistorySearch::AddDates(std::vector<KeyItem>& keys) const {
-  const auto& from = uses_.request.from_date;
-  const auto& to = uses_.request.to_date;
+  const auto& from = uses_.search.from_date;
+  const auto& to = uses_.search.to_date;
   if (from.empty()) return;
   const bool is_range = !to.empty() && to != from;
   keys.push_back(is_range ? Criterion("key:START_DT", from + " and " + to, "between")

@@ -7,13 +7,13 @@
 #include "platform/key_item.h"
 #include "platform/parties/services.h"
 #include "workspace/fields/search_check.h"
+#include "workspace/fields/search_fields.h"
 #include "workspace/fields/troop_district_field.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/page_index.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/pages/pages.h"
-#include "workspace/requests/letter_request.h"
 
 namespace workspace {
 
@@ -24,10 +24,10 @@ class HistorySearch {
   /// What it works with and on; all of it outlives the search.
   struct Uses {
     const platform::Services& services;
-    LetterRequestFields& request;
+    const LetterRequestFields& request;  ///< of the correspondence page
+    SearchFields& search;                ///< of the tracking page
     Pages& pages;
     RequestEnvelope& envelope;
-    LetterRequest& letter_request;
     TroopDistrictField& troop_district;
     SearchCheck& check;
     const customers::CurrentCustomer& customer;

@@ -36,13 +36,27 @@ std::string RequiredFormTypes(platform::Utilities& utilities, const std::string&
   return value == letter_type ? "" : value;
 }
 
+void GetFormAndCheckDigit(const platform::Services& services, LetterRequestFields& fields) {
+  Trap(services, "ZEMLO_Corresp.GetFormAndCheckDigit", [&] {
+    constexpr std::size_t kWithDigit = 9;  // seven characters, a dash, one check digit
+    const std::string_view text = fields.form_text;
+    if (text.empty()) fields.check_digit.clear();
+
+    const auto number = text.substr(0, text.find('-'));
+    fields.form_number = number;
+    const bool has_digit =
+        platform::CharacterCount(text) == kWithDigit && platform::CharacterCount(number) == kWithDigit - 2;
+    if (has_digit) fields.check_digit = text.substr(number.size() + 1);
+  });
+}
+
 void LetterRequest::CreateLetter(const std::function<void()>& start) {
   TakeRequest();
   bool ok = false;
   ValidateLetter("Create Letter", ok);
   if (!ok) return;
   uses_.field_check.EnableCreateLetter();
-  GetFormAndCheckDigit();
+  GetFormAndCheckDigit(uses_.services, uses_.fields);
   start();
 }
 
@@ -57,10 +71,8 @@ void LetterRequest::ValidateLetter(const std::string& action, bool& ok) {
   static_cast<void>(action);  // "Create Letter" is the only one
   ok = false;
   Trap(uses_.services, "ZEMLO_Corresp.ValidateLetter", [&] {
-    auto& messages = uses_.fields.messages;
-    messages.clear();
     uses_.field_check.DefaultFieldColor(PageIndex::kCorrespondence);
-    messages = BrokenRules(uses_.services, Rules());
+    const auto messages = BrokenRules(uses_.services, Rules());
     ok = messages.empty();
     if (!ok) ShowBrokenRules(uses_.services, uses_.message_title, messages);
   });
@@ -90,25 +102,15 @@ std::vector<ValidationRule> LetterRequest::Rules() {
   return rules;
 }
 
-void LetterRequest::GetFormAndCheckDigit() {
-  Trap(uses_.services, "ZEMLO_Corresp.GetFormAndCheckDigit", [&] {
-    constexpr std::size_t kWithDigit = 9;  // seven characters, a dash, one check digit
-    auto& fields = uses_.fields;
-    const std::string_view text = fields.form_text;
-    if (text.empty()) fields.check_digit.clear();
-
-    const auto number = text.substr(0, text.find('-'));
-    fields.form_number = number;
-    const bool has_digit =
-        platform::CharacterCount(text) == kWithDigit && platform::CharacterCount(number) == kWithDigit - 2;
-    if (has_digit) fields.check_digit = text.substr(number.size() + 1);
-  });
-}
-
 void LetterRequest::ClearField(PageIndex index) {
   Trap(uses_.services, "ZEMLO_Corresp.ClearField", [&] {
     auto& page = uses_.pages.Letter(index);
-    ClearRequest(page);
+    if (index == PageIndex::kCorrespondence) {
+      uses_.fields = {};
+    } else {
+      uses_.search = {};
+    }
+    ClearLists(page);
     page.panel.EnableSelection(true);
     page.panel.ClearFields();
     if (index == PageIndex::kCorrespondence) {
@@ -122,12 +124,7 @@ void LetterRequest::ClearField(PageIndex index) {
   });
 }
 
-void LetterRequest::ClearRequest(LetterPage& page) {
-  auto& fields = uses_.fields;
-  for (auto* text : {&fields.customer_id, &fields.form_text, &fields.form_number, &fields.check_digit,
-                     &fields.form_type, &fields.from_date, &fields.to_date}) {
-    text->clear();
-  }
+void LetterRequest::ClearLists(LetterPage& page) {
   for (auto* list : {&page.ZEMLO_FormTypeCodes, &page.ZEMLO_LetterType}) {
     list->Code("");
     list->SetText("");

@@ -8,6 +8,7 @@
 #include "platform/parties/services.h"
 #include "workspace/fields/field_check.h"
 #include "workspace/fields/form_type_filter.h"
+#include "workspace/fields/search_fields.h"
 #include "workspace/fields/validation.h"
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/pages/pages.h"
@@ -18,6 +19,10 @@ namespace workspace {
 /// none.
 std::string RequiredFormTypes(platform::Utilities& utilities, const std::string& letter_type);
 
+/// Splits the form text into form number and check digit. A text without "-" and digit leaves the digit. A
+/// failure is reported.
+void GetFormAndCheckDigit(const platform::Services& services, LetterRequestFields& fields);
+
 /// The request for one letter: what its letter type needs, whether it may be sent, and how it is cleared.
 class LetterRequest {
  public:
@@ -25,7 +30,8 @@ class LetterRequest {
   struct Uses {
     const platform::Services& services;
     const std::string& message_title;
-    LetterRequestFields& fields;
+    LetterRequestFields& fields;  ///< of the correspondence page
+    SearchFields& search;         ///< of the tracking page
     customers::CurrentCustomer& customer;
     Pages& pages;
     FieldCheck& field_check;
@@ -41,15 +47,13 @@ class LetterRequest {
   void CreateLetter(const std::function<void()>& start);
   /// Collects what is wrong, marks the fields and shows one message box. `ok` tells whether it may be sent.
   void ValidateLetter(const std::string& action, bool& ok);
-  /// Splits the form text into form number and check digit. A text without "-" and digit leaves the digit.
-  void GetFormAndCheckDigit();
   /// Empties the correspondence or the tracking page, its request and its list of letters.
   void ClearField(PageIndex page);
 
  private:
   std::vector<ValidationRule> Rules();
   void TakeRequest();
-  void ClearRequest(LetterPage& page);
+  void ClearLists(LetterPage& page);
   void ClearCorrespondence();
   void ClearTracking();
 

@@ -87,6 +87,26 @@ TEST_F(SearchRoad, ThatFailsTellsWhyAndKeepsTheListInUse) {
   }
 }
 
+// Both pages wrote one request: a receipt was asked for with the check digit of the search before it, and
+// nobody was told that a letter lacked its customer after letters of one had been searched.
+TEST_F(SearchRoad, LeavesNothingBehindInTheRequestForALetter) {
+  GivenCriteria();
+  page_.txtFormNum.SetText("1234567-8");
+  UserSearches();
+  ServerFinds({});
+
+  UserPicksLetterType("110");
+  EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre("Customer Id is needed to create/search payment plan"));
+
+  GivenTemplate("CIT120.docx");
+  UserPicksLetterType("120");
+  UserPicksFormType("R");
+  UserTypesFormNumber("7654321");
+  UserClicksCreateLetter();
+  EXPECT_THAT(LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned(),
+              ElementsAre("FORM_NBR=7654321", "RCPT_NBR=7654321", "FORM_TYP_CD=R"));
+}
+
 TEST_F(SearchRoad, GivesTheCustomerCommandsBackWithAClearedPage) {
   GivenCriteria();
   UserSearches();
