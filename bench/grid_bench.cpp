@@ -46,7 +46,8 @@ class LetterList {
     utilities_.emplace(*reference_, fakes_.settings, fakes_.clock);
     services_.emplace(With(fakes_.services()));
     pages_.emplace(*services_);
-    row_format_.emplace(*services_, state_, *pages_);
+    names_.emplace(*services_);
+    row_format_.emplace(*services_, /*with_diagnostics=*/false, *names_, *pages_);
     row_loaded_ = grid().RowLoaded.Connect(
         [this](std::size_t row) { row_format_->sdgGrid_RowLoaded(workspace::PageIndex::kTracking, row); });
   }
@@ -93,7 +94,7 @@ class LetterList {
   std::optional<reference::OfficeUtilities> utilities_;
   std::optional<platform::Services> services_;
   std::optional<workspace::Pages> pages_;
-  workspace::WorkspaceState state_;
+  std::optional<workspace::LetterNames> names_;
   std::optional<tracking::RowFormat> row_format_;
   platform::Connection row_loaded_;
 };

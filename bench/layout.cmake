@@ -5,7 +5,7 @@ target_link_libraries(layout_bench PRIVATE
   zemlo_compile_options zemlo_wordprocessor PkgConfig::LIBZIP benchmark::benchmark)
 add_dependencies(layout_bench zemlo-office-worker layout_yardstick)
 
-add_executable(layout_yardstick layout_yardstick.cpp ${PROJECT_SOURCE_DIR}/src/wordprocessor/office_profile.cpp)
+add_executable(layout_yardstick layout_yardstick.cpp ${PROJECT_SOURCE_DIR}/src/wordprocessor/office/profile.cpp)
 target_include_directories(layout_yardstick PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_include_directories(layout_yardstick SYSTEM PRIVATE ${LIBREOFFICEKIT_INCLUDE})
 target_compile_definitions(layout_yardstick PRIVATE LOK_USE_UNSTABLE_API)

@@ -61,10 +61,9 @@ class Workplace {
                              platform::Criterion("key: ExplainState", "Y")},
                     .records = {{"XML_CONTEXT_INPUT", {{{"CUST_ID", "100001"}}}}}});
     events_.RunUntil([this] { return has_reply_; });
-    const auto reply = messages_.GetRecord(std::string(platform::kApplicationName), "XML_Context",
-                                           state_.pending_message_key);
-    if (reply == nullptr) throw std::runtime_error("the server gave no context");
-    const auto document = platform::XmlDocument::Parse(reply->Recordset()->FirstText()).OrFail();
+    const auto context = RowsOf(services_, pending_.TakeReply(messages_).value(), "XML_Context");
+    if (context == nullptr) throw std::runtime_error("the server gave no context");
+    const auto document = platform::XmlDocument::Parse(context->FirstText()).OrFail();
     for (auto field : document.Root().Children()) {
       if (field.Name().starts_with("U_")) field.SetText("1,250.00");
     }
@@ -113,9 +112,9 @@ class Workplace {
                                fakes_.status,
                                fakes_.host,
                                fakes_.print_journal};
-  workspace::WorkspaceState state_;
+  workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
-  workspace::RequestEnvelope envelope_{services_, state_, *listener_};
+  workspace::RequestEnvelope envelope_{services_, pending_, *listener_};
   platform::Connection heard_;
   bool has_reply_ = false;
 };

@@ -65,10 +65,9 @@ class Workspace {
   }
 
  private:
-  void Receive() {
-    const auto rows = services_.messages.GetRecord(std::string(platform::kApplicationName), record_,
-                                                   state_.pending_message_key);
-    received_ = rows ? rows->Recordset()->FirstText() : "";
+  void Receive(const workspace::Reply& reply) {
+    const auto rows = RowsOf(services_, reply, record_);
+    received_ = rows ? rows->FirstText() : "";
     handled_ = true;
   }
   void Fail() {
@@ -95,16 +94,19 @@ class Workspace {
                                fakes_.status,
                                fakes_.host,
                                fakes_.print_journal};
-  workspace::WorkspaceState state_;
+  const std::string message_title_ = "Bench";
+  workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
-  workspace::RequestEnvelope envelope_{services_, state_, *listener_};
-  workspace::ReplyDispatcher dispatcher_{services_,
-                                         state_,
-                                         {{.request_name = "Bench",
-                                           .action = [this] { Receive(); },
-                                           .on_error = [this] { Fail(); },
-                                           .always = {}}},
-                                         [] {}};
+  workspace::RequestEnvelope envelope_{services_, pending_, *listener_};
+  workspace::ReplyDispatcher dispatcher_{
+      services_,
+      pending_,
+      message_title_,
+      {{.request_name = "Bench",
+        .action = [this](const workspace::Reply& reply) { Receive(reply); },
+        .on_error = [this] { Fail(); },
+        .always = {}}},
+      [] {}};
   platform::Connection hearing_;
   std::string record_;
   std::string received_;
