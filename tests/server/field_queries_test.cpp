@@ -90,6 +90,7 @@ TEST_F(FieldQuery, AValueThatALetterCannotHoldIsAnErrorOfItsFieldOnly) {
        std::initializer_list<Case>{{"SELECT 'a' || CHAR(1)", "characters no letter can"},
                                    {"SELECT HEX(ZEROBLOB(100000000))", "too big"},
                                    {"SELECT CUST_ID FROM customer WHERE", "incomplete input"},
+                                   {"SELECT \"SHOE_SIZE\" FROM customer", "no such column: "},
                                    {"SELECT LOAD_EXTENSION('mod_spatialite')", "not authorized"}}) {
     GivenQuery(statement);
     EXPECT_THAT(Explanation(), AllOf(HasSubstr(reason), HasSubstr(kQueryLine))) << statement;
@@ -99,6 +100,11 @@ TEST_F(FieldQuery, AValueThatALetterCannotHoldIsAnErrorOfItsFieldOnly) {
 TEST_F(FieldQuery, OnlyTheFirstRowIsRead) {
   GivenQuery("SELECT a.CUST_ID FROM customer a, customer b, customer c, customer d, customer e, customer f");
   EXPECT_NE(Field().Text(), "");
+}
+
+TEST_F(FieldQuery, DoubleQuotesHoldANameAndNoText) {
+  GivenQuery("SELECT \"CUST_ID\" FROM customer WHERE CUST_ID = :customer");
+  EXPECT_EQ(Field().Text(), "100001");
 }
 
 TEST_F(FieldQuery, OneThatBeginsWithItsTablesIsRead) {

@@ -114,6 +114,7 @@ TEST_F(ServerData, AWrongLetterDefinitionStopsTheMakingAndNamesItsPlace) {
       {"115\tA\t\tA\tQUERY\tSELECT :shoe_size\tN\t\t\n", "\":shoe_size\" stands for nothing"},
       {"115\tA\t\tA\tQUERY\tSELECT SHOE_SIZE FROM customer WHERE CUST_ID = :customer\tN\t\t\n",
        "The query of the field \"A\" of letter type \"115\" fails: no such column: SHOE_SIZE."},
+      {"115\tA\t\tA\tQUERY\tSELECT \"SHOE_SIZE\" FROM customer\tN\t\t\n", "fails: no such column: "},
       {"115\tA\t\tA\tQUERY\tWITH gone AS (SELECT 1) DELETE FROM customer\tN\t\t\n",
        "fails: it does more than read"},
       {"115\tA\t\tA\tLOCAL\t7\tN\t\t\n115\tB\t\tB\tFUNCTION\tadd(A, B)\tN\t\t\n",

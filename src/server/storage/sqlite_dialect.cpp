@@ -65,11 +65,14 @@ void Run(QSqlDatabase& connection, const char* statement) {
                                                  "\": " + query.lastError().text().toStdString() + ".");
 }
 
-/// The engine asks again and again while a statement runs whether it may go on.
+/// The engine asks again and again while a statement runs whether it may go on. What stands in double quotes
+/// is a name: by itself the engine takes a name that there is not for a text.
 class SqliteGuard : public ReadingGuard {
  public:
   SqliteGuard(sqlite3* database, const ReadingLimits& limits)
       : database_(database), usual_length_(sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, kLongestValue)) {
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DML, -1, &usual_quotes_);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
     // The engine takes whatever it hands back as writable.
     sqlite3_progress_handler(database_, kStepsBetween, MustEnd,
                              const_cast<ReadingLimits*>(&limits));  // NOLINT
@@ -79,6 +82,7 @@ class SqliteGuard : public ReadingGuard {
   ~SqliteGuard() override {
     sqlite3_progress_handler(database_, 0, nullptr, nullptr);
     sqlite3_limit(database_, SQLITE_LIMIT_LENGTH, usual_length_);
+    sqlite3_db_config(database_, SQLITE_DBCONFIG_DQS_DML, usual_quotes_, nullptr);
   }
 
  private:
@@ -93,6 +97,7 @@ class SqliteGuard : public ReadingGuard {
 
   sqlite3* const database_;
   const int usual_length_;
+  int usual_quotes_ = 1;
 };
 
 /// `file` as the engine takes it with `parameters`; https://sqlite.org/uri.html.
