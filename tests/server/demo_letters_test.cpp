@@ -210,4 +210,42 @@ TEST_F(DemoLetters, AFunctionThatFailsSaysWhyAndLeavesTheOtherFieldsTheirValues)
   }
 }
 
+// ISS_DT has no value here, though a text stands in its place in the letter.
+TEST_F(DemoLetters, AFunctionOfAFieldWithoutAValueFollowsItsOwnNeedAndDefault) {
+  struct Case {
+    const char* call;
+    const char* need;
+    const char* default_text;
+    const char* rule;
+    const char* text;
+    FlagWord error;
+  };
+  for (const auto& [call, need, default_text, rule, text, error] : std::initializer_list<Case>{
+           {"join(CUSTOMER_NAME, ISS_DT)", "Y", "", "", "", server::error::kPopulateValue},
+           {"join(CUSTOMER_NAME, ISS_DT)", "N", "", "", "", 0},
+           {"join(CUSTOMER_NAME, ISS_DT)", "N", "to be told", "", "to be told", 0},
+           {"join(CUSTOMER_NAME, ISS_DT)", "Y", "to be told", "", "to be told", 0},
+           {"join(CUSTOMER_NAME, ISS_DT)", "I", "", "", "", server::error::kLetterIgnored},
+           {"join(FORM_NBR, ISS_DT)", "Y", "", "REF_OPTIONAL", "3100004", 0},
+           {"days_since(ISS_DT)", "Y", "", "REF_OPTIONAL", "", server::error::kPopulateValue},
+           {"days_since(ISS_DT)", "N", "unknown", "REF_OPTIONAL", "unknown", 0},
+           {"days_since(FORM_NBR)", "N", "unknown", "", "", server::error::kExecuteFunction}}) {
+    SCOPED_TRACE(std::string(call) + " " + need + " " + rule);
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change(
+        "UPDATE letter_field SET FLD_SRC = 'SELECT NULL', FLD_REQ = 'N', FLD_DFLT = 'not issued'"
+        " WHERE FLD_NM = 'ISS_DT'");
+    database.Change(
+        "UPDATE letter_field SET FLD_SRC = ?, FLD_REQ = ?, FLD_DFLT = ?, FLD_RULE = ?"
+        " WHERE FLD_NM = 'DAYS_OPEN'",
+        {call, need, default_text, rule});
+    const auto reply = Ask(ContextOf("119", {{"FORM_TYP_CD", "C"}, {"FORM_NBR", "3100004"}}));
+    const auto context =
+        platform::XmlDocument::Parse(tests::Record(reply, "XML_Context")->FirstText()).OrFail();
+    EXPECT_EQ(context.FirstByTagName("ISS_DT").Text(), "not issued");
+    EXPECT_EQ(context.FirstByTagName("DAYS_OPEN").Text(), text);
+    EXPECT_EQ(Word(context.FirstByTagName("DAYS_OPEN"), "Err"), error);
+  }
+}
+
 }  // namespace

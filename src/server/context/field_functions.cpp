@@ -97,7 +97,7 @@ constexpr auto kFunctions = std::to_array<FieldFunction>({
     {"divide", 2, kComputed,
      [](FunctionArguments arguments, Date) { return AsAmount(Quotient(arguments, 1)); }},
     {"percent", 2, kComputed, Percent},
-    {"days_since", 1, kComputed | state::kVolatile, DaysSince},
+    {"days_since", 1, kComputed | state::kVolatile, DaysSince, /*needs_all=*/true},
     {"join", 2, kComputed, Join},
 });
 

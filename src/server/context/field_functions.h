@@ -27,6 +27,7 @@ struct FieldFunction {
   /// Throws Failure kRefused with a clause that says why there is no result: a division by zero, an argument
   /// that is no number or day.
   FieldValue (*Call)(FunctionArguments arguments, platform::Date today);
+  bool needs_all = false;  ///< nothing that a missing argument could count as
 };
 
 /// A function with the fields it is called with.

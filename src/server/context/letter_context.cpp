@@ -213,12 +213,10 @@ class ContextBuilder {
     const bool may_be_missing = (definition.rules & rule::kReferenceOptional) != 0;
     std::vector<FunctionArgument> arguments;
     for (const auto& name : call.fields) {
-      arguments.push_back({name, RawValueOf(name).value_or("")});
-      if (may_be_missing || RawValueOf(name)) continue;
-      return Settle(field,
-                    {.error = error::kPopulateValue,
-                     .reason = platform::Quoted(name) + " has no value to make it from"},
-                    definition);
+      auto value = RawValueOf(name);
+      if (!value && (!may_be_missing || call.function->needs_all))
+        return LeaveWithout(field, definition, name);
+      arguments.push_back({name, std::move(value).value_or("")});
     }
     try {
       Settle(field, {.value = call.function->Call(arguments, subject_.today)}, definition);
@@ -227,11 +225,21 @@ class ContextBuilder {
     }
   }
 
-  /// Nothing for a field without a value.
+  /// A function of a field without a value has none itself; the definition says what that means.
+  static void LeaveWithout(ContextField& field, const LetterField& definition, const std::string& argument) {
+    if (!definition.required || !definition.default_text.empty())
+      return SetValue(field, {.text = "", .raw = "", .is_null = true}, definition);
+    Settle(field,
+           {.error = error::kPopulateValue,
+            .reason = platform::Quoted(argument) + " has no value to make it from"},
+           definition);
+  }
+
+  /// Nothing for a field without a value; a default is for the letter's reader only.
   std::optional<std::string> RawValueOf(const std::string& name) const {
     const auto field = std::ranges::find(root_.children, name, &ContextField::name);
-    const bool missing =
-        field == root_.children.end() || field->error != 0 || (field->state & state::kNull) != 0;
+    const bool missing = field == root_.children.end() || field->error != 0 ||
+                         (field->state & (state::kNull | state::kDefaultUsed)) != 0;
     return missing ? std::nullopt : std::optional(field->raw_value);
   }
 
