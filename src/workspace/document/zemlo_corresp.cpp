@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "workspace/fields/whole_number.h"
+#include "workspace/letters/whole_number.h"
 #include "workspace/messaging/at_exit.h"
 
 namespace workspace {

@@ -5,8 +5,8 @@
 #include "platform/agreed/field_attributes.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
-#include "workspace/fields/whole_number.h"
 #include "workspace/letters/address_status.h"
+#include "workspace/letters/whole_number.h"
 #include "workspace/messaging/at_exit.h"
 
 namespace workspace {

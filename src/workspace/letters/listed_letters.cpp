@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "platform/failure.h"
-#include "workspace/fields/whole_number.h"
+#include "workspace/letters/whole_number.h"
 
 namespace workspace {
 

@@ -2,7 +2,7 @@
 
 #include "platform/text.h"
 #include "platform/xml/xml.h"
-#include "workspace/fields/whole_number.h"
+#include "workspace/letters/whole_number.h"
 
 namespace workspace {
 
