@@ -222,6 +222,7 @@ TEST(Doors, AreFoundWhereTheyAreForcedOpen) {
       {"composition/a.cpp", "#include <QString>", true},
       {"composition/a.cpp", "#include \"workspace/messaging/pending_request.h\"", false},
       {"composition/a.cpp", "#include \"workspace/requests/letter_request.h\"", true},
+      {"workspace/letters/a.h", "#include \"workspace/pages/pages.h\"", true},
       {"workspace/document/a.h", "#include \"tracking/letter_grid.h\"", false},
       {"platform/a.h", "#include <unicode/uchar.h>", true},
       {"platform/a.cpp", "#include <unicode/uchar.h>", false},

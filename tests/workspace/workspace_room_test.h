@@ -112,9 +112,10 @@ class WorkspaceRoomTest : public testing::Test {
       {fakes_.services(), envelope_, *listener_, history_,
        [this](const std::string& name) { return name == "Letter_Print" ? run_ : nullptr; }}};
   PrintRun* run_ = nullptr;
-  LetterCustomer letter_customer_{fakes_.services(), message_title_, customer_, pages_.correspondence};
-  LetterGeneration generation_{{fakes_.services(), message_title_, request_, pages_, envelope_, templates_,
-                                forms_, printing_, letter_customer_, field_check_}};
+  LetterCustomer letter_customer_{fakes_.services(), message_title_, customer_, pages_.correspondence.panel,
+                                  pages_.correspondence.txtFormNum};
+  LetterGeneration generation_{{fakes_.services(), message_title_, request_, envelope_, templates_, forms_,
+                                printing_, letter_customer_}};
 };
 
 }  // namespace workspace

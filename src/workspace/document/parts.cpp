@@ -1,5 +1,6 @@
 #include "workspace/document/parts.h"
 
+#include "platform/text.h"
 #include "workspace/document/reply_routes.h"
 
 namespace workspace {
@@ -21,14 +22,15 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
       forms(services, data.message_title),
       printing(
           {services, envelope, listener, history, [this](const std::string& name) { return RunOf(name); }}),
-      letter_customer(services, data.message_title, data.customer, data.pages.correspondence),
-      generation({services, data.message_title, data.request, data.pages, envelope, templates, forms,
-                  printing, letter_customer, field_check}),
+      letter_customer(services, data.message_title, data.customer, data.pages.correspondence.panel,
+                      data.pages.correspondence.txtFormNum),
+      generation({services, data.message_title, data.request, envelope, templates, forms, printing,
+                  letter_customer}),
       bookmark_view(services, data.dont_print, forms),
       stored_letters({services, templates, printing}),
       unrecorded_letters(services, data.pending, data.message_title, envelope),
       online_actions(
-          services, letter_request, [this] { generation.SelectNewType(); },
+          services, letter_request, [this] { SelectNewType(); },
           [this](const std::string& request_name) { Reprint(request_name); }),
       customer_inquiry({services, envelope, data.customer, data.pages.tracking.panel}),
       customer_selection(services, data.message_title, data.customer),
@@ -49,11 +51,23 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                 local_reprint.ReplyHandled();
               }),
       downloads(services, data.message_title,
-                [this](const std::string& source) { templates.TemplateCame(source); }) {}
+                [this](const std::string& source) { templates.TemplateCame(source); }),
+      pages_(data.pages) {}
+
+void Parts::SelectNewType() {
+  auto& page = pages_.correspondence;
+  generation.SelectNewType({.letter_type = page.ZEMLO_LetterType.Code(),
+                            .letter_name = page.ZEMLO_LetterType.GetText(),
+                            .customer_id = std::string(platform::Trim(page.panel.customer_id.caption())),
+                            .customer_name = page.panel.name.caption()});
+}
 
 ReplyHandlers Parts::Handlers() {
   ReplyHandlers known;
-  known.CreateNewCorrespondence = [this](const Reply& reply) { generation.CreateNewCorrespondence(reply); };
+  known.CreateNewCorrespondence = [this](const Reply& reply) {
+    generation.CreateNewCorrespondence(reply);
+    field_check.EnableCreateLetter();
+  };
   known.EnableCreateLetter = [this] { field_check.EnableCreateLetter(); };
   known.DecodeNetworkPath = [this](const Reply& reply) { templates.DecodeNetworkPath(reply); };
   known.CopyTemplate = [this] { templates.CopyTemplate(); };

@@ -42,6 +42,9 @@ struct Parts {
   /// All references outlive the parts.
   Parts(const platform::Services& services, WorkspaceData& data, platform::ReplyListener& listener);
 
+  /// Asks for the letter that is chosen on the correspondence page.
+  void SelectNewType();
+
   CommandGate gate;
   RequestEnvelope envelope;
   FieldCheck field_check;
@@ -78,6 +81,8 @@ struct Parts {
   ReplyHandlers Handlers();
   PrintRun* RunOf(const std::string& request_name);
   void Reprint(const std::string& request_name);
+
+  Pages& pages_;
 };
 
 }  // namespace workspace

@@ -55,7 +55,7 @@ void ZEMLO_Corresp::ClearEdit() {
 void ZEMLO_Corresp::SelectNewType() {
   Trap(services_, "ZEMLO_Corresp.SelectNewType", [&] {
     auto& parts = RequireParts();
-    parts.gate.Run([&parts] { parts.generation.SelectNewType(); });
+    parts.gate.Run([&parts] { parts.SelectNewType(); });
   });
 }
 

@@ -37,7 +37,7 @@ bool LetterCustomer::Settle(const LetterData& letter, const platform::XmlDocumen
                   "The server's reply does not say whose form \"" + letter.form_number + "\" is.");
   }
   if (!shown_id.empty() && !UserTakes(letter, Known(owner_id, named.name.value_or("")))) return false;
-  customers::ShowContextCustomer({owner_id, named.name, named.address}, customer_, page_.panel);
+  customers::ShowContextCustomer({owner_id, named.name, named.address}, customer_, panel_);
   return true;
 }
 
@@ -59,7 +59,7 @@ void LetterCustomer::TellWhatIsLeft(const std::string& belongs) {
   services_.status.ShowStatus("Ready");
   services_.status.ShowReason("No letter was made. " + belongs +
                               " Correct the form number, or clear the page.");
-  services_.utilities.MarkFieldInvalid(page_.txtFormNum);
+  services_.utilities.MarkFieldInvalid(form_number_);
 }
 
 }  // namespace workspace

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "customers/customer_panel.h"
+#include "platform/controls/control.h"
 #include "platform/parties/services.h"
 #include "platform/xml/xml.h"
 #include "workspace/messaging/letter_data.h"
-#include "workspace/pages/correspondence_page.h"
 
 namespace workspace {
 
@@ -14,10 +14,15 @@ namespace workspace {
 /// where the page shows another one, the user says which of the two is wrong. Decision [whose-form].
 class LetterCustomer {
  public:
-  /// All references outlive this.
+  /// All references outlive this: panel and form number field of the page that the letter is asked for on.
   LetterCustomer(const platform::Services& services, const std::string& message_title,
-                 customers::CurrentCustomer& customer, CorrespondencePage& page)
-      : services_(services), message_title_(message_title), customer_(customer), page_(page) {}
+                 customers::CurrentCustomer& customer, customers::CustomerPanel& panel,
+                 platform::Control& form_number)
+      : services_(services),
+        message_title_(message_title),
+        customer_(customer),
+        panel_(panel),
+        form_number_(form_number) {}
 
   /// The letter's data have come. Where the page shows no customer, it shows the letter's from here on; where
   /// it shows another one, the user is asked with both names, and the page takes the letter's customer or
@@ -33,7 +38,8 @@ class LetterCustomer {
   const platform::Services& services_;
   const std::string& message_title_;
   customers::CurrentCustomer& customer_;
-  CorrespondencePage& page_;
+  customers::CustomerPanel& panel_;
+  platform::Control& form_number_;
 };
 
 }  // namespace workspace

@@ -7,7 +7,6 @@
 #include "platform/xml/xml.h"
 #include "workspace/letters/address_status.h"
 #include "workspace/letters/whole_number.h"
-#include "workspace/messaging/at_exit.h"
 
 namespace workspace {
 
@@ -25,23 +24,21 @@ std::string TextOf(const platform::RecordSet& row, std::string_view column) {
 
 }  // namespace
 
-void LetterGeneration::SelectNewType() {
+void LetterGeneration::SelectNewType(const ChosenLetter& chosen) {
   Trap(uses_.services, "ZEMLO_Corresp.SelectNewType", [&] {
-    const auto letter_code = uses_.pages.correspondence.ZEMLO_LetterType.Code();
-    const auto letter_type = WholeNumber<std::int32_t>("letter type", letter_code);
+    const auto letter_type = WholeNumber<std::int32_t>("letter type", chosen.letter_type);
     const auto in_force = tried_ ? *tried_ : uses_.templates.InForce(letter_type);
     if (!take_ && !RequireTemplate(in_force)) return;
-    const auto& shown = uses_.pages.correspondence.panel;
-    LetterData letter{.letter_type = letter_code,
-                      .letter_name = uses_.pages.correspondence.ZEMLO_LetterType.GetText(),
+    LetterData letter{.letter_type = chosen.letter_type,
+                      .letter_name = chosen.letter_name,
                       .template_name = in_force.name,
                       .template_path = in_force.path,
                       .is_trial = tried_.has_value(),
                       .form_type = uses_.request.form_type,
                       .form_number = uses_.request.form_number,
                       .check_digit = uses_.request.check_digit,
-                      .page_customer_id = std::string(platform::Trim(shown.customer_id.caption())),
-                      .page_customer_name = shown.name.caption()};
+                      .page_customer_id = chosen.customer_id,
+                      .page_customer_name = chosen.customer_name};
 
     RequestDescription message{.type = 83,
                                .name = "XMLRequest",
@@ -93,7 +90,6 @@ void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
 
 void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
   constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
-  const AtExit enable(uses_.services, kProcedure, [this] { uses_.field_check.EnableCreateLetter(); });
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
     letter_ = reply.letter;
     const auto context = RowsOf(uses_.services, reply, "XML_Context");

@@ -9,7 +9,6 @@
 #include "composition/node_state.h"
 #include "platform/parties/services.h"
 #include "platform/record_set.h"
-#include "workspace/fields/field_check.h"
 #include "workspace/letters/letter_customer.h"
 #include "workspace/letters/letter_forms.h"
 #include "workspace/letters/letter_printing.h"
@@ -18,9 +17,16 @@
 #include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
-#include "workspace/pages/pages.h"
 
 namespace workspace {
+
+/// The letter that is chosen on the page, and the customer shown beside it.
+struct ChosenLetter {
+  std::string letter_type = {};
+  std::string letter_name = {};  ///< in words
+  std::string customer_id = {};  ///< trimmed
+  std::string customer_name = {};
+};
 
 /// Makes a letter of a valid request: its data context is asked for, completed and previewed.
 class LetterGeneration {
@@ -28,20 +34,18 @@ class LetterGeneration {
   struct Uses {
     const platform::Services& services;
     const std::string& message_title;
-    LetterRequestFields& request;
-    Pages& pages;
+    LetterRequestFields& request;  ///< takes over the form as the server knows it
     RequestEnvelope& envelope;
     LetterTemplates& templates;
     LetterForms& forms;
     LetterPrinting& printing;
     LetterCustomer& customer;
-    FieldCheck& field_check;
   };
   explicit LetterGeneration(Uses uses) : uses_(uses) {}
 
-  /// Asks for the data context of the chosen letter type; where no letter can be made of its template, says
+  /// Asks for the data context of the chosen letter; where no letter can be made of its template, says
   /// so and stops.
-  void SelectNewType();
+  void SelectNewType(const ChosenLetter& chosen);
   /// Takes the reply to that: first of all whom the letter is for, see LetterCustomer.
   void CreateNewCorrespondence(const Reply& reply);
   /// The letter whose data came last; an empty one before.
