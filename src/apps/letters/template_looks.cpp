@@ -1,8 +1,9 @@
 #include "apps/letters/template_looks.h"
 
-#include <QPdfDocument>
-#include <QPdfSelection>
+#include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <array>
 
 #include "apps/product_files.h"
@@ -24,25 +25,36 @@ constexpr std::array<Listing::Column, 3> kTypefaceColumns{
 
 constexpr double kPointsInAnInch = 72;
 
-/// Adds where `word` stands on a page.
-void FindWord(QPdfDocument& pdf, int page, std::string_view word, std::vector<PlacedWord>& found) {
-  const auto text = pdf.getAllText(page).text();
-  const auto sought = QString::fromUtf8(word.data(), static_cast<qsizetype>(word.size()));
-  for (auto place = text.indexOf(sought); place >= 0; place = text.indexOf(sought, place + 1)) {
-    const auto box = pdf.getSelectionAtIndex(page, static_cast<int>(place), static_cast<int>(sought.size()))
-                         .boundingRectangle();
-    found.push_back({word, page, box.left() / kPointsInAnInch, box.top() / kPointsInAnInch,
-                     box.bottom() / kPointsInAnInch});
+/// The words of a PDF file's pages and their places, as pdftotext tells them (Debian's poppler-utils). A
+/// library of PDF files linked here would cost every start of the program a quarter of its time.
+QString WordPlaces(const std::filesystem::path& file) {
+  QProcess pdftotext;
+  pdftotext.start(QStringLiteral("pdftotext"),
+                  {QStringLiteral("-bbox"), QString::fromStdString(file.string()), QStringLiteral("-")});
+  if (!pdftotext.waitForFinished() || pdftotext.exitStatus() != QProcess::NormalExit ||
+      pdftotext.exitCode() != 0) {
+    throw Failure(Failure::Kind::kUnavailable,
+                  "The pages cannot be read with \"pdftotext\". Install poppler-utils.");
   }
+  return QString::fromUtf8(pdftotext.readAllStandardOutput());
 }
 
 std::vector<PlacedWord> SampleWordsIn(const std::filesystem::path& file) {
-  QPdfDocument pdf;
-  if (pdf.load(QString::fromStdString(file.string())) != QPdfDocument::Error::None)
-    throw Failure(Failure::Kind::kInternal, "The pages cannot be read.");
+  static const QRegularExpression places(
+      QStringLiteral("<page |<word xMin=\"([0-9.-]+)\" yMin=\"([0-9.-]+)\" xMax=\"[0-9.-]+\" "
+                     "yMax=\"([0-9.-]+)\">([^<]*)<"));
+  const auto text = WordPlaces(file);
   std::vector<PlacedWord> found;
-  for (int page = 0; page < pdf.pageCount(); ++page) {
-    for (const auto word : wordprocessor::kSampleAddress) FindWord(pdf, page, word, found);
+  int page = -1;
+  for (const auto& place : places.globalMatch(text)) {
+    if (!place.hasCaptured(4)) {
+      ++page;
+      continue;
+    }
+    const auto word = std::ranges::find(wordprocessor::kSampleAddress, place.captured(4).toStdString());
+    const auto inches = [&](int number) { return place.captured(number).toDouble() / kPointsInAnInch; };
+    if (word != wordprocessor::kSampleAddress.end())
+      found.push_back({*word, page, inches(1), inches(2), inches(3)});
   }
   return found;
 }
