@@ -11,6 +11,7 @@
 #include "apps/checked_templates.h"
 #include "apps/product_files.h"
 #include "apps/template_faults.h"
+#include "apps/unfetched_versions.h"
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
@@ -74,7 +75,10 @@ class OfficeCheck {
     CheckPrinting();
     CheckRegion();
     const auto documents = CheckCatalogue();
-    if (occasion == Occasion::kInit) CheckTemplates();
+    if (occasion == Occasion::kInit) {
+      std::ranges::move(VersionsNobodyFetches(reference_, region_), std::back_inserter(faults_));
+      CheckTemplates();
+    }
     CheckCorrections(occasion, documents);
     CheckTypefaces(occasion == Occasion::kInit ? documents : std::set<std::string>());
     return std::move(faults_);

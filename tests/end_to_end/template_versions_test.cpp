@@ -130,6 +130,37 @@ TEST_F(OwnTables, BringNewVersionsByInitAndTellOfCorrectionsUnderOldNames) {
                                     "\" is another one than the one in \""));
 }
 
+// A new office could make no letter of the type, and was told to start again for ever.
+TEST_F(OwnTables, WithAVersionThatNoMachineFetchesAreNamedWithTheRemedy) {
+  const auto catalogue = ReadFile(tables_ / "reference/templates.tsv");
+  const auto init_with = [&](const std::string& present_end, const std::string& newer_end) {
+    auto rows = catalogue;
+    const std::string present = "2024-01-08 08.15.00\t2024-01-15\t";
+    rows.insert(rows.find(present) + present.size(), present_end);
+    rows += "K1\t101\tREG101_9901.docx\t2024-12-01 10.00.00\t2099-01-01\t" + newer_end + "\n";
+    WriteFile(tables_ / "reference/templates.tsv", rows);
+    return Init();
+  };
+  std::filesystem::copy_file(tables_ / "templates/REG101_2401.docx", tables_ / "templates/REG101_9901.docx");
+  const auto init = init_with("", "");
+  EXPECT_EQ(init.status, 0);
+  EXPECT_THAT(init.err,
+              AllOf(HasSubstr("The template \"REG101_2401.docx\" for letter type \"101\" is used on "),
+                    HasSubstr("Give \"REG101_2401.docx\" the expiration date 2098-12-31, the day "
+                              "before \"REG101_9901.docx\" takes effect.")));
+  const auto letter = PrintLetterFor("100001");
+  EXPECT_EQ(letter.status, 1);
+  EXPECT_THAT(letter.err, AllOf(HasSubstr("is missing, and no start fetches it"),
+                                Not(HasSubstr("Start the program again"))));
+  EXPECT_THAT(Letters("types", {}).out, HasSubstr("no start fetches it"));
+
+  EXPECT_THAT(init_with("2098-12-31", "2099-12-31").err,
+              HasSubstr("Enter \"REG101_9901.docx\" without an expiration date"));
+  EXPECT_EQ(init_with("", "2099-12-31").err, "");
+  EXPECT_EQ(init_with("2098-12-31", "").err, "");
+  EXPECT_EQ(PrintLetterFor("100001").status, 0);
+}
+
 // It has one name for good, so that a new one takes the place of the old.
 TEST_F(OwnTables, BringANewLetterheadWhereTheOldOneWasRemoved) {
   ASSERT_EQ(PrintLetterFor("100001").status, 0);

@@ -84,14 +84,30 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
       "was "
       "valid from 2003-01-01 to 2004-03-14, \"Y.docx\" is valid from 2004-03-16 on. Ask the administrator "
       "for one.");
+  fakes_.reference.AnswersWhatContains(
+      "SELECT DCMT_NM, EFCTV_DT", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
+  fakes_.reference.AnswersWhatContains("SELECT LTR_ONLN_IND", fakes::RowsOf("", {{{"LTR_ONLN_IND", "E"}}}));
+  UserAsksFor("110");
+  EXPECT_EQ(fakes_.status.reason,
+            "No letter was made. Letter type \"110\" has no template: it is made elsewhere.");
   GivenTemplate("TAX110.docx");
   fakes_.files.content.clear();
+  const auto fetched = fakes::RowsOf("", {{{"DCMT_NM", "tax110.docx "}}});
+  fakes_.reference.AnswersWhatContains("SELECT a.*", fetched);
   UserAsksFor("110");
-  EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("\"templates/TAX110.docx\" is missing"));
+  EXPECT_THAT(fakes_.status.reason,
+              testing::HasSubstr("\"templates/TAX110.docx\" is missing. Start the program again"));
+  // A newer version that is still to come kept it from being fetched, and a start was advised for ever.
+  fakes_.reference.AnswersWhatContains("SELECT a.*", fakes::RowsOf("", {{{"DCMT_NM", "TAX110_2.docx"}}}));
+  UserAsksFor("110");
+  EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("is missing, and no start fetches it"));
   EXPECT_THAT(
       fakes_.host.MessageTexts(),
       ElementsAre("This request can not be processed at this time. Please create a template to complete this "
                   "request.",
+                  "This request can not be processed at this time. Please create a template to complete this "
+                  "request.",
+                  "Unable to process this request. No template is available for print.",
                   "Unable to process this request. No template is available for print."));
   for (const auto& message : fakes_.host.messages) {
     EXPECT_EQ(message.icon, platform::MessageIcon::kExclamation);

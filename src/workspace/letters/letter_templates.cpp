@@ -47,6 +47,10 @@ constexpr std::string_view kVersions =
     "SELECT DCMT_NM, EFCTV_DT, EXPRTN_DT FROM FLS_LTR_TEMPLATE WHERE REGION={R} AND LTR_TYP_ID={L} "
     "ORDER BY EFCTV_DT, TMPLT_TS";
 
+constexpr std::string_view kLetterType =
+    "SELECT LTR_ONLN_IND FROM FLS_LETTER WHERE REGION={R} AND LTR_TYP_ID={L}";
+constexpr std::string_view kMadeElsewhere = "E";
+
 constexpr std::string_view kFolderInquiry =
     "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>";
 
@@ -168,30 +172,53 @@ std::string LetterTemplates::GetTemplateFileName(std::int32_t letter_type) {
 TemplateInForce LetterTemplates::InForce(std::int32_t letter_type) {
   const auto code = std::to_string(letter_type);
   const auto path = GetTemplateFileName(letter_type);
-  if (path.empty()) return {.fault = WhyNoTemplate(code) + " Ask the administrator for one."};
+  if (path.empty()) return {.fault = WhyNoTemplate(code)};
   TemplateInForce found{.name = template_name_, .path = path};
-  found.fault = services_.files.Exists(path)
-                    ? services_.template_judge.FaultOf(path, code)
-                    : "The template file \"" + path +
-                          "\" is missing. Start the program again to fetch it, or ask the administrator.";
+  if (services_.files.Exists(path)) {
+    found.fault = services_.template_judge.FaultOf(path, code);
+  } else {
+    found.fault = "The template file " + platform::Quoted(path) + " is missing";
+    found.fault += IsFetched(found.name)
+                       ? ". Start the program again to fetch it, or ask the administrator."
+                       : ", and no start fetches it, because the catalogue has a newer version. Ask the "
+                         "administrator: \"zemlo-letters init\" says what to enter there.";
+  }
   return found;
+}
+
+bool LetterTemplates::IsFetched(std::string_view template_name) const {
+  try {
+    const auto rows = Catalogue(kAllTemplates);
+    for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+      if (platform::EqualsIgnoringCase(Trim(rows->Text(row, "DCMT_NM")), Trim(template_name))) return true;
+    }
+    return false;
+  } catch (const Failure&) {
+    return true;  // nobody knows better; the next start reports it
+  }
 }
 
 std::string LetterTemplates::WhyNoTemplate(const std::string& letter_type) const {
   const auto today = platform::DateText(services_.clock.Today());
   const auto subject = "Letter type " + platform::Quoted(letter_type) + " has no template";
+  constexpr auto kRemedy = " Ask the administrator for one.";
   try {
     const auto versions = Catalogue(kVersions, letter_type);
-    if (versions->IsEmpty()) return subject + " in the catalogue.";
+    if (versions->IsEmpty()) {
+      const auto type = Catalogue(kLetterType, letter_type);
+      return !type->IsEmpty() && type->FirstText() == kMadeElsewhere
+                 ? subject + ": it is made elsewhere."
+                 : subject + " in the catalogue." + kRemedy;
+    }
     std::string listed;
     for (std::size_t row = 0; row < versions->RecordCount(); ++row) {
       listed += (row == 0 ? ": " : ", ") + platform::Quoted(Trim(versions->Text(row, "DCMT_NM"))) +
                 WhenInForce(*versions, row, today);
     }
-    return subject + " that is in force on " + today + listed + ".";
+    return subject + " that is in force on " + today + listed + "." + kRemedy;
   } catch (const Failure&) {
     // The look-up of the template has reported it.
-    return subject + " that is in force on " + today + ".";
+    return subject + " that is in force on " + today + "." + kRemedy;
   }
 }
 

@@ -65,6 +65,8 @@ class LetterTemplates {
  private:
   /// The versions that the catalogue has of the letter type, and when each is in force: a sentence.
   std::string WhyNoTemplate(const std::string& letter_type) const;
+  /// Whether the synchronisation fetches the document where it is missing.
+  bool IsFetched(std::string_view template_name) const;
   void ReadServerFolder(const Reply& reply);
   std::shared_ptr<platform::RecordSet> Catalogue(std::string_view query,
                                                  std::string_view letter_type = "") const;
