@@ -71,6 +71,23 @@ TEST_F(Trial, TakesEntriesAndLettersOfTheNightlyBatch) {
   EXPECT_EQ(History("SEQ_NBR"), "");
 }
 
+TEST_F(Trial, TakesLettersThatOnlyTheSystemMakesAndNoneThatAreMadeElsewhere) {
+  const auto cover = OfProduct("RTM118_2401.docx");
+  const auto trial = Try(cover, {"--type", "118", "--customer", "100001"});
+  EXPECT_EQ(trial.status, 0) << trial.err;
+  EXPECT_THAT(PdfText(pdf_), HasSubstr("Prairie Lantern Fuel Supply LLC"));
+  EXPECT_THAT(Try(cover, {"--type", "115", "--customer", "100001"}).err,
+              HasSubstr("Letter type \"115\" has no template: it is made elsewhere."));
+  const auto asked_for = [&](const char* command, const char* type) {
+    return Letters(command, {"--type", type, "--customer", "100001"}).err;
+  };
+  EXPECT_THAT(
+      asked_for("letter", "118"),
+      HasSubstr("\"118\" is made by the system and is in no list to choose from. \"zemlo-letters trial"));
+  EXPECT_THAT(asked_for("history", "118"), HasSubstr("\"118\" is made by the system"));
+  EXPECT_THAT(asked_for("letter", "115"), HasSubstr("\"115\" has no template: it is made elsewhere."));
+}
+
 TEST_F(Trial, SaysWhatTheCheckSaysAndIsMadeAllTheSame) {
   const auto file = author_ / "NEW.docx";
   WriteTemplateWithError(file);

@@ -79,7 +79,7 @@ TEST_F(FieldCheckTest, KeepsLettersOfTheNightlyBatchFromBeingCreated) {
   PanelShowsCustomer("4711");
   EXPECT_THAT(Check(kPage), ElementsAre("Batch letter is not available to view"));
   EXPECT_FALSE(CanCreate());
-  field_check_.TakeBatchLetters();
+  field_check_.TakeEveryLetter();
   EXPECT_THAT(Check(kPage), IsEmpty());
 }
 

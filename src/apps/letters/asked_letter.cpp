@@ -11,8 +11,9 @@ using workspace::PageIndex;
 void FillRequest(HeadlessOffice& office, const CommandLine& line) {
   auto& page = office.page();
   if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"), PageIndex::kCorrespondence);
-  Pick(page.ZEMLO_LetterType, line.Value("type"),
-       "There is no letter type \"" + line.Value("type") + "\". \"zemlo-letters types\" lists them.");
+  RequireLetterType(office, page.ZEMLO_LetterType, line.Value("type"),
+                    " \"zemlo-letters trial\" makes one to look at.");
+  Pick(page.ZEMLO_LetterType, line.Value("type"), "The list of letter types is disabled.");
   if (!line.IsSet("form")) return;
   Pick(page.ZEMLO_FormTypeCodes, line.Value("form-type"),
        "Form type \"" + line.Value("form-type") + "\" does not go with letter type \"" + line.Value("type") +

@@ -45,11 +45,6 @@ std::optional<std::string> CriterionFault(const CommandLine& line) {
   return std::nullopt;
 }
 
-void PickLetterType(TrackingPage& page, const std::string& type) {
-  Pick(page.ZEMLO_LetterType, type,
-       "There is no letter type \"" + type + "\". \"zemlo-letters types\" lists them.");
-}
-
 void PickFormType(TrackingPage& page, const std::string& type) {
   const auto letter = page.ZEMLO_LetterType.GetText();
   Pick(page.ZEMLO_FormTypeCodes, type,
@@ -76,7 +71,10 @@ void FillDay(platform::DateField& field, const std::string& text) {
 void FillCriteria(HeadlessOffice& office, const CommandLine& line) {
   auto& page = office.workspace().pages().tracking;
   if (line.IsSet("customer")) ChooseCustomer(office, line.Value("customer"), PageIndex::kTracking);
-  if (line.IsSet("type")) PickLetterType(page, line.Value("type"));
+  if (line.IsSet("type")) {
+    RequireLetterType(office, page.ZEMLO_LetterType, line.Value("type"));
+    Pick(page.ZEMLO_LetterType, line.Value("type"), "The list of letter types is disabled.");
+  }
   if (line.IsSet("form-type")) PickFormType(page, line.Value("form-type"));
   if (line.IsSet("form")) FillFormNumber(page, line.Value("form"));
   if (line.IsSet("from")) FillDay(page.from_date, line.Value("from"));

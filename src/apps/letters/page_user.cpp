@@ -6,17 +6,45 @@
 #include "platform/text.h"
 
 namespace apps {
+namespace {
+
+std::optional<std::size_t> RowOf(composition::ZEMLO_LetterCombo& list, const std::string& code) {
+  list.UserOpens();
+  if (code.empty() || !list.rows()) return std::nullopt;
+  return list.rows()->Find("CD_TBL_CD", platform::RecordSet::Match::kEquals, code);
+}
+
+/// Why a list of letter types has no such one.
+std::string WhyNotListed(HeadlessOffice& office, const std::string& type, const std::string& way_out) {
+  const auto& services = office.office().services();
+  const auto quoted = [&](const std::string& text) { return services.utilities.SqlQuote(text); };
+  const auto region = platform::UpperCase(platform::Trim(services.settings.Region()));
+  const auto found =
+      services.reference.Select("SELECT LTR_ONLN_IND FROM FLS_LETTER WHERE REGION=" + quoted(region) +
+                                " AND LTR_TYP_ID=" + quoted(type));
+  const auto indicator = found->IsEmpty() ? "" : found->FirstText();
+  const auto name = "etter type " + platform::Quoted(type);
+  if (indicator == "S")
+    return "L" + name + " is made by the system and is in no list to choose from." + way_out;
+  if (indicator == "E") return "L" + name + " has no template: it is made elsewhere.";
+  return "There is no l" + name + ". \"zemlo-letters types\" lists them.";
+}
+
+}  // namespace
 
 void Refuse(const std::string& text) {
   throw platform::Failure(platform::Failure::Kind::kRefused, text);
 }
 
 void Pick(composition::ZEMLO_LetterCombo& list, const std::string& code, const std::string& refusal) {
-  list.UserOpens();
-  const auto row =
-      list.rows() ? list.rows()->Find("CD_TBL_CD", platform::RecordSet::Match::kEquals, code) : std::nullopt;
-  if (code.empty() || !row || !list.enabled()) Refuse(refusal);
+  const auto row = RowOf(list, code);
+  if (!row || !list.enabled()) Refuse(refusal);
   list.UserPicks(*row);
+}
+
+void RequireLetterType(HeadlessOffice& office, composition::ZEMLO_LetterCombo& list, const std::string& type,
+                       const std::string& way_out) {
+  if (!RowOf(list, type)) Refuse(WhyNotListed(office, type, way_out));
 }
 
 void Type(platform::TextField& field, const std::string& text, const std::string& option) {

@@ -11,6 +11,10 @@ namespace apps {
 
 /// Opens the list and picks the row with that code.
 void Pick(composition::ZEMLO_LetterCombo& list, const std::string& code, const std::string& refusal);
+/// Refuses a letter type that the list has not, and says why; `way_out` follows for a letter that only the
+/// system makes.
+void RequireLetterType(HeadlessOffice& office, composition::ZEMLO_LetterCombo& list, const std::string& type,
+                       const std::string& way_out = "");
 
 /// Types into the field, key by key: a key that the field does not take is the refusal. `option` names where
 /// the text came from.

@@ -85,7 +85,7 @@ std::vector<std::string> ZEMLO_Corresp::CheckMessages(PageIndex page) {
 
 void ZEMLO_Corresp::TryTemplate(TemplateInForce tried) {
   RequireParts().generation.TryTemplate(std::move(tried));
-  RequireParts().field_check.TakeBatchLetters();
+  RequireParts().field_check.TakeEveryLetter();
 }
 
 TemplateInForce ZEMLO_Corresp::TemplateOf(const std::string& letter_type) {

@@ -83,7 +83,9 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
   const bool is_for_customer = has_letter && page.ZEMLO_LetterType.Tag.empty();
   const bool is_for_document = has_letter && !is_for_customer;
   const auto number = is_for_document ? JudgeFormNumber(page) : platform::Utilities::FormNumberVerdict{};
-  const auto online = platform::UpperCase(platform::Trim(page.ZEMLO_LetterType.OnlineInd()));
+  const auto is_batch_letter = [&page] {
+    return platform::UpperCase(platform::Trim(page.ZEMLO_LetterType.OnlineInd())) == "B";
+  };
   return {
       {!has_letter, "Please select a correspondence type", &page.ZEMLO_LetterType},
       {is_for_customer && page.panel.customer_id.caption().empty(), "Customer ID is required"},
@@ -92,7 +94,7 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
       {is_for_document && page.txtFormNum.IsEmpty(), "Form number is required", &page.txtFormNum},
       {!number.valid, "Form number is invalid", &page.txtFormNum, number.text},
       {is_for_document && !has_form_type, "Form type is required", &page.ZEMLO_FormTypeCodes},
-      {online == "B" && !takes_batch_letters_, "Batch letter is not available to view",
+      {!takes_every_letter_ && is_batch_letter(), "Batch letter is not available to view",
        &page.ZEMLO_LetterType},
   };
 }

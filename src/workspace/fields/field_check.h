@@ -31,8 +31,9 @@ class FieldCheck {
   void DefaultFieldColor(PageIndex page);
   /// Gives the tracking page's two dates their normal look.
   void ClearEdit();
-  /// Letters of the nightly batch may be created on line from now on, too.
-  void TakeBatchLetters() { takes_batch_letters_ = true; }
+  /// Letters of the nightly batch may be created on line from now on, too. The list of letter types may have
+  /// no LTR_IND then.
+  void TakeEveryLetter() { takes_every_letter_ = true; }
 
  private:
   struct Rule {
@@ -53,7 +54,7 @@ class FieldCheck {
   const platform::Services& services_;
   Pages& pages_;
   std::map<PageIndex, std::vector<std::string>> messages_;
-  bool takes_batch_letters_ = false;
+  bool takes_every_letter_ = false;
 };
 
 }  // namespace workspace
