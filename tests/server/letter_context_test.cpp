@@ -11,8 +11,10 @@ using testing::HasSubstr;
 using testing::Not;
 using tests::Record;
 
-constexpr std::uint32_t kErrorInChild = 0x800000;
-constexpr std::uint32_t kErrorInNonAddressChild = 0x1000000;
+using server::state::kErrorInChild;
+using server::state::kErrorInNonAddressChild;
+namespace error = server::error;
+namespace state = server::state;
 
 class LetterContext : public tests::ServerTest {
  protected:
@@ -29,9 +31,12 @@ class LetterContext : public tests::ServerTest {
   std::string Attribute(std::string_view field, std::string_view attribute) const {
     return Field(field).Attribute(attribute).value_or("");
   }
-  std::uint32_t Flags(std::string_view field, std::string_view attribute) const {
-    const auto text = Attribute(field, attribute);
-    return text.empty() ? 0 : static_cast<std::uint32_t>(std::stoul(text, nullptr, 16));
+  server::FlagWord Flags(std::string_view field, std::string_view attribute) const {
+    return platform::ReadFlagWord(Field(field), attribute);
+  }
+  /// Of these bits those that the field's "State" has.
+  server::FlagWord State(std::string_view field, server::FlagWord bits) const {
+    return Flags(field, "State") & bits;
   }
   std::string History(std::string_view column) const { return Record(reply_, "CORRHIST")->Text(column); }
 
@@ -46,14 +51,14 @@ TEST_F(LetterContext, OfACustomerBeginsWithTheInputAndFollowsTheDefinition) {
   EXPECT_THAT(names, testing::ElementsAre("CUST_ID", "LTR_DT", "LTR_REF", "CUSTOMER_NAME", "CUSTOMER_ADDR",
                                           "ACCNT_NBR", "CNTY_NM", "PHN_NBR", "OFFICER_NAME", "OFFICE_NAME",
                                           "OFFICE_PHONE"));
-  EXPECT_EQ(Flags("CUST_ID", "State") & 0x800, 0x800u);
+  EXPECT_TRUE(State("CUST_ID", state::kInput));
   EXPECT_EQ(Field("LTR_DT").Text(), "November 22, 2026");
   EXPECT_EQ(Attribute("LTR_DT", "RawValue"), "2026-11-22");
   EXPECT_EQ(Field("CUSTOMER_ADDR").Text(), "1200 Depot St\nSuite 4\nHartsfield, KV 88312-0431");
   EXPECT_EQ(Field("ACCNT_NBR").Text(), "62-000100001-01");
   EXPECT_EQ(Field("PHN_NBR").Text(), "(555) 011-4201");
   EXPECT_EQ(Field("CNTY_NM").Text(), "Hartsfield");
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x1C00000, 0u);
+  EXPECT_FALSE(State("XML_CONTEXT", state::kSummaries));
   EXPECT_EQ(History("CUST_ID") + History("PRNT_STTS_CD") + History("ADDR_TYP_CD") + History("QZ_CNTY_NBR"),
             "100001P113");
   EXPECT_EQ(History("LST_PRCS_TS"), "2026-11-22 09.00.00");
@@ -62,14 +67,14 @@ TEST_F(LetterContext, OfACustomerBeginsWithTheInputAndFollowsTheDefinition) {
 TEST_F(LetterContext, OfAFormHoldsItsPeriodsAsATableThatAddsUp) {
   GivenContext("110", {{"FORM_NBR", "3100056"}, {"FORM_TYP_CD", "C"}});
   EXPECT_EQ(Field("CUST_ID").Text(), "100014");
-  EXPECT_EQ(Flags("CUST_ID", "State") & 0x800, 0u) << "found through the form, not given";
-  EXPECT_EQ(Flags("FORM_NBR", "State") & 0x800, 0x800u);
+  EXPECT_FALSE(State("CUST_ID", state::kInput)) << "found through the form, not given";
+  EXPECT_TRUE(State("FORM_NBR", state::kInput));
   EXPECT_EQ(Field("FORM_NBR_WITH_DGT").Text(), "3100056-X");
-  EXPECT_EQ(Attribute("TAX_PERIODS", "State"), "1");
+  EXPECT_EQ(Flags("TAX_PERIODS", "State"), state::kTable);
   const auto rows = Field("TAX_PERIODS").Children();
   ASSERT_EQ(rows.size(), 36u);
-  EXPECT_EQ(rows[0].Attribute("State"), "40");
-  EXPECT_EQ(rows[0].Children()[0].Attribute("State"), "80");
+  EXPECT_EQ(platform::ReadFlagWord(rows[0], "State"), state::kTableRow);
+  EXPECT_EQ(platform::ReadFlagWord(rows[0].Children()[0], "State"), state::kTableColumn);
   EXPECT_EQ(rows.back().Children()[0].Text(), "September 2026");
   EXPECT_EQ(rows.back().Children()[1].Text(), "October 20, 2026");
   auto total = platform::Money::FromCents(0);
@@ -92,13 +97,14 @@ TEST_F(LetterContext, OfAReceiptIsFoundByItsNumberAndCheckDigit) {
 
 TEST_F(LetterContext, SaysWhatTheUserHasToEnterAndToChoose) {
   GivenContext("103", {{"CUST_ID", "100001"}});
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x18, 0x8u);
-  EXPECT_EQ(Flags("U_BOND_AMT", "State") & 0xFF, 0x8u);
+  EXPECT_EQ(State("XML_CONTEXT", state::kUser | state::kParagraph), state::kUser);
+  EXPECT_EQ(State("U_BOND_AMT", state::kTypes), state::kUser);
   EXPECT_EQ(Attribute("U_BOND_AMT", "V_EnglishDesc"), "Amount of the bond");
   EXPECT_EQ(Field("U_BOND_AMT").Text(), "");
   GivenContext("107", {{"FORM_NBR", "3100004"}, {"FORM_TYP_CD", "C"}});
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & 0x10, 0x10u);
-  EXPECT_EQ(Flags("PARA_FREE_TEXT", "State") & 0x2FF, 0x210u);
+  EXPECT_TRUE(State("XML_CONTEXT", state::kParagraph));
+  EXPECT_EQ(State("PARA_FREE_TEXT", state::kTypes | state::kCanDisplay),
+            state::kParagraph | state::kCanDisplay);
   EXPECT_EQ(Field("PARA_FREE_TEXT").Text(), "");
   EXPECT_EQ(Field("PARA_FREE_TEXT").Attribute("OneOf"), std::nullopt) << "this letter does without";
 }
@@ -121,54 +127,42 @@ TEST_F(LetterContext, NamesAreTakenAsTheyAre) {
   }
 }
 
-TEST_F(LetterContext, TheAddressVerdictFollowsTheCustomersAddresses) {
-  struct Case {
-    const char* customer;
-    const char* status;
-    const char* address_type;
-    std::uint32_t flags;
-    const char* words;
-  };
-  for (const auto& [customer, status, address_type, flags, words] :
-       std::initializer_list<Case>{{"100001", "P", "1", 0x280, "The letter goes to the mailing address"},
-                                   {"100006", "P", "2", 0xB00, "mailing address is missing"},
-                                   {"100007", "P", "2", 0xB00, "mailing address is missing"},
-                                   {"100013", "P", "2", 0x20300, "mailing address is marked bad"},
-                                   {"100015", "V", "", 0x20060000, "residential address is marked bad"},
-                                   {"100016", "V", "", 0x20046000, "mailing address failed verification"},
-                                   {"100017", "P", "1", 0x9280, "post office box"},
-                                   {"100018", "V", "", 0x20001800, "No usable address"},
-                                   {"100019", "P", "1", 0x1080, "residential address is missing"}}) {
-    SCOPED_TRACE(customer);
-    GivenContext("101", {{"CUST_ID", customer}});
-    EXPECT_EQ(History("PRNT_STTS_CD"), status);
-    EXPECT_EQ(History("ADDR_TYP_CD"), address_type);
-    EXPECT_EQ(Flags("XML_CONTEXT", "AddrState"), flags);
-    EXPECT_EQ(Flags("CUSTOMER_ADDR", "AddrState"), flags);
-    EXPECT_EQ(Flags("CUSTOMER_ADDR", "Err"), std::string(status) == "V" ? 0x200u : 0u);
-    EXPECT_THAT(Attribute("XML_CONTEXT", "V_ExplainAddr"), HasSubstr(words));
-  }
+TEST_F(LetterContext, CarriesTheVerdictOnTheCustomersAddresses) {
+  GivenContext("101", {{"CUST_ID", "100006"}});
+  const auto residential =
+      server::address::kMailMissing | server::address::kResidentialUsed | server::address::kInStateCustomer;
+  EXPECT_EQ(History("PRNT_STTS_CD") + History("ADDR_TYP_CD"), "P2");
+  EXPECT_EQ(Flags("XML_CONTEXT", "AddrState"), residential);
+  EXPECT_EQ(Flags("CUSTOMER_ADDR", "AddrState"), residential);
+  EXPECT_EQ(Flags("CUSTOMER_ADDR", "Err"), 0u);
+  EXPECT_THAT(Attribute("XML_CONTEXT", "V_ExplainAddr"), HasSubstr("mailing address is missing"));
+
+  GivenContext("101", {{"CUST_ID", "100015"}});
+  EXPECT_EQ(History("PRNT_STTS_CD") + History("ADDR_TYP_CD"), "V");
+  EXPECT_EQ(Flags("XML_CONTEXT", "AddrState"), Flags("CUSTOMER_ADDR", "AddrState"));
+  EXPECT_EQ(Flags("CUSTOMER_ADDR", "Err"), server::error::kAddress);
 }
 
 TEST_F(LetterContext, AnAddressErrorAloneIsToldApartFromOthers) {
   GivenContext("101", {{"CUST_ID", "100015"}});
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & (kErrorInChild | kErrorInNonAddressChild), kErrorInChild);
+  EXPECT_EQ(State("XML_CONTEXT", kErrorInChild | kErrorInNonAddressChild), kErrorInChild);
   GivenContext("101", {{"CUST_ID", "100018"}});
-  EXPECT_EQ(Flags("ACCNT_NBR", "Err"), 0x10u);
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & (kErrorInChild | kErrorInNonAddressChild),
+  EXPECT_EQ(Flags("ACCNT_NBR", "Err"), error::kNull);
+  EXPECT_EQ(State("XML_CONTEXT", kErrorInChild | kErrorInNonAddressChild),
             kErrorInChild | kErrorInNonAddressChild);
 }
 
 TEST_F(LetterContext, ARequiredFieldWithoutAValueIsInError) {
   GivenContext("110", {{"CUST_ID", "100001"}});  // a letter about a form, asked for without one
-  EXPECT_EQ(Flags("FORM_NBR", "Err"), 0x8u);
-  EXPECT_EQ(Flags("FORM_NBR", "State") & 0x418104, 0x418104u);
+  EXPECT_EQ(Flags("FORM_NBR", "Err"), error::kNoRow);
+  const auto absent = state::kSystem | state::kValueIsNull | state::kEof | state::kNull | state::kHasError;
+  EXPECT_EQ(State("FORM_NBR", absent), absent);
   EXPECT_THAT(
       Attribute("FORM_NBR", "V_ExplainErr"),
       testing::AllOf(HasSubstr("Nothing was found, but the letter needs it. Field \"FORM_NBR\" (letter_"),
                      HasSubstr(") comes from \"form.number\".")));
   EXPECT_EQ(Flags("FORM_CK_DGT_NBR", "Err"), 0u) << "not required";
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & kErrorInNonAddressChild, kErrorInNonAddressChild);
+  EXPECT_TRUE(State("XML_CONTEXT", kErrorInNonAddressChild));
 }
 
 TEST_F(LetterContext, ExplainsOnlyWhenAsked) {
@@ -189,7 +183,7 @@ TEST_F(LetterContext, WithoutValuesNothingIsInError) {
   GivenContext({.type = 83,
                 .keys = {{"key: LTR_TYP_ID", "110"}, {"key: POPULATE_LTR_BOOKMARKS", "N"}},
                 .records = {{"XML_CONTEXT_INPUT", {{{"CUST_ID", "100018"}}}}}});
-  EXPECT_EQ(Flags("XML_CONTEXT", "State") & kErrorInChild, 0u);
+  EXPECT_FALSE(State("XML_CONTEXT", kErrorInChild));
   EXPECT_EQ(Field("CUSTOMER_NAME").Text(), "");
 }
 

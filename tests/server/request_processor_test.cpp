@@ -57,16 +57,7 @@ std::vector<WrongInput> WrongInputs() {
       {"an unknown key",
        {.type = 83, .keys = {{"key:FetchContext", "1"}, {"key:COLOUR", "red"}}},
        "\"key:COLOUR\""},
-      {"a key twice",
-       {.type = 83, .keys = {{"key:FetchContext", "1"}, {"Key: fetchcontext", "2"}}},
-       "came twice"},
-      {"a letter number of letters", {.type = 83, .keys = {{"key:FetchContext", "12a"}}}, "FETCHCONTEXT"},
       {"an unknown letter", {.type = 83, .keys = {{"key:FetchContext", "12"}}}, "There is no letter \"12\""},
-      {"a flag neither Y nor N",
-       {.type = 83,
-        .keys = {{"key: LTR_TYP_ID", "101"}, {"key:ExplainState", "maybe"}},
-        .records = {{"XML_CONTEXT_INPUT", {{{"CUST_ID", "100001"}}}}}},
-       "MAYBE"},
       {"an unknown letter type", context("999", {{"CUST_ID", "100001"}}), "There is no letter type \"999\""},
       {"no letter type", context("", {{"CUST_ID", "100001"}}), "There is no letter type \"\""},
       {"an unknown customer", context("101", {{"CUST_ID", "7"}}), "There is no customer \"7\""},
@@ -123,45 +114,6 @@ TEST_F(Requests, WithoutDataTheAnswerNamesTheFileUntilItIsThere) {
               HasSubstr("There is no letter"));
 }
 
-TEST_F(Requests, DataFromAProgramWithOtherTablesAreRefused) {
-  {
-    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
-    database.Change("UPDATE server_info SET CONTENT = '99' WHERE NAME = 'schema version'");
-  }
-  EXPECT_THAT(Ask(Fetch("1")).error, HasSubstr("version \"99\""));
-}
-
-TEST_F(Requests, DataOfAnOlderProgramAreCarriedOverWithTheirLetters) {
-  EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
-  {
-    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
-    for (const auto* statement :
-         {"DROP TABLE letter_context", "DROP TABLE context_dictionary", "DROP INDEX requests_by_time",
-          "DROP INDEX letters_of_type", "DROP INDEX letters_of_troop",
-          "ALTER TABLE letter_field DROP COLUMN FLD_DFLT", "ALTER TABLE letter_field DROP COLUMN FLD_RULE",
-          "ALTER TABLE letter_field DROP COLUMN FLD_LINE", "DROP TABLE customer_word",
-          "DROP TABLE customer_search", "DROP TABLE letter_message",
-          "ALTER TABLE customer ADD COLUMN SRCH_TXT TEXT NOT NULL DEFAULT 'old'",
-          "ALTER TABLE letter_history ADD COLUMN XML_CONTEXT TEXT NOT NULL DEFAULT "
-          "'<XML_CONTEXT>é</XML_CONTEXT>'",
-          "UPDATE server_info SET CONTENT = '1' WHERE NAME = 'schema version'"}) {
-      database.Change(statement);
-    }
-  }
-  server::RequestProcessor newer(folder_.path(), clock_);
-  const auto ask = [&](const Question& question) {
-    return server::ReadReply(newer.Answer(WireText(question)));
-  };
-  const auto fetched = ask(Fetch("1"));
-  ASSERT_EQ(fetched.error, "");
-  EXPECT_EQ(Record(fetched, "XML_CONTEXT")->FirstText(), "<XML_CONTEXT>é</XML_CONTEXT>");
-  EXPECT_EQ(Record(ask(PrintedLetter("m-2")), "CORRHIST")->Text("SEQ_NBR"), "2");
-  EXPECT_EQ(Record(ask({.type = 79, .keys = {{"key:CUST_ID", "100001"}}}), "CORRHIST")->RecordCount(), 2U);
-  const auto found =
-      ask({.type = 7, .key_items = {platform::Criterion("key:CUST_FIND", "cafe elan", "like")}});
-  EXPECT_EQ(Record(found, "CUSTOMER")->Text("Cust_Id"), "100004");
-}
-
 TEST_F(Requests, TheLogOfAnsweredRequestsForgetsOldOnesAtStart) {
   EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
   clock_.Sleep(std::chrono::days(2));
@@ -189,15 +141,6 @@ TEST_F(Requests, ALettersRecordAndItsReprintAreStoredOnceHoweverLateTheyComeAgai
   EXPECT_EQ(Ask(PrintedLetter("m-1")).error, "");
   clock_.Sleep(std::chrono::hours(1));
   const auto reprinted = Ask(Reprint("m-2", "1"));
-  {
-    // Carried over from a program that kept the keys in its log of requests only.
-    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
-    database.Change("DROP TABLE letter_message");
-    database.Change("UPDATE server_info SET CONTENT = '5' WHERE NAME = 'schema version'");
-  }
-  EXPECT_EQ(
-      server::ReadReply(server::RequestProcessor(folder_.path(), clock_).Answer(WireText(Fetch("1")))).error,
-      "");
   clock_.Sleep(std::chrono::days(400));
   server::RequestProcessor much_later(folder_.path(), clock_);
   for (const auto& question : {PrintedLetter("m-1"), Reprint("m-2", "1")}) {
