@@ -14,12 +14,16 @@ enum class ColumnKind {
   kText,          ///< must not be empty
   kOptionalText,  ///< empty is stored as null
   kLetterType,    ///< a whole number, as the programs write it
+  kCounty,        ///< the same
   kOnlineIndicator,
   kFileName,      ///< without a folder
   kDate,          ///< "yyyy-mm-dd"
   kOptionalDate,  ///< empty is stored as null: without end
   kTimestamp,     ///< "yyyy-mm-dd hh.mm.ss"
   kOptionalTimestamp,
+  kZipPrefix,  ///< three digits
+  kTroop,      ///< one character: with the district behind it one value
+  kDistrict,   ///< up to four characters
 };
 
 struct Column {
@@ -71,12 +75,12 @@ inline constexpr auto kCodeColumns = std::to_array<Column>({
 });
 
 inline constexpr auto kCountyColumns = std::to_array<Column>({
-    {"CNTY_CD"},
+    {"CNTY_CD", ColumnKind::kCounty},
     {"CNTY_NM"},
     {"CNTY_SEAT_NM"},
-    {"ZIP_PRFX"},
-    {"TRP_ID"},
-    {"TRP_DIST_ID"},
+    {"ZIP_PRFX", ColumnKind::kZipPrefix},
+    {"TRP_ID", ColumnKind::kTroop},
+    {"TRP_DIST_ID", ColumnKind::kDistrict},
 });
 
 inline constexpr auto kOfficerColumns = std::to_array<Column>({{"OFCR_ID"}, {"OFCR_NM"}});

@@ -20,11 +20,15 @@ using platform::TabTable;
 
 constexpr std::string_view kFirstDay = "EFCTV_DT";
 
-/// Letter types are 32-bit numbers to the programs, which write them without zeros in front.
-bool IsLetterType(std::string_view text) {
+/// Letter types and counties are 32-bit numbers to the programs, which write them without zeros in front.
+bool IsNumber(std::string_view text) {
   std::int32_t number = 0;
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() && std::to_string(number) == text;
+}
+
+bool IsZipPrefix(std::string_view text) {
+  return text.size() == 3 && text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
 bool IsFileName(std::string_view text) {
@@ -50,7 +54,9 @@ std::string_view Complaint(ColumnKind kind, const std::string& cell) {
     case ColumnKind::kOptionalText:
       return "";
     case ColumnKind::kLetterType:
-      return IsLetterType(cell) ? "" : "is no letter type. Write a number without zeros in front.";
+      return IsNumber(cell) ? "" : "is no letter type. Write a number without zeros in front.";
+    case ColumnKind::kCounty:
+      return IsNumber(cell) ? "" : "is no county's number. Write a number without zeros in front.";
     case ColumnKind::kOnlineIndicator:
       return cell == "O" || cell == "B" || cell == "S" || cell == "E"
                  ? ""
@@ -64,6 +70,13 @@ std::string_view Complaint(ColumnKind kind, const std::string& cell) {
     case ColumnKind::kTimestamp:
     case ColumnKind::kOptionalTimestamp:
       return IsTimestamp(cell) ? "" : "is no time stamp. Write it as yyyy-mm-dd hh.mm.ss, all 19 characters.";
+    case ColumnKind::kZipPrefix:
+      return IsZipPrefix(cell) ? "" : "begins no zip code. Write its first three digits.";
+    case ColumnKind::kTroop:
+      return platform::CharacterCount(cell) == 1 ? "" : "is no troop. Write one letter or digit.";
+    case ColumnKind::kDistrict:
+      return platform::CharacterCount(cell) <= 4 ? ""
+                                                 : "is too long for a district. Write up to four characters.";
   }
   return "";
 }
@@ -139,11 +152,16 @@ class RelationCheck {
       letter_types_.insert(Of(letters_, row, "LTR_TYP_ID"));
     for (std::size_t row = 0; row < codes_.RowCount(); ++row) {
       if (IsOfTable(row, "REFDOCTYP")) form_types_.insert(Of(codes_, row, "CD_TBL_CD"));
+      if (IsOfTable(row, "LTRPRNTCD")) print_statuses_.insert(Of(codes_, row, "CD_TBL_CD"));
     }
     for (std::size_t row = 0; row < templates_.RowCount(); ++row)
       RequireLetterType(templates_, row, "LTR_TYP_ID");
     for (std::size_t row = 0; row < codes_.RowCount(); ++row) {
-      if (IsOfTable(row, "LTRINPUT")) CheckLetterInput(row);
+      if (IsOfTable(row, "LTRINPUT")) {
+        RequireLetterType(codes_, row, "CD_TBL_CD");
+        RequireCodes(row, form_types_, "form type", "REFDOCTYP");
+      }
+      if (IsOfTable(row, "LTRACTION")) RequireCodes(row, print_statuses_, "print status", "LTRPRNTCD");
     }
   }
 
@@ -164,15 +182,15 @@ class RelationCheck {
                                               ". Enter it in letters.tsv, or correct it here.");
   }
 
-  void CheckLetterInput(std::size_t row) {
-    RequireLetterType(codes_, row, "CD_TBL_CD");
+  void RequireCodes(std::size_t row, const std::set<OfRegion>& known, const std::string& what,
+                    const std::string& code_table) {
     const auto region = platform::FoldCase(codes_.Text(row, "REGION"));
     for (const char type : codes_.Text(row, "ADTL_INFO_TXT")) {
-      if (form_types_.contains({region, platform::FoldCase(std::string(1, type))})) continue;
+      if (known.contains({region, platform::FoldCase(std::string(1, type))})) continue;
       faults_.Add(codes_.Place(row, "ADTL_INFO_TXT"),
-                  Quoted(codes_.Text(row, "ADTL_INFO_TXT")) +
-                      " names a form type that code table REFDOCTYP has not. Write one letter for each form "
-                      "type, without blanks between them.");
+                  Quoted(codes_.Text(row, "ADTL_INFO_TXT")) + " names a " + what + " that code table " +
+                      code_table + " has not. Write one letter for each " + what +
+                      ", without blanks between them.");
       return;
     }
   }
@@ -183,6 +201,7 @@ class RelationCheck {
   TableFaults& faults_;
   std::set<OfRegion> letter_types_;
   std::set<OfRegion> form_types_;
+  std::set<OfRegion> print_statuses_;
 };
 
 }  // namespace

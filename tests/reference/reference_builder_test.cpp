@@ -62,16 +62,23 @@ TEST_F(ReferenceBuilder, NamesFileLineAndColumnOfWhatCannotBeTakenIn) {
       {"templates.tsv", "K1|110|../a.docx|2024-01-01 08.00.00|2024-01-01|",
        "column DCMT_NM: \"../a.docx\" is no plain file name"},
       {"codes.tsv", "K1|LTRINPUT|111|2020-01-01 06.00.00|Warrant|C||2020-01-01||||||",
-       "line 3, column CD_TBL_CD: Region \"K1\" has no letter type \"111\""},
+       "line 4, column CD_TBL_CD: Region \"K1\" has no letter type \"111\""},
       {"codes.tsv", "K1|LTRINPUT|110|2020-01-01 06.00.00|Certificate|C,Z||2020-01-01||||||",
        "column ADTL_INFO_TXT: \"C,Z\" names a form type"},
       {"codes.tsv", "K1|LTRINPUT|110|2020-01-01 06.00.00|Certificate|C||2020-01-01|2019-12-31|||||",
        "column END_DT: \"2019-12-31\" lies before"},
+      {"codes.tsv", "K1|LTRACTION|VLT|2020-01-01 06.00.00|View Letter|P?||2020-01-01||||||",
+       "column ADTL_INFO_TXT: \"P?\" names a print status that code table LTRPRNTCD has not"},
+      {"counties.tsv", "x|Ash|Ashton|871|A|1", "line 2, column CNTY_CD: \"x\" is no county's number"},
+      {"counties.tsv", "1|Ash|Ashton|8715|A|1", "column ZIP_PRFX: \"8715\" begins no zip code"},
+      {"counties.tsv", "1|Ash|Ashton|871|AB|1", "column TRP_ID: \"AB\" is no troop"},
+      {"counties.tsv", "1|Ash|Ashton|871|A|12345", "column TRP_DIST_ID: \"12345\" is too long"},
       {"counties.tsv", "1|Ash|Ashton|871|A|1;1|Oak|Oakton|872|A|2",
        "line 3, column CNTY_CD: The row has the same CNTY_CD as line 2"},
   };
   GivenRow("letters.tsv", "K1|110|Certificate|O");
   GivenCode("REFDOCTYP", "C", "Assessment");
+  GivenCode("LTRPRNTCD", "P", "Printed");
   for (const auto& [file, rows, named] : cases) {
     const auto good = fs::file_size(Source(file));
     std::istringstream stream(rows);

@@ -31,19 +31,31 @@ constexpr auto kLetterColumns =
 // Needed, not needed, and needed for there to be a letter at all ("I": else it is ignored).
 constexpr auto kNeeds = std::to_array<std::string_view>({"Y", "N", "I"});
 
+struct Contradiction {
+  FieldRules rules;
+  std::string_view names;
+};
+
+constexpr auto kContradictions = std::to_array<Contradiction>({
+    {rule::kInState | rule::kOutOfState, "IN_STATE and OUT_OF_STATE"},
+    {rule::kPreferMail | rule::kPreferResidential, "PREFER_MAIL and PREFER_RESIDENTIAL"},
+    {rule::kAmount | rule::kDay, "AMOUNT and DAY"},
+});
+
 /// The rules that mean something for the field.
 FieldRules PossibleRules(FieldKind kind, const std::string& source) {
   switch (kind) {
     case FieldKind::kSystem:
     case FieldKind::kData:
-      if (source == "customer.address") return rule::kOfReference | rule::kOfAddress;
-      if (source == "form.number") return rule::kOfReference | rule::kOpenDocument;
-      return rule::kOfReference;
+      if (source == "customer.address") return rule::kIndirect | rule::kOfAddress;
+      if (source == "form.number") return rule::kIndirect | rule::kOpenDocument;
+      return rule::kIndirect;
     case FieldKind::kQuery:
-      return rule::kOfReference | rule::kOfQuery;
+      return rule::kIndirect | rule::kOfQuery;
     case FieldKind::kFunction:
+      return rule::kOfFunction;
     case FieldKind::kLocal:
-      return rule::kOfReference;
+      return rule::kIndirect;
     case FieldKind::kParagraph:
       return rule::kOneOf;
     case FieldKind::kTable:
@@ -127,8 +139,20 @@ class DefinitionCheck {
     CheckPrefix(kind);
     const auto rules = ReadRules(Text("FLD_RULE"));
     if (!rules || (*rules & ~PossibleRules(kind, Text("FLD_SRC"))) != 0) {
-      Refuse("FLD_RULE",
-             Quoted(Text("FLD_RULE")) + " is no rule for this field. Correct it, or leave it out.");
+      return Refuse("FLD_RULE",
+                    Quoted(Text("FLD_RULE")) + " is no rule for this field. Correct it, or leave it out.");
+    }
+    CheckContradictions(*rules);
+  }
+
+  // What is asked of an address is asked of the letter, whichever field says it.
+  void CheckContradictions(FieldRules rules) {
+    auto& of_letter = address_rules_[Text("LTR_TYP_ID")];
+    const auto before = of_letter;
+    of_letter |= rules & rule::kOfAddress;
+    for (const auto& [both, names] : kContradictions) {
+      if (((rules | of_letter) & both) != both || (before & both) == both) continue;
+      Refuse("FLD_RULE", "The rules " + std::string(names) + " exclude each other. Leave one of them out.");
     }
   }
 
@@ -145,13 +169,18 @@ class DefinitionCheck {
                              "belongs to.");
   }
 
-  // Programs know an optional paragraph by its name.
+  // Programs know an optional paragraph by its name, and authors what the officer enters.
   void CheckPrefix(FieldKind kind) {
     const auto& name = Text("FLD_NM");
+    const auto refuse = [&](const char* what) { Refuse("FLD_NM", Quoted(name) + what); };
     const bool is_paragraph = kind == FieldKind::kParagraph;
-    if (is_paragraph ? name.starts_with("PARA_") : name.find("PARA_") == std::string::npos) return;
-    Refuse("FLD_NM", is_paragraph ? Quoted(name) + " has to begin with PARA_, as paragraphs do."
-                                  : Quoted(name) + " has PARA_ in it, which is for paragraphs only.");
+    const bool is_value = kind == FieldKind::kUser;
+    if (is_paragraph && !name.starts_with("PARA_")) refuse(" has to begin with PARA_, as paragraphs do.");
+    if (!is_paragraph && name.find("PARA_") != std::string::npos)
+      refuse(" has PARA_ in it, which is for paragraphs only.");
+    if (is_value && !name.starts_with("U_")) refuse(" has to begin with U_, as values of the officer do.");
+    if (!is_value && name.starts_with("U_"))
+      refuse(" begins with U_, which is for fields of kind USER only.");
   }
 
   void CheckCall() {
@@ -169,7 +198,8 @@ class DefinitionCheck {
 
   const TabTable& table_;
   TableFaults& faults_;
-  std::map<Name, Known> fields_;  // above the row
+  std::map<Name, Known> fields_;                     // above the row
+  std::map<std::string, FieldRules> address_rules_;  // by letter type
   std::size_t row_ = 0;
 };
 

@@ -27,7 +27,7 @@ inline constexpr FieldRules kOneOf = 0x400;  ///< the letter needs at least one 
 inline constexpr FieldRules kOfAddress =
     kNoPostOfficeBox | kInState | kOutOfState | kPreferMail | kPreferResidential;
 inline constexpr FieldRules kOfQuery = kAmount | kDay;
-inline constexpr FieldRules kOfReference = kIndirect | kReferenceOptional;
+inline constexpr FieldRules kOfFunction = kIndirect | kReferenceOptional;
 }  // namespace rule
 
 /// Reads words separated by blanks ("AMOUNT INDIRECT"); nothing where one of them is no rule, or a paragraph
