@@ -133,6 +133,16 @@ TEST_F(TheLetterForm, TakesAValueAsOneLineWithoutBlanksAroundIt) {
   UserFills(1, " 12 Main St\r\n  Troy\n");
   EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", "12 Main St Troy"));
   EXPECT_EQ(outside.status.reason, "The lines of \"U_TOWN\" have become one line.");
+  // The merge would end a paragraph there, and take the marks alone for nothing.
+  for (const auto* text : {"Troy||\nOhio", "Troy || Ohio||", "Troy|\x01|Ohio"}) {
+    UserFills(1, text);
+    EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", "Troy Ohio"))
+        << text;
+  }
+  UserFills(1, "Troy | Ohio");
+  EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", "Troy | Ohio"));
+  UserFills(1, "||");
+  EXPECT_THAT(Column(form->sdgUserBookmark, UserBookmarks::kValue), ElementsAre("Ann", ""));
   UserFills(1, "\u00A0\u200B\uFEFF\u3000\r\n");
   form->sdgUserBookmark.MoveTo(0);
   EXPECT_EQ(form->sdgUserBookmark.NextBlank(), 1u);

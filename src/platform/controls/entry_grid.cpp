@@ -14,9 +14,8 @@ bool EntryGrid::MayEnter(std::size_t row) const {
 void EntryGrid::UserEdits(std::size_t row, std::string text) {
   if (entry != Entry::kText || !MayEnter(row)) return;
   auto value = TypedValue(text);
-  const auto lines = TrimBlanks(text);
   if (rows()->Text(row, entry_key) != value) Enter(row, std::move(value));
-  if (OnOneLine(lines) != lines) LinesJoined(row);
+  if (HasLines(text)) LinesJoined(row);
 }
 
 void EntryGrid::UserTicks(std::size_t row, bool tick) {

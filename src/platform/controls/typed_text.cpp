@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/paragraph_end.h"
 #include "platform/text.h"
 #include "platform/xml/xml_characters.h"
 
@@ -18,8 +19,15 @@ std::string TypedText(std::string_view text) {
 }
 
 std::string TypedValue(std::string_view text) {
+  // What no document carries goes first: it may part the two characters that end a paragraph.
   const auto typed = TypedText(OnOneLine(TrimBlanks(text)));
-  return std::string(TrimBlanks(typed));
+  const auto line = OnOneLine(ReplaceAll(typed, kParagraphEnd, "\n"));
+  return std::string(TrimBlanks(line));
+}
+
+bool HasLines(std::string_view text) {
+  const auto visible = TrimBlanks(text);
+  return OnOneLine(visible) != visible || visible.find(kParagraphEnd) != std::string_view::npos;
 }
 
 }  // namespace platform

@@ -10,7 +10,10 @@ namespace platform {
 std::string TypedText(std::string_view text);
 
 /// The same for a value of one line, as it stands in a letter: without blanks at either end, its line breaks
-/// (a word processor's own among them) turned into blanks; "" where nothing of it can be seen.
+/// (a word processor's own among them) and "||", which would end a paragraph, turned into blanks; "" where
+/// nothing of it can be seen.
 std::string TypedValue(std::string_view text);
+/// Whether TypedValue makes one line of several.
+bool HasLines(std::string_view text);
 
 }  // namespace platform

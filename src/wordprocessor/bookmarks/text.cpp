@@ -2,10 +2,12 @@
 
 #include <algorithm>
 
+#include "platform/paragraph_end.h"
+
 namespace wordprocessor {
 namespace {
 
-constexpr std::string_view kParagraphMark = "||";
+using platform::kParagraphEnd;
 
 std::size_t LineBreakSize(std::string_view text) {
   if (text.starts_with("\r\n")) return 2;
@@ -16,7 +18,7 @@ std::size_t LineBreakSize(std::string_view text) {
 std::size_t PlainSize(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\t' || text[i] == '\r' || text[i] == '\n') return i;
-    if (text.substr(i).starts_with(kParagraphMark)) return i;
+    if (text.substr(i).starts_with(kParagraphEnd)) return i;
   }
   return text.size();
 }
@@ -27,9 +29,9 @@ std::vector<TextParagraph> SplitFieldText(std::string_view text) {
   std::vector<TextParagraph> paragraphs(1);
   while (!text.empty()) {
     std::size_t used = 1;
-    if (text.starts_with(kParagraphMark)) {
+    if (text.starts_with(kParagraphEnd)) {
       paragraphs.emplace_back();
-      used = kParagraphMark.size() + LineBreakSize(text.substr(kParagraphMark.size()));
+      used = kParagraphEnd.size() + LineBreakSize(text.substr(kParagraphEnd.size()));
     } else if (const auto line_break = LineBreakSize(text); line_break != 0) {
       paragraphs.back().push_back({TextPiece::Kind::kLineBreak, {}});
       used = line_break;
