@@ -27,7 +27,9 @@ int StatusOf(const HeadlessOffice& office, const ErrorNotice& error_notice) {
 /// Of a letter that shows placeholders and was not printed or saved for that reason.
 void TellWayOut(const HeadlessOffice& office) {
   if (office.outcome().not_filled.empty() || !office.refused() || IsMade(office)) return;
-  std::cerr << "The letter did not go out. --allow-unfilled prints or saves it with its placeholders.\n";
+  std::cerr
+      << "The letter did not go out. Mend its template; or --allow-unfilled prints or saves it with its "
+         "placeholders.\n";
 }
 
 void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
@@ -68,8 +70,10 @@ int RunLetter(const QStringList& words) {
   line.Option("print", "", "Prints the letter and records it.")
       .Option("save", "FILE", "Saves the letter as .docx or .pdf.")
       .Option("explain", "", "Shows what the server sent for the letter, and what is in error.")
-      .Option("allow-unfilled", "",
-              "Prints or saves the letter though bookmarks of its template have no field.")
+      .Option(
+          "allow-unfilled", "",
+          "Prints or saves the letter with placeholders where bookmarks that overlap others are not filled. "
+          "Of a template with a bookmark that has no field no letter is made.")
       .Option("yes", "", "Answers every other question about the letter with Yes.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
