@@ -111,7 +111,8 @@ class Workplace {
                                fakes_.errors,
                                fakes_.status,
                                fakes_.host,
-                               fakes_.print_journal};
+                               fakes_.print_journal,
+                               fakes_.template_judge};
   workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
   workspace::RequestEnvelope envelope_{services_, pending_, *listener_};

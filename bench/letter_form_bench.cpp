@@ -27,6 +27,7 @@ class MergingDocument : public platform::PrintDocument {
   void SetNotify(std::shared_ptr<platform::PrintNotify>) override {}
   void SetNotifyEnabled(bool) override {}
   void SetHandOver(std::shared_ptr<platform::HandOver>) override {}
+  void SetProposedName(const std::string&) override {}
   std::vector<platform::DocumentBookmark> Bookmarks() override { return document_.Bookmarks(); }
   bool MergeBookmarks(const std::string& xml) override {
     benchmark::DoNotOptimize(document_.MergeBookmarks(wordprocessor::DataContext::Parse(xml)));

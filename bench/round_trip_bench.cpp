@@ -93,7 +93,8 @@ class Workspace {
                                fakes_.errors,
                                fakes_.status,
                                fakes_.host,
-                               fakes_.print_journal};
+                               fakes_.print_journal,
+                               fakes_.template_judge};
   const std::string message_title_ = "Bench";
   workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
