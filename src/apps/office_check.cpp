@@ -12,6 +12,7 @@
 #include "apps/product_files.h"
 #include "apps/template_faults.h"
 #include "apps/unfetched_versions.h"
+#include "host/disk_files.h"
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
@@ -126,8 +127,8 @@ class OfficeCheck {
                           platform::ReplaceAll(region_, "'", "''") + "' ORDER BY LTR_TYP_ID, EFCTV_DT");
     for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
       const std::string document(platform::Trim(rows->Text(row, "DCMT_NM")));
-      if (fs::is_regular_file(template_folder_ / document)) {
-        documents.insert(document);
+      if (const auto file_there = host::FindFile((template_folder_ / document).string())) {
+        documents.insert(file_there->filename().string());
         continue;
       }
       faults_.push_back(file.PlaceOf(document) + ": The template \"" + document + "\" for letter type \"" +

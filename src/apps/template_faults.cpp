@@ -30,7 +30,7 @@ std::string Sentence(const TemplateRoad& road, const std::string& document) {
   auto sentence = is_letterhead ? std::string("The letterhead ") : std::string("The template ");
   sentence += platform::Quoted(document) + " in " + platform::Quoted(road.from.string());
   sentence += " is another one than the one in " + platform::Quoted(road.to.string());
-  sentence += ", which letters are made with. ";
+  sentence += ", which is kept. ";
   if (!is_letterhead) {
     return sentence +
            "A template is never replaced under its name: save the correction under a new one and enter it as "

@@ -46,6 +46,15 @@ TEST_F(OfficeFaults, ACatalogueLineWithoutItsFileStopsOnlyTheLetterThatNeedsIt) 
   EXPECT_THAT(unlike.err, HasSubstr("no plain file name"));
 }
 
+// It was said to be missing, though letters were made with it.
+TEST_F(OfficeFaults, ATemplateMayBeNamedInOtherCapitals) {
+  std::filesystem::rename(data_ / "server/templates/REG101_2401.docx",
+                          data_ / "server/templates/reg101_2401.DOCX");
+  const auto letter = PrintLetterFor("100001");
+  EXPECT_EQ(letter.status, 0);
+  EXPECT_EQ(letter.err, "");
+}
+
 TEST_F(OfficeFaults, AFolderOfTheSettingsGetsTheLetterheadToo) {
   WriteFile(data_ / "settings.ini",
             "[User]\nId=DEMO01\nRegion=K1\n[Folders]\nTemplates=" + (data_ / "own/letters").string() + "\n");
