@@ -52,10 +52,6 @@ bool RecordSet::MoveFirst() {
   return MoveTo(0);
 }
 
-bool RecordSet::MoveNext() {
-  return CurrentRow() && MoveTo(current_ + 1);
-}
-
 bool RecordSet::MoveTo(std::size_t row) {
   // An empty set stands before its first row, so that the first one appended is current.
   current_ = row < rows_.size() || row == 0 ? row : kPastTheEnd;

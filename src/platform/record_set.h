@@ -40,7 +40,6 @@ class RecordSet {
 
   /// Each returns whether there is a current row afterwards.
   bool MoveFirst();
-  bool MoveNext();
   bool MoveTo(std::size_t row);
   /// Index of the current row; nothing when there is none.
   std::optional<std::size_t> CurrentRow() const;

@@ -52,6 +52,11 @@ class TheHostShell : public testing::Test {
     shell.ShowFormsWith<frmSample>([](frmSample&) { return new QLineEdit; });
     shell.window().show();
   }
+  bool Shows(const char* text) {
+    return std::ranges::any_of(shell.window().findChildren<QLabel*>(), [&](const auto* label) {
+      return label->isVisible() && label->text() == QString::fromUtf8(text);
+    });
+  }
   desktop::QtEventQueue queue;
   desktop::QtHostShell shell{queue};
   frmSample form;
@@ -59,26 +64,20 @@ class TheHostShell : public testing::Test {
 
 TEST_F(TheHostShell, DropsWhatItToldOfTheCommandBeforeAndShowsWorkInHand) {
   auto& window = shell.window();
-  const auto has = [&](const QString& text) {
-    for (const auto* label : window.findChildren<QLabel*>()) {
-      if (label->isVisible() && label->text() == text) return true;
-    }
-    return false;
-  };
   window.ShowNotice(QStringLiteral("The letter could not be printed."));
   tests::Settle();
-  EXPECT_TRUE(has("The letter could not be printed."));
+  EXPECT_TRUE(Shows("The letter could not be printed."));
   shell.CommandBegins();
-  EXPECT_FALSE(has("The letter could not be printed."));
+  EXPECT_FALSE(Shows("The letter could not be printed."));
   window.ShowNotice(QStringLiteral("New here?"), desktop::HostWindow::Stays::kYes);
   tests::Settle();
   shell.CommandBegins();
-  EXPECT_TRUE(has("New here?"));
+  EXPECT_TRUE(Shows("New here?"));
 
   window.ShowWork(true);
-  EXPECT_TRUE(has("The letter is being laid out"));
+  EXPECT_TRUE(Shows("The letter is being laid out"));
   window.ShowWork(false);
-  EXPECT_FALSE(has("The letter is being laid out"));
+  EXPECT_FALSE(Shows("The letter is being laid out"));
 }
 
 TEST_F(TheHostShell, PutsAFormThatIsLargerThanTheScreenIntoOneThatScrolls) {
@@ -193,7 +192,7 @@ TEST_F(TheHostShell, SwitchesTheFiveDocumentButtonsAndIgnoresOthers) {
   EXPECT_TRUE(shell.window().ToolbarButton(1)->isEnabled());
 
   shell.ShowStatus("Requesting letter history");
-  EXPECT_EQ(shell.window().status(), QStringLiteral("Requesting letter history"));
+  EXPECT_TRUE(Shows("Requesting letter history"));
 }
 
 TEST_F(TheHostShell, PaintsButHoldsRepliesBackWhileALetterIsLaidOut) {

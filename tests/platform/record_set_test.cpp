@@ -54,12 +54,10 @@ TEST_F(ARecordSet, SaysWhichColumnOrRowIsMissing) {
   EXPECT_EQ(changes_, 0);
 }
 
-TEST_F(ARecordSet, MovesUntilItIsPastItsEnd) {
-  EXPECT_TRUE(rows_.MoveNext());
-  EXPECT_TRUE(rows_.MoveNext());
+TEST_F(ARecordSet, HasNoCurrentRowPastItsEnd) {
+  EXPECT_TRUE(rows_.MoveTo(2));
   EXPECT_EQ(rows_.FirstText(), "205");
-  EXPECT_FALSE(rows_.MoveNext());
-  EXPECT_FALSE(rows_.MoveNext());
+  EXPECT_FALSE(rows_.MoveTo(3));
   rows_.Append({"300", "Late", 9});
   EXPECT_FALSE(rows_.CurrentRow()) << "an appended row is not current";
   EXPECT_TRUE(rows_.MoveTo(3));

@@ -78,9 +78,8 @@ TEST_F(LetterContext, OfAFormHoldsItsPeriodsAsATableThatAddsUp) {
   EXPECT_EQ(rows.back().Children()[0].Text(), "September 2026");
   EXPECT_EQ(rows.back().Children()[1].Text(), "October 20, 2026");
   auto total = platform::Money::FromCents(0);
-  for (const auto& cell : document_->Root().ElementsByTagName("PERIOD_TOTAL")) {
-    total = total + *platform::Money::Parse(*cell.Attribute("RawValue"));
-  }
+  for (const auto& row : rows)
+    total = total + *platform::Money::Parse(*row.FirstByTagName("PERIOD_TOTAL").Attribute("RawValue"));
   EXPECT_EQ(Field("AMOUNT_DUE").Text(), "$" + total.AsGroupedText());
   EXPECT_EQ(History("FORM_NBR") + History("FORM_TYP_CD") + History("FORM_CK_DGT_NBR"), "3100056CX");
 }

@@ -128,14 +128,6 @@ void HostWindow::ShowReason(const QString& text) {
   reason_->setToolTip(text);
 }
 
-QString HostWindow::reason() const {
-  return reason_->text();
-}
-
-QString HostWindow::status() const {
-  return status_->text();
-}
-
 QAction* HostWindow::ToolbarButton(int index) const {
   const auto found = buttons_.find(index);
   return found == buttons_.end() ? nullptr : found->second;

@@ -35,10 +35,8 @@ class HostWindow : public QMainWindow, public NoticePlace {
 
   /// Takes the reason beside the text before away.
   void ShowStatus(const QString& text);
-  QString status() const;
   /// Shows a sentence beside the status text.
   void ShowReason(const QString& text);
-  QString reason() const;
   /// `index` is the host's number of the button; a number the host does not have is ignored.
   void EnableToolbarButton(int index, bool enabled);
   QAction* ToolbarButton(int index) const;

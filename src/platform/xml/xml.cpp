@@ -99,15 +99,6 @@ std::vector<XmlElement> XmlElement::Children() const {
   return children;
 }
 
-std::vector<XmlElement> XmlElement::ElementsByTagName(std::string_view name) const {
-  const pugi::xml_node element(node_);
-  std::vector<XmlElement> found;
-  for (auto node = NextNamed(element, element, name); node; node = NextNamed(node, element, name)) {
-    found.push_back(XmlElement(node.internal_object()));
-  }
-  return found;
-}
-
 XmlElement XmlElement::FirstByTagName(std::string_view name) const {
   const pugi::xml_node element(node_);
   return XmlElement(NextNamed(element, element, name).internal_object());

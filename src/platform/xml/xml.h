@@ -39,9 +39,7 @@ class XmlElement {
 
   /// The child elements in document order (texts and comments are no elements).
   std::vector<XmlElement> Children() const;
-  /// The descendants of that exact name in document order; the element itself is none of them.
-  std::vector<XmlElement> ElementsByTagName(std::string_view name) const;
-  /// The first of them, or none.
+  /// The first descendant of that exact name in document order, or none; never the element itself.
   XmlElement FirstByTagName(std::string_view name) const;
 
   XmlElement AppendChild(std::string_view name);
