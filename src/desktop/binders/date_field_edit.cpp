@@ -16,11 +16,11 @@ namespace {
 
 const QDate kFirstDay(1900, 1, 1);
 
-QDate ToQt(platform::Date date) {
+QDate QtDateOf(platform::Date date) {
   return {int(date.year()), int(unsigned(date.month())), int(unsigned(date.day()))};
 }
 
-platform::Date FromQt(QDate date) {
+platform::Date DateOf(QDate date) {
   return platform::Date(std::chrono::year(date.year()), std::chrono::month(unsigned(date.month())),
                         std::chrono::day(unsigned(date.day())));
 }
@@ -155,15 +155,15 @@ class DateFieldBinding : public Binding {
  private:
   void TakeDate() {
     const auto date = edit_.date();
-    field_.SetValue(date ? std::optional(FromQt(*date)) : std::nullopt);
+    field_.SetValue(date ? std::optional(DateOf(*date)) : std::nullopt);
   }
   void ShowDate() {
     const auto& value = field_.value();
-    const auto date = value ? std::optional(ToQt(*value)) : std::nullopt;
+    const auto date = value ? std::optional(QtDateOf(*value)) : std::nullopt;
     if (edit_.date() != date) edit_.SetDate(date);
   }
   void ShowEarliest() {
-    if (field_.earliest()) edit_.SetEarliest(ToQt(*field_.earliest()));
+    if (field_.earliest()) edit_.SetEarliest(QtDateOf(*field_.earliest()));
   }
 
   platform::DateField& field_;

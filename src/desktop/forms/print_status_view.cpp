@@ -9,7 +9,7 @@
 namespace desktop {
 namespace {
 
-constexpr int kNarrowest = 320;  // the title can be read
+constexpr int kNarrowestBox = 320;  // the title can be read
 
 }  // namespace
 
@@ -21,7 +21,7 @@ PrintStatusView::PrintStatusView(tracking::frmPrintStatus& form, QWidget* parent
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(progress);
   layout->addWidget(MakeButton(form.cancel, this), 0, Qt::AlignRight);
-  setMinimumWidth(kNarrowest);
+  setMinimumWidth(kNarrowestBox);
 }
 
 void PrintStatusView::keyPressEvent(QKeyEvent* event) {

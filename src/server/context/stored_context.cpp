@@ -21,7 +21,7 @@ constexpr int kLevel = 4;
 constexpr int kWindowBits = 15;
 constexpr int kMemoryLevel = 8;
 
-Bytef* Input(std::string_view text) {
+Bytef* InputOf(std::string_view text) {
   // zlib reads it only; its interface is older than const.
   return const_cast<Bytef*>(reinterpret_cast<const Bytef*>(text.data()));  // NOLINT
 }
@@ -40,13 +40,13 @@ std::optional<std::string> Unpack(const std::string& packed, std::size_t size,
   std::string context(size, '\0');
   // One byte of room always: an empty output buffer is an error of its own.
   context.push_back('\0');
-  stream.next_in = Input(packed);
+  stream.next_in = InputOf(packed);
   stream.avail_in = static_cast<uInt>(packed.size());
   stream.next_out = reinterpret_cast<Bytef*>(context.data());
   stream.avail_out = static_cast<uInt>(context.size());
   auto status = inflate(&stream, Z_FINISH);
   if (status == Z_NEED_DICT &&
-      inflateSetDictionary(&stream, Input(dictionary), static_cast<uInt>(dictionary.size())) == Z_OK) {
+      inflateSetDictionary(&stream, InputOf(dictionary), static_cast<uInt>(dictionary.size())) == Z_OK) {
     status = inflate(&stream, Z_FINISH);
   }
   const bool whole = status == Z_STREAM_END && stream.total_out == size;
@@ -112,9 +112,9 @@ ContextPacker::Packed ContextPacker::Pack(std::string_view context) {
   auto& stream = deflater_->stream;
   deflateReset(&stream);
   const auto& text = dictionary_.text;
-  if (dictionary_.number != 0) deflateSetDictionary(&stream, Input(text), static_cast<uInt>(text.size()));
+  if (dictionary_.number != 0) deflateSetDictionary(&stream, InputOf(text), static_cast<uInt>(text.size()));
   std::string bytes(deflateBound(&stream, context.size()), '\0');
-  stream.next_in = Input(context);
+  stream.next_in = InputOf(context);
   stream.avail_in = static_cast<uInt>(context.size());
   stream.next_out = reinterpret_cast<Bytef*>(bytes.data());
   stream.avail_out = static_cast<uInt>(bytes.size());

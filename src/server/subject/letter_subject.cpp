@@ -31,8 +31,8 @@ Address ReadAddress(const RecordSet& rows, const std::string& prefix) {
 }
 
 /// What the request names, blanks removed; "" for what it leaves out.
-struct Input {
-  explicit Input(const RecordSet& rows) {
+struct NamedSubject {
+  explicit NamedSubject(const RecordSet& rows) {
     if (rows.IsEmpty()) return;
     const auto text = [&](std::string_view column) {
       return rows.HasColumn(column) ? std::string(platform::Trim(rows.Text(0, column))) : "";
@@ -58,7 +58,7 @@ std::string KnownCustomer(Database& database, const std::string& id) {
 }
 
 /// The form, and the customer it belongs to.
-std::pair<Form, std::string> FindForm(Database& database, const Input& input) {
+std::pair<Form, std::string> FindForm(Database& database, const NamedSubject& input) {
   if (input.type.empty()) {
     throw Failure(Failure::Kind::kRefused,
                   "The form number \"" + input.number + "\" came without a form type.");
@@ -156,7 +156,7 @@ void RequireOwner(Database& database, const std::string& form, const std::string
 }
 
 LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type) {
-  const Input input(*exchange.request.Rows("XML_CONTEXT_INPUT"));
+  const NamedSubject input(*exchange.request.Rows("XML_CONTEXT_INPUT"));
   if (input.customer.empty() && input.number.empty()) {
     throw Failure(Failure::Kind::kRefused, "The request names neither a customer nor a form.");
   }

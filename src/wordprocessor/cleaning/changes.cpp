@@ -9,25 +9,25 @@
 namespace wordprocessor {
 namespace {
 
-using Kind = TrackedChange::Kind;
+using ChangeKind = TrackedChange::Kind;
 using About = TrackedChange::About;
 
 bool Moves(const DocxTree& tree, NodeId node) {
   return LocalNameOf(tree[node].name()).starts_with("move");
 }
 
-std::optional<Kind> ChangeKindOf(const DocxTree& tree, NodeId node) {
+std::optional<ChangeKind> ChangeKindOf(const DocxTree& tree, NodeId node) {
   switch (tree[node].kind) {
     case DocxKind::kInserted:
-      return Moves(tree, node) ? Kind::kMovedHere : Kind::kInserted;
+      return Moves(tree, node) ? ChangeKind::kMovedHere : ChangeKind::kInserted;
     case DocxKind::kDeleted:
-      return Moves(tree, node) ? Kind::kMovedAway : Kind::kDeleted;
+      return Moves(tree, node) ? ChangeKind::kMovedAway : ChangeKind::kDeleted;
     case DocxKind::kDeletedText:
-      return Kind::kDeleted;
+      return ChangeKind::kDeleted;
     case DocxKind::kPropertyChange:
-      return Kind::kFormatted;
+      return ChangeKind::kFormatted;
     case DocxKind::kMergedCell:
-      return Kind::kCellsMerged;
+      return ChangeKind::kCellsMerged;
     default:
       return std::nullopt;
   }
@@ -56,8 +56,8 @@ void FindIn(const DocxTree& tree, NodeId node, std::vector<TrackedChange>& chang
   const auto kind = ChangeKindOf(tree, node);
   if (kind) {
     TrackedChange change{*kind, About::kText, node, node};
-    if (change.kind == Kind::kFormatted) change.about = About::kLooks;
-    if (change.kind != Kind::kFormatted) FindTarget(tree, change);
+    if (change.kind == ChangeKind::kFormatted) change.about = About::kLooks;
+    if (change.kind != ChangeKind::kFormatted) FindTarget(tree, change);
     // A list's number that was inserted or deleted, a formula's sign: looks, too.
     if (LocalNameOf(tree[tree[node].parent].name()) == "numPr") change.about = About::kLooks;
     changes.push_back(change);
@@ -109,7 +109,7 @@ void MergeCell(DocxTree& tree, NodeId change) {
 }
 
 void Accept(DocxTree& tree, const TrackedChange& change, DocxRemoval& removal) {
-  if (change.kind == Kind::kCellsMerged) return MergeCell(tree, change.node);
+  if (change.kind == ChangeKind::kCellsMerged) return MergeCell(tree, change.node);
   if (change.about == About::kText) {
     return change.deletes() ? removal.Add(change.node) : Unwrap(tree, change.node);
   }

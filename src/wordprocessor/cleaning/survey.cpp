@@ -23,52 +23,53 @@
 namespace wordprocessor {
 namespace {
 
-using Kind = DocxLeftover::Kind;
+using LeftoverKind = DocxLeftover::Kind;
 
-Kind KindOf(TrackedChange::Kind kind) {
-  constexpr auto kKinds = std::to_array({Kind::kInserted, Kind::kDeleted, Kind::kMovedHere, Kind::kMovedAway,
-                                         Kind::kFormatted, Kind::kCellsMerged});
+LeftoverKind KindOf(TrackedChange::Kind kind) {
+  constexpr auto kKinds =
+      std::to_array({LeftoverKind::kInserted, LeftoverKind::kDeleted, LeftoverKind::kMovedHere,
+                     LeftoverKind::kMovedAway, LeftoverKind::kFormatted, LeftoverKind::kCellsMerged});
   return kKinds[static_cast<std::size_t>(kind)];
 }
 
-std::optional<Kind> KindOf(DocxField::Kind kind) {
+std::optional<LeftoverKind> KindOf(DocxField::Kind kind) {
   switch (kind) {
     case DocxField::Kind::kLayout:
       return std::nullopt;
     case DocxField::Kind::kDate:
-      return Kind::kDateField;
+      return LeftoverKind::kDateField;
     case DocxField::Kind::kMerge:
-      return Kind::kMergeField;
+      return LeftoverKind::kMergeField;
     case DocxField::Kind::kCondition:
-      return Kind::kConditionField;
+      return LeftoverKind::kConditionField;
     case DocxField::Kind::kOutside:
-      return Kind::kOutsideField;
+      return LeftoverKind::kOutsideField;
     case DocxField::Kind::kMacro:
-      return Kind::kMacroField;
+      return LeftoverKind::kMacroField;
     case DocxField::Kind::kInformation:
-      return Kind::kInformationField;
+      return LeftoverKind::kInformationField;
     case DocxField::Kind::kCut:
-      return Kind::kCutField;
+      return LeftoverKind::kCutField;
   }
   return std::nullopt;
 }
 
-std::optional<Kind> KindOf(RelationUse use) {
+std::optional<LeftoverKind> KindOf(RelationUse use) {
   switch (use) {
     case RelationUse::kLinkedPicture:
-      return Kind::kLinkedPicture;
+      return LeftoverKind::kLinkedPicture;
     case RelationUse::kLinkedObject:
-      return Kind::kLinkedObject;
+      return LeftoverKind::kLinkedObject;
     case RelationUse::kLinkedFile:
-      return Kind::kLinkedFile;
+      return LeftoverKind::kLinkedFile;
     case RelationUse::kInsertedFile:
-      return Kind::kInsertedFile;
+      return LeftoverKind::kInsertedFile;
     case RelationUse::kEmbeddedObject:
-      return Kind::kEmbeddedObject;
+      return LeftoverKind::kEmbeddedObject;
     case RelationUse::kControl:
-      return Kind::kControl;
+      return LeftoverKind::kControl;
     case RelationUse::kMacro:
-      return Kind::kMacro;
+      return LeftoverKind::kMacro;
     default:
       return std::nullopt;
   }
@@ -122,15 +123,16 @@ class StorySurvey {
     for (const auto& mark : FindComments(tree_)) {
       const auto comment = comments.find(mark.id);
       const bool known = comment != comments.end();
-      Add(Kind::kComment, mark.node, known ? comment->second.text : "", known ? comment->second.author : "");
+      Add(LeftoverKind::kComment, mark.node, known ? comment->second.text : "",
+          known ? comment->second.author : "");
     }
     for (const auto& change : FindChanges(tree_)) AddChange(change);
-    for (const auto run : FindHiddenRuns(tree_, styles)) AddWords(Kind::kHiddenText, run, run, {});
+    for (const auto run : FindHiddenRuns(tree_, styles)) AddWords(LeftoverKind::kHiddenText, run, run, {});
     const auto fields = FindFields(tree_);
     for (const auto& field : fields) {
       const auto kind = KindOf(field.kind);
       // One inside of another's code is told with that.
-      const bool told = kind && (kind == Kind::kCutField || !StandsInCode(field, fields));
+      const bool told = kind && (kind == LeftoverKind::kCutField || !StandsInCode(field, fields));
       if (told) Add(*kind, field.node, ShownCode(tree_, field));
     }
     for (const auto& reference : FindOutside(tree_, relations)) {
@@ -139,14 +141,14 @@ class StorySurvey {
     }
     for (NodeId node = 0; node < tree_.size(); ++node) {
       if (tree_[node].kind != DocxKind::kDataBinding || !tree_.IsAttached(node)) continue;
-      Add(Kind::kBoundControl, node, Unescaped(tree_.Attribute(node, "xpath")));
+      Add(LeftoverKind::kBoundControl, node, Unescaped(tree_.Attribute(node, "xpath")));
     }
   }
 
   void FindLostBookmarks(const std::set<std::string>& kept) {
     for (const auto& range : BookmarkIndex(tree_).ranges) {
       const auto name = std::string(range.name);
-      if (!kept.contains(name)) Add(Kind::kLostBookmark, range.start, name);
+      if (!kept.contains(name)) Add(LeftoverKind::kLostBookmark, range.start, name);
     }
   }
 
@@ -174,7 +176,7 @@ class StorySurvey {
   /// What a text box tells a second time, to readers that know no newer one, counts once.
   bool IsToldAgain(NodeId node) const { return tree_.Ancestor(node, DocxKind::kFallback) != kNoNode; }
 
-  Found* Add(Kind kind, NodeId node, std::string what, std::string who = {}) {
+  Found* Add(LeftoverKind kind, NodeId node, std::string what, std::string who = {}) {
     if (IsToldAgain(node)) return nullptr;
     found_.push_back({.node = node, .leftover = {kind, std::move(what), std::move(who), places_.Of(node)}});
     return &found_.back();
@@ -201,7 +203,7 @@ class StorySurvey {
 
   /// Word processors write what is one piece to its author as several, of single runs: what comes with
   /// nothing but blanks in between goes to the piece before it.
-  void AddWords(Kind kind, NodeId node, NodeId held, const std::string& who) {
+  void AddWords(LeftoverKind kind, NodeId node, NodeId held, const std::string& who) {
     const auto text = TextOf(tree_, held);
     const auto begin = places_.TextBefore(held);
     const auto end = places_.TextAfter(held);
@@ -264,7 +266,7 @@ std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::s
   // Programs hang on the document as a whole.
   for (const auto& relation : relations) {
     if (UseOf(relation) == RelationUse::kMacro)
-      leftovers.push_back({Kind::kMacro, relation.target, {}, "document", {}, ++paragraphs});
+      leftovers.push_back({LeftoverKind::kMacro, relation.target, {}, "document", {}, ++paragraphs});
   }
   return leftovers;
 }
