@@ -20,47 +20,6 @@ using testing::IsEmpty;
 
 constexpr auto kNotInList = "Application error 2147746793.";  // 0x800403E9
 
-struct StatementCase {
-  const char* code_type;
-  const char* statement;
-};
-
-class PickListSource : public testing::TestWithParam<StatementCase> {};
-
-TEST_P(PickListSource, IsSentToTheLetter) {
-  EXPECT_EQ(PickListStatement(GetParam().code_type, " ok "), GetParam().statement);
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Kinds, PickListSource,
-    testing::Values(
-        StatementCase{"Letters",
-                      "select '' as CD_TBL_CD,  '' as CD_TBL_DES,  '' as LTR_IND  from FLS_LETTER Where "
-                      "REGION='OK' union select LTR_TYP_ID as CD_TBL_CD,  LTR_NM as CD_TBL_DES,  "
-                      "LTR_ONLN_IND AS LTR_IND  from FLS_LETTER where REGION='OK' and LTR_ONLN_IND<>'S'  "
-                      "Order By CD_TBL_DES"},
-        StatementCase{"BATCH",
-                      "select '' as CD_TBL_CD,  '' as CD_TBL_DES,  '' as LTR_IND  from FLS_LETTER Where "
-                      "REGION='OK' union select LTR_TYP_ID as CD_TBL_CD,  LTR_NM as CD_TBL_DES,  "
-                      "LTR_ONLN_IND AS LTR_IND  from FLS_LETTER where REGION='OK' and LTR_ONLN_IND='B'  "
-                      "Order By CD_TBL_DES"},
-        StatementCase{"online",
-                      "select '' as CD_TBL_CD,  '' as CD_TBL_DES,  '' as LTR_IND  from FLS_LETTER Where "
-                      "REGION='OK' union select LTR_TYP_ID as CD_TBL_CD,  LTR_NM as CD_TBL_DES,  "
-                      "LTR_ONLN_IND AS LTR_IND  from FLS_LETTER where REGION='OK' and LTR_ONLN_IND='O'  "
-                      "Order By CD_TBL_DES"},
-        StatementCase{"TEMPLATES",
-                      "select '' as CD_TBL_CD,  '' as CD_TBL_DES  from FLS_LETTER Where REGION='OK' union "
-                      "select LTR_TYP_ID as CD_TBL_CD,  LTR_NM as CD_TBL_DES  from FLS_LETTER where "
-                      "REGION='OK' and LTR_ONLN_IND<>'E'  Order By CD_TBL_DES"},
-        StatementCase{"corDoc",
-                      "select '' as REGION, '' as CD_TBL_ID, '' as CD_TBL_CD, '' as SYS_TS, '' as "
-                      "CD_TBL_DES, '' as ADTL_INFO_TXT, '' as RSN_FOR_CHNG_TXT, '' as EFCTV_DT, '' as "
-                      "END_DT, '' as ENTR_OFCR_ID, '' as LST_UPDT_TS, '' as ACTN, '' as UNT_NBR, '' as "
-                      "SFTYNT_VLTN_CD from FLS_code Where REGION='OK'  Union Select * From FLS_CODE Where "
-                      "REGION='OK' and ((EFCTV_DT <= date() And (END_DT)Is Null)  Or (EFCTV_DT <= date() And "
-                      "END_DT >= date())) And CD_TBL_ID = 'corDoc' Order By CD_TBL_DES"}));
-
 class LetterComboTest : public testing::Test {
  protected:
   LetterComboTest() {

@@ -201,13 +201,6 @@ TEST(NodeState, DerivedPredicatesFollowAnyBitOfTheirGroup) {
   });
 }
 
-TEST(NodeState, AllBitsAtOnceStayInTheirMasks) {
-  const auto state = StateOf(R"(State="FFFFFFFF" Err="FFFFFFFF" AddrState="FFFFFFFF")");
-  for (const auto& getter : kMaskGetters) {
-    EXPECT_EQ(static_cast<std::uint32_t>((state.*getter.get)()), getter.mask) << getter.name;
-  }
-}
-
 TEST(NodeState, AFieldWithoutFlagWordsIsAsPlainAsAFreshOne) {
   for (const auto& state : {StateOf(""), ZEMLO_NodeState()}) {
     for (const auto& predicate : kPredicates) EXPECT_FALSE((state.*predicate.ask)()) << predicate.name;

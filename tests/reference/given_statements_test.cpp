@@ -2,52 +2,17 @@
 
 #include <gmock/gmock.h>
 
+#include "composition/pick_list_source.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "tests/reference/reference_world.h"
+#include "workspace/letters/statements.h"
 
 namespace reference_tests {
 namespace {
 
 using platform::ReplaceAll;
 using testing::ElementsAre;
-
-// The statements exactly as the workspace sends them; {R}, {L}, {T} stand for region, letter type and day.
-constexpr std::string_view kTemplateOfToday =
-    "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  WHERE a.REGION='{R}'  and ((a.Tmplt_TS=   (Select "
-    "MAX(b.tmplt_TS) From FLS_LTR_Template b where b.REGION='{R}' and ltr_Typ_ID='{L}' and EFCTV_DT <= #{T}# "
-    "and "
-    "Exprtn_DT is NULL))  Or (a.tmplt_TS =   (Select MAX(b.tmplt_TS) From FLS_ltr_template b  where "
-    "b.REGION='{R}' "
-    "and ltr_Typ_ID='{L}' and EXPRTN_DT >= #{T}# and EFCTV_DT <= #{T}# )))   and Ltr_Typ_ID='{L}'";
-constexpr std::string_view kTemplatesToHave =
-    "SELECT a.*  FROM FLS_Ltr_template AS a where  a.REGION='{R}'  and ((a.Tmplt_TS=  (Select "
-    "MAX(b.tmplt_TS) From "
-    "FLS_LTR_Template b where  b.REGION='{R}'  and b.LTR_TYP_ID = a.LTR_TYP_ID  and b.Exprtn_DT is NULL))  "
-    "Or "
-    "(a.tmplt_TS =  (Select MAX(b.tmplt_TS) From FLS_ltr_template b where  b.REGION='{R}'  and b.EXPRTN_DT "
-    ">= #{T}# "
-    "And b.ltr_Typ_ID = a.ltr_Typ_ID)))  ORDER BY a.ltr_Typ_ID, a.tmplt_TS ";
-constexpr std::string_view kLetters =
-    "select '' as CD_TBL_CD,  '' as CD_TBL_DES,  '' as LTR_IND  from FLS_LETTER Where REGION='{R}' union "
-    "select "
-    "LTR_TYP_ID as CD_TBL_CD,  LTR_NM as CD_TBL_DES,  LTR_ONLN_IND AS LTR_IND  from FLS_LETTER where "
-    "REGION='{R}' "
-    "and LTR_ONLN_IND<>'S'  Order By CD_TBL_DES";
-constexpr std::string_view kTemplatesList =
-    "select '' as CD_TBL_CD,  '' as CD_TBL_DES  from FLS_LETTER Where REGION='{R}' union select LTR_TYP_ID "
-    "as "
-    "CD_TBL_CD,  LTR_NM as CD_TBL_DES  from FLS_LETTER where REGION='{R}' and LTR_ONLN_IND<>'E'  Order By "
-    "CD_TBL_DES";
-constexpr std::string_view kCodes =
-    "select '' as REGION, '' as CD_TBL_ID, '' as CD_TBL_CD, '' as SYS_TS, '' as CD_TBL_DES, '' as "
-    "ADTL_INFO_TXT, '' "
-    "as RSN_FOR_CHNG_TXT, '' as EFCTV_DT, '' as END_DT, '' as ENTR_OFCR_ID, '' as LST_UPDT_TS, '' as ACTN, "
-    "'' as "
-    "UNT_NBR, '' as SFTYNT_VLTN_CD from FLS_code Where REGION='{R}'  Union Select * From FLS_CODE Where "
-    "REGION='{R}' and ((EFCTV_DT <= date() And (END_DT)Is Null)  Or (EFCTV_DT <= date() And END_DT >= "
-    "date())) And "
-    "CD_TBL_ID = '{T}' Order By CD_TBL_DES";
 
 class GivenStatements : public ReferenceWorld {
  protected:
@@ -60,14 +25,19 @@ class GivenStatements : public ReferenceWorld {
   }
   /// The template whose row comes first, as the workspace takes it; "" when there is none.
   std::string TemplateOn(const std::string& day, const std::string& type = "110") {
-    const auto names = Column(ReplaceAll(Filled(kTemplateOfToday, day), "{L}", type), "DCMT_NM");
+    const auto names = Column(Filled(workspace::kTemplateOfToday, day, type), "DCMT_NM");
     return names.empty() ? "" : names.front();
   }
   std::vector<std::string> TemplatesToHave(const std::string& day) {
-    return Column(Filled(kTemplatesToHave, day), "DCMT_NM");
+    return Column(Filled(workspace::kAllTemplates, day), "DCMT_NM");
   }
-  static std::string Filled(std::string_view statement, std::string_view day_or_table = "") {
-    return ReplaceAll(ReplaceAll(statement, "{R}", "K1"), "{T}", day_or_table);
+  std::vector<std::string> Offered(const char* code_type, const char* column = "CD_TBL_CD") {
+    return Column(composition::PickListStatement(code_type, "k1"), column);
+  }
+  static std::string Filled(std::string_view statement, std::string_view day, std::string_view type = "") {
+    const auto quoted = [](std::string_view text) { return "'" + std::string(text) + "'"; };
+    return ReplaceAll(ReplaceAll(ReplaceAll(statement, "{R}", quoted("K1")), "{T}", day), "{L}",
+                      quoted(type));
   }
 };
 
@@ -114,6 +84,8 @@ TEST_F(GivenStatements, TemplatesAreFetchedInAdvanceAndInOrder) {
   GivenTemplate("109", "warrant.docx", "2024-01-01 08.00.00", "2024-01-01");
   EXPECT_THAT(TemplatesToHave("2026-11-22"), ElementsAre("warrant.docx", "now.docx", "future.docx"));
   EXPECT_THAT(TemplatesToHave("2027-01-01"), ElementsAre("warrant.docx", "future.docx"));
+  EXPECT_THAT(Column(Filled(workspace::kTemplateVersions, "", "110"), "DCMT_NM"),
+              ElementsAre("past.docx", "now.docx", "future.docx"));
 }
 
 TEST_F(GivenStatements, LettersComeByNameAfterOneBlankRow) {
@@ -123,10 +95,12 @@ TEST_F(GivenStatements, LettersComeByNameAfterOneBlankRow) {
   GivenLetter("115", "Bulletin", "E");
   GivenLetter("109", "Warrant");
   GivenRow("letters.tsv", "K2|110|Another Region's|O");
-  EXPECT_THAT(Column(Filled(kLetters), "CD_TBL_DES"),
+  EXPECT_THAT(Offered("LETTERS", "CD_TBL_DES"),
               ElementsAre("", "Bulletin", "Certificate", "Warrant", "zoning notice"));
-  EXPECT_THAT(Column(Filled(kLetters), "LTR_IND"), ElementsAre("", "E", "O", "O", "B"));
-  EXPECT_THAT(Column(Filled(kTemplatesList), "CD_TBL_CD"), ElementsAre("", "110", "118", "109", "104"));
+  EXPECT_THAT(Offered("Letters", "LTR_IND"), ElementsAre("", "E", "O", "O", "B"));
+  EXPECT_THAT(Offered("ONLINE"), ElementsAre("", "110", "109"));
+  EXPECT_THAT(Offered("batch"), ElementsAre("", "104"));
+  EXPECT_THAT(Offered("TEMPLATES"), ElementsAre("", "110", "118", "109", "104"));
 }
 
 TEST_F(GivenStatements, OnlyTheCodesOfTodayAreOffered) {
@@ -135,11 +109,11 @@ TEST_F(GivenStatements, OnlyTheCodesOfTodayAreOffered) {
   GivenCode("REFDOCTYP", "P", "Permit", "", "2020-01-01", "2026-11-21");
   GivenCode("REFDOCTYP", "Z", "Zone Pass", "", "2026-11-23");
   GivenCode("LTRBATCH", "BNK", "None");
-  EXPECT_THAT(Column(Filled(kCodes, "refdoctyp"), "CD_TBL_CD"), ElementsAre("", "C", "M"));
-  const auto rows = Database().Select(Filled(kCodes, "REFDOCTYP"));
+  EXPECT_THAT(Offered("refdoctyp"), ElementsAre("", "C", "M"));
+  const auto rows = Database().Select(composition::PickListStatement("REFDOCTYP", "K1"));
   EXPECT_EQ(rows->columns().size(), 14U);
   clock.SetToday(platform::Date{std::chrono::year(2026) / 11 / 23});
-  EXPECT_THAT(Column(Filled(kCodes, "REFDOCTYP"), "CD_TBL_CD"), ElementsAre("", "C", "Z"));
+  EXPECT_THAT(Offered("REFDOCTYP"), ElementsAre("", "C", "Z"));
 }
 
 TEST_F(GivenStatements, ARefusedStatementSaysWhatTheDatabaseSays) {

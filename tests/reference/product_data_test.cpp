@@ -10,10 +10,14 @@
 #include <gmock/gmock.h>
 #include <zip.h>
 
+#include "composition/pick_list_source.h"
+#include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
 #include "tests/fakes/manual_clock.h"
+#include "tests/support/temporary_folder.h"
+#include "workspace/letters/statements.h"
 
 // The data an installation starts from: what the tables, the letter fields and the templates say of one
 // another.
@@ -62,16 +66,19 @@ std::vector<std::string> Parts(const fs::path& document) {
   return parts;
 }
 
+void AddBookmarks(const platform::XmlElement& element, std::vector<std::string>& names) {
+  for (const auto& child : element.Children()) {
+    const auto name = child.Name() == "w:bookmarkStart" ? child.Attribute("w:name").value_or("") : "_";
+    if (!name.starts_with("_")) names.push_back(name);
+    AddBookmarks(child, names);
+  }
+}
+
 /// The bookmarks of the document, those a word processor sets for itself (they begin with "_") left out.
 std::vector<std::string> Bookmarks(const fs::path& document) {
   std::vector<std::string> names;
-  for (const auto& part : Parts(document)) {
-    const auto xml = platform::XmlDocument::Parse(part).OrFail();
-    for (const auto& bookmark : xml.Root().ElementsByTagName("w:bookmarkStart")) {
-      const auto name = bookmark.Attribute("w:name").value_or("");
-      if (!name.starts_with("_")) names.push_back(name);
-    }
-  }
+  for (const auto& part : Parts(document))
+    AddBookmarks(platform::XmlDocument::Parse(part).OrFail().Root(), names);
   return names;
 }
 
@@ -86,23 +93,21 @@ std::string FieldOf(const std::string& bookmark) {
 class ProductData : public testing::Test {
  protected:
   ProductData() {
-    const auto file = fs::temp_directory_path() / ("product-data-" + std::to_string(::getpid()) + ".db");
-    reference::CreateReferenceDatabase(kData, file);
-    reference::ReferenceDatabase database(file, clock_);
-    templates_ = database.Select("select LTR_TYP_ID, DCMT_NM from FLS_LTR_TEMPLATE");
-    counties_ = database.Select("select CNTY_CD from MVR_COUNTY_TAX")->RecordCount();
-    fs::remove(file);
+    reference::CreateReferenceDatabase(kData, folder_ / "reference.db");
+    clock_.SetToday(platform::Date{std::chrono::year(2026) / 11 / 22});
+    templates_ = database_.Select("select LTR_TYP_ID, DCMT_NM from FLS_LTR_TEMPLATE");
   }
 
+  const tests::TemporaryFolder folder_;
   fakes::ManualClock clock_;
+  reference::ReferenceDatabase database_{folder_ / "reference.db", clock_};
   std::shared_ptr<platform::RecordSet> templates_;
-  std::size_t counties_ = 0;
   const std::map<std::string, std::vector<LetterField>> fields_ = ReadLetterFields();
 };
 
 TEST_F(ProductData, EveryBookmarkOfEveryTemplateIsAFieldOfItsLetter) {
   ASSERT_GE(templates_->RecordCount(), 16U);
-  EXPECT_EQ(counties_, 30U);
+  EXPECT_EQ(database_.Select("select CNTY_CD from MVR_COUNTY_TAX")->RecordCount(), 30U);
   for (std::size_t row = 0; row < templates_->RecordCount(); ++row) {
     const auto name = templates_->Text(row, "DCMT_NM");
     const auto bookmarks = Bookmarks(kData / "templates" / name);
@@ -116,6 +121,21 @@ TEST_F(ProductData, EveryBookmarkOfEveryTemplateIsAFieldOfItsLetter) {
           << bookmark << " of " << name << " is no field of letter " << letter->first;
     }
   }
+}
+
+TEST_F(ProductData, TwoOfTheLettersThatAreOfferedHaveNoTemplateToShowWhatIsSaidThen) {
+  const auto offered = database_.Select(composition::PickListStatement("ONLINE", "K1"));
+  ASSERT_GE(offered->RecordCount(), 10U);
+  std::vector<std::string> without;
+  for (std::size_t row = 1; row < offered->RecordCount(); ++row) {  // the first one is blank
+    const auto type = offered->Text(row, "CD_TBL_CD");
+    auto statement = platform::ReplaceAll(workspace::kTemplateOfToday, "{R}", "'K1'");
+    statement = platform::ReplaceAll(statement, "{T}", "2026-11-22");
+    statement = platform::ReplaceAll(statement, "{L}", "'" + type + "'");
+    if (database_.Select(statement)->IsEmpty()) without.push_back(type);
+  }
+  EXPECT_THAT(without, testing::UnorderedElementsAre("116", "117"));
+  EXPECT_GE(database_.Select(composition::PickListStatement("REFDOCTYP", "K1"))->RecordCount(), 2U);
 }
 
 TEST_F(ProductData, EveryFieldSaysWhereItsValueComesFrom) {

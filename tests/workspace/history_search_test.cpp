@@ -192,16 +192,6 @@ TEST_F(HistorySearchTest, TellsThatItIsUnderWay) {
   EXPECT_TRUE(page_.panel.select_customer.enabled());
 }
 
-TEST_F(HistorySearchTest, LeavesTheListAliveWhenTheRequestCannotBeSent) {
-  fakes_.server.on_send = [](const auto&) {
-    throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
-  };
-  UserSearches();
-  EXPECT_TRUE(page_.sdgGrid.enabled());
-  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
-  EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.SendLetterInq"));
-}
-
 TEST_F(HistorySearchTest, IsRefusedInOneBox) {
   constexpr const char* kFrom = "FROM date is required if TO date is selected\r\n";
   constexpr const char* kOrder = "TO date is greater than FROM date\r\n";

@@ -140,30 +140,16 @@ TEST_F(LetterTemplatesTest, SayReadyWhereTheCatalogueCannotBeRead) {
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
 }
 
-TEST_F(LetterTemplatesTest, AskTheCatalogueForEveryTemplateThatIsOrWillBeInForce) {
+TEST_F(LetterTemplatesTest, AskTheCatalogueOfTheRegionForTheTemplateOfToday) {
   fakes_.settings.region = " ok ";
-  GivenCatalogue({});
-  templates_.CopyTemplate();
-  EXPECT_EQ(
-      fakes_.reference.statements.back(),
-      "SELECT a.*  FROM FLS_Ltr_template AS a where  a.REGION='OK'  and ((a.Tmplt_TS=  (Select "
-      "MAX(b.tmplt_TS) From FLS_LTR_Template b where  b.REGION='OK'  and b.LTR_TYP_ID = a.LTR_TYP_ID  and "
-      "b.Exprtn_DT is NULL))  Or (a.tmplt_TS =  (Select MAX(b.tmplt_TS) From FLS_ltr_template b where  "
-      "b.REGION='OK'  and b.EXPRTN_DT >= #2004-03-15# And b.ltr_Typ_ID = a.ltr_Typ_ID)))  ORDER BY "
-      "a.ltr_Typ_ID, a.tmplt_TS ");
-}
-
-TEST_F(LetterTemplatesTest, AskTheCatalogueForTheTemplateOfToday) {
   GivenTemplate("TAX110.docx");
   EXPECT_EQ(templates_.GetTemplateFileName(110), "templates/TAX110.docx");
   EXPECT_EQ(templates_.template_name(), "TAX110.docx");
-  EXPECT_EQ(
-      fakes_.reference.statements.back(),
-      "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  WHERE a.REGION='OK'  and ((a.Tmplt_TS=   (Select "
-      "MAX(b.tmplt_TS) From FLS_LTR_Template b where b.REGION='OK' and ltr_Typ_ID='110' and EFCTV_DT <= "
-      "#2004-03-15# and Exprtn_DT is NULL))  Or (a.tmplt_TS =   (Select MAX(b.tmplt_TS) From "
-      "FLS_ltr_template b  where b.REGION='OK' and ltr_Typ_ID='110' and EXPRTN_DT >= #2004-03-15# and "
-      "EFCTV_DT <= #2004-03-15# )))   and Ltr_Typ_ID='110'");
+  const auto& asked = fakes_.reference.statements.back();
+  for (const auto* part :
+       {"SELECT a.DCMT_NM ", "REGION='OK'", "ltr_Typ_ID='110'", "EFCTV_DT <= #2004-03-15#"})
+    EXPECT_THAT(asked, testing::HasSubstr(part));
+  EXPECT_THAT(asked, testing::Not(testing::HasSubstr("{")));
 }
 
 TEST_F(LetterTemplatesTest, AnswerNothingForALetterTypeWithoutATemplate) {

@@ -7,6 +7,7 @@
 #include "platform/parties/request_record.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
+#include "workspace/letters/statements.h"
 
 namespace workspace {
 
@@ -20,35 +21,6 @@ using platform::Trim;
 constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
 constexpr std::string_view kCopyProcedure = "ZEMLO_Corresp.CopyTemplate";
 
-// {R} stands for the quoted region, {T} for today, {L} for the quoted letter type. The blanks belong to the
-// statements. A raw string would put its line breaks into them.
-
-// For every letter type the newest version without an end and the newest that still is to end.
-constexpr std::string_view kAllTemplates =
-    "SELECT a.*  FROM FLS_Ltr_template AS a "
-    "where  a.REGION={R}  and "
-    "((a.Tmplt_TS=  (Select MAX(b.tmplt_TS) From FLS_LTR_Template b "
-    "where  b.REGION={R}  and b.LTR_TYP_ID = a.LTR_TYP_ID  and b.Exprtn_DT is NULL))  "
-    "Or (a.tmplt_TS =  (Select MAX(b.tmplt_TS) From FLS_ltr_template b "
-    "where  b.REGION={R}  and b.EXPRTN_DT >= #{T}# And b.ltr_Typ_ID = a.ltr_Typ_ID)))  "
-    "ORDER BY a.ltr_Typ_ID, a.tmplt_TS ";
-
-// For one letter type the same among the versions in force today.
-constexpr std::string_view kTemplateOfToday =
-    "SELECT a.DCMT_NM  FROM FLS_Ltr_template AS a  "
-    "WHERE a.REGION={R}  and "
-    "((a.Tmplt_TS=   (Select MAX(b.tmplt_TS) From FLS_LTR_Template b "
-    "where b.REGION={R} and ltr_Typ_ID={L} and EFCTV_DT <= #{T}# and Exprtn_DT is NULL))  "
-    "Or (a.tmplt_TS =   (Select MAX(b.tmplt_TS) From FLS_ltr_template b  "
-    "where b.REGION={R} and ltr_Typ_ID={L} and EXPRTN_DT >= #{T}# and EFCTV_DT <= #{T}# )))   "
-    "and Ltr_Typ_ID={L}";
-
-constexpr std::string_view kVersions =
-    "SELECT DCMT_NM, EFCTV_DT, EXPRTN_DT FROM FLS_LTR_TEMPLATE WHERE REGION={R} AND LTR_TYP_ID={L} "
-    "ORDER BY EFCTV_DT, TMPLT_TS";
-
-constexpr std::string_view kLetterType =
-    "SELECT LTR_ONLN_IND FROM FLS_LETTER WHERE REGION={R} AND LTR_TYP_ID={L}";
 constexpr std::string_view kMadeElsewhere = "E";
 
 constexpr std::string_view kFolderInquiry =
@@ -203,7 +175,7 @@ std::string LetterTemplates::WhyNoTemplate(const std::string& letter_type) const
   const auto subject = "Letter type " + platform::Quoted(letter_type) + " has no template";
   constexpr auto kRemedy = " Ask the administrator for one.";
   try {
-    const auto versions = Catalogue(kVersions, letter_type);
+    const auto versions = Catalogue(kTemplateVersions, letter_type);
     if (versions->IsEmpty()) {
       const auto type = Catalogue(kLetterType, letter_type);
       return !type->IsEmpty() && type->FirstText() == kMadeElsewhere
