@@ -105,13 +105,48 @@ TEST(CommonTemplate, GivesItsHeadToTheFirstOfSeveralSections) {
   EXPECT_NE(document.find("pgMar"), document.rfind("pgMar"));
 }
 
+// A letter written under the product's letterhead, which sets its first page apart, had none at all under a
+// letterhead that does not.
+TEST(CommonTemplate, IsOnPagesThatOnlyTheLetterSetsApart) {
+  auto common =
+      LetterParts("<w:body><w:p/><w:sectPr>" + Reference("header", "header1.xml") + "</w:sectPr></w:body>");
+  AddRelatedPart(common, "header", "header1.xml", WordPart("w:hdr", "<w:p/>"));
+  const auto document_of = [&](const std::string& own) {
+    auto parts = LetterParts("<w:body><w:p/><w:sectPr>" + own + "<w:titlePg/></w:sectPr></w:body>");
+    AddRelatedPart(parts, "footer", "footer1.xml", WordPart("w:ftr", "<w:p/>"));
+    AddRelatedPart(parts, "settings", "settings.xml", WordPart("w:settings", "<w:evenAndOddHeaders/>"));
+    auto letter = Open(parts);
+    letter.AttachTemplate(Open(common));
+    return DocumentOf(letter);
+  };
+  EXPECT_THAT(
+      document_of(Reference("footer", "footer1.xml")),
+      AllOf(HasSubstr("headerReference w:type=\"default\""), HasSubstr("headerReference w:type=\"first\""),
+            HasSubstr("headerReference w:type=\"even\""), HasSubstr("titlePg")));
+  EXPECT_THAT(document_of(""),
+              AllOf(HasSubstr("headerReference w:type=\"default\""), Not(HasSubstr("titlePg"))));
+}
+
+// A letter written for A4 cut the letterhead's footer off.
+TEST(CommonTemplate, BringsItsPageSizeWithItsHead) {
+  const std::string body =
+      "<w:body><w:p><w:pPr><w:sectPr><w:pgSz w:w=\"16838\" w:h=\"11906\" w:orient=\"landscape\"/></w:sectPr>"
+      "</w:pPr></w:p><w:p/><w:sectPr><w:pgSz w:w=\"11906\" w:h=\"16838\" w:code=\"9\"/><w:cols/></w:sectPr>"
+      "</w:body>";
+  auto letter = Open(LetterParts(body));
+  letter.AttachTemplate(Common());
+  EXPECT_THAT(DocumentOf(letter),
+              AllOf(HasSubstr("<w:pgSz w:w=\"16838\" w:h=\"11906\" w:orient="),
+                    HasSubstr("<w:pgSz w:w=\"12240\" w:h=\"15840\"/>"), Not(HasSubstr("w:code"))));
+}
+
 // LibreOffice writes distances of 0 for a letter without a header: the letterhead stood at the sheet's edge
 // and the address above the envelope's window.
 TEST(CommonTemplate, PutsItsHeadWhereItBelongs) {
   const std::string own =
       "<w:pgMar w:left=\"7\" w:right=\"7\" w:header=\"0\" w:top=\"9\" w:footer=\"0\" w:bottom=\"9\"/>";
   const auto section = [&](const std::string& more) {
-    return "<w:p><w:pPr><w:sectPr><w:pgSz w:w=\"15840\"" + more + "/>" + own + "</w:sectPr></w:pPr></w:p>";
+    return "<w:p><w:pPr><w:sectPr><w:pgSz w:h=\"15840\"" + more + "/>" + own + "</w:sectPr></w:pPr></w:p>";
   };
   auto common = LetterParts(
       "<w:body><w:p/><w:sectPr>" + Reference("header", "header1.xml") +

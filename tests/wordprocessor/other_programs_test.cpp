@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <memory>
 #include <regex>
@@ -68,13 +69,18 @@ std::vector<wordprocessor::PlacedWord> PlacesIn(const std::filesystem::path& pdf
   return places;
 }
 
-/// A letter of the product, changed by hand: "from" becomes "to" where it first occurs.
+/// A document changed by hand: "from" becomes "to" where it first occurs in a part.
+std::string ChangedIn(const std::string& bytes, const std::string& part, const std::string& from,
+                      const std::string& to) {
+  const auto package = wordprocessor::DocxPackage::FromBytes(bytes, "letter.docx");
+  auto text = package.Read(part);
+  text.replace(text.find(from), from.size(), to);
+  return package.With({{part, text}});
+}
+
+/// A letter of the product, likewise.
 std::string Changed(const std::string& name, const std::string& from, const std::string& to) {
-  const auto package =
-      wordprocessor::DocxPackage::FromBytes(tests::ReadFile(kSources / "data/templates" / name), name);
-  auto document = package.Read("word/document.xml");
-  document.replace(document.find(from), from.size(), to);
-  return package.With({{"word/document.xml", document}});
+  return ChangedIn(tests::ReadFile(kSources / "data/templates" / name), "word/document.xml", from, to);
 }
 
 class LettersOfOtherPrograms : public testing::Test {
@@ -88,6 +94,8 @@ class LettersOfOtherPrograms : public testing::Test {
              Quoted(templates / "CTL110_2407.docx") + Quoted(templates / "PLN106_2409.docx"));
     OutputOf("/usr/bin/python3" + Quoted(tests / "programs/make_with_python_docx.py") +
              Quoted(File("python.docx")));
+    OutputOf("/usr/bin/python3" + Quoted(tests / "programs/make_letterhead.py") +
+             Quoted(File("letterhead.docx")) + Quoted(File("plain.docx")));
     OutputOf("pandoc -f markdown-auto_identifiers --track-changes=all -o" + Quoted(File("pandoc.docx")) +
              Quoted(tests / "documents/reviewed.md"));
     OutputOf("pandoc -f html -o" + Quoted(File("web_page.docx")) + Quoted(tests / "documents/web_page.html"));
@@ -188,14 +196,15 @@ struct Word {
   std::string text;
   double left;
   double top;
+  double right = 0;
 };
 
 std::vector<Word> WordsOf(const std::filesystem::path& pdf) {
   const auto boxes = OutputOf("pdftotext -bbox" + Quoted(pdf) + " -");
-  const std::regex box("<word xMin=\"([^\"]*)\" yMin=\"([^\"]*)\"[^>]*>([^<]*)<");
+  const std::regex box("<word xMin=\"([^\"]*)\" yMin=\"([^\"]*)\" xMax=\"([^\"]*)\"[^>]*>([^<]*)<");
   std::vector<Word> words;
   for (std::sregex_iterator found(boxes.begin(), boxes.end(), box), end; found != end; ++found) {
-    words.push_back({(*found)[3], std::stod((*found)[1]), std::stod((*found)[2])});
+    words.push_back({(*found)[4], std::stod((*found)[1]), std::stod((*found)[2]), std::stod((*found)[3])});
   }
   return words;
 }
@@ -214,6 +223,54 @@ TEST_F(LettersOfOtherPrograms, ALetterSavedAgainLooksAsBefore) {
       // The office rounds the heights of a table's rows when it saves them.
       EXPECT_NEAR(after[i].left, before[i].left, 0.3) << name << " " << before[i].text;
       EXPECT_NEAR(after[i].top, before[i].top, 0.3) << name << " " << before[i].text;
+    }
+  }
+}
+
+/// A letter of the product in the author's own styles, on other paper.
+std::string LetterInOwnStyles() {
+  auto bytes = Changed("REG101_2401.docx", "<w:pgSz w:w=\"12240\" w:h=\"15840\"/>",
+                       "<w:pgSz w:w=\"11906\" w:h=\"16838\" w:code=\"9\"/>");
+  const std::vector<std::pair<std::string, std::string>> changes = {
+      {"<w:pPrDefault><w:pPr/>",
+       "<w:pPrDefault><w:pPr><w:spacing w:before=\"90\" w:after=\"200\" w:line=\"260\"/>"
+       "<w:ind w:left=\"300\"/></w:pPr>"},
+      {"<w:rPrDefault><w:rPr>", "<w:rPrDefault><w:rPr><w:b/><w:spacing w:val=\"10\"/>"},
+      {"<w:name w:val=\"Normal\"/><w:qFormat/><w:pPr>",
+       "<w:name w:val=\"Normal\"/><w:rPr><w:i/></w:rPr><w:pPr><w:jc w:val=\"right\"/>"},
+      {"w:styleId=\"Footer\"", "w:styleId=\"FormerFooter\""},
+      {"<w:name w:val=\"footer\"/>", "<w:name w:val=\"former\"/>"},
+      {"</w:styles>",
+       "<w:style w:type=\"paragraph\" w:styleId=\"Footer\"><w:name w:val=\"footer\"/><w:basedOn "
+       "w:val=\"Normal\"/><w:pPr><w:tabs><w:tab w:val=\"center\" w:pos=\"4680\"/><w:tab w:val=\"right\" "
+       "w:pos=\"9360\"/></w:tabs></w:pPr></w:style></w:styles>"}};
+  for (const auto& [from, to] : changes) bytes = ChangedIn(bytes, "word/styles.xml", from, to);
+  return bytes;
+}
+
+// Its footer ran together at the left, in the letter's type: word processors call such styles by the same
+// names everywhere. On a larger sheet it was cut off.
+TEST_F(LettersOfOtherPrograms, StandUnderALetterheadThatLooksAsItsAuthorSeesIt) {
+  const std::vector<std::pair<std::string, std::string>> letters = {
+      {"own styles", LetterInOwnStyles()}, {"python", tests::ReadFile(File("plain.docx"))}};
+  for (const auto& common : {kSources / "data/templates/kvcorr.dot", File("letterhead.docx")}) {
+    const auto letterhead = DocxDocument::Open(common);
+    const auto wanted = WordsOf(Pdf(letterhead.Bytes()));
+    ASSERT_GT(wanted.size(), 10u);
+    for (const auto& [name, bytes] : letters) {
+      auto letter = DocxDocument::FromBytes(bytes, "letter.docx");
+      letter.AttachTemplate(letterhead);
+      const auto pdf = Pdf(letter.Bytes());
+      const auto there = WordsOf(pdf);
+      for (const auto& word : wanted) {
+        const auto is_it = [&](const Word& other) {
+          return other.text == word.text && std::abs(other.left - word.left) < 0.3 &&
+                 std::abs(other.top - word.top) < 0.3 && std::abs(other.right - word.right) < 0.3;
+        };
+        EXPECT_TRUE(std::ranges::any_of(there, is_it))
+            << common << " over " << name << ": " << word.text << " " << word.left << " " << word.top;
+      }
+      EXPECT_THAT(OutputOf("pdfinfo" + Quoted(pdf)), HasSubstr("612 x 792 pts (letter)"));
     }
   }
 }

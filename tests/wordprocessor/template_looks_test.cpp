@@ -8,6 +8,7 @@
 #include "tests/wordprocessor/letter_markup.h"
 #include "wordprocessor/authoring/check.h"
 #include "wordprocessor/authoring/fonts.h"
+#include "wordprocessor/authoring/paper.h"
 #include "wordprocessor/authoring/pictures.h"
 #include "wordprocessor/authoring/tables.h"
 #include "wordprocessor/authoring/used_typefaces.h"
@@ -19,6 +20,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 using wordprocessor::DocxDocument;
 using wordprocessor::TemplateField;
 
@@ -175,6 +177,46 @@ TEST(TableHeads, AreMissedWhereAFieldRepeatsRowsBelowThem) {
   EXPECT_EQ(found(Row(first, "<w:tblHeader/>") + repeated), 0u);
   EXPECT_EQ(found(repeated), 0u);
   EXPECT_EQ(found(Row(first) + Row(Cell(Paragraph(Mark("OTHER", Text("x")))))), 0u);
+}
+
+std::string PageOf(const std::string& size, const std::string& more = "") {
+  return "<w:sectPr>" + more + "<w:pgSz " + size + "/></w:sectPr>";
+}
+
+std::vector<std::string> PaperToldOf(const std::vector<DocxPart>& parts) {
+  auto common = LetterParts("<w:body><w:p/>" +
+                            PageOf("w:w=\"12240\" w:h=\"15840\"",
+                                   "<w:headerReference w:type=\"default\" "
+                                   "r:id=\"rel_header1.xml\"/>") +
+                            "</w:body>");
+  AddRelatedPart(common, "header", "header1.xml", WordPart("w:hdr", "<w:p/>"));
+  std::vector<std::string> told;
+  for (const auto& finding : CheckPaper(DocxDocument::FromBytes(ZipOf(parts), "letter.docx"),
+                                        DocxDocument::FromBytes(ZipOf(common), "common.docx"))) {
+    told.push_back(finding.text);
+  }
+  return told;
+}
+
+TEST(Paper, OfAnotherSizeThanTheLetterheadsIsTold) {
+  const std::string a4 = "w:w=\"11907\" w:h=\"16840\"";
+  const auto letter = [](const std::string& sections) {
+    return LetterParts("<w:body><w:p/>" + sections + "</w:body>");
+  };
+  EXPECT_THAT(PaperToldOf(letter(PageOf("w:w=\"15840\" w:h=\"12240\" w:orient=\"landscape\"") +
+                                 PageOf("w:w=\"12242\" w:h=\"15842\""))),
+              IsEmpty());
+  EXPECT_THAT(PaperToldOf(letter("")), IsEmpty());
+  EXPECT_THAT(
+      PaperToldOf(letter(PageOf(a4) + PageOf(a4))),
+      ElementsAre(StartsWith("The pages are A4, and the letter's become Letter, the letterhead's size")));
+  EXPECT_THAT(
+      PaperToldOf(letter(PageOf("w:w=\"16838\" w:h=\"11906\"") + PageOf("w:w=\"7200\" w:h=\"14400\""))),
+      ElementsAre(StartsWith("Pages across are A4, but the letterhead"),
+                  StartsWith("The pages are 5.0 by 10.0 inches, and the letter's become Letter")));
+  auto own = letter(PageOf(a4, "<w:headerReference w:type=\"default\" r:id=\"rel_header1.xml\"/>"));
+  AddRelatedPart(own, "header", "header1.xml", WordPart("w:hdr", "<w:p/>"));
+  EXPECT_THAT(PaperToldOf(own), ElementsAre(StartsWith("The pages are A4 and stay so")));
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "platform/whole_file.h"
 #include "wordprocessor/authoring/mail_merge.h"
+#include "wordprocessor/authoring/paper.h"
 #include "wordprocessor/authoring/placeholders.h"
 #include "wordprocessor/document/document.h"
 #include "wordprocessor/files/package_file.h"
@@ -157,8 +158,10 @@ int RunBookmarks(const QStringList& words) {
   if (line.IsSet("repair")) changes = WriteRepaired(file, made, fields);
   const auto& checked = changes.columns.empty() ? file : made;
   const auto document = DocxDocument::Open(checked);
-  const auto letter = WithLetterhead(document, checked);
+  const auto letterhead = LetterheadFor(checked);
+  const auto letter = WithLetterhead(document, letterhead);
   auto findings = CheckTemplate(document, fields);
+  std::ranges::move(CheckPaper(document, letterhead), std::back_inserter(findings));
   if (!line.IsSet("quick")) std::ranges::move(CheckPages(letter), std::back_inserter(findings));
   const bool as_json = line.IsSet("json");
   PrintAll(changes, Bookmarks(document, as_json), TypefaceList(letter), findings, as_json);

@@ -61,11 +61,15 @@ std::vector<PlacedWord> SampleWordsIn(const std::filesystem::path& file) {
 
 }  // namespace
 
-wordprocessor::DocxDocument WithLetterhead(wordprocessor::DocxDocument letter,
-                                           const std::filesystem::path& file) {
+wordprocessor::DocxDocument LetterheadFor(const std::filesystem::path& file) {
   auto common = wordprocessor::CommonTemplateBeside(file);
   if (common.empty()) common = ProductDataFolder() / "templates" / wordprocessor::kCommonTemplate;
-  letter.AttachTemplate(wordprocessor::DocxDocument::Open(common));
+  return wordprocessor::DocxDocument::Open(common);
+}
+
+wordprocessor::DocxDocument WithLetterhead(wordprocessor::DocxDocument letter,
+                                           const wordprocessor::DocxDocument& letterhead) {
+  letter.AttachTemplate(letterhead);
   return letter;
 }
 

@@ -9,10 +9,12 @@
 
 namespace apps {
 
-/// A template as its letters are made, nothing merged: with the letterhead that lies beside `file`, else the
-/// product's. Throws what DocxDocument::Open throws.
+/// The letterhead that lies beside `file`, else the product's. Throws what DocxDocument::Open throws.
+wordprocessor::DocxDocument LetterheadFor(const std::filesystem::path& file);
+
+/// A template as its letters are made, nothing merged. Throws what DocxDocument::AttachTemplate throws.
 wordprocessor::DocxDocument WithLetterhead(wordprocessor::DocxDocument letter,
-                                           const std::filesystem::path& file);
+                                           const wordprocessor::DocxDocument& letterhead);
 
 /// The typefaces of such a letter, and what lays them out on this machine.
 Listing TypefaceList(const wordprocessor::DocxDocument& letter);

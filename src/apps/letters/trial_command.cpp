@@ -15,6 +15,7 @@
 #include "apps/letters/page_user.h"
 #include "apps/letters/standard_streams.h"
 #include "apps/letters/template_looks.h"
+#include "wordprocessor/authoring/paper.h"
 #include "wordprocessor/document/document.h"
 
 namespace apps {
@@ -90,8 +91,11 @@ int RunTrial(const QStringList& words) {
   RequireLetterType(office, office.page().ZEMLO_LetterType, line.Value("type"));
   auto findings = CheckedTemplates(line.Data().root()).FindingsIn(file, line.Value("type"));
   const std::filesystem::path templates = office.office().services().settings.TemplateFolder();
-  const auto pages = CheckPages(WithLetterhead(document, templates / file.filename()));
-  findings.insert(findings.end(), pages.begin(), pages.end());
+  const auto letterhead = LetterheadFor(templates / file.filename());
+  for (const auto& more :
+       {CheckPaper(document, letterhead), CheckPages(WithLetterhead(document, letterhead))}) {
+    findings.insert(findings.end(), more.begin(), more.end());
+  }
   const bool as_json = line.IsSet("json");
   if (!as_json) TellWhatTheCheckSays(findings);
   const ErrorNotice error_notice(office, /*will_explain=*/false);

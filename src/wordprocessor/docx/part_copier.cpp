@@ -53,6 +53,12 @@ std::string DocxPartCopier::Relate(const DocxRelation& relation) {
   return id;
 }
 
+void DocxPartCopier::Rewrite(const std::string& part, std::string text) {
+  for (auto& [name, content] : written_) {
+    if (name == copies_.at(part)) content = std::move(text);
+  }
+}
+
 void DocxPartCopier::AppendTo(std::vector<PackagePart>& parts) {
   if (copies_.empty()) return;
   written_.emplace_back(RelationsPartOf(main_part_), PartText(relations_));

@@ -25,6 +25,9 @@ class DocxPartCopier {
   /// Returns the id of the letter's own relation to the copy.
   std::string Relate(const DocxRelation& relation);
 
+  /// Another text for the copy of `part`, which there is.
+  void Rewrite(const std::string& part, std::string text);
+
   /// What was copied and what keeps account of it. Good while this object lives.
   void AppendTo(std::vector<PackagePart>& parts);
 

@@ -1,0 +1,63 @@
+#include "wordprocessor/document/settled_styles.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "wordprocessor/docx/tree_reader.h"
+#include "wordprocessor/docx/typeface_names.h"
+#include "wordprocessor/docx/word_xml.h"
+
+namespace wordprocessor {
+namespace {
+
+constexpr std::string_view kTypefaceAttributes[][2] = {
+    {"ascii", "asciiTheme"}, {"hAnsi", "hAnsiTheme"}, {"eastAsia", "eastAsiaTheme"}, {"cs", "cstheme"}};
+
+bool IsOfTheme(const pugi::xml_attribute& attribute) {
+  return LocalNameOf(attribute.name()).find("heme") != std::string_view::npos;
+}
+
+bool SettleThemeIn(pugi::xml_node node, const TypefaceStyles& typefaces, const PartNames& names) {
+  bool any = false;
+  if (IsWordElement(node, "rFonts")) {
+    for (const auto& [attribute, theme] : kTypefaceAttributes) {
+      const auto called = WordAttribute(node, theme);
+      const auto name =
+          typefaces.NamesIn([&](std::string_view asked) { return asked == "asciiTheme" ? called : ""; })[0];
+      if (!name.empty()) SetWordAttribute(node, attribute, name, names);
+    }
+  }
+  for (auto attribute = node.first_attribute(); attribute;) {
+    const auto next = attribute.next_attribute();
+    if (IsOfTheme(attribute) && IsWordElement(node, LocalNameOf(node.name()))) {
+      any = node.remove_attribute(attribute) || any;
+    }
+    attribute = next;
+  }
+  for (const auto& child : node.children()) any = SettleThemeIn(child, typefaces, names) || any;
+  return any;
+}
+
+}  // namespace
+
+SettledStyles::SettledStyles(const DocxPackage& package, const std::vector<DocxRelation>& relations) {
+  const auto part = std::ranges::find(relations, "styles", &DocxRelation::kind);
+  if (part == relations.end() || part->external || !package.Has(part->target)) return;
+  document = LoadPartXml(package.Read(part->target));
+  SettleTheme(document.document_element(), package, relations);
+  for (const auto& style : WordChildren(document.document_element(), "style")) {
+    const auto id = WordAttribute(style, "styleId");
+    by_id.try_emplace(id, style);
+    const auto marked = WordAttribute(style, "default");
+    if (!marked.empty() && marked != "0" && marked != "false") {
+      defaults.try_emplace(WordAttribute(style, "type"), id);
+    }
+  }
+}
+
+bool SettleTheme(pugi::xml_node part, const DocxPackage& package,
+                 const std::vector<DocxRelation>& relations) {
+  return SettleThemeIn(part, TypefaceStyles(package, relations), PartNames(part));
+}
+
+}  // namespace wordprocessor
