@@ -478,6 +478,48 @@ TEST_F(LettersOfOtherPrograms, TheCheckNamesWhatTheirAuthorsLeftAndWhere) {
   EXPECT_THAT(LeftIn(File("CTL110_2407.docx")), testing::IsEmpty());
 }
 
+// Only text in a character style became a link of the PDF: where the author had none, or had formatted the
+// link by hand, there was none, and nobody was told.
+TEST_F(LettersOfOtherPrograms, HaveLinksThatWork) {
+  const auto link = [](const std::string& words, const std::string& looks = "") {
+    return "<w:r><w:rPr>" + looks + "</w:rPr><w:t xml:space=\"preserve\">" + words + "</w:t></w:r>";
+  };
+  const std::string plain = "<w:r><w:t>plain</w:t></w:r>";
+  const auto mark = [](const std::string& type) {
+    return "<w:r><w:fldChar w:fldCharType=\"" + type + "\"/></w:r>";
+  };
+  auto parts =
+      LetterParts("<w:body><w:p><w:hyperlink r:id=\"rLink\">" + plain + link(" bold", "<w:b/>") +
+                  "</w:hyperlink></w:p><w:p><w:hyperlink r:id=\"rMail\">" +
+                  link("absent", "<w:rStyle w:val=\"Gone\"/>") + "</w:hyperlink></w:p><w:p>" + mark("begin") +
+                  "<w:r><w:instrText> HYPERLINK \"https://field.korvada.example/\" </w:instrText></w:r>" +
+                  mark("separate") + plain + mark("end") +
+                  "</w:p><w:p><w:fldSimple w:instr=\" HYPERLINK &quot;tel:5550100400&quot; \">" + plain +
+                  "</w:fldSimple></w:p></w:body>");
+  const auto relation = [](const std::string& id, const std::string& target) {
+    return "<Relationship Id=\"" + id +
+           "\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/hyperlink\" "
+           "Target=\"" +
+           target + "\" TargetMode=\"External\"/>";
+  };
+  AddRelatedPart(parts, "styles", "styles.xml",
+                 WordPart("w:styles",
+                          "<w:style w:type=\"paragraph\" w:default=\"1\" w:styleId=\"Normal\"><w:name "
+                          "w:val=\"Normal\"/></w:style>"));
+  for (auto& part : parts) {
+    const auto end = part.content.find("</Relationships>");
+    if (part.name != "word/_rels/document.xml.rels") continue;
+    part.content.insert(end, relation("rLink", "https://page.korvada.example/") +
+                                 relation("rMail", "mailto:tax@korvada.example"));
+  }
+  const auto pdf = Pdf(DocxDocument::FromBytes(ZipOf(parts), "letter.docx").Bytes());
+  EXPECT_THAT(OutputOf("pdfinfo -url" + Quoted(pdf)),
+              AllOf(HasSubstr("https://page.korvada.example/"), HasSubstr("mailto:tax@korvada.example"),
+                    HasSubstr("https://field.korvada.example/"), HasSubstr("tel:5550100400")));
+  // As black as before.
+  EXPECT_THAT(OutputOf("pdftocairo -svg" + Quoted(pdf) + " - | grep -c 'rgb([^0]'"), "0\n");
+}
+
 TEST_F(LettersOfOtherPrograms, BecomeTemplatesOfAMailMergeAndOfAWebPage) {
   const auto text_of = [](const std::string& made) {
     auto letter = DocxDocument::FromBytes(made, "made.docx");

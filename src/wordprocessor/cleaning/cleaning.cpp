@@ -13,6 +13,7 @@
 
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "wordprocessor/cleaning/links.h"
 #include "wordprocessor/cleaning/outside.h"
 #include "wordprocessor/docx/escape.h"
 #include "wordprocessor/docx/relations.h"
@@ -127,7 +128,10 @@ Names Without(const Names& names, const Names& others) {
 class DocumentCleaner {
  public:
   DocumentCleaner(const DocxPackage& package, const std::string& main_part)
-      : package_(package), main_part_(main_part), stories_(ReadStories(package, main_part)) {}
+      : package_(package),
+        main_part_(main_part),
+        stories_(ReadStories(package, main_part)),
+        link_style_(package, main_part) {}
 
   CleanedDocument Run() && {
     CleanStories();
@@ -155,7 +159,8 @@ class DocumentCleaner {
     for (std::size_t i = 0; i < stories_.size(); ++i) {
       auto& story = stories_[i];
       const bool lost_notes = DropNotes(story.tree, gone);
-      if (changed[i] || lost_notes) written_[story.part] = story.tree.Serialize();
+      const bool linked = link_style_.GiveTo(story.tree);
+      if (changed[i] || lost_notes || linked) written_[story.part] = story.tree.Serialize();
     }
   }
 
@@ -211,7 +216,9 @@ class DocumentCleaner {
     if (kind == kCleanedKinds.end()) return;
     auto document = platform::While("reading " + part + " of \"" + package_.file_name() + "\"",
                                     [&] { return LoadPartXml(package_.Read(part)); });
-    if (DropIn(document.document_element(), kind->dropped)) written_[part] = PartText(document);
+    bool changed = DropIn(document.document_element(), kind->dropped);
+    if (relation == "styles") changed = link_style_.AddTo(document.document_element()) || changed;
+    if (changed) written_[part] = PartText(document);
   }
 
   /// The lists of relations and content types say what is in the package, and that it is a letter.
@@ -273,6 +280,7 @@ class DocumentCleaner {
   const DocxPackage& package_;
   const std::string main_part_;
   std::vector<DocxStory> stories_;
+  LinkStyle link_style_;
   std::map<std::string, Names> unused_;  // ids of relations by part
   Names kept_;                           // parts, in lower case
   std::map<std::string, std::string> written_;

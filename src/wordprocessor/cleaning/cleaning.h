@@ -38,7 +38,8 @@ struct CleanedDocument {
 
 /// A document without what its author's work has left in it and no letter has (CleanStory says what of the
 /// text). Of the package's parts those stay that the letter needs; comments, people, programs, embedded
-/// objects, data and all properties but title and language go, with who or what they name.
+/// objects, data and all properties but title and language go, with who or what they name. Links get the
+/// style that makes links of a PDF of them.
 ///
 /// Parts without a change are copied as they are. Throws Failure kDamaged where a part cannot be read.
 CleanedDocument CleanDocument(const DocxPackage& package, const std::string& main_part);
