@@ -12,11 +12,11 @@ using wordprocessor::TemplateField;
 using wordprocessor::TemplateFinding;
 using Kind = TemplateField::Kind;
 
-const std::vector<TemplateField> kFields = {{"CUSTOMER_NAME", Kind::kValue},
-                                            {"LTR_DT", Kind::kValue},
-                                            {"PARA_LATE", Kind::kParagraph},
-                                            {"PERIODS", Kind::kTable},
-                                            {"PERIOD_TAX", Kind::kColumn, "PERIODS"}};
+const std::vector<TemplateField> kCheckedFields = {{"CUSTOMER_NAME", Kind::kValue},
+                                                   {"LTR_DT", Kind::kValue},
+                                                   {"PARA_LATE", Kind::kParagraph},
+                                                   {"PERIODS", Kind::kTable},
+                                                   {"PERIOD_TAX", Kind::kColumn, "PERIODS"}};
 
 std::string Start(const std::string& name, int id) {
   return "<w:bookmarkStart w:id=\"" + std::to_string(id) + "\" w:name=\"" + name + "\"/>";
@@ -35,7 +35,7 @@ std::string Row(const std::string& first, const std::string& second) {
 
 /// "grade BOOKMARK suggestion: first words".
 std::vector<std::string> Findings(const std::string& body,
-                                  const std::vector<TemplateField>& fields = kFields) {
+                                  const std::vector<TemplateField>& fields = kCheckedFields) {
   const auto document =
       wordprocessor::DocxDocument::FromBytes(LetterOf("<w:body>" + body + "</w:body>"), "t");
   std::vector<std::string> described;

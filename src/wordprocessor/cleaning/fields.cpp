@@ -14,74 +14,74 @@
 namespace wordprocessor {
 namespace {
 
-using FieldKind = DocxField::Kind;
+using DocxFieldKind = DocxField::Kind;
 
 struct NamedField {
   std::string_view name;
-  FieldKind kind;
+  DocxFieldKind kind;
 };
 
 // ECMA-376, part 1, 17.16.5, and the older names that word processors still read. All others are layout.
 constexpr auto kFieldKinds = std::to_array<NamedField>({
-    {"DATE", FieldKind::kDate},
-    {"TIME", FieldKind::kDate},
-    {"PRINTDATE", FieldKind::kDate},
-    {"SAVEDATE", FieldKind::kDate},
-    {"CREATEDATE", FieldKind::kDate},
-    {"MERGEFIELD", FieldKind::kMerge},
-    {"MERGEREC", FieldKind::kMerge},
-    {"MERGESEQ", FieldKind::kMerge},
-    {"ADDRESSBLOCK", FieldKind::kMerge},
-    {"GREETINGLINE", FieldKind::kMerge},
-    {"NEXT", FieldKind::kMerge},
-    {"NEXTIF", FieldKind::kMerge},
-    {"SKIPIF", FieldKind::kMerge},
-    {"IF", FieldKind::kCondition},
-    {"COMPARE", FieldKind::kCondition},
-    {"ASK", FieldKind::kCondition},
-    {"FILLIN", FieldKind::kCondition},
-    {"SET", FieldKind::kCondition},
-    {"QUOTE", FieldKind::kCondition},
-    {"INCLUDETEXT", FieldKind::kOutside},
-    {"INCLUDEPICTURE", FieldKind::kOutside},
-    {"INCLUDE", FieldKind::kOutside},
-    {"IMPORT", FieldKind::kOutside},
-    {"LINK", FieldKind::kOutside},
-    {"EMBED", FieldKind::kOutside},
-    {"DDE", FieldKind::kOutside},
-    {"DDEAUTO", FieldKind::kOutside},
-    {"DATABASE", FieldKind::kOutside},
-    {"DATA", FieldKind::kOutside},
-    {"RD", FieldKind::kOutside},
-    {"AUTOTEXT", FieldKind::kOutside},
-    {"AUTOTEXTLIST", FieldKind::kOutside},
-    {"GLOSSARY", FieldKind::kOutside},
-    {"HTMLACTIVEX", FieldKind::kOutside},
-    {"CONTROL", FieldKind::kOutside},
-    {"MACROBUTTON", FieldKind::kMacro},
-    {"MACRO", FieldKind::kMacro},
-    {"GOTOBUTTON", FieldKind::kMacro},
-    {"ADDIN", FieldKind::kMacro},
-    {"PRINT", FieldKind::kMacro},
-    {"AUTHOR", FieldKind::kInformation},
-    {"LASTSAVEDBY", FieldKind::kInformation},
-    {"COMMENTS", FieldKind::kInformation},
-    {"KEYWORDS", FieldKind::kInformation},
-    {"SUBJECT", FieldKind::kInformation},
-    {"TITLE", FieldKind::kInformation},
-    {"DOCPROPERTY", FieldKind::kInformation},
-    {"DOCVARIABLE", FieldKind::kInformation},
-    {"INFO", FieldKind::kInformation},
-    {"FILENAME", FieldKind::kInformation},
-    {"FILESIZE", FieldKind::kInformation},
-    {"TEMPLATE", FieldKind::kInformation},
-    {"EDITTIME", FieldKind::kInformation},
-    {"REVNUM", FieldKind::kInformation},
-    {"NUMCHARS", FieldKind::kInformation},
-    {"NUMWORDS", FieldKind::kInformation},
-    {"USERNAME", FieldKind::kInformation},
-    {"USERINITIALS", FieldKind::kInformation},
-    {"USERADDRESS", FieldKind::kInformation},
+    {"DATE", DocxFieldKind::kDate},
+    {"TIME", DocxFieldKind::kDate},
+    {"PRINTDATE", DocxFieldKind::kDate},
+    {"SAVEDATE", DocxFieldKind::kDate},
+    {"CREATEDATE", DocxFieldKind::kDate},
+    {"MERGEFIELD", DocxFieldKind::kMerge},
+    {"MERGEREC", DocxFieldKind::kMerge},
+    {"MERGESEQ", DocxFieldKind::kMerge},
+    {"ADDRESSBLOCK", DocxFieldKind::kMerge},
+    {"GREETINGLINE", DocxFieldKind::kMerge},
+    {"NEXT", DocxFieldKind::kMerge},
+    {"NEXTIF", DocxFieldKind::kMerge},
+    {"SKIPIF", DocxFieldKind::kMerge},
+    {"IF", DocxFieldKind::kCondition},
+    {"COMPARE", DocxFieldKind::kCondition},
+    {"ASK", DocxFieldKind::kCondition},
+    {"FILLIN", DocxFieldKind::kCondition},
+    {"SET", DocxFieldKind::kCondition},
+    {"QUOTE", DocxFieldKind::kCondition},
+    {"INCLUDETEXT", DocxFieldKind::kOutside},
+    {"INCLUDEPICTURE", DocxFieldKind::kOutside},
+    {"INCLUDE", DocxFieldKind::kOutside},
+    {"IMPORT", DocxFieldKind::kOutside},
+    {"LINK", DocxFieldKind::kOutside},
+    {"EMBED", DocxFieldKind::kOutside},
+    {"DDE", DocxFieldKind::kOutside},
+    {"DDEAUTO", DocxFieldKind::kOutside},
+    {"DATABASE", DocxFieldKind::kOutside},
+    {"DATA", DocxFieldKind::kOutside},
+    {"RD", DocxFieldKind::kOutside},
+    {"AUTOTEXT", DocxFieldKind::kOutside},
+    {"AUTOTEXTLIST", DocxFieldKind::kOutside},
+    {"GLOSSARY", DocxFieldKind::kOutside},
+    {"HTMLACTIVEX", DocxFieldKind::kOutside},
+    {"CONTROL", DocxFieldKind::kOutside},
+    {"MACROBUTTON", DocxFieldKind::kMacro},
+    {"MACRO", DocxFieldKind::kMacro},
+    {"GOTOBUTTON", DocxFieldKind::kMacro},
+    {"ADDIN", DocxFieldKind::kMacro},
+    {"PRINT", DocxFieldKind::kMacro},
+    {"AUTHOR", DocxFieldKind::kInformation},
+    {"LASTSAVEDBY", DocxFieldKind::kInformation},
+    {"COMMENTS", DocxFieldKind::kInformation},
+    {"KEYWORDS", DocxFieldKind::kInformation},
+    {"SUBJECT", DocxFieldKind::kInformation},
+    {"TITLE", DocxFieldKind::kInformation},
+    {"DOCPROPERTY", DocxFieldKind::kInformation},
+    {"DOCVARIABLE", DocxFieldKind::kInformation},
+    {"INFO", DocxFieldKind::kInformation},
+    {"FILENAME", DocxFieldKind::kInformation},
+    {"FILESIZE", DocxFieldKind::kInformation},
+    {"TEMPLATE", DocxFieldKind::kInformation},
+    {"EDITTIME", DocxFieldKind::kInformation},
+    {"REVNUM", DocxFieldKind::kInformation},
+    {"NUMCHARS", DocxFieldKind::kInformation},
+    {"NUMWORDS", DocxFieldKind::kInformation},
+    {"USERNAME", DocxFieldKind::kInformation},
+    {"USERINITIALS", DocxFieldKind::kInformation},
+    {"USERADDRESS", DocxFieldKind::kInformation},
 });
 
 /// The next word or quoted text of a field's code, which it is taken from.
@@ -101,11 +101,11 @@ bool LinksOut(std::string_view code) {
   return !address.empty() && !address.starts_with('\\') && !IsAddressForReaders(address);
 }
 
-FieldKind KindOfCode(std::string_view code) {
+DocxFieldKind KindOfCode(std::string_view code) {
   const auto name = platform::UpperCase(TakeWord(code));
-  if (name == "HYPERLINK") return LinksOut(code) ? FieldKind::kOutside : FieldKind::kLayout;
+  if (name == "HYPERLINK") return LinksOut(code) ? DocxFieldKind::kOutside : DocxFieldKind::kLayout;
   const auto found = std::ranges::find(kFieldKinds, name, &NamedField::name);
-  return found == kFieldKinds.end() ? FieldKind::kLayout : found->kind;
+  return found == kFieldKinds.end() ? DocxFieldKind::kLayout : found->kind;
 }
 
 /// The switch may stand right before its picture: \@"M/d/yy".
@@ -131,13 +131,13 @@ class FieldSearch {
 
   std::vector<DocxField> Fields() && {
     for (auto& field : fields_) {
-      if (field.kind != FieldKind::kCut) field.kind = KindOfCode(field.code);
+      if (field.kind != DocxFieldKind::kCut) field.kind = KindOfCode(field.code);
     }
     // What is computed from a date or from a merge field is as old as its result.
     for (std::size_t i = fields_.size(); i-- > 0;) {
       const auto outer = code_of_[i];
-      if (outer == kNone || fields_[i].kind == FieldKind::kLayout) continue;
-      if (fields_[outer].kind == FieldKind::kLayout) fields_[outer].kind = FieldKind::kCondition;
+      if (outer == kNone || fields_[i].kind == DocxFieldKind::kLayout) continue;
+      if (fields_[outer].kind == DocxFieldKind::kLayout) fields_[outer].kind = DocxFieldKind::kCondition;
     }
     return std::move(fields_);
   }
@@ -159,7 +159,7 @@ class FieldSearch {
   void VisitStory(NodeId node) {
     auto outer = std::exchange(open_, {});
     VisitChildren(node);
-    for (const auto& open : open_) fields_[open.field].kind = FieldKind::kCut;
+    for (const auto& open : open_) fields_[open.field].kind = DocxFieldKind::kCut;
     open_ = std::move(outer);
   }
 
@@ -193,10 +193,10 @@ class FieldSearch {
   void VisitMark(NodeId node) {
     const auto type = tree_.Attribute(node, "fldCharType");
     if (type == "begin") {
-      Add({.kind = FieldKind::kLayout, .code = {}, .node = node, .marks = {node}});
+      Add({.kind = DocxFieldKind::kLayout, .code = {}, .node = node, .marks = {node}});
       open_.push_back({fields_.size() - 1, true});
     } else if (open_.empty() || fields_[open_.back().field].simple) {
-      Add({.kind = FieldKind::kCut, .code = {}, .node = node, .marks = {node}});
+      Add({.kind = DocxFieldKind::kCut, .code = {}, .node = node, .marks = {node}});
     } else {
       fields_[open_.back().field].marks.push_back(node);
       open_.back().in_code = false;
@@ -206,13 +206,13 @@ class FieldSearch {
 
   void VisitSimple(NodeId node) {
     DocxField field{
-        .kind = FieldKind::kLayout, .code = Unescaped(tree_.Attribute(node, "instr")), .node = node};
+        .kind = DocxFieldKind::kLayout, .code = Unescaped(tree_.Attribute(node, "instr")), .node = node};
     field.simple = true;
     const auto depth = open_.size();
     Add(std::move(field));
     open_.push_back({fields_.size() - 1, false});
     VisitChildren(node);
-    for (auto i = depth + 1; i < open_.size(); ++i) fields_[open_[i].field].kind = FieldKind::kCut;
+    for (auto i = depth + 1; i < open_.size(); ++i) fields_[open_[i].field].kind = DocxFieldKind::kCut;
     open_.resize(depth);
   }
 
@@ -236,10 +236,10 @@ class FieldSettler {
 
   std::vector<LetterDatePlace> Run(bool& changed) && {
     for (const auto& field : FindFields(tree_)) {
-      if (field.kind == FieldKind::kLayout || !tree_.IsAttached(field.node)) continue;
+      if (field.kind == DocxFieldKind::kLayout || !tree_.IsAttached(field.node)) continue;
       changed = true;
-      if (field.kind == FieldKind::kDate) AddDate(field);
-      if (field.kind == FieldKind::kMacro) AddButtonText(field);
+      if (field.kind == DocxFieldKind::kDate) AddDate(field);
+      if (field.kind == DocxFieldKind::kMacro) AddButtonText(field);
       Settle(field);
     }
     removal_.Run();
@@ -283,7 +283,7 @@ class FieldSettler {
   }
 
   void Settle(const DocxField& field) {
-    const bool cut = field.kind == FieldKind::kCut;
+    const bool cut = field.kind == DocxFieldKind::kCut;
     for (const auto piece : field.code_pieces) {
       if (!cut || tree_[piece].kind == DocxKind::kFieldCode) TakeOut(piece);
     }
