@@ -185,12 +185,5 @@ TEST_F(CompletedLetters, RefuseEntriesThatTheyHaveNoPlaceFor) {
   EXPECT_EQ(History("SEQ_NBR"), "");
 }
 
-TEST_F(CompletedLetters, AreNotRecordedWhereTheyAreOnlyPreviewed) {
-  const auto letter = Letters("letter", Hearing({}));
-  EXPECT_EQ(letter.status, 0) << letter.err;
-  EXPECT_THAT(Printed(), IsEmpty());
-  EXPECT_EQ(History("SEQ_NBR"), "");
-}
-
 }  // namespace
 }  // namespace tests

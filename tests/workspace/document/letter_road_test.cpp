@@ -47,18 +47,6 @@ TEST_F(LetterRoad, GoesFromTheCustomerToTheHistory) {
   EXPECT_THAT(fakes_.host.messages, IsEmpty());
 }
 
-TEST_F(LetterRoad, TakesTheDocumentOfADocumentLetter) {
-  UserPicksLetterType("120");
-  UserPicksFormType("R");
-  EXPECT_FALSE(CanCreateLetter());
-  UserTypesFormNumber("1234567-8");
-  EXPECT_TRUE(CanCreateLetter());
-  UserClicksCreateLetter();
-  EXPECT_THAT(LastRequest().FindRecord("XML_CONTEXT_INPUT").Assigned(),
-              ElementsAre("FORM_NBR=1234567", "FORM_CK_DGT_NBR=8", "RCPT_NBR=1234567", "RCPT_CK_DGT_NBR=8",
-                          "FORM_TYP_CD=R"));
-}
-
 /// A letter about a form of customer 9000.
 class LetterAboutAForm : public LetterRoad {
  protected:
@@ -273,20 +261,6 @@ TEST_F(LetterRoad, KeepsTheMarkOfAListThatIsLeftWithAWrongText) {
   searched.UserEditsText("Citatoin");
   searched.UserLeaves();
   EXPECT_TRUE(searched.marked_invalid());
-}
-
-TEST_F(LetterRoad, ChecksThePagesFieldsAsTheyChange) {
-  auto& tracking = document_.pages().tracking;
-  tracking.OptLetterStatus[TrackingPage::kAll].UserClicks();
-  tracking.txtBatch.SetText("7");
-  EXPECT_THAT(document_.CheckMessages(kTracking), IsEmpty());
-  tracking.txtBatch.SetText("");
-  EXPECT_THAT(document_.CheckMessages(kTracking), ElementsAre("Please select criteria"));
-
-  auto& batch = document_.pages().batch;
-  batch.OptBatchDate[BatchPage::kLastNight].UserClicks();
-  batch.OptBatchStatus[0].UserClicks();
-  EXPECT_THAT(document_.CheckMessages(PageIndex::kBatch), IsEmpty());
 }
 
 TEST_F(LetterRoad, ClearsThePage) {

@@ -151,13 +151,6 @@ TEST_F(ReplyDispatcherTest, AwaitsNothingAfterAReplyOfAnyKindButWhatItsHandlerHa
   }
 }
 
-TEST_F(ReplyDispatcherTest, ShowsReadyForANameWithoutARoute) {
-  GivenRequestUnderWay("BatchCount");
-  fakes_.server.ReplyWithNothing();
-  RepliesArrive();
-  EXPECT_EQ(fakes_.status.LastText(), "Ready");
-}
-
 TEST_F(ReplyDispatcherTest, RunsNoHandlerForAReplyThatNobodyWaitsFor) {
   GivenRoute({"Letter_Preview", Handles("merge"), Status::kSetByAction, {}, {}});
   GivenRequestUnderWay("Letter_Preview");
@@ -166,19 +159,6 @@ TEST_F(ReplyDispatcherTest, RunsNoHandlerForAReplyThatNobodyWaitsFor) {
   RepliesArrive();
   EXPECT_THAT(fakes_.journal.lines(),
               ElementsAre("pointer hourglass", "ready", "status Ready", "pointer normal", "frame on"));
-}
-
-TEST_F(ReplyDispatcherTest, SaysReadyOnlyWhereTheRouteDoes) {
-  bool is_ready = false;
-  GivenRoute({"LetterAU", {}, Status::kReady, {}, {}, [&] { return is_ready; }});
-  for (const bool ready : {false, true}) {
-    is_ready = ready;
-    fakes_.status.texts.clear();
-    GivenRequestUnderWay("LetterAU");
-    fakes_.server.ReplyWithNothing();
-    RepliesArrive();
-    EXPECT_EQ(fakes_.status.LastText() == "Ready", ready);
-  }
 }
 
 TEST_F(ReplyDispatcherTest, ReportsAHandlerThatFailsAndStillComesToItsEnd) {
