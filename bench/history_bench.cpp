@@ -14,8 +14,8 @@
 #include <QCoreApplication>
 
 #include "bench/demo_server.h"
+#include "platform/agreed/record_layouts.h"
 #include "platform/parties/request_message.h"
-#include "platform/record_layouts.h"
 #include "server/requests/request_processor.h"
 #include "server/setup/server_data.h"
 #include "server/storage/server_folders.h"

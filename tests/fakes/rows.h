@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/record_layouts.h"
+#include "platform/agreed/record_layouts.h"
 #include "platform/record_set.h"
 #include "platform/text.h"
 

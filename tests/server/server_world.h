@@ -9,9 +9,9 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
 #include "platform/parties/request_message.h"
-#include "platform/record_layouts.h"
 #include "platform/xml/xml.h"
 #include "server/requests/request_processor.h"
 #include "server/setup/server_data.h"

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
-#include "platform/record_layouts.h"
 #include "platform/text.h"
 
 namespace platform {

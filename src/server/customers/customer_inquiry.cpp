@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
-#include "platform/record_layouts.h"
 #include "platform/text.h"
 #include "server/customers/customer_search.h"
 

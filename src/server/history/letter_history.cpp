@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
-#include "platform/record_layouts.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "server/context/stored_context.h"

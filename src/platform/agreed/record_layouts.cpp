@@ -1,4 +1,4 @@
-#include "platform/record_layouts.h"
+#include "platform/agreed/record_layouts.h"
 
 #include "platform/text.h"
 
