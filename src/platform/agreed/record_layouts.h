@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include "platform/agreed/requests.h"
+
 /// The columns of every record that travels between the workspace and the server.
 namespace platform {
 
@@ -47,13 +49,13 @@ inline constexpr auto kLettersPrintedColumns =
     std::to_array<std::string_view>({"ACTION", "STATION_ID", "CTL_TOT", "TW_TOT", "CTL_PRNTD", "TW_PRNTD"});
 
 inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
-    {"XML_CONTEXT_INPUT", kContextInputColumns},
-    {"XML_CONTEXT", kContextColumns},
-    {"CORRHIST", kHistoryColumns},
-    {"CORRBATCH", kBatchColumns},
-    {"BATCH_LTRS_PRINTED", kLettersPrintedColumns},
-    {"CUSTOMER", kCustomerColumns},
-    {"CUSTOMER_SEARCH", kCustomerSearchColumns},
+    {record_name::kContextInput, kContextInputColumns},
+    {record_name::kContext, kContextColumns},
+    {record_name::kHistory, kHistoryColumns},
+    {record_name::kBatchRuns, kBatchColumns},
+    {record_name::kLettersPrinted, kLettersPrintedColumns},
+    {record_name::kCustomer, kCustomerColumns},
+    {record_name::kCustomerSearch, kCustomerSearchColumns},
 });
 
 /// Looked up without regard to case; nothing when there is no such layout.

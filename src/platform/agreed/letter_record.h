@@ -1,0 +1,48 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+/// The codes of a letter's record "CORRHIST".
+namespace platform {
+
+/// PRNT_STTS_CD. The code table LTRPRNTCD has their words.
+namespace print_status {
+
+inline constexpr std::string_view kPrinted = "P";
+inline constexpr std::string_view kPrintedByBatch = "S";
+inline constexpr std::string_view kWaitsForBatch = "W";
+inline constexpr std::string_view kPrintFailed = "F";
+inline constexpr std::string_view kReprintFailed = "R";
+inline constexpr std::string_view kMailReturned = "M";
+inline constexpr std::string_view kAddressNotVerified = "V";
+inline constexpr std::string_view kDataIncomplete = "E";
+
+/// Letters whose processing failed.
+inline constexpr auto kFailures = std::to_array<std::string_view>({kPrintFailed, kReprintFailed});
+
+inline bool IsFailure(std::string_view status) {
+  return std::ranges::find(kFailures, status) != kFailures.end();
+}
+
+}  // namespace print_status
+
+/// A letter that has just been printed is sent with this status and this LST_PRNT_TS: the server puts its own
+/// time and the status of a printed letter in their place.
+inline constexpr std::string_view kStatusForTheServer = print_status::kPrintFailed;
+inline constexpr std::string_view kTimeForTheServer = "1900-01-01 01.01.01";
+
+/// ACTION.
+namespace record_action {
+inline constexpr std::string_view kAdd = "ADD";     ///< a new letter
+inline constexpr std::string_view kUpdate = "UPD";  ///< printed again
+}  // namespace record_action
+
+/// SYS_RFRNC_CD: who produced the letter.
+namespace letter_origin {
+inline constexpr std::string_view kOnline = "O";
+inline constexpr std::string_view kBatch = "B";
+}  // namespace letter_origin
+
+}  // namespace platform
