@@ -5,7 +5,6 @@
 
 #include "server/link/customer_directory.h"
 #include "server/storage/database.h"
-#include "server/subject/check_digit.h"
 #include "tests/server/server_world.h"
 
 namespace {
@@ -166,12 +165,6 @@ TEST_F(ServerData, AreLeftAsTheyAreWhereTheDefinitionsAreWrong) {
 TEST_F(ServerData, AFolderThatCannotBeMadeIsNamed) {
   tests::WriteFile(folder_ / "file", "");
   EXPECT_THAT(WhyNot(DemoOptions(folder_ / "file")), HasSubstr((folder_ / "file").string()));
-}
-
-TEST(CheckDigit, FollowsTheWeights) {
-  EXPECT_EQ(server::CheckDigit("1234567"), "7");
-  EXPECT_EQ(server::CheckDigit("3100005"), "X");
-  EXPECT_EQ(server::CheckDigit("0000000"), "0");
 }
 
 TEST(CustomerDirectory, ListsWhatAPanelShows) {

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/agreed/form_numbers.h"
 #include "platform/text.h"
 #include "server/subject/address_verdict.h"
-#include "server/subject/form_types.h"
 #include "server/subject/letter_text.h"
 
 namespace server {
@@ -49,8 +49,8 @@ std::string Name(const Customer& customer) {
 }
 
 std::string FormDescription(const Form& form) {
-  const auto type = std::ranges::find(kFormTypes, form.type, &FormType::code);
-  return type == kFormTypes.end() ? "" : std::string(type->description);
+  const auto* const type = platform::FindFormType(form.type);
+  return type == nullptr ? "" : std::string(type->description);
 }
 
 platform::Date DaysLater(platform::Date day, int count) {

@@ -7,11 +7,11 @@
 #include <utility>
 #include <vector>
 
+#include "platform/agreed/form_numbers.h"
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/setup/demo_draw.h"
-#include "server/subject/check_digit.h"
 #include "server/subject/letter_text.h"
 
 namespace server {
@@ -21,11 +21,17 @@ using platform::Date;
 using platform::TabTable;
 using platform::Value;
 
+namespace form_type = platform::form_type;
+
 constexpr auto kHomeState = "KV";
 constexpr int kFirstCustomer = 100001;
 constexpr int kFirstForm = 3100000;
-constexpr auto kSecondForms = std::to_array<const char*>({"W", "M", "O", "V", "R"});
-constexpr auto kThirdForms = std::to_array<const char*>({"R", "W", "V", "M", "O"});
+constexpr auto kSecondForms =
+    std::to_array<std::string_view>({form_type::kWarrant, form_type::kReturn, form_type::kOverdueAccount,
+                                     form_type::kCitation, form_type::kReceipt});
+constexpr auto kThirdForms =
+    std::to_array<std::string_view>({form_type::kReceipt, form_type::kWarrant, form_type::kCitation,
+                                     form_type::kReturn, form_type::kOverdueAccount});
 
 constexpr auto kCustomerColumns = std::to_array<std::string_view>(
     {"CUST_BSNS_NM", "FIRST_NM",     "LAST_NM",      "MAIL_ADDR_1", "MAIL_ADDR_2", "MAIL_CITY",  "MAIL_ST",
@@ -167,19 +173,19 @@ class Administration {
 
   void StoreForms(const std::string& customer, int index, CustomerRow& row, Draw& draw) {
     const auto turn = static_cast<std::size_t>(index - 1) % kSecondForms.size();
-    std::vector<std::string> types = {"C"};
+    std::vector<std::string> types = {std::string(form_type::kAssessment)};
     if (index % 3 != 0) types.emplace_back(kSecondForms[turn]);
     if (index % 3 == 1) types.emplace_back(kThirdForms[turn]);
     std::int64_t balance = 0;
     for (std::size_t place = 0; place < types.size(); ++place) {
       const auto number = std::to_string(kFirstForm + 4 * index + static_cast<int>(place));
-      const auto status = place < row["FORM_STTS"].size() ? row["FORM_STTS"].substr(place, 1)
-                          : types[place] == "R"           ? "C"
-                                                          : "O";
+      const auto status = place < row["FORM_STTS"].size()       ? row["FORM_STTS"].substr(place, 1)
+                          : types[place] == form_type::kReceipt ? "C"
+                                                                : "O";
       database_.Change(
           "INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)"
           " VALUES (?, ?, ?, ?, ?, ?)",
-          {types[place], number, CheckDigit(number), customer, status,
+          {types[place], number, std::string(1, platform::CheckDigit(number)), customer, status,
            Date(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)))});
       const auto& count = row["PRD_CNT"];
       const bool counted = place == 0 && !count.empty();
