@@ -13,6 +13,7 @@
 #include "apps/template_faults.h"
 #include "apps/unfetched_versions.h"
 #include "host/disk_files.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
@@ -140,7 +141,7 @@ class OfficeCheck {
   }
 
   void CheckTypefaces(std::set<std::string> documents) {
-    documents.insert(wordprocessor::kCommonTemplate);
+    documents.insert(platform::kCommonTemplate);
     std::map<std::string, std::string> faults;  // by typeface, about the first document that names it
     for (const auto& document : documents) {
       for (const auto& use : TypefacesOrNone(template_folder_ / document)) {

@@ -26,7 +26,7 @@ bool AreOther(const fs::path& one, const fs::path& other) {
 }
 
 std::string Sentence(const TemplateRoad& road, const std::string& document) {
-  const bool is_letterhead = platform::EqualsIgnoringCase(document, wordprocessor::kCommonTemplate);
+  const bool is_letterhead = platform::EqualsIgnoringCase(document, platform::kCommonTemplate);
   auto sentence = is_letterhead ? std::string("The letterhead ") : std::string("The template ");
   sentence += platform::Quoted(document) + " in " + platform::Quoted(road.from.string());
   sentence += " is another one than the one in " + platform::Quoted(road.to.string());
@@ -47,7 +47,7 @@ std::vector<std::string> CorrectionsUnderOldNames(const TemplateRoad& road,
                                                   const std::set<std::string>& documents) {
   std::vector<std::string> sentences;
   auto all = documents;
-  all.insert(wordprocessor::kCommonTemplate);
+  all.insert(platform::kCommonTemplate);
   for (const auto& document : all) {
     const auto from = host::FindFile((road.from / document).string());
     const auto to = host::FindFile((road.to / document).string());

@@ -2,15 +2,13 @@
 
 #include <string>
 
+#include "platform/agreed/template_versions.h"
 #include "platform/parties/settings.h"
 
 namespace composition {
 
-/// The template all letters share: letterhead, page set-up and styles.
-inline constexpr const char* kCommonTemplate = "kvcorr.dot";
-
 inline std::string CommonTemplatePath(const platform::Settings& settings) {
-  return settings.TemplateFolder() + kCommonTemplate;
+  return settings.TemplateFolder() + platform::kCommonTemplate;
 }
 
 }  // namespace composition

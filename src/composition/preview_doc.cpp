@@ -9,6 +9,7 @@
 #include "composition/noted_hand_over.h"
 #include "composition/paragraph_marks.h"
 #include "composition/unfilled_letter.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 
 namespace composition {
@@ -206,7 +207,7 @@ void ZEMLO_PreviewDoc::ReleaseDocument() {
   doc_print_.Disconnect();
   notify_ = nullptr;
   // Out of the member first: a document that tells of its end while it is released finds nothing to do.
-  if (const auto document = std::exchange(document_, nullptr)) document->Release(kCommonTemplate);
+  if (const auto document = std::exchange(document_, nullptr)) document->Release(platform::kCommonTemplate);
 }
 
 }  // namespace composition

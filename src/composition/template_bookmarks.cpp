@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "composition/common_template.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 
 namespace composition {
@@ -41,7 +42,7 @@ void TemplateBookmarks::Release() {
   doc_end_.Disconnect();
   const auto notify = std::exchange(notify_, nullptr);
   // Out of the member first: a document that tells of its end while it is released finds nothing to do.
-  if (const auto document = std::exchange(document_, nullptr)) document->Release(kCommonTemplate);
+  if (const auto document = std::exchange(document_, nullptr)) document->Release(platform::kCommonTemplate);
 }
 
 }  // namespace composition

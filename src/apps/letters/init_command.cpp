@@ -11,6 +11,7 @@
 #include "host/disk_files.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/file_access.h"
 #include "platform/table_faults.h"
 #include "reference/reference_builder.h"
@@ -41,11 +42,11 @@ Places PlacesOf(const host::DataFolder& folder) {
 
 /// The office's own where it has one: it lies where the start would fetch it.
 void CopyLetterhead(const host::DataFolder& folder, const std::filesystem::path& templates) {
-  const auto target = templates / wordprocessor::kCommonTemplate;
+  const auto target = templates / platform::kCommonTemplate;
   if (platform::IsThere(target)) return;
   platform::MakeFolder(templates);
   host::DiskFiles().CopyFile(
-      (server::TemplateFolder(folder.root()) / wordprocessor::kCommonTemplate).string(), target.string());
+      (server::TemplateFolder(folder.root()) / platform::kCommonTemplate).string(), target.string());
 }
 
 std::string InitOptionFault(const CommandLine& line) {

@@ -63,7 +63,7 @@ std::vector<PlacedWord> SampleWordsIn(const std::filesystem::path& file) {
 
 wordprocessor::DocxDocument LetterheadFor(const std::filesystem::path& file) {
   auto common = wordprocessor::CommonTemplateBeside(file);
-  if (common.empty()) common = ProductDataFolder() / "templates" / wordprocessor::kCommonTemplate;
+  if (common.empty()) common = ProductDataFolder() / "templates" / platform::kCommonTemplate;
   return wordprocessor::DocxDocument::Open(common);
 }
 

@@ -83,6 +83,7 @@ void DemoLetters::ReadCatalogue(const std::filesystem::path& reference) {
   const auto templates = TabTable::Read(reference / "templates.tsv");
   for (std::size_t row = 0; row < templates.RowCount(); ++row) {
     versions_[templates.Text(row, "LTR_TYP_ID")].push_back({.file = templates.Text(row, "DCMT_NM"),
+                                                            .time_stamp = templates.Text(row, "TMPLT_TS"),
                                                             .first_day = templates.Text(row, "EFCTV_DT"),
                                                             .last_day = templates.Text(row, "EXPRTN_DT")});
   }
@@ -122,16 +123,9 @@ void DemoLetters::FindAccounts() {
   }
 }
 
-const DemoLetters::Version* DemoLetters::FindVersion(const std::string& letter_type, Date day) const {
+const platform::TemplateVersion* DemoLetters::FindVersion(const std::string& letter_type, Date day) const {
   const auto versions = versions_.find(letter_type);
-  if (versions == versions_.end()) return nullptr;
-  const auto text = platform::DateText(day);
-  const Version* newest = nullptr;
-  for (const auto& version : versions->second) {
-    const bool valid = version.first_day <= text && (version.last_day.empty() || text <= version.last_day);
-    if (valid && (newest == nullptr || newest->first_day < version.first_day)) newest = &version;
-  }
-  return newest;
+  return versions == versions_.end() ? nullptr : platform::TemplateInForce(versions->second, day);
 }
 
 const std::vector<DemoLetters::OwnedForm>& DemoLetters::FormsFor(const std::string& letter_type,
@@ -188,7 +182,7 @@ DemoLetter DemoLetters::Draw(int index, const DemoSlot& slot) {
       .slot = slot, .subject = {}, .template_file = "", .officer = kBatchOfficer, .findings = {}};
   auto& draw = letter.draw = server::Draw(static_cast<std::uint64_t>(index) + 1);
   const Date day(std::chrono::floor<std::chrono::days>(slot.time));
-  const Version* version = nullptr;
+  const platform::TemplateVersion* version = nullptr;
   std::string type;
   std::optional<Form> form;
   std::string customer;

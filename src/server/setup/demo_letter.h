@@ -7,6 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/agreed/template_versions.h"
 #include "server/context/field_queries.h"
 #include "server/context/letter_fields.h"
 #include "server/setup/demo_draw.h"
@@ -41,11 +42,6 @@ class DemoLetters {
   const std::vector<std::string>& CountyColumns(const std::string& county_number) const;
 
  private:
-  struct Version {
-    std::string file;
-    std::string first_day;
-    std::string last_day;  ///< "" where it has no end
-  };
   struct OwnedForm {
     Form form;
     std::string customer;
@@ -54,7 +50,7 @@ class DemoLetters {
   void ReadCatalogue(const std::filesystem::path& reference);
   void ReadOfficers(const std::filesystem::path& reference);
   void FindAccounts();
-  const Version* FindVersion(const std::string& letter_type, platform::Date day) const;
+  const platform::TemplateVersion* FindVersion(const std::string& letter_type, platform::Date day) const;
   const std::vector<OwnedForm>& FormsFor(const std::string& letter_type, server::Draw& draw) const;
   const LetterSubject& SubjectOf(const std::string& customer, const std::optional<Form>& form);
   const std::vector<LetterField>& QueriesOf(const std::string& letter_type);
@@ -63,7 +59,7 @@ class DemoLetters {
   Database& database_;
   const platform::Date today_;
   Office office_;
-  std::map<std::string, std::vector<Version>> versions_;
+  std::map<std::string, std::vector<platform::TemplateVersion>> versions_;
   std::map<std::string, std::string> form_types_;  ///< what a letter type is about: one letter each
   std::map<char, std::vector<OwnedForm>> forms_;
   std::vector<std::string> customers_;

@@ -2,6 +2,7 @@
 
 #include <system_error>
 
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 
@@ -44,8 +45,8 @@ std::filesystem::path TemplateFile(const std::filesystem::path& folder, const st
 }
 
 std::filesystem::path CommonTemplateBeside(const std::filesystem::path& letter) {
-  if (platform::EqualsIgnoringCase(letter.filename().string(), kCommonTemplate)) return {};
-  return FindIgnoringCase(letter.has_parent_path() ? letter.parent_path() : ".", kCommonTemplate);
+  if (platform::EqualsIgnoringCase(letter.filename().string(), platform::kCommonTemplate)) return {};
+  return FindIgnoringCase(letter.has_parent_path() ? letter.parent_path() : ".", platform::kCommonTemplate);
 }
 
 }  // namespace wordprocessor

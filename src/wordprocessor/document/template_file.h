@@ -7,8 +7,6 @@
 /// last part is found without regard to case.
 namespace wordprocessor {
 
-inline constexpr const char* kCommonTemplate = "kvcorr.dot";
-
 /// The file that `name`, a path in `folder`, means. Throws Failure: kRefused for one that lies anywhere else
 /// or names a drive, kNotFound where there is no such file.
 std::filesystem::path TemplateFile(const std::filesystem::path& folder, const std::string& name);
