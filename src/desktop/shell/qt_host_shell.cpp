@@ -18,6 +18,7 @@
 
 #include "desktop/look/qt_text.h"
 #include "desktop/shell/form_dialog.h"
+#include "platform/agreed/saved_letter.h"
 #include "platform/failure.h"
 
 namespace desktop {
@@ -38,8 +39,8 @@ struct SaveFormat {
   const char* filter;
 };
 constexpr auto kSaveFormats = std::to_array<SaveFormat>({
-    {".docx", "Letter document (*.docx)"},
-    {".pdf", "PDF document (*.pdf)"},
+    {platform::kDocumentEnding, "Letter document (*.docx)"},
+    {platform::kPdfEnding, "PDF document (*.pdf)"},
 });
 
 QMessageBox::Icon IconOf(MessageIcon icon) {

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/agreed/field_names.h"
+#include "platform/agreed/saved_letter.h"
 #include "platform/text.h"
 #include "wordprocessor/bookmarks/data_context.h"
 #include "wordprocessor/document/template_cache.h"
@@ -63,9 +64,8 @@ std::string Joined(const std::vector<std::string>& names) {
 }
 
 bool IsPdf(const std::filesystem::path& output) {
-  const auto ending = platform::LowerCase(output.extension().string());
-  if (ending == ".pdf") return true;
-  if (ending == ".docx") return false;
+  if (const auto how = platform::SavedAsOf(output.extension().string()))
+    return *how == platform::SavedAs::kPdf;
   throw Failure(Failure::Kind::kRefused, "A letter is written as \".docx\" or \".pdf\"; the name \"" +
                                              output.string() +
                                              "\" is neither. Give the file another ending.");

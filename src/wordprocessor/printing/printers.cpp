@@ -1,5 +1,6 @@
 #include "wordprocessor/printing/printers.h"
 
+#include "platform/agreed/saved_letter.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
 #include "platform/value.h"
@@ -45,7 +46,7 @@ std::string Printers::File(const std::filesystem::path& pdf, const std::string& 
   const auto content = ReadWholeFile(pdf);
   const auto name = platform::TimestampText(clock_.Now()) + " " + NameInFolder(letter) + " ";
   for (int number = 1;; ++number) {
-    const auto file = pdf_folder_ / (name + std::to_string(number) + ".pdf");
+    const auto file = pdf_folder_ / (name + std::to_string(number) + platform::kPdfEnding);
     if (!std::filesystem::exists(file) && WriteNewFile(file, content)) return file.string();
   }
 }

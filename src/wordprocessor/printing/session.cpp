@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/agreed/saved_letter.h"
 #include "platform/failure.h"
 #include "platform/parties/trap.h"
 #include "platform/text.h"
@@ -16,14 +17,9 @@ namespace {
 using platform::Failure;
 using platform::PrintNotify;
 
-enum class FileKind { kDocument, kPages };
-
 /// By `format` ("docx", ".PDF"), or by the file's ending where that is empty.
-FileKind KindOf(const std::filesystem::path& file, const std::string& format) {
-  auto kind = platform::LowerCase(format.empty() ? file.extension().string() : format);
-  if (kind.starts_with('.')) kind.erase(0, 1);
-  if (kind == "docx") return FileKind::kDocument;
-  if (kind == "pdf") return FileKind::kPages;
+platform::SavedAs HowToSave(const std::filesystem::path& file, const std::string& format) {
+  if (const auto how = platform::SavedAsOf(format.empty() ? file.extension().string() : format)) return *how;
   throw Failure(Failure::Kind::kRefused, "A letter is saved as \".docx\" or \".pdf\"; the name \"" +
                                              file.string() + "\" is neither. Give the file another ending.");
 }
@@ -215,12 +211,12 @@ void PrintSession::SaveToFile(const std::string& name, const std::string& format
 }
 
 std::string PrintSession::ProposedFile() const {
-  return (proposed_name_.empty() ? file_.stem().string() : proposed_name_) + ".docx";
+  return (proposed_name_.empty() ? file_.stem().string() : proposed_name_) + platform::kDocumentEnding;
 }
 
 void PrintSession::WriteTo(const std::string& file, const std::string& format) {
-  const auto content =
-      KindOf(file, format) == FileKind::kDocument ? Document().Bytes() : ReadWholeFile(PdfWhenDone());
+  const auto content = HowToSave(file, format) == platform::SavedAs::kDocument ? Document().Bytes()
+                                                                               : ReadWholeFile(PdfWhenDone());
   HandOverScope hand_over(hand_over_);
   WriteWholeFile(file, content);
   hand_over.Accepted();
