@@ -4,42 +4,10 @@
 
 #include <string_view>
 
-#include "platform/xml/xml_characters.h"
+#include "platform/xml/xml_escape.h"
 
 namespace platform {
 namespace {
-
-constexpr ByteSet kTextSpecials("&<>\r");
-constexpr ByteSet kValueSpecials("&<>\"\r\n\t");
-
-std::string_view Reference(char byte) {
-  switch (byte) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '"':
-      return "&quot;";
-    case '\r':
-      return "&#13;";
-    case '\n':
-      return "&#10;";
-    default:
-      return "&#9;";
-  }
-}
-
-void WriteEscaped(std::string_view text, const ByteSet& specials, std::string& out) {
-  for (std::size_t start = 0;;) {
-    const auto special = specials.FindIn(text, start);
-    out += text.substr(start, special - start);
-    if (special == text.size()) return;
-    out += Reference(text[special]);
-    start = special + 1;
-  }
-}
 
 void WriteStartTag(const pugi::xml_node& element, std::string& out) {
   out += '<';
@@ -48,7 +16,7 @@ void WriteStartTag(const pugi::xml_node& element, std::string& out) {
     out += ' ';
     out += attribute.name();
     out += "=\"";
-    WriteEscaped(attribute.value(), kValueSpecials, out);
+    AppendXmlEscaped(out, attribute.value(), XmlPlace::kValue);
     out += '"';
   }
   out += element.first_child() ? ">" : "/>";
@@ -60,7 +28,7 @@ void WriteStart(const pugi::xml_node& node, std::string& out) {
       WriteStartTag(node, out);
       break;
     case pugi::node_pcdata:
-      WriteEscaped(node.value(), kTextSpecials, out);
+      AppendXmlEscaped(out, node.value(), XmlPlace::kText);
       break;
     case pugi::node_cdata:
       out.append("<![CDATA[").append(node.value()).append("]]>");
