@@ -43,7 +43,7 @@ void DiskFiles::CopyFile(const std::string& from, const std::string& to) {
   const auto source = FindFile(from);
   if (!source) throw Failure(Failure::Kind::kNotFound, "The file \"" + from + "\" does not exist.");
   const auto target = FindFile(to).value_or(LocalPath(to));
-  platform::WriteWholeFile(target, platform::ReadWholeFile(*source));
+  platform::CopyWholeFile(*source, target);
 }
 
 bool DiskFiles::DeleteFile(const std::string& path) {

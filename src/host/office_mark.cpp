@@ -1,11 +1,10 @@
 #include "host/office_mark.h"
 
-#include <cerrno>
 #include <fstream>
 #include <string>
 
 #include "platform/file_access.h"
-#include "platform/file_failure.h"
+#include "platform/whole_file.h"
 
 namespace host {
 namespace {
@@ -29,18 +28,9 @@ std::optional<OfficeMark> ReadOfficeMark(const DataFolder& folder) {
 }
 
 void LeaveOfficeMark(const DataFolder& folder, const OfficeMark& mark) {
-  auto part = folder.Mark();
-  part += ".part";
-  errno = 0;
-  std::ofstream file(part, std::ios::binary | std::ios::trunc);
-  file << kExplanation << (mark.kind == OfficeKind::kDemo ? kDemoWord : kOwnWord)
-       << (mark.is_whole ? "" : kUnfinished) << '\n';
-  file.close();
-  if (!file) throw platform::FileFailure("could not be written", part, errno);
-  platform::Protect(part);
-  std::error_code error;
-  std::filesystem::rename(part, folder.Mark(), error);
-  if (error) throw platform::FileFailure("could not be written", folder.Mark(), error.value());
+  platform::WriteWholeFile(folder.Mark(), std::string(kExplanation) +
+                                              (mark.kind == OfficeKind::kDemo ? kDemoWord : kOwnWord) +
+                                              (mark.is_whole ? "" : kUnfinished) + "\n");
 }
 
 }  // namespace host

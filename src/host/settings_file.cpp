@@ -2,17 +2,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
-#include <fstream>
 #include <optional>
-#include <system_error>
 
 #include "host/known_settings.h"
 #include "platform/failure.h"
 #include "platform/file_access.h"
-#include "platform/file_failure.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 
 namespace host {
 namespace {
@@ -74,16 +71,9 @@ void SettingsFile::Take(const IniFile::Entry& entry) {
 
 void SettingsFile::CreateFor(const DataFolder& folder, OfficeKind kind) {
   if (folder.IsPrepared()) return;
-  const auto part = folder.Settings().string() + ".part";
-  errno = 0;
-  std::ofstream file(part, std::ios::binary | std::ios::trunc);
-  file << platform::ReplaceAll(kFirstSettings, "{user}", kind == OfficeKind::kDemo ? "DEMO01" : "");
-  file.close();
-  if (!file) throw platform::FileFailure("could not be written", folder.Settings(), errno);
-  platform::Protect(part);
-  std::error_code error;
-  std::filesystem::rename(part, folder.Settings(), error);
-  if (error) throw platform::FileFailure("could not be written", folder.Settings(), error.value());
+  platform::WriteWholeFile(
+      folder.Settings(),
+      platform::ReplaceAll(kFirstSettings, "{user}", kind == OfficeKind::kDemo ? "DEMO01" : ""));
 }
 
 std::string SettingsFile::Text(std::string_view section, std::string_view key,

@@ -184,6 +184,13 @@ void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::pat
   unlink(from.c_str());
 }
 
+void CopyWholeFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                   const ContentCheck& check) {
+  const auto content = ReadWholeFile(from);
+  if (check) check(content, from.string());
+  WriteWholeFile(to, content);
+}
+
 void RemoveUnfinishedFiles(const std::filesystem::path& folder) noexcept {
   // A folder of printed letters holds those of years, and every start of a program reads it: only names are
   // read.

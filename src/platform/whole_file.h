@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,13 @@ bool WriteNewFile(const std::filesystem::path& file, std::string_view content);
 /// Gives a file another name, replacing what was there; copies it where the two lie on different file
 /// systems.
 void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to);
+
+/// Throws Failure where `content`, the file of that name, must not be handed out.
+using ContentCheck = std::function<void(const std::string& content, const std::string& file_name)>;
+
+/// Copies a file like WriteWholeFile, replacing what was there. Throws what `check` throws, too.
+void CopyWholeFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                   const ContentCheck& check = {});
 
 /// Removes what programs that were killed left half written in `folder`. Files that another program is
 /// writing at the moment stay, as do those on a file system without locks. Never throws.

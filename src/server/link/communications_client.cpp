@@ -6,9 +6,9 @@
 #include "platform/failure.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 #include "platform/xml/xml_escape.h"
 #include "server/storage/server_folders.h"
-#include "server/storage/whole_file.h"
 
 namespace server {
 namespace {
@@ -36,7 +36,7 @@ std::filesystem::path FindFile(const std::filesystem::path& folder, const std::s
 
 CommunicationsClientProvider::CommunicationsClientProvider(platform::EventQueue& events,
                                                            const std::filesystem::path& data_folder,
-                                                           ContentCheck check)
+                                                           platform::ContentCheck check)
     : events_(events),
       template_folder_(TemplateFolder(data_folder)),
       check_(std::move(check)),
@@ -99,7 +99,7 @@ void CommunicationsClientProvider::Copy(const Wanted& wanted) const {
   const auto found = FindFile(template_folder_, name);
   const auto target_folder = LocalPath(wanted.target_folder);
   platform::MakeFolder(target_folder);
-  CopyWholeFile(found, target_folder / name, check_);
+  platform::CopyWholeFile(found, target_folder / name, check_);
 }
 
 void CommunicationsClientProvider::Notify(const std::string& source, const std::string& status) {

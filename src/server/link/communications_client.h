@@ -11,7 +11,7 @@
 
 #include "platform/parties/comm_client.h"
 #include "platform/parties/host_shell.h"
-#include "server/storage/whole_file.h"
+#include "platform/whole_file.h"
 
 namespace server {
 
@@ -29,7 +29,7 @@ class CommunicationsClientProvider : public platform::CommClientProvider {
   /// template folder are given out, and of those what `check` lets pass; it is called on the provider's
   /// thread.
   CommunicationsClientProvider(platform::EventQueue& events, const std::filesystem::path& data_folder,
-                               ContentCheck check = {});
+                               platform::ContentCheck check = {});
   CommunicationsClientProvider(const CommunicationsClientProvider&) = delete;
   CommunicationsClientProvider& operator=(const CommunicationsClientProvider&) = delete;
   /// Finishes the file under way; the rest is dropped without a notification.
@@ -58,7 +58,7 @@ class CommunicationsClientProvider : public platform::CommClientProvider {
   // Constant after construction.
   platform::EventQueue& events_;
   const std::filesystem::path template_folder_;
-  const ContentCheck check_;
+  const platform::ContentCheck check_;
   const std::shared_ptr<CommunicationsClient> client_;
   const std::shared_ptr<std::atomic<int>> unfinished_;  // posted work keeps it, too
 

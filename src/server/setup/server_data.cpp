@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "platform/file_access.h"
 #include "platform/file_failure.h"
+#include "platform/whole_file.h"
 #include "server/context/letter_fields.h"
 #include "server/context/stored_context.h"
 #include "server/customers/customer_words.h"
@@ -19,7 +20,6 @@
 #include "server/setup/demo_history.h"
 #include "server/setup/letter_definitions.h"
 #include "server/storage/server_folders.h"
-#include "server/storage/whole_file.h"
 
 namespace server {
 namespace {
@@ -94,7 +94,7 @@ void CopyMissingTemplates(const InitOptions& options) {
   platform::MakeFolder(folder);
   for (const auto& entry : fs::directory_iterator(options.product_data_folder / "templates")) {
     const auto target = folder / entry.path().filename();
-    if (entry.is_regular_file() && !fs::exists(target)) CopyWholeFile(entry.path(), target);
+    if (entry.is_regular_file() && !fs::exists(target)) platform::CopyWholeFile(entry.path(), target);
   }
 }
 
