@@ -73,16 +73,11 @@ const platform::Services& Office::services() const {
   return rooms_->services;
 }
 
-std::optional<customers::SelectedCustomer> Office::FindCustomer(const std::string& id) {
+std::optional<platform::SelectedCustomer> Office::FindCustomer(const std::string& id) {
   constexpr std::size_t kAll = 1'000'000;
   const auto found = rooms_->customers.Find(id, kAll);
-  const auto customer = std::ranges::find(found, id, &server::CustomerListing::CustID);
-  if (customer == found.end()) return std::nullopt;
-  return customers::SelectedCustomer{customer->CustID,       customer->CUSTNAME,   customer->MailAddress,
-                                     customer->MailAddress2, customer->MailCity,   customer->MailState,
-                                     customer->MailZip,      customer->ResAddress, customer->ResAddress2,
-                                     customer->ResCity,      customer->ResState,   customer->ResZip,
-                                     customer->Phone,        customer->FuelTax};
+  const auto customer = std::ranges::find(found, id, &platform::SelectedCustomer::CustID);
+  return customer == found.end() ? std::nullopt : std::optional(*customer);
 }
 
 void Office::TryTemplate(const std::filesystem::path& file) {

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "customers/selected_customer.h"
 #include "host/data_folder.h"
 #include "host/error_log.h"
+#include "platform/agreed/customer_record.h"
 #include "platform/parties/host_shell.h"
 #include "platform/parties/print_component.h"
 #include "platform/parties/services.h"
@@ -40,7 +40,7 @@ class Office {
   workspace::ZEMLO_Corresp& workspace();
   const platform::Services& services() const;
   /// Nothing where there is no customer of that id.
-  std::optional<customers::SelectedCustomer> FindCustomer(const std::string& id);
+  std::optional<platform::SelectedCustomer> FindCustomer(const std::string& id);
   /// From now on letters are made of this file, wherever it lies, and never recorded. Comes after the
   /// workspace's Initialize.
   void TryTemplate(const std::filesystem::path& file);

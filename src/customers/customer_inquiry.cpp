@@ -5,8 +5,9 @@
 #include <string_view>
 
 #include "customers/context_customer.h"
-#include "customers/customer_record.h"
 #include "customers/display_encoders.h"
+#include "platform/agreed/customer_record.h"
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
 
@@ -14,6 +15,9 @@ namespace customers {
 
 namespace {
 
+namespace request_key = platform::request_key;
+using platform::CustomerRecord;
+using platform::KeyNamed;
 using platform::RecordSet;
 
 /// The columns of one of a customer's two addresses.
@@ -44,10 +48,10 @@ void TakeAddress(const CustomerRecord& record, const AddressColumns& columns, co
 void CustomerInquiry::SendCustPI(const std::string& customer_id) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.SendCustPI", [&] {
     uses_.envelope.Send({
-        .type = 7,
+        .type = platform::message_type::kCustomer,
         .name = "CustomerInq",
-        .keys = {platform::Criterion("key:CUST_ID", customer_id),
-                 {"CUSTOMER", "key:ExclCols", "=", "OT_BAL"}},
+        .keys = {platform::Criterion(KeyNamed(request_key::kCustomer), customer_id),
+                 {"CUSTOMER", KeyNamed(request_key::kLeftOutColumns), "=", "OT_BAL"}},
         .status = "Requesting customer information.",
         .status_when = workspace::RequestDescription::Status::kBeforeSending,
     });
@@ -56,7 +60,7 @@ void CustomerInquiry::SendCustPI(const std::string& customer_id) {
 
 void CustomerInquiry::FillCustomerInfo(const workspace::Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustomerInfo", [&] {
-    const auto rows = RowsOf(uses_.services, reply, "CUSTOMER");
+    const auto rows = RowsOf(uses_.services, reply, platform::record_name::kCustomer);
     uses_.customer.Clear();
     if (rows) TakeOver(*rows);
     Show();
