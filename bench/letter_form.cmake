@@ -2,4 +2,4 @@
 add_executable(letter_form_bench letter_form_bench.cpp merge_template.cpp)
 target_include_directories(letter_form_bench PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(letter_form_bench PRIVATE
-  zemlo_compile_options zemlo_composition zemlo_wordprocessor PkgConfig::LIBZIP benchmark::benchmark)
+  zemlo_compile_options zemlo_fakes zemlo_composition zemlo_wordprocessor PkgConfig::LIBZIP benchmark::benchmark)

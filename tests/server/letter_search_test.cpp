@@ -1,5 +1,6 @@
 #include "server/history/letter_search.h"
 
+#include "platform/agreed/record_layouts.h"
 #include "server/context/stored_context.h"
 #include "tests/server/server_world.h"
 

@@ -9,9 +9,9 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
 #include "platform/parties/request_message.h"
+#include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "server/requests/request_processor.h"
 #include "server/setup/server_data.h"
@@ -77,7 +77,7 @@ inline std::string WireText(const Question& question) {
 /// The record of that name in a reply; null where there is none.
 inline const platform::RecordSet* Record(const server::Reply& reply, std::string_view name) {
   for (const auto& record : reply.records) {
-    if (record.name == name) return record.rows.get();
+    if (platform::EqualsIgnoringCase(record.name, name)) return record.rows.get();
   }
   return nullptr;
 }
