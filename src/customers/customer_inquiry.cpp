@@ -96,7 +96,7 @@ void CustomerInquiry::Show() {
 // Decision [unreadable-customer].
 void CustomerInquiry::FillCustFromLetter(const workspace::Reply& reply) {
   platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter", [&] {
-    const auto rows = RowsOf(uses_.services, reply, "XML_CONTEXT");
+    const auto rows = RowsOf(uses_.services, reply, platform::record_name::kContext);
     if (!rows) return AskServer();
     // A context that cannot be read tells nothing of the customer; the server may.
     const bool is_read = platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter",

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "customers/found_customers.h"
+#include "platform/agreed/requests.h"
 #include "platform/identity.h"
 #include "platform/text.h"
 #include "workspace/messaging/at_exit.h"
@@ -58,9 +59,10 @@ void frmCustSearch::UserEntersText() {
 void frmCustSearch::Search() {
   Handle("frmCustSearch.cmdFind_Click", [&] {
     searched_text_ = platform::Trim(txtFind.text());
-    envelope_.Send({.type = 7,
+    envelope_.Send({.type = platform::message_type::kCustomer,
                     .name = "CustomerSearch",
-                    .keys = {platform::Criterion("key:CUST_FIND", searched_text_, "like")}});
+                    .keys = {platform::Criterion(platform::KeyNamed(platform::request_key::kCustomerWords),
+                                                 searched_text_, platform::key_operator::kLike)}});
     cmdFind.SetEnabled(false);  // until the reply, so that it answers the text it is shown for
     status.SetCaption("Searching customers.");
   });
@@ -83,8 +85,9 @@ void frmCustSearch::ShowReply(const workspace::Reply& reply) {
   const auto error =
       services_.messages.GetReplyError(OwnApplication(), "CustSearch.mVemtMessage_DataReady", key);
   if (!error.empty()) return ShowError(error, reply.timed_out);
-  const auto record = services_.messages.GetRecord(OwnApplication(), "CUSTOMER", key);
-  const auto end = services_.messages.GetRecord(OwnApplication(), "CUSTOMER_SEARCH", key);
+  const auto record = services_.messages.GetRecord(OwnApplication(), platform::record_name::kCustomer, key);
+  const auto end =
+      services_.messages.GetRecord(OwnApplication(), platform::record_name::kCustomerSearch, key);
   ShowFound(record ? record->Recordset() : nullptr, end && end->Fields("MORE").AsText() == "Y");
 }
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "platform/agreed/requests.h"
 #include "platform/key_item.h"
 #include "workspace/messaging/counting.h"
 
@@ -25,7 +26,7 @@ constexpr auto kKinds = std::to_array<ReprintKind>({
     {"110", "RePrint_CTL", "CTL_TOT", "CTL_PRNTD"},
     {"109", "RePrint_Tax_Warrant", "TW_TOT", "TW_PRNTD"},
 });
-constexpr const char* kLayout = "BATCH_LTRS_PRINTED";
+constexpr const char* kLayout = platform::record_name::kLettersPrinted;
 
 const ReprintKind* KindOf(std::string_view letter_type) {
   const auto kind = std::ranges::find(kKinds, letter_type, &ReprintKind::letter_type);
@@ -69,8 +70,8 @@ void BatchReprint::LetterPrinted(RequestDescription& message) {
   message.name = std::string(kind->request_name);
   if (HasLettersToReprint(letters_.letter_type)) {
     message.letter = {.sequence_number = TakeNext(kind->request_name)};
-    message.keys.push_back(
-        platform::Criterion("key:FetchContext", std::to_string(message.letter.sequence_number)));
+    message.keys.push_back(platform::Criterion(platform::KeyNamed(platform::request_key::kFetchContext),
+                                               std::to_string(message.letter.sequence_number)));
     message.status = Progress("Printing");
   } else {
     progress_.Close();
@@ -95,7 +96,8 @@ void BatchReprint::Stop() {
 
 void BatchReprint::SendBatchCount(std::string_view status) {
   progress_.Close();
-  RequestDescription message{.type = 78, .name = "BatchCount", .status = std::string(status)};
+  RequestDescription message{
+      .type = platform::message_type::kCountPrinted, .name = "BatchCount", .status = std::string(status)};
   SendBatchCountUpd(message);
   platform::Trap(services_, "ZEMLO_Corresp.SendBatchCountUpd", [&] { envelope_.Send(message); });
 }

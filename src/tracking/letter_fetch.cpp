@@ -1,26 +1,31 @@
 #include "tracking/letter_fetch.h"
 
+#include "platform/agreed/requests.h"
 #include "tracking/letter_owner.h"
 #include "workspace/letters/listed_letters.h"
 
 namespace tracking {
 
+namespace request_key = platform::request_key;
 using platform::Criterion;
+using platform::KeyNamed;
+using platform::KeyWithBlank;
 
 bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
   return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
     if (!IsMeant(action, grid)) throw platform::AbandonStep();
     workspace::RequestDescription request{
-        .type = 83,
+        .type = platform::message_type::kFetch,
         .name = action,
         .letter = LetterOf(action, grid),
         .status = "Requesting Letter History",
         .status_when = workspace::RequestDescription::Status::kBeforeSending,
     };
-    request.keys.push_back(Criterion("key:FetchContext", std::to_string(request.letter.sequence_number)));
+    request.keys.push_back(
+        Criterion(KeyNamed(request_key::kFetchContext), std::to_string(request.letter.sequence_number)));
     if (action == "Letter_BKView") {
-      request.keys.push_back(Criterion("key:EmitFieldDescriptors", "Y"));
-      request.keys.push_back(Criterion("key: ExplainState", "Y"));
+      request.keys.push_back(Criterion(KeyNamed(request_key::kFieldDescriptors), "Y"));
+      request.keys.push_back(Criterion(KeyWithBlank(request_key::kExplainState), "Y"));
     }
     envelope_.Send(request);
   });

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "workspace/letters/listed_letters.h"
 #include "workspace/messaging/counting.h"
@@ -99,8 +100,8 @@ void LocalReprint::LetterPrinted(workspace::RequestDescription& message) {
   if (IsOver() || !GoesOn()) return Stop();
   message.letter = MakeNextCurrent();
   message.name = kRequest;
-  message.keys.push_back(
-      platform::Criterion("key:FetchContext", std::to_string(message.letter.sequence_number)));
+  message.keys.push_back(platform::Criterion(platform::KeyNamed(platform::request_key::kFetchContext),
+                                             std::to_string(message.letter.sequence_number)));
   const auto reached =
       " letter " + std::to_string(printed_.value()) + " of " + std::to_string(to_print_.value());
   ShowProgress("Printed" + reached);

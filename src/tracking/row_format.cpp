@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/agreed/letter_record.h"
 #include "platform/text.h"
 
 namespace tracking {
@@ -38,8 +39,8 @@ class Letter {
   }
   void NameJobType() {
     const auto produced = Text("SYS_RFRNC_CD");
-    if (produced == "O") Set("Job_Type", "Online");
-    if (produced == "B") Set("Job_Type", "Batch");
+    if (produced == platform::letter_origin::kOnline) Set("Job_Type", "Online");
+    if (produced == platform::letter_origin::kBatch) Set("Job_Type", "Batch");
   }
   void CapitalizeFileName() { Set("DCMT_FILE_TXT", platform::UpperCase(Text("DCMT_FILE_TXT"))); }
   void NameLetter() {

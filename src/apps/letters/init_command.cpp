@@ -45,8 +45,8 @@ void CopyLetterhead(const host::DataFolder& folder, const std::filesystem::path&
   const auto target = templates / platform::kCommonTemplate;
   if (platform::IsThere(target)) return;
   platform::MakeFolder(templates);
-  host::DiskFiles().CopyFile(
-      (server::TemplateFolder(folder.root()) / platform::kCommonTemplate).string(), target.string());
+  host::DiskFiles().CopyFile((server::TemplateFolder(folder.root()) / platform::kCommonTemplate).string(),
+                             target.string());
 }
 
 std::string InitOptionFault(const CommandLine& line) {

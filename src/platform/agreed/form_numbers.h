@@ -23,7 +23,8 @@ struct FormType {
   bool needs_check_digit;  ///< where its number is typed
 };
 
-// Receipts and citations are copied from paper by hand: there the check digit is needed. Decision [form-numbers].
+// Receipts and citations are copied from paper by hand: there the check digit is needed. Decision
+// [form-numbers].
 inline constexpr auto kFormTypes = std::to_array<FormType>({
     {form_type::kAssessment, "Tax Liability Assessment", false},
     {form_type::kWarrant, "Warrant Docket", false},

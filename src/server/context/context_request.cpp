@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "platform/agreed/letter_record.h"
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "server/context/letter_context.h"
 #include "server/context/stored_explanations.h"
@@ -29,13 +31,15 @@ Value AddressType(AddressVerdict::Use use) {
 }
 
 std::string Status(const AddressVerdict& verdict, const ContextField& context) {
-  if (verdict.IsRefused()) return "V";
-  return context.IsErroneous() ? "E" : "P";
+  namespace print_status = platform::print_status;
+  if (verdict.IsRefused()) return std::string(print_status::kAddressNotVerified);
+  return std::string(context.IsErroneous() ? print_status::kDataIncomplete : print_status::kPrinted);
 }
 
 void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const AddressVerdict& verdict,
                      const ContextField& context) {
-  auto& history = exchange.reply.AddRecord("CORRHIST", {kHistoryStart.begin(), kHistoryStart.end()});
+  auto& history =
+      exchange.reply.AddRecord(platform::record_name::kHistory, {kHistoryStart.begin(), kHistoryStart.end()});
   history.AddNew();
   history.Set("CUST_ID", subject.customer.id);
   history.Set("PRNT_STTS_CD", Status(verdict, context));
@@ -51,21 +55,21 @@ void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const Add
 }  // namespace
 
 void AnswerContext(Exchange& exchange) {
-  const auto letter_type = exchange.keys.Text("LTR_TYP_ID");
+  const auto letter_type = exchange.keys.Text(platform::request_key::kLetterType);
   const auto fields = FindLetterFields(exchange.database, letter_type);
   if (fields.empty())
     throw Failure(Failure::Kind::kNotFound, "There is no letter type \"" + letter_type + "\".");
   auto subject = FindLetterSubject(exchange, letter_type);
   subject.address_rules = AddressRules(fields);
   const auto verdict = JudgeAddresses(subject.customer, subject.office.state, subject.address_rules);
-  const bool with_values =
-      !exchange.keys.Has("POPULATE_LTR_BOOKMARKS") || exchange.keys.IsYes("POPULATE_LTR_BOOKMARKS");
+  const bool with_values = !exchange.keys.Has(platform::request_key::kFillBookmarks) ||
+                           exchange.keys.IsYes(platform::request_key::kFillBookmarks);
   const auto limits = FieldQueryLimits(exchange.ending);
   const auto context =
       BuildLetterContext(subject, fields, verdict, with_values, [&](const LetterField& field) {
         return RunFieldQuery(exchange.database, field.source, field.rules, subject, limits);
       });
-  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"})
+  exchange.reply.AddRecord(platform::record_name::kContext, {"XML_CONTEXT"})
       .Append({ContextXml(context, AskedExplanations(exchange.keys))});
   AddHistoryStart(exchange, subject, verdict, context);
 }

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "platform/agreed/field_attributes.h"
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 
 namespace server {
@@ -70,7 +71,8 @@ class Explainer {
 }  // namespace
 
 Explanations AskedExplanations(const RequestKeys& keys) {
-  return {.descriptors = keys.IsYes("EMITFIELDDESCRIPTORS"), .states = keys.IsYes("EXPLAINSTATE")};
+  return {.descriptors = keys.IsYes(platform::request_key::kFieldDescriptors),
+          .states = keys.IsYes(platform::request_key::kExplainState)};
 }
 
 std::string WithExplanations(const std::string& context, const Explanations& explanations,

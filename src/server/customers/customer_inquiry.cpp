@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/agreed/record_layouts.h"
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/customers/customer_search.h"
@@ -56,21 +57,22 @@ void AppendCustomer(RecordSet& record, const RecordSet& stored, std::size_t row)
 }  // namespace
 
 void AnswerCustomer(Exchange& exchange) {
-  auto columns = ColumnsWithout(exchange.keys.Text("EXCLCOLS"));
-  const auto stored =
-      exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?", {exchange.keys.Text(kId)});
+  auto columns = ColumnsWithout(exchange.keys.Text(platform::request_key::kLeftOutColumns));
+  const auto stored = exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?",
+                                               {exchange.keys.Text(platform::request_key::kCustomer)});
   if (stored->IsEmpty()) return;
-  AppendCustomer(exchange.reply.AddRecord("CUSTOMER", std::move(columns)), *stored, 0);
+  AppendCustomer(exchange.reply.AddRecord(platform::record_name::kCustomer, std::move(columns)), *stored, 0);
 }
 
 void AnswerCustomerSearch(Exchange& exchange) {
-  const auto found = FindCustomers(exchange.database, exchange.keys.Text("CUST_FIND"), kMostFound + 1);
-  auto& customers = exchange.reply.AddRecord("CUSTOMER", ColumnsWithout(kBalance));
+  const auto found = FindCustomers(exchange.database,
+                                   exchange.keys.Text(platform::request_key::kCustomerWords), kMostFound + 1);
+  auto& customers = exchange.reply.AddRecord(platform::record_name::kCustomer, ColumnsWithout(kBalance));
   for (std::size_t row = 0; row < std::min(found->RecordCount(), kMostFound); ++row) {
     AppendCustomer(customers, *found, row);
   }
   exchange.reply
-      .AddRecord("CUSTOMER_SEARCH",
+      .AddRecord(platform::record_name::kCustomerSearch,
                  {platform::kCustomerSearchColumns.begin(), platform::kCustomerSearchColumns.end()})
       .Append({found->RecordCount() > kMostFound ? "Y" : "N"});
 }

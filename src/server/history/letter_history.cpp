@@ -1,12 +1,13 @@
 #include "server/history/letter_history.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/agreed/letter_record.h"
 #include "platform/agreed/record_layouts.h"
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
@@ -22,12 +23,10 @@ using platform::RecordSet;
 using platform::Timestamp;
 using platform::Value;
 
-constexpr std::string_view kPrinted = "P";
-constexpr std::string_view kSentWhenPrinted = "F";
-constexpr auto kFailures = std::to_array<std::string_view>({"F", "R"});
-// 1900-01-01 01.01.01 in the place of a time asks the server for its own.
-constexpr auto kAskForTime = std::chrono::local_days(std::chrono::year(1900) / 1 / 1) +
-                             std::chrono::hours(1) + std::chrono::minutes(1) + std::chrono::seconds(1);
+namespace print_status = platform::print_status;
+namespace record_action = platform::record_action;
+namespace record_name = platform::record_name;
+namespace request_key = platform::request_key;
 
 // What a new letter's row may bring, as it is stored. Times, status, officer and district are the server's.
 constexpr auto kGivenTexts = std::to_array<std::string_view>(
@@ -63,13 +62,13 @@ class GivenLetter {
   }
   /// When the letter was printed last: the server's own time where the row asks for it.
   std::optional<Timestamp> PrintTime(Timestamp now) const {
-    const auto sent = Time("LST_PRNT_TS");
-    return sent == kAskForTime ? now : sent;
+    return AsksForTime() ? now : Time("LST_PRNT_TS");
   }
   /// The status to store: that of a printed letter where the row says that printing is done.
   std::string Status() const {
     const auto sent = Text("PRNT_STTS_CD");
-    return std::string(sent == kSentWhenPrinted && Time("LST_PRNT_TS") == kAskForTime ? kPrinted : sent);
+    return sent == platform::kStatusForTheServer && AsksForTime() ? std::string(print_status::kPrinted)
+                                                                  : sent;
   }
   /// To the letter, blanks included.
   std::string Context() const {
@@ -77,13 +76,14 @@ class GivenLetter {
   }
 
  private:
+  bool AsksForTime() const {
+    static const auto kAsked = platform::ParseTimestamp(platform::kTimeForTheServer);
+    return Time("LST_PRNT_TS") == kAsked;
+  }
+
   const RecordSet& rows_;
   const std::size_t row_;
 };
-
-bool IsFailure(std::string_view status) {
-  return std::ranges::find(kFailures, status) != kFailures.end();
-}
 
 /// The row that the statement finds; `missing` is the refusal where it finds none.
 std::shared_ptr<RecordSet> RequireRow(Exchange& exchange, const std::string& statement,
@@ -187,7 +187,7 @@ std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
   }
   const auto time = letter.PrintTime(exchange.now);
   const auto status =
-      IsFailure(stored->Text("PRNT_STTS_CD")) ? stored->Text("PRNT_STTS_CD") : letter.Status();
+      print_status::IsFailure(stored->Text("PRNT_STTS_CD")) ? stored->Text("PRNT_STTS_CD") : letter.Status();
   const auto& first_time = stored->Get("PRNT_TS");
   exchange.database.Change(
       "UPDATE letter_history SET PRNT_STTS_CD = ?, PRNT_TS = ?, LST_PRNT_TS = ?, LST_UPDT_INSP_ID = ?"
@@ -200,8 +200,8 @@ std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
 
 std::int64_t RecordLetter(Exchange& exchange, const GivenLetter& letter) {
   const auto action = letter.Text("ACTION");
-  if (action == "ADD") return AddLetter(exchange, letter);
-  if (action == "UPD") return UpdateLetter(exchange, letter);
+  if (action == record_action::kAdd) return AddLetter(exchange, letter);
+  if (action == record_action::kUpdate) return UpdateLetter(exchange, letter);
   throw Failure(Failure::Kind::kRefused,
                 "The server does not know the action \"" + action + "\"; send \"ADD\" or \"UPD\".");
 }
@@ -246,13 +246,13 @@ void StoreLetterMessage(Database& database, const std::string& message_key,
 }
 
 void RecordLetters(Exchange& exchange) {
-  const auto& rows = *exchange.request.Rows("CORRHIST");
+  const auto& rows = *exchange.request.Rows(record_name::kHistory);
   auto& letters = exchange.reply.AddRecord(
-      "CORRHIST", {platform::kHistoryColumns.begin(), platform::kHistoryColumns.end()});
+      record_name::kHistory, {platform::kHistoryColumns.begin(), platform::kHistoryColumns.end()});
   if (rows.IsEmpty())
     throw Failure(Failure::Kind::kRefused, "The record \"CORRHIST\" came without a letter.");
   for (const auto number : RecordOnce(exchange, rows)) AppendStored(exchange, letters, number);
-  if (!exchange.keys.Has("FETCHCONTEXT")) return;
+  if (!exchange.keys.Has(request_key::kFetchContext)) return;
   try {
     AnswerStoredContext(exchange);
   } catch (const Failure& failure) {
@@ -262,7 +262,7 @@ void RecordLetters(Exchange& exchange) {
 }
 
 void AnswerStoredContext(Exchange& exchange) {
-  const auto number = exchange.keys.Number("FETCHCONTEXT");
+  const auto number = exchange.keys.Number(request_key::kFetchContext);
   const auto context = FindContext(exchange.database, *number);
   if (!context) {
     throw Failure(Failure::Kind::kNotFound,
@@ -270,7 +270,7 @@ void AnswerStoredContext(Exchange& exchange) {
   }
   const auto type =
       exchange.database.Select("SELECT LTR_TYP_ID FROM letter_history WHERE SEQ_NBR = ?", {*number});
-  exchange.reply.AddRecord("XML_CONTEXT", {"XML_CONTEXT"})
+  exchange.reply.AddRecord(record_name::kContext, {"XML_CONTEXT"})
       .Append({WithExplanations(*context, AskedExplanations(exchange.keys),
                                 FindLetterFields(exchange.database, type->FirstText()))});
 }

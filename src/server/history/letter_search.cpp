@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/agreed/letter_record.h"
 #include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
 #include "platform/text.h"
@@ -16,6 +17,8 @@ namespace {
 using platform::Failure;
 using platform::RecordSet;
 using platform::Value;
+
+namespace request_key = platform::request_key;
 
 // One search must not keep the server from everybody else's requests for long. Decision [search-limits].
 constexpr std::int64_t kMostLetters = 100'000;
@@ -32,14 +35,17 @@ constexpr std::string_view kCustomerName =
 // Stored as numbers; everything else is text.
 constexpr auto kNumbers = std::to_array<std::string_view>({"SEQ_NBR", "ADDR_TYP_CD", "FLS_BTCH_NBR"});
 
-// What is compared as it stands.
+// What is compared as it stands: keys that are columns, too.
 constexpr auto kTextCriteria = std::to_array<std::string_view>(
-    {"LTR_TYP_ID", "CUST_ID", "FORM_NBR", "FORM_CK_DGT_NBR", "FORM_TYP_CD", "TRP_ID", "TRP_DIST_ID"});
+    {request_key::kLetterType, request_key::kCustomer, request_key::kFormNumber, request_key::kCheckDigit,
+     request_key::kFormType, request_key::kTroop, request_key::kDistrict});
 
 // Each of these narrows a search to some letters. Beside one of them the others must not tempt the engine,
 // which may have no statistics yet, to read the tenth part of the history by their own index.
-constexpr auto kNarrowKeys = std::to_array<std::string_view>({"CUST_ID", "FORM_NBR", "BATCH_NBR"});
-constexpr auto kWideColumns = std::to_array<std::string_view>({"LTR_TYP_ID", "TRP_ID"});
+constexpr auto kNarrowKeys =
+    std::to_array<std::string_view>({request_key::kCustomer, request_key::kFormNumber, request_key::kBatch});
+constexpr auto kWideColumns =
+    std::to_array<std::string_view>({request_key::kLetterType, request_key::kTroop});
 
 template <std::size_t count>
 bool IsOneOf(const std::array<std::string_view, count>& names, std::string_view name) {
@@ -47,14 +53,22 @@ bool IsOneOf(const std::array<std::string_view, count>& names, std::string_view 
 }
 
 struct Outcome {
-  std::string_view name;  ///< as LETTER_TYPE says it, in capitals
-  std::string_view condition;
+  std::string_view name;
+  std::string_view condition;  ///< before the statuses of letters whose processing failed; "" for all letters
 };
 constexpr auto kOutcomes = std::to_array<Outcome>({
-    {"ALL", ""},
-    {"SUCCEEDED", "PRNT_STTS_CD NOT IN ('F', 'R')"},
-    {"FAILED", "PRNT_STTS_CD IN ('F', 'R')"},
+    {platform::letter_outcome::kAll, ""},
+    {platform::letter_outcome::kSucceeded, "PRNT_STTS_CD NOT IN "},
+    {platform::letter_outcome::kFailed, "PRNT_STTS_CD IN "},
 });
+
+/// "('F', 'R')".
+std::string FailedStatuses() {
+  std::string list;
+  for (const auto status : platform::print_status::kFailures)
+    list += (list.empty() ? "('" : ", '") + std::string(status) + "'";
+  return list + ")";
+}
 
 [[noreturn]] void Refuse(std::string_view key, const std::string& value, std::string_view advice) {
   throw Failure(Failure::Kind::kRefused, "The key \"" + std::string(key) + "\" has the value \"" + value +
@@ -69,7 +83,7 @@ class Conditions {
     for (const auto column : kTextCriteria) AddText(keys, column);
     AddOutcome(keys);
     AddDays(keys);
-    if (!keys.Text("BATCH_NBR").empty()) Add("FLS_BTCH_NBR = ?", {*keys.Number("BATCH_NBR")});
+    if (!keys.Text(request_key::kBatch).empty()) Add("FLS_BTCH_NBR = ?", {*keys.Number(request_key::kBatch)});
   }
 
   const std::string& text() const { return text_; }
@@ -89,17 +103,18 @@ class Conditions {
   }
 
   void AddOutcome(const RequestKeys& keys) {
-    if (!keys.Has("LETTER_TYPE")) return;
-    const auto name = platform::UpperCase(keys.Text("LETTER_TYPE"));
-    const auto outcome = std::ranges::find(kOutcomes, name, &Outcome::name);
+    if (!keys.Has(request_key::kOutcome)) return;
+    const auto name = keys.Text(request_key::kOutcome);
+    const auto outcome = std::ranges::find_if(
+        kOutcomes, [&](const Outcome& one) { return platform::EqualsIgnoringCase(one.name, name); });
     if (outcome == kOutcomes.end())
-      Refuse("LETTER_TYPE", keys.Text("LETTER_TYPE"), "\"All\", \"Succeeded\" or \"Failed\"");
-    if (!outcome->condition.empty()) Add(outcome->condition, {});
+      Refuse(request_key::kOutcome, name, "\"All\", \"Succeeded\" or \"Failed\"");
+    if (!outcome->condition.empty()) Add(std::string(outcome->condition) + FailedStatuses(), {});
   }
 
   void AddDays(const RequestKeys& keys) {
-    if (keys.Text("START_DT").empty()) return;
-    const auto days = *keys.Days("START_DT");
+    if (keys.Text(request_key::kDays).empty()) return;
+    const auto days = *keys.Days(request_key::kDays);
     const std::string time(kLetterTime);
     // Times are texts: what follows the day sorts behind it, and hour 24 behind every hour it has.
     Add(time + " >= ? AND " + time + " < ?",
@@ -112,10 +127,10 @@ class Conditions {
 };
 
 bool WantsContexts(const RequestKeys& keys) {
-  const auto thin = platform::UpperCase(keys.Text("THIN"));
+  const auto thin = platform::UpperCase(keys.Text(request_key::kThin));
   if (thin == "YES") return false;
-  if (thin == "NO" || !keys.Has("THIN")) return true;
-  Refuse("THIN", keys.Text("THIN"), "\"YES\" or \"NO\"");
+  if (thin == "NO" || !keys.Has(request_key::kThin)) return true;
+  Refuse(request_key::kThin, keys.Text(request_key::kThin), "\"YES\" or \"NO\"");
 }
 
 std::string Selected(const Dialect& dialect, const std::string& column) {
@@ -157,7 +172,7 @@ void AnswerLetterSearch(Exchange& exchange) {
   }
   if (letters->IsEmpty()) return;
   if (with_contexts) AddContexts(exchange.database, *letters);
-  exchange.reply.records.push_back({"CORRHIST", letters});
+  exchange.reply.records.push_back({platform::record_name::kHistory, letters});
 }
 
 }  // namespace server

@@ -2,23 +2,24 @@
 
 #include <array>
 
+#include "platform/agreed/requests.h"
 #include "server/wire/exchange.h"
 
 namespace server {
 
 /// The criteria by which letters are searched.
 inline constexpr auto kLetterSearchKeys = std::to_array<KnownKey>({
-    {"LTR_TYP_ID"},
-    {"CUST_ID"},
-    {"FORM_NBR"},
-    {"FORM_CK_DGT_NBR"},
-    {"FORM_TYP_CD"},
-    {"LETTER_TYPE"},
-    {"TRP_ID"},
-    {"TRP_DIST_ID"},
-    {"START_DT", "=", "between"},
-    {"BATCH_NBR"},
-    {"THIN"},
+    {platform::request_key::kLetterType},
+    {platform::request_key::kCustomer},
+    {platform::request_key::kFormNumber},
+    {platform::request_key::kCheckDigit},
+    {platform::request_key::kFormType},
+    {platform::request_key::kOutcome},
+    {platform::request_key::kTroop},
+    {platform::request_key::kDistrict},
+    {platform::request_key::kDays, "=", platform::key_operator::kBetween},
+    {platform::request_key::kBatch},
+    {platform::request_key::kThin},
 });
 
 /// Answers with a record "CORRHIST" of the letters that meet every criterion, by their times (kLetterTime);

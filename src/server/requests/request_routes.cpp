@@ -4,7 +4,9 @@
 #include <array>
 #include <string>
 
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
+#include "platform/text.h"
 #include "server/context/context_request.h"
 #include "server/customers/customer_inquiry.h"
 #include "server/history/letter_history.h"
@@ -16,55 +18,59 @@ namespace {
 
 using platform::Failure;
 
-constexpr int kCustomer = 7;
-constexpr int kSearch = 79;
-constexpr int kChange = 82;
-constexpr int kFetch = 83;
+namespace message_type = platform::message_type;
+namespace record_name = platform::record_name;
+namespace request_key = platform::request_key;
 
 constexpr auto kNoKeys = std::array<KnownKey, 0>();
-constexpr auto kContextKeys = std::to_array<KnownKey>(
-    {{"LTR_TYP_ID"}, {"POPULATE_LTR_BOOKMARKS"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
-constexpr auto kFetchKeys =
-    std::to_array<KnownKey>({{"FETCHCONTEXT"}, {"EMITFIELDDESCRIPTORS"}, {"EXPLAINSTATE"}});
+constexpr auto kContextKeys = std::to_array<KnownKey>({{request_key::kLetterType},
+                                                       {request_key::kFillBookmarks},
+                                                       {request_key::kFieldDescriptors},
+                                                       {request_key::kExplainState}});
+constexpr auto kFetchKeys = std::to_array<KnownKey>(
+    {{request_key::kFetchContext}, {request_key::kFieldDescriptors}, {request_key::kExplainState}});
 constexpr auto kHistoryKeys = kFetchKeys;
-constexpr auto kCustomerKeys = std::to_array<KnownKey>({{"CUST_ID"}, {"EXCLCOLS"}});
-constexpr auto kCustomerSearchKeys = std::to_array<KnownKey>({{"CUST_FIND", "like"}});
+constexpr auto kCustomerKeys =
+    std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kLeftOutColumns}});
+constexpr auto kCustomerSearchKeys =
+    std::to_array<KnownKey>({{request_key::kCustomerWords, platform::key_operator::kLike}});
 
 bool HasKey(const Request& request, std::string_view name) {
-  return std::ranges::any_of(request.keys, [&](const auto& key) { return KeyName(key.Key) == name; });
+  return std::ranges::any_of(
+      request.keys, [&](const auto& key) { return platform::EqualsIgnoringCase(KeyName(key.Key), name); });
 }
 
 bool AsksTemplateFolder(const Request& request) {
   return !request.inquiry_xml.empty();
 }
 bool AsksContext(const Request& request) {
-  return request.Rows("XML_CONTEXT_INPUT") != nullptr;
+  return request.Rows(record_name::kContextInput) != nullptr;
 }
 bool AsksStoredContext(const Request& request) {
-  return HasKey(request, "FETCHCONTEXT");
+  return HasKey(request, request_key::kFetchContext);
 }
 bool RecordsLetters(const Request& request) {
-  return request.Rows("CORRHIST") != nullptr;
+  return request.Rows(record_name::kHistory) != nullptr;
 }
 bool SearchesLetters(const Request& request) {
   return std::ranges::any_of(kLetterSearchKeys,
                              [&](const KnownKey& known) { return HasKey(request, known.name); });
 }
 bool AsksCustomer(const Request& request) {
-  return HasKey(request, "CUST_ID");
+  return HasKey(request, request_key::kCustomer);
 }
 bool SearchesCustomers(const Request& request) {
-  return HasKey(request, "CUST_FIND");
+  return HasKey(request, request_key::kCustomerWords);
 }
 
 constexpr auto kRoutes = std::to_array<Route>({
-    {kFetch, AsksTemplateFolder, kNoKeys, false, AnswerTemplateFolder},
-    {kFetch, AsksContext, kContextKeys, false, AnswerContext},
-    {kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
-    {kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
-    {kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
-    {kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
-    {kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
+    {message_type::kFetch, AsksTemplateFolder, kNoKeys, false, AnswerTemplateFolder},
+    {message_type::kFetch, AsksContext, kContextKeys, false, AnswerContext},
+    {message_type::kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
+    {message_type::kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
+    {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
+    {message_type::kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
+    {message_type::kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
 });
 
 }  // namespace

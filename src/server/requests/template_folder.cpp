@@ -1,5 +1,6 @@
 #include "server/requests/template_folder.h"
 
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/xml/xml.h"
 
@@ -11,13 +12,14 @@ using platform::XmlDocument;
 void AnswerTemplateFolder(Exchange& exchange) {
   const auto inquiry = platform::While(
       "reading the inquiry", [&] { return XmlDocument::Parse(exchange.request.inquiry_xml).OrFail(); });
-  if (inquiry.Root().Name() != "XML_CONTEXT_INQUIRY" || !inquiry.FirstByTagName("L_TEMPLATE_PATH")) {
+  if (inquiry.Root().Name() != platform::kInquiryElement ||
+      !inquiry.FirstByTagName(platform::kTemplateFolderElement)) {
     throw Failure(Failure::Kind::kRefused,
                   "The server does not know the inquiry \"" + exchange.request.inquiry_xml + "\".");
   }
   XmlDocument answer("XML_CONTEXT");
-  answer.Root().AppendChild("L_TEMPLATE_PATH").SetText(exchange.template_folder.string());
-  exchange.reply.AddRecord("XML_Context", {"XML_CONTEXT"}).Append({answer.Root().Xml()});
+  answer.Root().AppendChild(platform::kTemplateFolderElement).SetText(exchange.template_folder.string());
+  exchange.reply.AddRecord(platform::record_name::kContext, {"XML_CONTEXT"}).Append({answer.Root().Xml()});
 }
 
 }  // namespace server

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "server/context/stored_context.h"
 #include "server/history/letter_history.h"
@@ -69,7 +70,7 @@ void CustomersAreFoundByWords(Database& database) {
 std::vector<std::int64_t> LettersOf(const std::string& reply_text) {
   std::vector<std::int64_t> letters;
   for (const auto& record : ReadReply(reply_text).records) {
-    if (record.name != "CORRHIST") continue;
+    if (record.name != platform::record_name::kHistory) continue;
     for (std::size_t row = 0; row < record.rows->RecordCount(); ++row)
       letters.push_back(record.rows->Get(row, "SEQ_NBR").AsInteger());
   }

@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "platform/agreed/field_names.h"
+#include "platform/agreed/form_numbers.h"
+#include "platform/agreed/letter_record.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/context/letter_context.h"
@@ -25,6 +27,8 @@ using platform::Timestamp;
 using platform::Value;
 using std::chrono::days;
 
+namespace print_status = platform::print_status;
+
 constexpr int kFirstNight = 1000;  // the number of the batch run before the first night's
 constexpr int kLettersAChunk = 500;
 
@@ -35,15 +39,22 @@ constexpr int kMailReturned = 25;
 constexpr int kReprinted = 20;
 constexpr auto kMailTakes = days(9);
 
+constexpr auto kNeverPrinted =
+    std::to_array<std::string_view>({print_status::kAddressNotVerified, print_status::kDataIncomplete,
+                                     print_status::kWaitsForBatch, print_status::kPrintFailed});
+
 struct ErrorText {
-  char status;
+  std::string_view status;
   std::array<const char*, 2> texts;
 };
 constexpr auto kErrorTexts = std::to_array<ErrorText>({
-    {'F', {"The printer did not answer.", "The printer is out of paper."}},
-    {'R', {"The printer did not answer.", "The spooler refused the letter: its queue is full."}},
-    {'V', {"No address of the customer can be used.", "No address of the customer can be used."}},
-    {'E', {"The letter's data are incomplete.", "The letter's data are incomplete."}},
+    {print_status::kPrintFailed, {"The printer did not answer.", "The printer is out of paper."}},
+    {print_status::kReprintFailed,
+     {"The printer did not answer.", "The spooler refused the letter: its queue is full."}},
+    {print_status::kAddressNotVerified,
+     {"No address of the customer can be used.", "No address of the customer can be used."}},
+    {print_status::kDataIncomplete,
+     {"The letter's data are incomplete.", "The letter's data are incomplete."}},
 });
 
 struct Entry {
@@ -82,7 +93,7 @@ void EnterByHand(ContextField& root, Draw& draw) {
 /// A letter as it goes into the tables.
 struct WrittenLetter {
   DemoLetter letter;
-  char status = 'P';
+  std::string_view status = print_status::kPrinted;
   Value address_type;
   ContextPacker::Packed context;
 };
@@ -123,7 +134,8 @@ class Writer {
     auto root = BuildLetterContext(letter.subject, type.fields, verdict, /*with_values=*/true,
                                    [&](const LetterField& field) { return letter.findings->at(field.name); });
     const auto status = Status(letter, verdict, root);
-    if (status != 'V' && status != 'E') EnterByHand(root, letter.draw);
+    if (status != print_status::kAddressNotVerified && status != print_status::kDataIncomplete)
+      EnterByHand(root, letter.draw);
     const auto context = ContextXml(root, {.descriptors = true, .states = true});
     const bool mail = verdict.use == AddressVerdict::Use::kMail;
     return {.letter = std::move(letter),
@@ -132,14 +144,15 @@ class Writer {
             .context = type.packer.Pack(platform::ReplaceAll(context, "'", "`"))};
   }
 
-  static char Status(DemoLetter& letter, const AddressVerdict& verdict, const ContextField& root) {
-    if (verdict.IsRefused()) return 'V';
-    if (root.IsErroneous()) return 'E';
-    if (letter.slot.waiting) return 'W';
-    if (letter.draw.OneIn(kPrintFailed)) return 'F';
-    if (letter.draw.OneIn(kReprintFailed)) return 'R';
-    if (letter.draw.OneIn(kMailReturned)) return 'M';
-    return letter.slot.night == 0 ? 'P' : 'S';
+  static std::string_view Status(DemoLetter& letter, const AddressVerdict& verdict,
+                                 const ContextField& root) {
+    if (verdict.IsRefused()) return print_status::kAddressNotVerified;
+    if (root.IsErroneous()) return print_status::kDataIncomplete;
+    if (letter.slot.waiting) return print_status::kWaitsForBatch;
+    if (letter.draw.OneIn(kPrintFailed)) return print_status::kPrintFailed;
+    if (letter.draw.OneIn(kReprintFailed)) return print_status::kReprintFailed;
+    if (letter.draw.OneIn(kMailReturned)) return print_status::kMailReturned;
+    return letter.slot.night == 0 ? print_status::kPrinted : print_status::kPrintedByBatch;
   }
 
   std::map<std::string, Type> types_;
@@ -170,11 +183,11 @@ class Recorder {
          of_form(&Form::check_digit),
          of_form(&Form::type),
          written.letter.template_file,
-         std::string(1, written.status),
+         std::string(written.status),
          printed.first,
          printed.second,
          slot.time,
-         slot.night == 0 ? "O" : "B",
+         std::string(slot.night == 0 ? platform::letter_origin::kOnline : platform::letter_origin::kBatch),
          subject.customer.county_number,
          written.address_type,
          ErrorOf(written),
@@ -192,10 +205,10 @@ class Recorder {
  private:
   /// The first and the last time; nulls for a letter that was never printed.
   std::pair<Value, Value> PrintTimes(WrittenLetter& written) const {
-    if (std::string_view("VEWF").find(written.status) != std::string_view::npos) return {};
+    if (std::ranges::find(kNeverPrinted, written.status) != kNeverPrinted.end()) return {};
     const auto first = written.letter.slot.time + std::chrono::seconds(20);
     auto& draw = written.letter.draw;
-    const bool again = written.status == 'R' || draw.OneIn(kReprinted);
+    const bool again = written.status == print_status::kReprintFailed || draw.OneIn(kReprinted);
     const auto last =
         again ? first + days(draw.Between(1, 20)) + std::chrono::minutes(draw.Below(300)) : first;
     return {first, std::min<Timestamp>(last, std::max<Timestamp>(first, today_))};
@@ -216,7 +229,7 @@ class Recorder {
   /// Citations are written at a weigh station.
   static Value Station(WrittenLetter& written) {
     const auto& form = written.letter.subject.form;
-    if (!form || form->type != "V") return {};
+    if (!form || form->type != platform::form_type::kCitation) return {};
     return "ST" + std::to_string(written.letter.draw.Between(11, 29));
   }
 

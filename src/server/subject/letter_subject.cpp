@@ -4,6 +4,7 @@
 #include <array>
 #include <cctype>
 
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/subject/letter_text.h"
@@ -156,7 +157,7 @@ void RequireOwner(Database& database, const std::string& form, const std::string
 }
 
 LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type) {
-  const NamedSubject input(*exchange.request.Rows("XML_CONTEXT_INPUT"));
+  const NamedSubject input(*exchange.request.Rows(platform::record_name::kContextInput));
   if (input.customer.empty() && input.number.empty()) {
     throw Failure(Failure::Kind::kRefused, "The request names neither a customer nor a form.");
   }

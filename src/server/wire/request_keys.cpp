@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/value.h"
@@ -13,8 +14,8 @@ using platform::Failure;
 
 namespace {
 
-constexpr std::string_view kBetween = "between";
-constexpr std::string_view kAnd = " and ";
+using platform::key_operator::kAnd;
+using platform::key_operator::kBetween;
 
 void CheckOperator(const platform::KeyItem& key, const KnownKey& understood) {
   const auto comparison = platform::Trim(key.Operator);
@@ -30,7 +31,7 @@ void CheckOperator(const platform::KeyItem& key, const KnownKey& understood) {
 Date ReadDay(std::string_view name, std::string_view text) {
   const auto day = platform::ParseDate(platform::Trim(text));
   if (day) return *day;
-  throw Failure(Failure::Kind::kRefused, "The key \"" + std::string(name) + "\" has the value \"" +
+  throw Failure(Failure::Kind::kRefused, "The key \"" + platform::UpperCase(name) + "\" has the value \"" +
                                              std::string(text) +
                                              "\", which is no day; send it as \"yyyy-mm-dd\".");
 }
@@ -38,7 +39,7 @@ Date ReadDay(std::string_view name, std::string_view text) {
 }  // namespace
 
 std::string KeyName(std::string_view key) {
-  constexpr std::string_view kPrefix = "KEY:";
+  static const auto kPrefix = platform::UpperCase(platform::request_key::kPrefix);
   auto name = platform::UpperCase(platform::ReplaceAll(key, " ", ""));
   if (name.starts_with(kPrefix)) name.erase(0, kPrefix.size());
   return name;
@@ -47,7 +48,8 @@ std::string KeyName(std::string_view key) {
 RequestKeys::RequestKeys(const std::vector<platform::KeyItem>& keys, std::span<const KnownKey> known) {
   for (const auto& key : keys) {
     const auto name = KeyName(key.Key);
-    const auto understood = std::ranges::find(known, name, &KnownKey::name);
+    const auto understood = std::ranges::find_if(
+        known, [&](const KnownKey& one) { return platform::EqualsIgnoringCase(one.name, name); });
     if (understood == known.end()) {
       throw Failure(Failure::Kind::kRefused,
                     "The server does not know the key \"" + key.Key + "\" in this request.");
@@ -68,13 +70,13 @@ bool RequestKeys::IsYes(std::string_view name) const {
   const auto value = platform::UpperCase(Text(name));
   if (value == "Y") return true;
   if (value == "N" || !Has(name)) return false;
-  throw Failure(Failure::Kind::kRefused, "The key \"" + std::string(name) + "\" has the value \"" + value +
-                                             "\"; send \"Y\" or \"N\".");
+  throw Failure(Failure::Kind::kRefused, "The key \"" + platform::UpperCase(name) + "\" has the value \"" +
+                                             value + "\"; send \"Y\" or \"N\".");
 }
 
 std::optional<std::int64_t> RequestKeys::Number(std::string_view name) const {
   if (!Has(name)) return std::nullopt;
-  return platform::While("reading the key \"" + std::string(name) + "\"",
+  return platform::While("reading the key \"" + platform::UpperCase(name) + "\"",
                          [&] { return platform::Value(Text(name)).AsInteger(); });
 }
 
@@ -86,18 +88,19 @@ std::optional<DayRange> RequestKeys::Days(std::string_view name) const {
   const auto middle = value.find(kAnd);
   if (middle == std::string_view::npos) {
     throw Failure(Failure::Kind::kRefused,
-                  "The key \"" + std::string(name) + "\" has the value \"" + entry->value +
+                  "The key \"" + platform::UpperCase(name) + "\" has the value \"" + entry->value +
                       "\", which is no range; send \"yyyy-mm-dd and " + "yyyy-mm-dd\".");
   }
   const DayRange days{ReadDay(name, value.substr(0, middle)),
                       ReadDay(name, value.substr(middle + kAnd.size()))};
   if (days.first <= days.last) return days;
-  throw Failure(Failure::Kind::kRefused, "The key \"" + std::string(name) + "\" has the value \"" +
+  throw Failure(Failure::Kind::kRefused, "The key \"" + platform::UpperCase(name) + "\" has the value \"" +
                                              entry->value + "\", whose first day comes after its last.");
 }
 
 const RequestKeys::Entry* RequestKeys::Find(std::string_view name) const {
-  const auto found = std::ranges::find(entries_, name, &Entry::name);
+  const auto found = std::ranges::find_if(
+      entries_, [&](const Entry& entry) { return platform::EqualsIgnoringCase(entry.name, name); });
   return found == entries_.end() ? nullptr : &*found;
 }
 

@@ -14,7 +14,7 @@ namespace server {
 
 /// A criterion that a request may carry.
 struct KnownKey {
-  std::string_view name;  ///< in capitals
+  std::string_view name;
   std::string_view comparison = "=";
   std::string_view other_comparison = {};  ///< "" where there is only one
 };

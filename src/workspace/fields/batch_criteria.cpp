@@ -1,5 +1,6 @@
 #include "workspace/fields/batch_criteria.h"
 
+#include "platform/agreed/requests.h"
 #include "platform/parties/request_record.h"
 
 namespace workspace {
@@ -35,7 +36,7 @@ void BatchCriteria::SetDates(std::optional<platform::Date> day) {
 
 void BatchCriteria::ShowNoRuns() {
   platform::RequestRecord runs(services_.reference);
-  runs.Source("CORRBATCH");
+  runs.Source(platform::record_name::kBatchRuns);
   runs.Open();
   page_.sdgGrid.Bind(runs.Recordset());
 }

@@ -1,7 +1,8 @@
 #include "workspace/letters/bookmark_view.h"
 
+#include "platform/agreed/letter_record.h"
+#include "platform/agreed/requests.h"
 #include "platform/failure.h"
-#include "workspace/letters/address_status.h"
 
 namespace workspace {
 namespace {
@@ -19,7 +20,9 @@ void BookmarkView::ViewBookMark(const Reply& reply) {
         .first_printed = letter.first_printed,
         .last_printed = letter.last_printed,
         .print_status = services_.utilities.GetCodeDescription("LTRPRNTCD", letter.print_status),
-        .print_error = letter.print_status == kAddressFailed ? kAddressFailedText : letter.print_error};
+        .print_error = letter.print_status == platform::print_status::kAddressNotVerified
+                           ? kAddressFailedText
+                           : letter.print_error};
     if (letter.from_batch_browser && with_diagnostics_) shown.batch_error = letter.print_error;
     services_.status.ShowStatus("Ready");
     forms_.ShowLetterInformation(shown);
@@ -27,7 +30,8 @@ void BookmarkView::ViewBookMark(const Reply& reply) {
 }
 
 std::string BookmarkView::ContextOf(const Reply& reply) const {
-  if (const auto context = RowsOf(services_, reply, "XML_Context")) return context->FirstText();
+  if (const auto context = RowsOf(services_, reply, platform::record_name::kContext))
+    return context->FirstText();
   throw platform::Failure(platform::Failure::Kind::kNotFound,
                           "The server's reply brought no data of the letter.");
 }

@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/agreed/letter_record.h"
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "platform/value.h"
 
@@ -11,12 +13,6 @@ namespace workspace {
 namespace {
 
 using platform::Value;
-
-constexpr std::string_view kLayout = "CORRHIST";
-// The status and time of a letter that the server has yet to stamp.
-constexpr std::string_view kPrintStatus = "F";
-constexpr std::string_view kServersTime = "1900-01-01 01.01.01";
-constexpr std::string_view kOnline = "O";
 
 Value OrNull(const std::string& text) {
   return text.empty() ? Value::Null() : Value(text);
@@ -29,22 +25,15 @@ void HistoryRecord::SendLetterHistoryADD(RequestDescription& message, LetterData
   platform::Trap(services_, kProcedure, [&] {
     letter.context = platform::ReplaceAll(letter.context, "'", "`");
     RecordDescription::Row row = {
-        {"ACTION", "ADD"},
-        {"PRNT_STTS_CD", kPrintStatus},
-        {"LST_PRNT_TS", kServersTime},
-        {"SYS_RFRNC_CD", kOnline},
-        {"LTR_TYP_ID", letter.letter_type},
-        {"CUST_ID", letter.customer_id},
-        {"FORM_NBR", OrNull(letter.form_number)},
-        {"FORM_CK_DGT_NBR", OrNull(letter.check_digit)},
-        {"FORM_TYP_CD", OrNull(letter.form_type)},
-        {"DCMT_FILE_TXT", letter.template_name},
-        {"QZ_CNTY_NBR", letter.county_number},
-        {"LST_PRCS_TS", letter.process_time},
-        {"ADDR_TYP_CD", letter.address_type},
-        {"XML_CONTEXT", letter.context},
+        {"ACTION", platform::record_action::kAdd},    {"PRNT_STTS_CD", platform::kStatusForTheServer},
+        {"LST_PRNT_TS", platform::kTimeForTheServer}, {"SYS_RFRNC_CD", platform::letter_origin::kOnline},
+        {"LTR_TYP_ID", letter.letter_type},           {"CUST_ID", letter.customer_id},
+        {"FORM_NBR", OrNull(letter.form_number)},     {"FORM_CK_DGT_NBR", OrNull(letter.check_digit)},
+        {"FORM_TYP_CD", OrNull(letter.form_type)},    {"DCMT_FILE_TXT", letter.template_name},
+        {"QZ_CNTY_NBR", letter.county_number},        {"LST_PRCS_TS", letter.process_time},
+        {"ADDR_TYP_CD", letter.address_type},         {"XML_CONTEXT", letter.context},
     };
-    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
+    message.records.push_back({platform::record_name::kHistory, {std::move(row)}, kProcedure});
   });
 }
 
@@ -52,12 +41,12 @@ void HistoryRecord::SendLetterHistoryUPD(RequestDescription& message, const Lett
   constexpr const char* kProcedure = "ZEMLO_Corresp.SendLetterHistoryUPD";
   platform::Trap(services_, kProcedure, [&] {
     RecordDescription::Row row = {
-        {"ACTION", "UPD"},
+        {"ACTION", platform::record_action::kUpdate},
         {"SEQ_NBR", letter.sequence_number},
-        {"PRNT_STTS_CD", kPrintStatus},
-        {"LST_PRNT_TS", kServersTime},
+        {"PRNT_STTS_CD", platform::kStatusForTheServer},
+        {"LST_PRNT_TS", platform::kTimeForTheServer},
     };
-    message.records.push_back({std::string(kLayout), {std::move(row)}, kProcedure});
+    message.records.push_back({platform::record_name::kHistory, {std::move(row)}, kProcedure});
   });
 }
 

@@ -3,19 +3,22 @@
 #include <utility>
 
 #include "platform/agreed/field_attributes.h"
+#include "platform/agreed/form_numbers.h"
+#include "platform/agreed/letter_record.h"
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "platform/xml/xml.h"
-#include "workspace/letters/address_status.h"
 #include "workspace/letters/whole_number.h"
 
 namespace workspace {
 
 namespace {
 
+namespace request_key = platform::request_key;
+using platform::KeyWithBlank;
 using platform::Trap;
 
-constexpr std::string_view kInputLayout = "XML_CONTEXT_INPUT";
-constexpr std::string_view kReceipt = "R";
+constexpr std::string_view kInputLayout = platform::record_name::kContextInput;
 
 // A column of a reply; one that the server left out reads like an empty one.
 std::string TextOf(const platform::RecordSet& row, std::string_view column) {
@@ -40,16 +43,17 @@ void LetterGeneration::SelectNewType(const ChosenLetter& chosen) {
                       .page_customer_id = chosen.customer_id,
                       .page_customer_name = chosen.customer_name};
 
-    RequestDescription message{.type = 83,
-                               .name = "XMLRequest",
-                               .letter = std::move(letter),
-                               .with_user_id = false,
-                               .keys = {platform::Criterion("key: LTR_TYP_ID", std::to_string(letter_type)),
-                                        platform::Criterion("key: POPULATE_LTR_BOOKMARKS", "Y"),
-                                        platform::Criterion("key: EmitFieldDescriptors", "Y"),
-                                        platform::Criterion("key: ExplainState", "Y")},
-                               .status = "Requesting bookmark information",
-                               .waits_for_context = true};
+    RequestDescription message{
+        .type = platform::message_type::kFetch,
+        .name = "XMLRequest",
+        .letter = std::move(letter),
+        .with_user_id = false,
+        .keys = {platform::Criterion(KeyWithBlank(request_key::kLetterType), std::to_string(letter_type)),
+                 platform::Criterion(KeyWithBlank(request_key::kFillBookmarks), "Y"),
+                 platform::Criterion(KeyWithBlank(request_key::kFieldDescriptors), "Y"),
+                 platform::Criterion(KeyWithBlank(request_key::kExplainState), "Y")},
+        .status = "Requesting bookmark information",
+        .waits_for_context = true};
     SendXMLRequest(message);
     uses_.envelope.Send(message);
   });
@@ -71,7 +75,7 @@ void LetterGeneration::SendXMLRequest(RequestDescription& message) const {
   constexpr const char* kProcedure = "ZEMLO_Corresp.SendXMLRequest";
   Trap(uses_.services, kProcedure, [&] {
     const auto& request = uses_.request;
-    const bool is_receipt = request.form_type == kReceipt;
+    const bool is_receipt = request.form_type == platform::form_type::kReceipt;
     RecordDescription::Row row;
     const auto add = [&row](std::string column, const std::string& value) {
       if (!value.empty()) row.emplace_back(std::move(column), value);
@@ -92,7 +96,7 @@ void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
   constexpr std::string_view kProcedure = "ZEMLO_Corresp.CreateNewCorrespondence";
   const bool is_done = Trap(uses_.services, kProcedure, [&] {
     letter_ = reply.letter;
-    const auto context = RowsOf(uses_.services, reply, "XML_Context");
+    const auto context = RowsOf(uses_.services, reply, platform::record_name::kContext);
     if (context == nullptr)
       throw platform::Failure(platform::Failure::Kind::kNotFound,
                               "The server's reply brought no data of the letter.");
@@ -100,13 +104,13 @@ void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
     const auto document = platform::XmlDocument::Parse(letter_.context).OrFail();
     composition::ZEMLO_NodeState root;
     root.InitFromNode(document.Root());
-    const auto history = RowsOf(uses_.services, reply, "CORRHIST");
+    const auto history = RowsOf(uses_.services, reply, platform::record_name::kHistory);
     if (history != nullptr) TakeHistoryRow(*history);
     if (!uses_.customer.Settle(letter_, document)) return;
 
     if (!root.IsErroneous()) {
       FinishLetter(root, letter_, reply.request_name);
-    } else if (history != nullptr && letter_.print_status == kAddressFailed) {
+    } else if (history != nullptr && letter_.print_status == platform::print_status::kAddressNotVerified) {
       uses_.services.status.ShowStatus("Ready");
       TellWhyAddressesFail(document);
       TellAddressErrors(root);

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "workspace/letters/address_status.h"
+#include "platform/agreed/letter_record.h"
+#include "platform/agreed/requests.h"
 #include "workspace/letters/proposed_file_name.h"
 
 namespace workspace {
@@ -51,7 +52,7 @@ void LetterPrinting::Preview(const LetterData& letter, const std::string& reques
 
 void LetterPrinting::Save(const LetterData& letter, const std::string& request_name) {
   auto& preview = PreviewOf(letter, request_name);
-  preview.BadAddress = letter.print_status != kAddressFailed;
+  preview.BadAddress = letter.print_status != platform::print_status::kAddressNotVerified;
   preview.SaveDocument(letter.template_path, letter.template_name, letter.context);
   // A save that was cancelled must not keep a print of the preview that still stands from being recorded.
   if (mclsPreview_) mclsPreview_->BadAddress = false;
@@ -88,7 +89,7 @@ void LetterPrinting::ReleasePreview() {
 void LetterPrinting::PrintDoc(LetterData& letter, const std::string& request_name) {
   auto* const run = uses_.run_of(request_name);
   const bool is_recorded = Trap(uses_.services, kPrintDoc, [&] {
-    RequestDescription message{.type = 82, .status = "Saving letter history"};
+    RequestDescription message{.type = platform::message_type::kChange, .status = "Saving letter history"};
     message.name = letter.from_batch_browser ? "BatchAU" : "LetterAU";
     AddRecord(message, letter, request_name);
     if (message.records.empty()) throw platform::AbandonStep();

@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "composition/common_template.h"
+#include "platform/agreed/requests.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/identity.h"
 #include "platform/parties/request_record.h"
 #include "platform/text.h"
@@ -22,9 +23,6 @@ constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
 constexpr std::string_view kCopyProcedure = "ZEMLO_Corresp.CopyTemplate";
 
 constexpr std::string_view kMadeElsewhere = "E";
-
-constexpr std::string_view kFolderInquiry =
-    "<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH></L_TEMPLATE_PATH></XML_CONTEXT_INQUIRY>";
 
 // Names come from catalogue and history rows: none of them may lead out of the template folder.
 std::string_view PlainName(std::string_view name) {
@@ -56,10 +54,10 @@ void PassOverMissingFile(Step&& step) {
 
 void LetterTemplates::GetNetworkPath() {
   Trap(services_, "ZEMLO_Corresp.GetNetworkPath", [&] {
-    envelope_.Send({.type = 83,
+    envelope_.Send({.type = platform::message_type::kFetch,
                     .name = "GetNetworkPath",
                     .with_user_id = false,
-                    .inquiry_xml = std::string(kFolderInquiry),
+                    .inquiry_xml = platform::kTemplateFolderInquiry,
                     .status = "Requesting Network Path."});
   });
 }
@@ -69,7 +67,7 @@ void LetterTemplates::DecodeNetworkPath(const Reply& reply) {
 }
 
 void LetterTemplates::ReadServerFolder(const Reply& reply) {
-  const auto context = RowsOf(services_, reply, "XML_Context");
+  const auto context = RowsOf(services_, reply, platform::record_name::kContext);
   const auto parsed = platform::XmlDocument::Parse(context ? context->FirstText() : "");
   if (!parsed.document) {
     const auto report = [this](const std::string& text) {
@@ -79,7 +77,7 @@ void LetterTemplates::ReadServerFolder(const Reply& reply) {
     report("Message; " + parsed.error.reason);
     return;
   }
-  const auto element = parsed.document->FirstByTagName("L_TEMPLATE_PATH");
+  const auto element = parsed.document->FirstByTagName(platform::kTemplateFolderElement);
   if (!element) throw Failure(Failure::Kind::kDamaged, "The server's reply names no template folder.");
   std::string folder(Trim(element.Text()));
   if (!folder.ends_with('\\')) folder += '\\';
@@ -103,7 +101,7 @@ void LetterTemplates::CopyTemplate() {
     }
   });
   // Every letter needs it; it is no version of a letter type, so the catalogue does not name it.
-  Trap(services_, kCopyProcedure, [&] { started |= DownloadWhereMissing(composition::kCommonTemplate); });
+  Trap(services_, kCopyProcedure, [&] { started |= DownloadWhereMissing(platform::kCommonTemplate); });
   if (!started || !all_visited) services_.status.ShowStatus("Ready");
 }
 

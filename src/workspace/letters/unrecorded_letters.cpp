@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/agreed/requests.h"
 #include "platform/identity.h"
 
 namespace workspace {
@@ -53,7 +54,7 @@ PrintJournal::Outcome UnrecordedLetters::OutcomeOf(const std::string& message_ke
   if (services_.messages.GetReplyError(application, kProcedure, message_key).empty())
     return Outcome::kRecorded;
   // The next letter of a run could not be fetched, but the one that was printed is recorded.
-  if (services_.messages.GetRecord(application, "CORRHIST", message_key) != nullptr)
+  if (services_.messages.GetRecord(application, platform::record_name::kHistory, message_key) != nullptr)
     return Outcome::kRecorded;
   return pending_.timed_out() ? Outcome::kUnanswered : Outcome::kRefused;
 }
@@ -117,9 +118,9 @@ void UnrecordedLetters::RecordAgain(const platform::PrintNote& note) {
   services_.print_journal.RecordAgain(note.message_key);
   RecordDescription::Row row;
   for (const auto& [column, value] : note.record) row.emplace_back(column, value);
-  envelope_.Send({.type = 82,
+  envelope_.Send({.type = platform::message_type::kChange,
                   .name = "LetterAU",
-                  .records = {{"CORRHIST", {std::move(row)}}},
+                  .records = {{platform::record_name::kHistory, {std::move(row)}}},
                   .message_key = note.message_key,
                   .status = "Saving letter history"});
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "workspace/requests/letter_list.h"
 #include "workspace/requests/letter_request.h"
@@ -10,8 +11,10 @@ namespace workspace {
 
 namespace {
 
+namespace request_key = platform::request_key;
 using platform::Criterion;
 using platform::KeyItem;
+using platform::KeyNamed;
 using platform::Trap;
 
 constexpr const char* kClearForAll = " only. Clear the page to search those of all customers.";
@@ -20,8 +23,8 @@ std::string DayText(const platform::DateField& field) {
   return field.value() ? platform::DateText(*field.value()) : "";
 }
 
-void AddIfGiven(std::vector<KeyItem>& keys, const char* key, const std::string& value) {
-  if (!value.empty()) keys.push_back(Criterion(key, value));
+void AddIfGiven(std::vector<KeyItem>& keys, std::string_view name, const std::string& value) {
+  if (!value.empty()) keys.push_back(Criterion(KeyNamed(name), value));
 }
 
 }  // namespace
@@ -68,7 +71,7 @@ void HistorySearch::TakeCriteria() {
 bool HistorySearch::SendLetterInq(PageIndex page) {
   return Trap(uses_.services, "ZEMLO_Corresp.SendLetterInq", [&] {
     uses_.envelope.Send({
-        .type = 79,
+        .type = platform::message_type::kSearch,
         .name = "Letter_History",
         .keys = Keys(page),
         .status = "Requesting letter history",
@@ -83,22 +86,23 @@ std::vector<KeyItem> HistorySearch::Keys(PageIndex page) {
   const bool is_tracking = page == PageIndex::kTracking;
   const auto& request = is_tracking ? uses_.search.letter : uses_.request;
   std::vector<KeyItem> keys;
-  AddIfGiven(keys, "key:LTR_TYP_ID", uses_.pages.Letter(page).ZEMLO_LetterType.Code());
-  if (is_tracking || request.form_number.empty()) AddIfGiven(keys, "key:CUST_ID", request.customer_id);
-  AddIfGiven(keys, "key:FORM_NBR", request.form_number);
-  AddIfGiven(keys, "key:FORM_CK_DGT_NBR", request.check_digit);
-  AddIfGiven(keys, "key:FORM_TYP_CD", request.form_type);
+  AddIfGiven(keys, request_key::kLetterType, uses_.pages.Letter(page).ZEMLO_LetterType.Code());
+  if (is_tracking || request.form_number.empty())
+    AddIfGiven(keys, request_key::kCustomer, request.customer_id);
+  AddIfGiven(keys, request_key::kFormNumber, request.form_number);
+  AddIfGiven(keys, request_key::kCheckDigit, request.check_digit);
+  AddIfGiven(keys, request_key::kFormType, request.form_type);
   if (is_tracking) AddTrackingKeys(keys);
-  keys.push_back(Criterion("key:THIN", "YES"));
+  keys.push_back(Criterion(KeyNamed(request_key::kThin), "YES"));
   return keys;
 }
 
 void HistorySearch::AddTrackingKeys(std::vector<KeyItem>& keys) const {
-  keys.push_back(Criterion("key:LETTER_TYPE", LetterStatus()));
-  AddIfGiven(keys, "key:TRP_ID", uses_.search.troop);
-  AddIfGiven(keys, "key:TRP_DIST_ID", uses_.search.district);
+  keys.push_back(Criterion(KeyNamed(request_key::kOutcome), LetterStatus()));
+  AddIfGiven(keys, request_key::kTroop, uses_.search.troop);
+  AddIfGiven(keys, request_key::kDistrict, uses_.search.district);
   AddDates(keys);
-  AddIfGiven(keys, "key:BATCH_NBR", uses_.search.batch_number);
+  AddIfGiven(keys, request_key::kBatch, uses_.search.batch_number);
 }
 
 // A to date alone is no criterion: the check refuses it.
@@ -107,15 +111,17 @@ void HistorySearch::AddDates(std::vector<KeyItem>& keys) const {
   const auto& to = uses_.search.to_date;
   if (from.empty()) return;
   const bool is_range = !to.empty() && to != from;
-  keys.push_back(is_range ? Criterion("key:START_DT", from + " and " + to, "between")
-                          : Criterion("key:START_DT", from));
+  keys.push_back(is_range ? Criterion(KeyNamed(request_key::kDays),
+                                      from + std::string(platform::key_operator::kAnd) + to,
+                                      platform::key_operator::kBetween)
+                          : Criterion(KeyNamed(request_key::kDays), from));
 }
 
 const char* HistorySearch::LetterStatus() const {
   const auto& options = uses_.pages.tracking.OptLetterStatus;
-  if (options[TrackingPage::kSuccessful].selected()) return "Succeeded";
-  if (options[TrackingPage::kFailure].selected()) return "Failed";
-  return "All";
+  if (options[TrackingPage::kSuccessful].selected()) return platform::letter_outcome::kSucceeded;
+  if (options[TrackingPage::kFailure].selected()) return platform::letter_outcome::kFailed;
+  return platform::letter_outcome::kAll;
 }
 
 void HistorySearch::FillHistory(const Reply& reply, PageIndex index) {
@@ -132,7 +138,7 @@ void HistorySearch::FillHistory(const Reply& reply, PageIndex index) {
 }
 
 void HistorySearch::ListReply(const Reply& reply, LetterPage& page) {
-  const auto letters = RowsOf(uses_.services, reply, "CORRHIST");
+  const auto letters = RowsOf(uses_.services, reply, platform::record_name::kHistory);
   if (!letters) {
     ShowNoLetters(uses_.services, page.sdgGrid);
     uses_.services.status.ShowStatus("No letter history record found");

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/agreed/requests.h"
 #include "platform/parties/request_record.h"
 
 namespace workspace {
@@ -18,7 +19,7 @@ void ShowLetters(platform::Grid& grid, const std::shared_ptr<platform::RecordSet
 
 void ShowNoLetters(const platform::Services& services, platform::Grid& grid) {
   platform::RequestRecord letters(services.reference);
-  letters.Source("CORRHIST");
+  letters.Source(platform::record_name::kHistory);
   letters.Open();
   grid.Bind(letters.Recordset());
 }
