@@ -7,6 +7,7 @@
 #include <array>
 
 #include "apps/product_files.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 #include "wordprocessor/authoring/address.h"
 #include "wordprocessor/authoring/typefaces.h"

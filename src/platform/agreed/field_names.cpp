@@ -5,7 +5,6 @@
 namespace platform {
 namespace {
 
-constexpr std::string_view kParagraphMark = "PARA_";
 constexpr std::string_view kRepeatMark = "__";
 
 }  // namespace

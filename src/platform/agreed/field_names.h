@@ -8,7 +8,9 @@ namespace platform {
 /// The paragraph that takes a text of the user's own.
 inline constexpr std::string_view kFreeTextParagraph = "PARA_FREE_TEXT";
 
-/// Whether the field is an optional paragraph of the letter: "PARA_" stands anywhere in its name, in
+inline constexpr std::string_view kParagraphMark = "PARA_";
+
+/// Whether the field is an optional paragraph of the letter: the mark stands anywhere in its name, in
 /// capitals.
 bool IsParagraphField(std::string_view name);
 

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 #include "server/context/field_functions.h"
 #include "server/context/field_queries.h"
@@ -175,8 +176,8 @@ class DefinitionCheck {
     const auto refuse = [&](const char* what) { Refuse("FLD_NM", Quoted(name) + what); };
     const bool is_paragraph = kind == FieldKind::kParagraph;
     const bool is_value = kind == FieldKind::kUser;
-    if (is_paragraph && !name.starts_with("PARA_")) refuse(" has to begin with PARA_, as paragraphs do.");
-    if (!is_paragraph && name.find("PARA_") != std::string::npos)
+    if (is_paragraph && !name.starts_with(platform::kParagraphMark)) refuse(" has to begin with PARA_, as paragraphs do.");
+    if (!is_paragraph && platform::IsParagraphField(name))
       refuse(" has PARA_ in it, which is for paragraphs only.");
     if (is_value && !name.starts_with("U_")) refuse(" has to begin with U_, as values of the officer do.");
     if (!is_value && name.starts_with("U_"))
