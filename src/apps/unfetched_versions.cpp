@@ -7,6 +7,7 @@
 #include <map>
 #include <set>
 
+#include "platform/agreed/template_versions.h"
 #include "platform/text.h"
 #include "platform/value.h"
 
@@ -14,19 +15,9 @@ namespace apps {
 namespace {
 
 using platform::Quoted;
+using platform::TemplateVersion;
 
-/// A row of the catalogue that has not ended; days compare as texts.
-struct TemplateVersion {
-  std::string document;
-  std::string first_day;
-  std::string last_day;  ///< "": without end
-
-  bool IsInForce(const std::string& day) const {
-    return first_day <= day && (last_day.empty() || day <= last_day);
-  }
-};
-
-/// Of one letter type, the newest one first.
+/// Of one letter type, the newest one first; those that have ended are not among them. Days compare as texts.
 using Versions = std::vector<TemplateVersion>;
 
 std::string DayBeside(const std::string& day, int days) {
@@ -54,7 +45,7 @@ bool IsFetchedOn(const std::string& day, const std::string& document, const Cata
   return std::ranges::any_of(catalogue, [&](const auto& letter_type) {
     return std::ranges::any_of(std::array{false, true}, [&](bool with_end) {
       const auto* newest = Newest(letter_type.second, with_end, day);
-      return newest != nullptr && platform::EqualsIgnoringCase(newest->document, document);
+      return newest != nullptr && platform::EqualsIgnoringCase(newest->file, document);
     });
   });
 }
@@ -69,27 +60,25 @@ std::string DayWithout(const TemplateVersion& version, const Versions& versions,
     if (HasEnd(other)) days.insert(DayBeside(other.last_day, 1));
   }
   for (const auto& day : days) {
-    const auto used =
-        std::ranges::find_if(versions, [&](const TemplateVersion& other) { return other.IsInForce(day); });
-    const bool is_used = day >= today && used != versions.end() && &*used == &version;
-    if (is_used && !IsFetchedOn(day, version.document, catalogue)) return day;
+    const bool is_used = day >= today && platform::TemplateInForce(versions, day) == &version;
+    if (is_used && !IsFetchedOn(day, version.file, catalogue)) return day;
   }
   return "";
 }
 
 std::string RemedyFor(const TemplateVersion& version, const TemplateVersion& newer) {
   if (HasEnd(version)) {
-    return "Enter " + Quoted(newer.document) + " without an expiration date, or when " +
-           Quoted(version.document) + " has ended.";
+    return "Enter " + Quoted(newer.file) + " without an expiration date, or when " + Quoted(version.file) +
+           " has ended.";
   }
-  return "Give " + Quoted(version.document) + " the expiration date " + DayBeside(newer.first_day, -1) +
-         ", the day before " + Quoted(newer.document) + " takes effect.";
+  return "Give " + Quoted(version.file) + " the expiration date " + DayBeside(newer.first_day, -1) +
+         ", the day before " + Quoted(newer.file) + " takes effect.";
 }
 
 Catalogue ReadCatalogue(platform::ReferenceDatabase& reference, const std::string& region,
                         std::string& today) {
   const auto rows = reference.Select(
-      "SELECT LTR_TYP_ID, DCMT_NM, EFCTV_DT, EXPRTN_DT, date() AS TODAY FROM FLS_LTR_TEMPLATE "
+      "SELECT LTR_TYP_ID, DCMT_NM, TMPLT_TS, EFCTV_DT, EXPRTN_DT, date() AS TODAY FROM FLS_LTR_TEMPLATE "
       "WHERE REGION = '" +
       platform::ReplaceAll(region, "'", "''") +
       "' AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, TMPLT_TS DESC");
@@ -97,8 +86,8 @@ Catalogue ReadCatalogue(platform::ReferenceDatabase& reference, const std::strin
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
     today = rows->Text(row, "TODAY");
     catalogue[rows->Text(row, "LTR_TYP_ID")].push_back(
-        {std::string(platform::Trim(rows->Text(row, "DCMT_NM"))), rows->Text(row, "EFCTV_DT"),
-         rows->Text(row, "EXPRTN_DT")});
+        {std::string(platform::Trim(rows->Text(row, "DCMT_NM"))), rows->Text(row, "TMPLT_TS"),
+         rows->Text(row, "EFCTV_DT"), rows->Text(row, "EXPRTN_DT")});
   }
   return catalogue;
 }
@@ -115,11 +104,10 @@ std::vector<std::string> VersionsNobodyFetches(platform::ReferenceDatabase& refe
       const auto day = DayWithout(version, versions, catalogue, today);
       if (day.empty()) continue;
       const auto& newer = *Newest(versions, HasEnd(version), day);
-      sentences.push_back("The template " + Quoted(version.document) + " for letter type " +
-                          Quoted(letter_type) + " is used on " + day +
-                          ", and no machine that lacks it fetches it, because " + Quoted(newer.document) +
-                          " is a newer version " + (HasEnd(version) ? "with" : "without") + " an end. " +
-                          RemedyFor(version, newer));
+      sentences.push_back("The template " + Quoted(version.file) + " for letter type " + Quoted(letter_type) +
+                          " is used on " + day + ", and no machine that lacks it fetches it, because " +
+                          Quoted(newer.file) + " is a newer version " +
+                          (HasEnd(version) ? "with" : "without") + " an end. " + RemedyFor(version, newer));
     }
   }
   return sentences;

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <chrono>
 #include <string>
 
 #include "platform/agreed/field_flags.h"
@@ -13,6 +14,7 @@
 #include "platform/agreed/saved_letter.h"
 #include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
+#include "platform/value.h"
 #include "platform/xml/xml.h"
 
 namespace platform {
@@ -239,7 +241,7 @@ TEST(TemplateInForce, IsTheNewestByItsTimeStampWhicheverBeganLast) {
                      {"2024-07-01", "corrected.docx"},
                      {"2025-01-01", "corrected.docx"}};
   for (const auto& c : cases) {
-    const auto* found = TemplateInForce(versions, *ParseDate(c.day));
+    const auto* found = TemplateInForce(versions, c.day);
     EXPECT_EQ(found == nullptr ? "" : found->file, c.file) << c.day;
   }
 }

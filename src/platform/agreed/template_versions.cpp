@@ -2,11 +2,10 @@
 
 namespace platform {
 
-const TemplateVersion* TemplateInForce(std::span<const TemplateVersion> versions, Date day) {
-  const auto text = DateText(day);
+const TemplateVersion* TemplateInForce(std::span<const TemplateVersion> versions, std::string_view day) {
   const TemplateVersion* newest = nullptr;
   for (const auto& version : versions) {
-    const bool in_force = version.first_day <= text && (version.last_day.empty() || text <= version.last_day);
+    const bool in_force = version.first_day <= day && (version.last_day.empty() || day <= version.last_day);
     if (in_force && (newest == nullptr || newest->time_stamp < version.time_stamp)) newest = &version;
   }
   return newest;

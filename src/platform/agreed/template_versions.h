@@ -2,8 +2,7 @@
 
 #include <span>
 #include <string>
-
-#include "platform/value.h"
+#include <string_view>
 
 /// Templates of letter types, as the catalogue FLS_LTR_TEMPLATE has them.
 namespace platform {
@@ -18,9 +17,9 @@ struct TemplateVersion {
   std::string last_day;    ///< EXPRTN_DT; "" where it has no end
 };
 
-/// The version that a letter of that day is made from: of those in force the one with the newest time stamp,
-/// whichever began last. Null where none is in force. The workspace asks the catalogue in one statement for
-/// the same version (workspace/letters/letter_templates.cpp).
-const TemplateVersion* TemplateInForce(std::span<const TemplateVersion> versions, Date day);
+/// The version that a letter of that day ("yyyy-mm-dd") is made from: of those in force the one with the
+/// newest time stamp, whichever began last. Null where none is in force. The workspace asks the catalogue in
+/// one statement for the same version (workspace/letters/letter_templates.cpp).
+const TemplateVersion* TemplateInForce(std::span<const TemplateVersion> versions, std::string_view day);
 
 }  // namespace platform

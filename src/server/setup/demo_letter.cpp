@@ -125,7 +125,8 @@ void DemoLetters::FindAccounts() {
 
 const platform::TemplateVersion* DemoLetters::FindVersion(const std::string& letter_type, Date day) const {
   const auto versions = versions_.find(letter_type);
-  return versions == versions_.end() ? nullptr : platform::TemplateInForce(versions->second, day);
+  return versions == versions_.end() ? nullptr
+                                     : platform::TemplateInForce(versions->second, platform::DateText(day));
 }
 
 const std::vector<DemoLetters::OwnedForm>& DemoLetters::FormsFor(const std::string& letter_type,

@@ -176,7 +176,8 @@ class DefinitionCheck {
     const auto refuse = [&](const char* what) { Refuse("FLD_NM", Quoted(name) + what); };
     const bool is_paragraph = kind == FieldKind::kParagraph;
     const bool is_value = kind == FieldKind::kUser;
-    if (is_paragraph && !name.starts_with(platform::kParagraphMark)) refuse(" has to begin with PARA_, as paragraphs do.");
+    if (is_paragraph && !name.starts_with(platform::kParagraphMark))
+      refuse(" has to begin with PARA_, as paragraphs do.");
     if (!is_paragraph && platform::IsParagraphField(name))
       refuse(" has PARA_ in it, which is for paragraphs only.");
     if (is_value && !name.starts_with("U_")) refuse(" has to begin with U_, as values of the officer do.");
