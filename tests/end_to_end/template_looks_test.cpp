@@ -35,13 +35,37 @@ TEST(TemplateLooks, AreToldWithPlaceAndTypeface) {
 
   const auto run = RunLetters({"bookmarks", file});
   EXPECT_EQ(run.status, 0);
-  EXPECT_THAT(run.err, AllOf(HasSubstr("warning: CUSTOMER_ADDR: Four lines of address stand between 3."),
-                             HasSubstr("warning: text: The typeface \"Office Script\" is laid out in \"")));
+  EXPECT_THAT(
+      run.err,
+      AllOf(HasSubstr("warning: CUSTOMER_ADDR, text, in a table, after \"[Customer name]\": Four lines of "
+                      "address stand between 3."),
+            HasSubstr("warning: text: The typeface \"Office Script\" is laid out in \"")));
   EXPECT_THAT(run.out, AllOf(HasSubstr("Laid out in"), HasSubstr("Liberation Serif  Liberation Serif")));
 
   const auto quick = RunLetters({"bookmarks", "--quick", "--json", file});
   EXPECT_THAT(quick.out, AllOf(HasSubstr("\"typefaces\": ["), HasSubstr("\"name\": \"Office Script\""),
                                HasSubstr("\"widths\": \"other\""), Not(HasSubstr("Four lines"))));
+}
+
+/// Pushes the address so far to the right that its cell has room for one letter in a line.
+constexpr const char* kNarrow = R"(
+import sys, docx
+letter = docx.Document(sys.argv[1])
+for paragraph in letter.tables[0].cell(0, 0).paragraphs:
+    paragraph.paragraph_format.left_indent = docx.shared.Inches(3.7)
+letter.save(sys.argv[2])
+)";
+
+// It was said that the address is on no page.
+TEST(TemplateLooks, AnAddressBrokenIntoLettersIsFound) {
+  const TemporaryFolder folder;
+  const auto file = (folder / "CTL110_2407.docx").string();
+  const auto made = RunShell("/usr/bin/python3 -c " + Quoted(kNarrow) + " " +
+                             Quoted((kTemplates / "CTL110_2407.docx").string()) + " " + Quoted(file));
+  ASSERT_EQ(made.status, 0) << made.err;
+  EXPECT_THAT(RunLetters({"bookmarks", file}).err,
+              AllOf(HasSubstr("warning: CUSTOMER_ADDR, text, in a table, after \"[Customer name]\": "),
+                    HasSubstr("The address begins 4.7 inches from the left edge")));
 }
 
 TEST(TemplateLooks, ALetterWithoutThemIsCheckedForTheRest) {

@@ -87,6 +87,29 @@ TEST(TemplateCheck, WhatWouldMakeAWrongLetterIsAnError) {
   EXPECT_THAT(Findings(Text(Start("PARA_LATE", 1) + End(1))), ElementsAre("error PARA_LATE "));
 }
 
+// Authors were told of a bookmark, but not where to look for it.
+TEST(TemplateCheck, SaysWhereEachBookmarkStands) {
+  auto parts = LetterParts(
+      "<w:body>" + Text("<w:r><w:t>Dear </w:t></w:r>" + Start("WEATHER", 1) + kRun + End(1)) +
+      Text("<w:r><w:t>First</w:t></w:r>") + Marked("LTR_DT", "d", 2) + Text("<w:r><w:t>Second</w:t></w:r>") +
+      Marked("LTR_DT", "d", 3) +
+      Text("<w:r><w:t>Then</w:t></w:r>" + Start("LTR_DT", 4) + Start("PARA_LATE", 5) + End(5)) +
+      "<w:tbl><w:tr><w:tc>" + Text("<w:r><w:t>Period</w:t></w:r>") + "</w:tc></w:tr><w:tr><w:tc>" +
+      Text(Start("PERIODS", 6) + kRun + End(6)) + "</w:tc></w:tr></w:tbl></w:body>");
+  AddRelatedPart(
+      parts, "header", "header1.xml",
+      WordPart("w:hdr", Text("<w:r><w:t>Tax</w:t></w:r>" + Start("PERIOD_TAX", 7) + kRun + End(7))));
+  std::vector<std::string> told;
+  for (const auto& finding :
+       CheckTemplate(wordprocessor::DocxDocument::FromBytes(ZipOf(parts), "t"), kFields)) {
+    told.push_back(finding.bookmark + ": " + finding.place);
+  }
+  EXPECT_THAT(told,
+              ElementsAre("WEATHER: text, after \"Dear\"", "LTR_DT: text, after \"Second\"",
+                          "PARA_LATE: text, after \"Then\"", "PERIOD_TAX: page header, after \"Tax\"",
+                          "LTR_DT: text, after \"Then\"", "PERIODS: text, in a table, after \"Period\""));
+}
+
 TEST(TemplateCheck, WhatTheOfficerGivesInVainIsAWarning) {
   EXPECT_THAT(
       Findings(Marked("LTR_DT", "d", 1), {{"LTR_DT"}, {"U_BOND", Kind::kUser}, {"PARA_A", Kind::kParagraph}}),

@@ -10,6 +10,7 @@
 #include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 #include "wordprocessor/authoring/address.h"
+#include "wordprocessor/authoring/bookmark_spots.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/template_file.h"
 #include "wordprocessor/layout/pool.h"
@@ -40,23 +41,51 @@ QString WordPlaces(const std::filesystem::path& file) {
   return QString::fromUtf8(pdftotext.readAllStandardOutput());
 }
 
+/// A page's words one after the other, without blanks: a narrow column breaks words, wide type parts their
+/// letters.
+class PageText {
+ public:
+  void Add(const std::string& word, const PlacedWord& place) {
+    text_ += word;
+    places_.resize(text_.size(), place);
+  }
+
+  void FindSample(std::vector<PlacedWord>& found) const {
+    for (const auto word : wordprocessor::kSampleAddress) {
+      for (auto at = text_.find(word); at != text_.npos; at = text_.find(word, at + 1)) {
+        found.push_back(places_[at]);
+        found.back().word = word;
+        for (auto i = at; i < at + word.size(); ++i) {
+          found.back().left = std::min(found.back().left, places_[i].left);
+          found.back().top = std::min(found.back().top, places_[i].top);
+          found.back().bottom = std::max(found.back().bottom, places_[i].bottom);
+        }
+      }
+    }
+  }
+
+ private:
+  std::string text_;
+  std::vector<PlacedWord> places_;  // of each byte: its word's
+};
+
 std::vector<PlacedWord> SampleWordsIn(const std::filesystem::path& file) {
   static const QRegularExpression places(
       QStringLiteral("<page |<word xMin=\"([0-9.-]+)\" yMin=\"([0-9.-]+)\" xMax=\"[0-9.-]+\" "
                      "yMax=\"([0-9.-]+)\">([^<]*)<"));
   const auto text = WordPlaces(file);
-  std::vector<PlacedWord> found;
-  int page = -1;
+  std::vector<PageText> pages;
   for (const auto& place : places.globalMatch(text)) {
     if (!place.hasCaptured(4)) {
-      ++page;
+      pages.emplace_back();
       continue;
     }
-    const auto word = std::ranges::find(wordprocessor::kSampleAddress, place.captured(4).toStdString());
     const auto inches = [&](int number) { return place.captured(number).toDouble() / kPointsInAnInch; };
-    if (word != wordprocessor::kSampleAddress.end())
-      found.push_back({*word, page, inches(1), inches(2), inches(3)});
+    const int page = static_cast<int>(pages.size()) - 1;
+    pages.back().Add(place.captured(4).toStdString(), {"", page, inches(1), inches(2), inches(3)});
   }
+  std::vector<PlacedWord> found;
+  for (const auto& page : pages) page.FindSample(found);
   return found;
 }
 
@@ -91,7 +120,10 @@ std::vector<TemplateFinding> CheckPages(const wordprocessor::DocxDocument& lette
   try {
     wordprocessor::LayoutPool pool(wordprocessor::LayoutSettings::ForThisProgram());
     pool.Layout(letter.Source().file_name(), sample->Bytes(), pdf).get();
-    return wordprocessor::CheckAddress(SampleWordsIn(pdf));
+    auto findings = wordprocessor::CheckAddress(SampleWordsIn(pdf));
+    const wordprocessor::BookmarkSpots spots(letter);
+    for (auto& finding : findings) finding.place = spots.Of(finding.bookmark);
+    return findings;
   } catch (const Failure& failure) {
     return {{TemplateFinding::Grade::kWarning, "",
              "Whether the envelope's window shows the address is not checked: " + failure.description()}};

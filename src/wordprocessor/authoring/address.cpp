@@ -132,20 +132,25 @@ std::optional<DocxDocument> SampleLetter(DocxDocument letter) {
 
 std::vector<TemplateFinding> CheckAddress(const std::vector<PlacedWord>& words) {
   const auto place = PlaceOfAddress(words);
-  if (!place) return Misplaced("The address is not on the pages: set its bookmark where it is shown.");
+  if (!place) {
+    return Misplaced(
+        "The address is not on the pages: it lies beyond a sheet's edge, or below a box's or row's. Set its "
+        "bookmark where a whole line of it is shown.");
+  }
   if (place->page > 0) {
     return Misplaced("The address stands on page " + std::to_string(place->page + 1) +
                      ", where no envelope shows it: set it on the first page.");
+  }
+  // First: at the right its lines break, and stand too deep for that reason.
+  if (place->left < kWindowLeft - kTolerance || place->left > kWindowRight - kLineWidth + kTolerance) {
+    return Misplaced("The address begins " + Inches(place->left) + " inches from the left edge; " +
+                     Shown(kWindowLeft, kWindowRight) + ". Begin it one inch from the left.");
   }
   if (place->top < kWindowTop - kTolerance || place->bottom > kWindowBottom + kTolerance) {
     return Misplaced("Four lines of address stand between " + Inches(place->top) + " and " +
                      Inches(place->bottom) + " inches below the top edge; " +
                      Shown(kWindowTop, kWindowBottom) +
                      ". Change the page header, the paragraphs above the address, or its lines' spacing.");
-  }
-  if (place->left < kWindowLeft - kTolerance || place->left > kWindowRight - kLineWidth + kTolerance) {
-    return Misplaced("The address begins " + Inches(place->left) + " inches from the left edge; " +
-                     Shown(kWindowLeft, kWindowRight) + ". Begin it one inch from the left.");
   }
   return {};
 }

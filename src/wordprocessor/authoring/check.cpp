@@ -1,12 +1,14 @@
 #include "wordprocessor/authoring/check.h"
 
 #include <algorithm>
+#include <map>
 #include <numeric>
 #include <set>
 #include <string_view>
 
 #include "platform/agreed/field_names.h"
 #include "platform/text.h"
+#include "wordprocessor/authoring/bookmark_spots.h"
 #include "wordprocessor/authoring/leftovers.h"
 #include "wordprocessor/authoring/pictures.h"
 #include "wordprocessor/authoring/placeholders.h"
@@ -48,20 +50,28 @@ class TemplateCheck {
       : document_(document),
         fields_(fields),
         places_(document.BookmarkPlaces()),
+        spots_(document),
         endless_(document.BookmarksWithoutEnd()) {}
 
   std::vector<TemplateFinding> Run() && {
-    for (const auto& place : places_) CheckPlace(place);
+    std::map<std::string, std::size_t> before;
+    for (const auto& place : places_) {
+      spot_ = spots_.Of(place.bookmark.Name, before[place.bookmark.Name]++);
+      CheckPlace(place);
+    }
+    before.clear();
     for (const auto& name : endless_) {
+      spot_ = spots_.Of(name, before[name]++, /*has_end=*/false);
       Find(Grade::kError, name, "The bookmark has no end, so it is never filled: set it anew.");
     }
+    spot_.clear();
     CheckUse();
     return std::move(findings_);
   }
 
  private:
   void Find(Grade grade, const std::string& bookmark, std::string text, std::string suggestion = "") {
-    findings_.push_back({grade, bookmark, std::move(text), std::move(suggestion)});
+    findings_.push_back({grade, bookmark, std::move(text), std::move(suggestion), spot_});
   }
 
   void CheckPlace(const BookmarkPlace& place) {
@@ -132,7 +142,9 @@ class TemplateCheck {
   const DocxDocument& document_;
   const std::vector<TemplateField>& fields_;
   const std::vector<BookmarkPlace> places_;
+  const BookmarkSpots spots_;
   const std::vector<std::string> endless_;
+  std::string spot_;  // of the bookmark that is looked at
   std::set<std::string> names_;
   std::vector<TemplateFinding> findings_;
 };

@@ -29,7 +29,7 @@ struct TemplateFinding {
   std::string bookmark;         ///< "" where it is about none
   std::string text;             ///< a whole sentence
   std::string suggestion = {};  ///< the name that was probably meant; "" where there is none
-  std::string place = {};       ///< where it is found, as DocxLeftover::place; "" where the bookmark says it
+  std::string place = {};       ///< where it is found, as DocxLeftover::place; "" of what is missing
 };
 
 /// Checks a template's bookmarks against the fields: names that no field has (with the likeliest one), names

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "wordprocessor/authoring/bookmark_spots.h"
 #include "wordprocessor/document/blueprint.h"
 
 namespace wordprocessor {
@@ -49,10 +50,10 @@ std::vector<TemplateFinding> CheckTableHeads(const DocxDocument& document,
       if (tree[node].kind != DocxKind::kBookmarkStart || !tree.IsAttached(node)) continue;
       const std::string name(tree.BookmarkOf(node).name);
       if (!IsTableField(fields, name) || !LacksHeading(tree, node)) continue;
-      findings.push_back(
-          {TemplateFinding::Grade::kWarning, name,
-           "The table's first row is not marked as its heading, so that it is not repeated on "
-           "the next page, nor read aloud with the columns: mark it \"repeat as header row\"."});
+      findings.push_back({TemplateFinding::Grade::kWarning, name,
+                          "The table's first row is not marked as its heading, so that it is not repeated on "
+                          "the next page, nor read aloud with the columns: mark it \"repeat as header row\".",
+                          "", BookmarkSpots(document).Of(name)});
     }
   }
   return findings;
