@@ -64,7 +64,12 @@ class DesktopByKeyboard : public PreparedOffice {
     };
     return WaitFor(has_keyboard) ? QApplication::activeModalWidget() : nullptr;
   }
-  std::string Status() { return desktop_.window().status().toStdString(); }
+  /// What the status bar says, as a screen reader finds it.
+  std::string Status() {
+    for (const auto* label : desktop_.window().findChildren<QLabel*>())
+      if (label->accessibleName() == QStringLiteral("Status")) return label->text().toStdString();
+    return "";
+  }
   bool Says(const std::string& text) { return Says(desktop_.window(), text); }
   static bool Says(const QWidget& window, const std::string& text) {
     for (const auto* label : window.findChildren<QLabel*>()) {
