@@ -224,8 +224,10 @@ class CommonTemplate {
     const auto* common = Related(common_relations_, common_, "styles");
     const auto* own = Related(relations_, letter_, "styles");
     if (common != nullptr && own == nullptr) copier_.Relate(*common);
-    const SettledStyles own_styles(letter_, relations_);
-    LetterheadStyles styles(common_styles_, own == nullptr ? common_styles_ : own_styles);
+    // What nobody asks for is not read: a damaged theme keeps no letter from being made.
+    std::optional<SettledStyles> own_styles;
+    if (own != nullptr && !letterhead_.empty()) own_styles.emplace(letter_, relations_);
+    LetterheadStyles styles(common_styles_, own_styles ? *own_styles : common_styles_);
     AttachLetterhead(styles);
     if (common == nullptr) return;
     const auto target =
@@ -242,7 +244,7 @@ class CommonTemplate {
   /// Its parts look as they do in the common template, whatever the letter calls by the same names.
   void AttachLetterhead(LetterheadStyles& styles) {
     const auto* common = Related(common_relations_, common_, "numbering");
-    const auto* own = Related(relations_, letter_, "numbering");
+    const auto* own = common == nullptr ? nullptr : Related(relations_, letter_, "numbering");
     const auto common_lists =
         common == nullptr ? pugi::xml_document() : LoadPartXml(common_.Read(common->target));
     LetterheadNumbering lists(common_lists,

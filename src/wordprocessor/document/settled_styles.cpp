@@ -17,6 +17,11 @@ bool IsOfTheme(const pugi::xml_attribute& attribute) {
   return LocalNameOf(attribute.name()).find("heme") != std::string_view::npos;
 }
 
+bool CallsTheme(const pugi::xml_node& node) {
+  return std::ranges::any_of(node.attributes(), IsOfTheme) ||
+         std::ranges::any_of(node.children(), CallsTheme);
+}
+
 bool SettleThemeIn(pugi::xml_node node, const TypefaceStyles& typefaces, const PartNames& names) {
   bool any = false;
   if (IsWordElement(node, "rFonts")) {
@@ -57,6 +62,7 @@ SettledStyles::SettledStyles(const DocxPackage& package, const std::vector<DocxR
 
 bool SettleTheme(pugi::xml_node part, const DocxPackage& package,
                  const std::vector<DocxRelation>& relations) {
+  if (!CallsTheme(part)) return false;
   return SettleThemeIn(part, TypefaceStyles(package, relations), PartNames(part));
 }
 
