@@ -20,6 +20,7 @@
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
+#include <QLabel>
 #include <QTimer>
 
 #include "apps/corresp/desktop.h"
@@ -49,6 +50,13 @@ bool HasChildren() {
   return children.peek() != std::ifstream::traits_type::eof();
 }
 
+/// What the status bar says, as a screen reader finds it.
+QString StatusOf(const QWidget& window) {
+  for (const auto* label : window.findChildren<QLabel*>())
+    if (label->accessibleName() == QStringLiteral("Status")) return label->text();
+  return {};
+}
+
 /// The other process: opens the window, and says so on standard output once it is painted.
 int ShowWindow(int argc, char** argv) {
   QApplication application(argc, argv);
@@ -58,7 +66,7 @@ int ShowWindow(int argc, char** argv) {
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, [&] {
     const bool replied = !window.office().workspace().pending_request().IsAwaited();
-    if (!replied || window.window().status() != QStringLiteral("Ready")) return;
+    if (!replied || StatusOf(window.window()) != QStringLiteral("Ready")) return;
     look.stop();
     window.window().repaint();
     if (HasChildren()) std::cerr << "A process was started before there was a letter.\n";
