@@ -21,6 +21,7 @@
 #include "reference/office_utilities.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
+#include "tests/fakes/fake_rights.h"
 #include "tests/fakes/fake_services.h"
 #include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
@@ -43,7 +44,7 @@ class LetterList {
     fakes_.settings.region = "K1";
     reference::CreateReferenceDatabase(folder_.path(), folder_ / "reference.db");
     reference_.emplace(folder_ / "reference.db", fakes_.clock);
-    utilities_.emplace(*reference_, fakes_.settings, fakes_.clock);
+    utilities_.emplace(*reference_, fakes_.settings, rights_, fakes_.clock);
     services_.emplace(With(fakes_.services()));
     pages_.emplace(*services_);
     names_.emplace(*services_);
@@ -90,6 +91,7 @@ class LetterList {
 
   tests::TemporaryFolder folder_;
   fakes::FakeServices fakes_;
+  fakes::FakeRights rights_;
   std::optional<reference::ReferenceDatabase> reference_;
   std::optional<reference::OfficeUtilities> utilities_;
   std::optional<platform::Services> services_;

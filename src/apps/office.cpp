@@ -7,6 +7,7 @@
 #include "apps/printing.h"
 #include "host/disk_files.h"
 #include "host/print_journal.h"
+#include "host/server_settings.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
 #include "platform/identity.h"
@@ -24,9 +25,10 @@ struct Office::Rooms {
   Rooms(const host::DataFolder& data_folder, const OfficeHost& host)
       : folder(data_folder),
         settings(folder),
+        server_settings(folder),
         errors(folder.ErrorLog(), clock, host.error_listener),
         reference(settings.LocalDatabasePath(), clock),
-        utilities(reference, settings, clock),
+        utilities(reference, settings, server_settings, clock),
         downloads(host.events, folder.root(), wordprocessor::RequireTemplate),
         messages(host.events, downloads, folder.root(), clock),
         printing(folder, settings, clock, errors, host),
@@ -40,6 +42,7 @@ struct Office::Rooms {
   const host::DataFolder folder;
   host::SystemClock clock;
   host::SettingsFile settings;
+  host::ServerSettings server_settings;
   host::ErrorLog errors;
   host::DiskFiles files;
   reference::ReferenceDatabase reference;
@@ -86,7 +89,10 @@ void Office::TryTemplate(const std::filesystem::path& file) {
 }
 
 std::vector<std::string> Office::Faults() {
-  return CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Occasion::kStart);
+  auto faults = rooms_->server_settings.faults();
+  for (auto& fault : CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Occasion::kStart))
+    faults.push_back(std::move(fault));
+  return faults;
 }
 
 bool Office::HasWorkUnderWay() const {

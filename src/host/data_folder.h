@@ -9,6 +9,7 @@ namespace host {
 ///
 ///     office.txt            what the folder is: the mark that `init` leaves
 ///     settings.ini          what the office has set for this user
+///     server.ini            what the office has set for everybody
 ///     reference.db          code tables, letter definitions, template versions
 ///     templates/            the local copies of the letter templates
 ///     server/               the application server's database and its template folder
@@ -28,6 +29,7 @@ class DataFolder {
   const std::filesystem::path& root() const { return root_; }
   std::filesystem::path Mark() const { return root_ / "office.txt"; }
   std::filesystem::path Settings() const { return root_ / "settings.ini"; }
+  std::filesystem::path ServerSettings() const { return root_ / "server.ini"; }
   std::filesystem::path ReferenceDatabase() const { return root_ / "reference.db"; }
   std::filesystem::path Templates() const { return root_ / "templates"; }
   std::filesystem::path Printed() const { return root_ / "printed"; }

@@ -186,6 +186,17 @@ bool IsBlank(std::string_view text) {
   return true;
 }
 
+bool HoldsOnlyLetters(std::string_view text, std::u32string_view others) {
+  if (!IsValidUtf8(text)) return false;
+  while (!text.empty()) {
+    const FirstCharacter next(text);
+    const bool is_part_of_letter = (U_GET_GC_MASK(next.character) & (U_GC_L_MASK | U_GC_M_MASK)) != 0;
+    if (!is_part_of_letter && others.find(static_cast<char32_t>(next.character)) == others.npos) return false;
+    text.remove_prefix(next.length);
+  }
+  return true;
+}
+
 std::string_view TrimBlanks(std::string_view text) {
   if (IsBlank(text)) return {};
   text.remove_prefix(BlanksLength(text));

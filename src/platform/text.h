@@ -20,6 +20,9 @@ bool IsBlank(std::string_view text);
 /// `text` without white space, line ends and other characters that show nothing at either end, in Unicode's
 /// sense; "" where it is blank. `text` is UTF-8; bytes that are not stay.
 std::string_view TrimBlanks(std::string_view text);
+/// Whether `text` holds nothing but letters (Unicode's, marks on them included) and the characters of
+/// `others`; "" does, bytes that are no UTF-8 do not.
+bool HoldsOnlyLetters(std::string_view text, std::u32string_view others);
 /// `text` on one line: each run of line breaks, and the blanks around it, has become one blank.
 std::string OnOneLine(std::string_view text);
 

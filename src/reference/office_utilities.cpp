@@ -1,5 +1,6 @@
 #include "reference/office_utilities.h"
 
+#include "platform/controls/form.h"
 #include "platform/controls/text_field.h"
 #include "platform/record_set.h"
 #include "platform/text.h"
@@ -15,6 +16,10 @@ bool IsDigit(char32_t key) {
 bool IsLetter(char32_t key) {
   return (key >= U'A' && key <= U'Z') || (key >= U'a' && key <= U'z');
 }
+
+// What names are written with besides letters.
+constexpr std::u32string_view kNameMarks = U" '-";
+constexpr std::u32string_view kPastedNameMarks = U" '-.";
 
 }  // namespace
 
@@ -63,6 +68,23 @@ bool OfficeUtilities::AllowBatchNumberKey(char32_t key) {
 
 bool OfficeUtilities::AllowZipKey(char32_t key) {
   return IsDigit(key) || IsLetter(key) || key == U'-';
+}
+
+bool OfficeUtilities::IsControlKey(char32_t key) {
+  constexpr char32_t kDelete = 0x7F;
+  return key < U' ' || key == kDelete || kNameMarks.find(key) != std::u32string_view::npos;
+}
+
+bool OfficeUtilities::IsAlphaText(std::string_view text) {
+  return platform::HoldsOnlyLetters(text, kPastedNameMarks);
+}
+
+void OfficeUtilities::RegisterForm(platform::Form& form) {
+  registered_[&form] = form.Hidden.Connect([this, &form] { registered_.erase(&form); });
+}
+
+bool OfficeUtilities::IsAuthorized(std::string_view right) {
+  return rights_.Holds(settings_.UserId(), right);
 }
 
 bool OfficeUtilities::ValidateTroop(const std::string& troop) {

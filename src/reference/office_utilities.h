@@ -5,9 +5,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/controls/form.h"
 #include "platform/parties/clock.h"
 #include "platform/parties/reference_database.h"
 #include "platform/parties/settings.h"
+#include "platform/parties/user_rights.h"
 #include "platform/parties/utilities.h"
 #include "reference/patrol_districts.h"
 
@@ -23,8 +25,8 @@ namespace reference {
 class OfficeUtilities : public platform::Utilities {
  public:
   OfficeUtilities(platform::ReferenceDatabase& reference, const platform::Settings& settings,
-                  const platform::Clock& clock)
-      : reference_(reference), settings_(settings), clock_(clock), patrol_(reference) {}
+                  const platform::UserRights& rights, const platform::Clock& clock)
+      : reference_(reference), settings_(settings), rights_(rights), clock_(clock), patrol_(reference) {}
 
   /// The additional information of the code; "" where the entry has none, the code where there is no entry.
   std::string GetCodeValue(const std::string& table, const std::string& code) override;
@@ -45,6 +47,10 @@ class OfficeUtilities : public platform::Utilities {
   bool AllowBatchNumberKey(char32_t key) override;
   /// Digits, letters (the codes of carriers abroad have them) and the dash.
   bool AllowZipKey(char32_t key) override;
+  bool IsControlKey(char32_t key) override;
+  bool IsAlphaText(std::string_view text) override;
+  bool IsAuthorized(std::string_view right) override;
+  void RegisterForm(platform::Form& form) override;
   bool ValidateTroop(const std::string& troop) override;
   bool ValidateTroopDistrict(const std::string& troop, const std::string& district) override;
 
@@ -64,12 +70,15 @@ class OfficeUtilities : public platform::Utilities {
 
   platform::ReferenceDatabase& reference_;
   const platform::Settings& settings_;
+  const platform::UserRights& rights_;
   const platform::Clock& clock_;
 
   PatrolDistricts patrol_;
   platform::Date tables_day_{};
   std::map<std::string, CodeTable> tables_;  // by name in upper case, as of tables_day_
   std::optional<OfficerNames> officers_;     // the same
+
+  std::map<platform::Form*, platform::Connection> registered_;  // while they are on the screen
 };
 
 }  // namespace reference

@@ -62,6 +62,18 @@ class FakeUtilities : public platform::Utilities {
   }
   bool AllowBatchNumberKey(char32_t key) override { return Allows(key); }
   bool AllowZipKey(char32_t key) override { return Allows(key); }
+  /// Keys that a name's filter lets through besides letters, and texts that may not be pasted.
+  std::u32string control_keys = U"\b\t\r\x16";
+  std::set<std::string, std::less<>> no_names;
+  bool IsControlKey(char32_t key) override { return control_keys.find(key) != std::u32string::npos; }
+  bool IsAlphaText(std::string_view text) override { return !no_names.contains(text); }
+
+  /// The user holds every right but these.
+  std::set<std::string, std::less<>> withheld_rights;
+  std::vector<platform::Form*> registered_forms;  ///< oldest first
+  bool IsAuthorized(std::string_view right) override { return !withheld_rights.contains(right); }
+  void RegisterForm(platform::Form& form) override { registered_forms.push_back(&form); }
+
   bool ValidateTroop(const std::string& troop) override {
     validated_troops.push_back(troop);
     return !unknown_troops.contains(troop);

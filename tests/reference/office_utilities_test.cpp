@@ -4,6 +4,7 @@
 
 #include "platform/controls/text_field.h"
 #include "reference/form_numbers.h"
+#include "tests/fakes/fake_rights.h"
 #include "tests/fakes/fake_settings.h"
 #include "tests/reference/reference_world.h"
 
@@ -24,11 +25,13 @@ class OfficeUtilities : public ReferenceWorld {
     GivenCode("LTRPRNTCD", "Y", "To Come", "", "2027-01-01");
   }
   reference::OfficeUtilities& Utilities() {
-    if (!utilities_) utilities_ = std::make_unique<reference::OfficeUtilities>(Database(), settings, clock);
+    if (!utilities_)
+      utilities_ = std::make_unique<reference::OfficeUtilities>(Database(), settings, rights, clock);
     return *utilities_;
   }
 
   fakes::FakeSettings settings;
+  fakes::FakeRights rights;
 
  private:
   std::unique_ptr<reference::OfficeUtilities> utilities_;
@@ -155,6 +158,17 @@ TEST(FormNumbers, AreJudgedByTheRuleOfTheirType) {
     EXPECT_THAT(verdict.text, testing::HasSubstr(complaint)) << type << " " << number;
     EXPECT_EQ(verdict.valid, verdict.text.empty()) << type << " " << number;
   }
+}
+
+TEST_F(OfficeUtilities, TakeWhatNamesAreWrittenWith) {
+  for (const auto key : {U'\b', U'\x7F', U' ', U'\'', U'-'})
+    EXPECT_TRUE(Utilities().IsControlKey(key)) << static_cast<int>(key);
+  EXPECT_FALSE(Utilities().IsControlKey(U'.'));
+  EXPECT_FALSE(Utilities().IsControlKey(U'a'));
+  for (const auto* name : {"", "O'Brien", "Zoë Smith-Jones", "e\u0301", "St. John"})
+    EXPECT_TRUE(Utilities().IsAlphaText(name)) << name;
+  for (const auto* text : {"Box 12", "a\r\nb", "%", "a\tb", "\xFF"})
+    EXPECT_FALSE(Utilities().IsAlphaText(text)) << text;
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "apps/product_files.h"
 #include "host/accounts.h"
 #include "host/disk_files.h"
+#include "host/server_settings.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
 #include "platform/agreed/template_versions.h"
@@ -123,6 +124,7 @@ int RunInit(const QStringList& words) {
   next_reference.PutInPlace();
   CopyLetterhead(folder, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);
+  host::ServerSettings::CreateFor(folder);
   // Last: from here on what is missing is a loss.
   if (plan.is_new || !host::ReadOfficeMark(folder)) host::LeaveOfficeMark(folder, {.kind = plan.kind});
   TellFaults(folder);

@@ -35,14 +35,38 @@ inline constexpr auto kBatchColumns = std::to_array<std::string_view>(
     {"BTCH_SEQ_NBR", "BTCH_STATUS", "BTCH_CRTE_TS", "PRCS_STRT_TS", "PRCS_END_TS", "BTCH_LTR_CNT",
      "LTR_PRCS_CNT", "PAID_COUNT", "LTR_SCS_CNT", "LTR_FAIL_CNT", "UNPAID_COUNT"});
 
-/// One customer, as it is stored; OT_BAL is what is owed on all accounts.
+/// One customer, as it is stored; OT_BAL is what is owed on all accounts. *_CNTY_CD and *_COUNTY are an
+/// address's county and its name, *_RTND_IND "Y" where mail came back from it, UPDT_NBR counts the customer's
+/// changes.
 inline constexpr auto kCustomerColumns = std::to_array<std::string_view>(
-    {"Cust_Id", "CUST_BSNS_NM", "FIRST_NM", "LAST_NM", "mail_addr_1", "mail_addr_2", "mail_city", "mail_st",
-     "mail_zip_cd", "RES_ADDR_1", "RES_ADDR_2", "RES_CITY", "RES_ST", "RES_ZIP_CD", "PHN_NBR", "ACCNT_NBR",
-     "OT_BAL"});
+    {"Cust_Id",      "CUST_TYP_CD",   "CUST_BSNS_NM", "CO_CNTCT_NM", "FIRST_NM",   "MID_NM",
+     "LAST_NM",      "SUFX_NM",       "mail_addr_1",  "mail_addr_2", "mail_city",  "mail_st",
+     "mail_zip_cd",  "MAIL_CNTY_CD",  "MAIL_COUNTY",  "RES_ADDR_1",  "RES_ADDR_2", "RES_CITY",
+     "RES_ST",       "RES_ZIP_CD",    "RES_CNTY_CD",  "RES_COUNTY",  "PHN_NBR",    "ACCNT_NBR",
+     "DRVR_LIC_IND", "RGSTRTN_IND",   "DLR_IND",      "ACDNT_IND",   "ENFRC_IND",  "DRVR_LIC_NBR",
+     "RGSTRTN_NBR",  "MAIL_RTND_IND", "RES_RTND_IND", "UPDT_NBR",    "OT_BAL"});
 
-/// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N".
-inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE"});
+/// A customer being saved, and what came of it: ACTION is one of customer_action, FINALIST_IND asks for the
+/// addresses to be verified and brings the verdict back. What is not assigned stays as it is stored.
+inline constexpr auto kCustomerSaveColumns = std::to_array<std::string_view>(
+    {"CUST_ID",      "ACTION",      "FINALIST_IND", "FUEL_TAX_IND",  "CUST_TYP_CD", "FIRST_NM",
+     "MID_NM",       "LAST_NM",     "SUFX_NM",      "CUST_BSNS_NM",  "CO_CNTCT_NM", "PHN_NBR",
+     "ACCNT_NBR",    "MAIL_ADDR_1", "MAIL_ADDR_2",  "MAIL_CITY",     "MAIL_ZIP_CD", "MAIL_ST",
+     "MAIL_CNTY_CD", "MAIL_COUNTY", "RES_ADDR_1",   "RES_ADDR_2",    "RES_CITY",    "RES_ZIP_CD",
+     "RES_ST",       "RES_CNTY_CD", "RES_COUNTY",   "MAIL_RTND_IND", "RES_RTND_IND"});
+
+/// One form (account) of a customer. Dates as text, amounts of money.
+inline constexpr auto kCustomerFormColumns = std::to_array<std::string_view>(
+    {"FORM_CK_DGT_NBR", "FORM_NBR", "FORM_NUMBER", "STP_DT", "CTTN_STTS_TXT", "ASSMT_DUE_AMT",
+     "ORIG_ASSMT_AMT", "FORM_TYP_CD", "CTTN_STTS_CD", "BAL_DUE", "LST_PYMT_DT"});
+
+/// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N"; TOTAL how
+/// many match, exact up to what the search counts, then the number it stopped at.
+inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE", "TOTAL"});
+
+/// Letters that a corrected address lets go out: MEMO is an XML text whose element XML_COL holds their
+/// number.
+inline constexpr auto kRescheduledColumns = std::to_array<std::string_view>({"MEMO"});
 
 /// How many letters of a batch run were printed for a Troop/District.
 inline constexpr auto kLettersPrintedColumns =
@@ -56,6 +80,8 @@ inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {record_name::kLettersPrinted, kLettersPrintedColumns},
     {record_name::kCustomer, kCustomerColumns},
     {record_name::kCustomerSearch, kCustomerSearchColumns},
+    {record_name::kCustomerForms, kCustomerFormColumns},
+    {record_name::kRescheduled, kRescheduledColumns},
 });
 
 /// Looked up without regard to case; nothing when there is no such layout.

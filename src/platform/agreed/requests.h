@@ -9,6 +9,8 @@ namespace platform {
 /// The message type codes.
 namespace message_type {
 inline constexpr int kCustomer = 7;
+inline constexpr int kSaveCustomer = 8;
+inline constexpr int kCustomerForms = 50;
 inline constexpr int kCountPrinted = 78;
 inline constexpr int kSearch = 79;
 inline constexpr int kChange = 82;
@@ -21,6 +23,13 @@ namespace request_key {
 inline constexpr std::string_view kCustomer = "CUST_ID";
 inline constexpr std::string_view kCustomerWords = "CUST_FIND";
 inline constexpr std::string_view kLeftOutColumns = "ExclCols";
+inline constexpr std::string_view kElementName =
+    "ELEMENT_NAME";  ///< kCustomers: with all that maintaining takes
+inline constexpr std::string_view kSingleCredential = "SINGLECUSTCRED";
+inline constexpr std::string_view kFirstRow = "START";  ///< of those found, from 1
+inline constexpr std::string_view kLastRow = "END";
+inline constexpr std::string_view kFormTypeAsked = "REF_TYP_CD";
+inline constexpr std::string_view kCustomerVersion = "UPDT_NBR";  ///< the one a change was made from
 inline constexpr std::string_view kLetterType = "LTR_TYP_ID";
 inline constexpr std::string_view kFillBookmarks = "POPULATE_LTR_BOOKMARKS";
 inline constexpr std::string_view kFieldDescriptors = "EmitFieldDescriptors";
@@ -35,6 +44,8 @@ inline constexpr std::string_view kDistrict = "TRP_DIST_ID";
 inline constexpr std::string_view kDays = "START_DT";  ///< one day, or two with kBetween
 inline constexpr std::string_view kBatch = "BATCH_NBR";
 inline constexpr std::string_view kThin = "THIN";  ///< "YES": letters come without their contexts
+
+inline constexpr std::string_view kCustomers = "CUSTOMERS";  ///< value of kElementName
 
 inline constexpr std::string_view kPrefix = "key:";
 
@@ -73,6 +84,8 @@ inline constexpr const char* kBatchRuns = "CORRBATCH";
 inline constexpr const char* kLettersPrinted = "BATCH_LTRS_PRINTED";
 inline constexpr const char* kCustomer = "CUSTOMER";
 inline constexpr const char* kCustomerSearch = "CUSTOMER_SEARCH";
+inline constexpr const char* kCustomerForms = "CUSTOMERFORM";
+inline constexpr const char* kRescheduled = "XML_ROW";
 }  // namespace record_name
 
 /// The question for the server's template folder, and the element with the answer.

@@ -6,6 +6,7 @@
 namespace platform {
 
 class Control;
+class Form;
 class TextField;
 
 /// Code-table look-ups, field marking and the office's rules for numbers.
@@ -39,6 +40,18 @@ class Utilities {
   virtual bool AllowBatchNumberKey(char32_t key) = 0;
   /// Zip codes, and what is written like them: a Troop/District.
   virtual bool AllowZipKey(char32_t key) = 0;
+
+  /// The keys that the name and city filters let through besides letters: control characters (editing), and
+  /// the blank, apostrophe and hyphen that names are written with.
+  virtual bool IsControlKey(char32_t key) = 0;
+  /// Whether a text that is to be pasted into a name or city could have been a name: letters of whatever
+  /// script, blanks, apostrophes, hyphens and periods. "" could.
+  virtual bool IsAlphaText(std::string_view text) = 0;
+
+  /// Whether the user of this workspace holds a right (agreed/rights.h).
+  virtual bool IsAuthorized(std::string_view right) = 0;
+  /// A dialog that has been loaded makes itself known; it is forgotten when it goes.
+  virtual void RegisterForm(Form& form) = 0;
 
   /// Whether the highway patrol has such a troop, such a district of a troop.
   virtual bool ValidateTroop(const std::string& troop) = 0;

@@ -48,6 +48,10 @@ std::vector<std::string> ColumnsWithout(std::string_view excluded) {
 void AppendCustomer(RecordSet& record, const RecordSet& stored, std::size_t row) {
   std::vector<Value> values;
   for (const auto& column : record.columns()) {
+    if (!stored.HasColumn(column)) {
+      values.emplace_back();
+      continue;
+    }
     const auto& value = stored.Get(row, column);
     values.push_back(column == kBalance ? Value(platform::Money::FromCents(value.AsInteger())) : value);
   }
@@ -74,7 +78,7 @@ void AnswerCustomerSearch(Exchange& exchange) {
   exchange.reply
       .AddRecord(platform::record_name::kCustomerSearch,
                  {platform::kCustomerSearchColumns.begin(), platform::kCustomerSearchColumns.end()})
-      .Append({found->RecordCount() > kMostFound ? "Y" : "N"});
+      .Append({found->RecordCount() > kMostFound ? "Y" : "N", std::min(found->RecordCount(), kMostFound)});
 }
 
 }  // namespace server

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/data_folder.h"
+#include "host/ini_file.h"
+#include "platform/parties/user_rights.h"
+
+namespace host {
+
+/// What the office has set for everybody: server.ini of the data folder, read once. docs/operations.md
+/// describes it. Users and rights are found without regard to case.
+///
+/// A value that is wrong counts as not set, and is named in faults(). Where the file is missing nobody holds
+/// a right.
+class ServerSettings : public platform::UserRights {
+ public:
+  /// Throws Failure kPermissionDenied where the file may not be read, kDamaged where it is not written in
+  /// UTF-8.
+  explicit ServerSettings(const DataFolder& folder);
+
+  /// Writes the first settings with an explanation of each, unless there are settings already.
+  static void CreateFor(const DataFolder& folder);
+
+  /// What is wrong in the file, a sentence or two each with the file and the line, in the order of the file.
+  const std::vector<std::string>& faults() const { return faults_; }
+
+  /// Those of the user's own line; without one those of the line "*".
+  bool Holds(std::string_view user_id, std::string_view right) const override;
+
+ private:
+  void Complain(std::size_t line, const std::string& what);
+  void Take(const IniFile::Entry& entry);
+  void TakeRights(const IniFile::Entry& entry);
+
+  const DataFolder folder_;
+  std::map<std::string, std::set<std::string>> rights_;  // by user, all in upper case
+  std::vector<std::string> faults_;
+};
+
+}  // namespace host

@@ -1,0 +1,61 @@
+#include "host/server_settings.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+#include "tests/support/temporary_folder.h"
+
+namespace host_tests {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+
+class ServerSettingsFile : public ::testing::Test {
+ protected:
+  host::ServerSettings With(const std::string& text) {
+    std::ofstream(folder.path() / "server.ini") << text;
+    return host::ServerSettings(host::DataFolder(folder.path()));
+  }
+  tests::TemporaryFolder folder;
+};
+
+TEST_F(ServerSettingsFile, GivesAUserTheRightsOfTheOwnLineElseEverybodys) {
+  const auto settings = With("[Rights]\n*=CustomerEdit\nclerk7 = customeradd , UpdateCustNotify\nguest=\n");
+  EXPECT_TRUE(settings.Holds("ANYBODY", "CustomerEdit"));
+  EXPECT_FALSE(settings.Holds("ANYBODY", "CustomerAdd"));
+  EXPECT_TRUE(settings.Holds(" Clerk7 ", "CustomerAdd"));
+  EXPECT_FALSE(settings.Holds("CLERK7", "CustomerEdit"));
+  EXPECT_FALSE(settings.Holds("guest", "CustomerEdit"));
+  EXPECT_THAT(settings.faults(), IsEmpty());
+}
+
+TEST_F(ServerSettingsFile, GivesNobodyARightWithoutOne) {
+  const host::ServerSettings missing{host::DataFolder(folder.path())};
+  EXPECT_FALSE(missing.Holds("DEMO01", "CustomerEdit"));
+}
+
+TEST_F(ServerSettingsFile, NamesWhatItCannotTake) {
+  const auto settings = With("[Rights]\nA=CustomerEdit, CustomerDelete\nnonsense\n[Other]\nX=1\n");
+  EXPECT_TRUE(settings.Holds("A", "CustomerEdit"));
+  EXPECT_THAT(
+      settings.faults(),
+      ElementsAre(EndsWith("line 3: \"nonsense\" is no setting; write KEY=VALUE."),
+                  EndsWith("line 2: \"CustomerDelete\" is no right; there are CustomerEdit, CustomerAdd "
+                           "and UpdateCustNotify. It counts for nothing."),
+                  EndsWith("line 5: [Other] X is no setting and counts for nothing.")));
+}
+
+TEST_F(ServerSettingsFile, BeginsWithEveryRightForEverybodyAndIsKept) {
+  const host::DataFolder data(folder.path());
+  host::ServerSettings::CreateFor(data);
+  EXPECT_TRUE(host::ServerSettings(data).Holds("DEMO01", "UpdateCustNotify"));
+  std::ofstream(folder.path() / "server.ini") << "[Rights]\n";
+  host::ServerSettings::CreateFor(data);
+  EXPECT_FALSE(host::ServerSettings(data).Holds("DEMO01", "UpdateCustNotify"));
+}
+
+}  // namespace
+}  // namespace host_tests
