@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "server/customers/customer_words.h"
 #include "server/schema/schema.h"
 
 #include "tests/server/server_world.h"
@@ -172,6 +173,22 @@ TEST_F(CustomerInquiry, FindsWhomAnotherProgramPutIntoTheTablesOrChanged) {
   EXPECT_THAT(Found("zeno"), ElementsAre());
   EXPECT_THAT(Found("zorn"), ElementsAre("A1"));
   EXPECT_THAT(Found("prairie"), ElementsAre("100001", "A1"));
+}
+
+TEST_F(CustomerInquiry, FindsACustomerByWhatWasSavedAMomentAgo) {
+  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+  const auto save = [&](const std::string& statement, bool committed) {
+    server::Transaction transaction(database, server::Transaction::Purpose::kChanging);
+    database.Change(statement);
+    server::IndexCustomer(database, "100002");
+    if (committed) transaction.Commit();
+  };
+  save("UPDATE customer SET LAST_NM = 'Zorn' WHERE CUST_ID = '100002'", true);
+  EXPECT_THAT(Found("hattie zorn"), ElementsAre("100002"));
+  EXPECT_THAT(Found("hattie merriweather"), ElementsAre());
+  save("UPDATE customer SET LAST_NM = 'Zeno' WHERE CUST_ID = '100002'", false);
+  EXPECT_THAT(Found("hattie zorn"), ElementsAre("100002"));
+  EXPECT_THAT(Found("hattie zeno"), ElementsAre());
 }
 
 TEST_F(CustomerInquiry, SaysWhenThereAreMoreThanItBrings) {

@@ -71,6 +71,14 @@ void BringCustomerWordsUpToDate(Database& database) {
   }
 }
 
+void IndexCustomer(Database& database, const std::string& id) {
+  const auto customer = database.Select("SELECT * FROM customer WHERE CUST_ID = ?", {id});
+  const auto stored = database.Select("SELECT SRCH_TXT FROM customer_search WHERE CUST_ID = ?", {id});
+  // The text of a customer that has gone went with it.
+  if (!customer->IsEmpty())
+    StoreWords(database, id, SearchText(*customer, 0), stored->IsEmpty() ? "" : stored->FirstText());
+}
+
 bool LacksCustomerWords(Database& database) {
   return Count(database, "customer") != Count(database, "customer_search");
 }
