@@ -112,7 +112,8 @@ class Workplace {
                                fakes_.status,
                                fakes_.host,
                                fakes_.print_journal,
-                               fakes_.template_judge};
+                               fakes_.template_judge,
+                               fakes_.view_settings};
   workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();
   workspace::RequestEnvelope envelope_{services_, pending_, *listener_};

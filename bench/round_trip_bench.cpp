@@ -94,7 +94,8 @@ class Workspace {
                                fakes_.status,
                                fakes_.host,
                                fakes_.print_journal,
-                               fakes_.template_judge};
+                               fakes_.template_judge,
+                               fakes_.view_settings};
   const std::string message_title_ = "Bench";
   workspace::PendingRequest pending_;
   std::unique_ptr<platform::ReplyListener> listener_ = messages_.NewListener();

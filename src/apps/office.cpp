@@ -10,6 +10,7 @@
 #include "host/server_settings.h"
 #include "host/settings_file.h"
 #include "host/system_clock.h"
+#include "host/view_settings_file.h"
 #include "platform/identity.h"
 #include "reference/office_utilities.h"
 #include "reference/reference_database.h"
@@ -35,8 +36,10 @@ struct Office::Rooms {
         customers(folder.root()),
         print_journal(folder.Unrecorded(), errors),
         templates(folder.root()),
-        services{messages, downloads, reference, utilities,   printing.component(), settings,      settings,
-                 files,    clock,     errors,    host.status, host.shell,           print_journal, templates},
+        view_settings(folder),
+        services{messages,    downloads,  reference,     utilities, printing.component(),
+                 settings,    settings,   files,         clock,     errors,
+                 host.status, host.shell, print_journal, templates, view_settings},
         workspace(services) {}
 
   const host::DataFolder folder;
@@ -53,6 +56,7 @@ struct Office::Rooms {
   server::CustomerDirectory customers;
   host::PrintJournal print_journal;
   CheckedTemplates templates;
+  host::ViewSettingsFile view_settings;
   platform::Services services;
   workspace::ZEMLO_Corresp workspace;
 };

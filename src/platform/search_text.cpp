@@ -6,6 +6,7 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <iterator>
 
 #include "platform/failure.h"
 #include "platform/text.h"
@@ -62,6 +63,100 @@ std::vector<std::string> SearchWords(std::string_view text) {
     start = end + 1;
   }
   return words;
+}
+
+namespace {
+
+/// A word of a text, folded, with where in the text each of its bytes ends.
+struct PlacedWord {
+  std::size_t start = 0;
+  std::string folded = {};
+  std::vector<std::size_t> ends = {};
+};
+
+std::vector<PlacedWord> PlacedWords(std::string_view text) {
+  std::vector<PlacedWord> words;
+  bool in_word = false;
+  for (std::size_t at = 0; at < text.size();) {
+    const auto letter = FirstCharacters(text.substr(at), 1);
+    if (letter.empty()) break;
+    const auto folded = FoldForSearch(letter);
+    const auto end = at + letter.size();
+    const bool separates = folded.empty() && SearchWords("a" + std::string(letter) + "a").size() > 1;
+    if (separates) {
+      in_word = false;
+    } else if (!folded.empty()) {
+      if (!in_word) words.push_back({at});
+      in_word = true;
+      words.back().folded += folded;
+      words.back().ends.resize(words.back().folded.size(), end);
+    } else if (in_word) {
+      words.back().ends.back() = end;  // an accent, an apostrophe
+    }
+    at = end;
+  }
+  return words;
+}
+
+bool IsDigit(char character) {
+  return character >= '0' && character <= '9';
+}
+bool IsNumberCharacter(char character) {
+  return IsDigit(character) || std::string_view(" ()-./+").find(character) != std::string_view::npos;
+}
+
+std::string DigitsOf(std::string_view text) {
+  std::string digits;
+  std::ranges::copy_if(text, std::back_inserter(digits), IsDigit);
+  return digits;
+}
+
+/// The numbers of a typed text: runs of digits and marks, those that a letter touches left out.
+std::vector<std::string> NumbersIn(std::string_view typed) {
+  std::vector<std::string> numbers;
+  std::string run;
+  const auto end_run = [&] {
+    if (auto digits = DigitsOf(run); !digits.empty()) numbers.push_back(std::move(digits));
+    run.clear();
+  };
+  for (std::size_t start = 0; start < typed.size();) {
+    const auto end = std::min(typed.find(' ', start), typed.size());
+    const auto part = typed.substr(start, end - start);
+    if (std::ranges::all_of(part, IsNumberCharacter))
+      run += part;
+    else
+      end_run();
+    start = end + 1;
+  }
+  end_run();
+  return numbers;
+}
+
+}  // namespace
+
+std::vector<TextRange> RangesOfWords(std::string_view text, const std::vector<std::string>& words) {
+  std::vector<TextRange> ranges;
+  for (const auto& placed : PlacedWords(text)) {
+    std::size_t most = 0;
+    for (const auto& word : words)
+      if (placed.folded.starts_with(word)) most = std::max(most, word.size());
+    if (most > 0) ranges.push_back({placed.start, placed.ends[most - 1] - placed.start});
+  }
+  return ranges;
+}
+
+std::vector<TextRange> RangesOfNumber(std::string_view text, std::string_view typed) {
+  const auto digits = DigitsOf(text);
+  for (const auto& number : NumbersIn(typed)) {
+    const auto found = digits.find(number);
+    if (found == digits.npos) continue;
+    std::vector<std::size_t> places;
+    for (std::size_t at = 0; at < text.size(); ++at)
+      if (IsDigit(text[at])) places.push_back(at);
+    const auto start = places[found];
+    return {{start, places[found + number.size() - 1] + 1 - start}};
+  }
+  return {};
 }
 
 bool HoldsWords(std::string_view folded, const std::vector<std::string>& words) {

@@ -9,6 +9,7 @@
 #include "tests/fakes/fake_settings.h"
 #include "tests/fakes/fake_template_judge.h"
 #include "tests/fakes/fake_utilities.h"
+#include "tests/fakes/fake_view_settings.h"
 #include "tests/fakes/journal.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/fakes/manual_event_queue.h"
@@ -33,9 +34,9 @@ class FakeServices {
  public:
   /// `print_component` outlives this; a test that prints gives a recording one.
   explicit FakeServices(platform::PrintComponent* print_component = nullptr)
-      : services_{server,   comm_clients,   reference,     utilities,     PrintOr(print_component),
-                  settings, settings_store, files,         clock,         errors,
-                  status,   host,           print_journal, template_judge} {}
+      : services_{server,   comm_clients,   reference,     utilities,      PrintOr(print_component),
+                  settings, settings_store, files,         clock,          errors,
+                  status,   host,           print_journal, template_judge, view_settings} {}
 
   Journal journal;
   ManualEventQueue queue;
@@ -53,6 +54,7 @@ class FakeServices {
   RecordingHost host{&journal};
   FakePrintJournal print_journal;
   FakeTemplateJudge template_judge;
+  FakeViewSettings view_settings;
 
   const platform::Services& services() const { return services_; }
   /// Lets replies and other posted work arrive.

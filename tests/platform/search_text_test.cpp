@@ -22,6 +22,54 @@ TEST(SearchText, IsWordsWithoutCaseAccentsAndMarks) {
   for (const auto& [text, folded] : cases) EXPECT_EQ(FoldForSearch(text), folded) << text;
 }
 
+std::string Marked(std::string_view text, const std::vector<TextRange>& ranges) {
+  std::string marked(text);
+  for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
+    marked.insert(range->start + range->length, "]").insert(range->start, "[");
+  return marked;
+}
+
+TEST(SearchText, TellsWhereTheWordsOfATextBeginAsItsSearch) {
+  struct Case {
+    std::string_view text;
+    std::string_view typed;
+    std::string_view marked;
+  };
+  const Case cases[] = {
+      {"Hattie Merriweather", "merr HAT", "[Hat]tie [Merr]iweather"},
+      {"Merr & Merritt", "merr merri", "[Merr] & [Merri]tt"},
+      {"Caf\u00e9 \u00c9lan, L.L.C.", "cafe el l", "[Caf\u00e9] [\u00c9l]an, [L].[L].C."},
+      {"CAFE\xCC\x81 ELAN", "cafe", "[CAFE\xCC\x81] ELAN"},
+      {"O'Marchbanks", "omarch", "[O'March]banks"},
+      {"Stra\u00dfe", "strass", "[Stra\u00df]e"},
+      {"Oakhaven", "haven", "Oakhaven"},
+      {"Oakhaven", "", "Oakhaven"},
+      {"", "oak", ""},
+  };
+  for (const auto& [text, typed, marked] : cases)
+    EXPECT_EQ(Marked(text, RangesOfWords(text, SearchWords(typed))), marked) << typed;
+}
+
+TEST(SearchText, TellsWhereANumberStandsHoweverItIsPunctuated) {
+  struct Case {
+    std::string_view text;
+    std::string_view typed;
+    std::string_view marked;
+  };
+  const Case cases[] = {
+      {"(405) 521-2485", "405 521", "([405) 521]-2485"},
+      {"(405) 521-2485", "(405)521.2485", "([405) 521-2485]"},
+      {"62-000100001-01", "620001", "[62-0001]00001-01"},
+      {"62-000100001-01", "merr 0001", "62-[0001]00001-01"},
+      {"(405) 521-2485", "merr", "(405) 521-2485"},
+      {"(405) 521-2485", "d405", "(405) 521-2485"},
+      {"(405) 521-2485", "406", "(405) 521-2485"},
+      {"", "405", ""},
+  };
+  for (const auto& [text, typed, marked] : cases)
+    EXPECT_EQ(Marked(text, RangesOfNumber(text, typed)), marked) << typed;
+}
+
 TEST(SearchText, HoldsWordsInAnyOrder) {
   const auto folded = FoldForSearch("Surety Bond Demand");
   EXPECT_TRUE(HoldsWords(folded, SearchWords("demand BOND")));

@@ -57,6 +57,19 @@ class CustomerInquiry : public tests::ServerTest {
   }
 };
 
+TEST_F(CustomerInquiry, ListsCustomersInTheOrderAskedForWithoutThoseThatAreGone) {
+  const auto reply = Ask({.type = 7, .key_items = {Criterion("key:CUST_IDS", "100003, 4,100001")}});
+  const auto* customers = Record(reply, "CUSTOMER");
+  ASSERT_EQ(customers->RecordCount(), 2u);
+  EXPECT_EQ(customers->Text(0, "Cust_Id"), "100003");
+  EXPECT_EQ(customers->Text(1, "Cust_Id"), "100001");
+  EXPECT_FALSE(customers->HasColumn("OT_BAL"));
+
+  std::string many = "1";
+  for (int id = 0; id < 100; ++id) many += ",1";
+  EXPECT_THAT(Ask({.type = 7, .key_items = {Criterion("key:CUST_IDS", many)}}).error, HasSubstr("100"));
+}
+
 TEST_F(CustomerInquiry, BringsWhatIsStoredAndLeavesNullsNull) {
   using Stored = std::optional<std::string>;
   struct Case {

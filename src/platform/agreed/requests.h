@@ -22,6 +22,8 @@ namespace request_key {
 
 inline constexpr std::string_view kCustomer = "CUST_ID";
 inline constexpr std::string_view kCustomerWords = "CUST_FIND";
+inline constexpr std::string_view kListedCustomers =
+    "CUST_IDS";  ///< separated by commas; the reply has them in that order, without those that are gone
 inline constexpr std::string_view kLeftOutColumns = "ExclCols";
 inline constexpr std::string_view kElementName =
     "ELEMENT_NAME";  ///< kCustomers: with all that maintaining takes

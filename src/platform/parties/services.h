@@ -14,6 +14,7 @@
 #include "platform/parties/template_judge.h"
 #include "platform/parties/trap.h"
 #include "platform/parties/utilities.h"
+#include "platform/parties/view_settings.h"
 
 namespace platform {
 
@@ -33,6 +34,7 @@ struct Services {
   HostShell& host;
   PrintJournal& print_journal;
   TemplateJudge& template_judge;
+  ViewSettings& view_settings;
 };
 
 /// Trap with the reporter of `services`.

@@ -68,6 +68,22 @@ void AnswerCustomer(Exchange& exchange) {
   AppendCustomer(exchange.reply.AddRecord(platform::record_name::kCustomer, std::move(columns)), *stored, 0);
 }
 
+void AnswerListedCustomers(Exchange& exchange) {
+  constexpr std::size_t kMostListed = 100;
+  auto& customers = exchange.reply.AddRecord(platform::record_name::kCustomer, ColumnsWithout(kBalance));
+  const auto ids = exchange.keys.Text(platform::request_key::kListedCustomers);
+  std::string_view rest = ids;
+  for (std::size_t listed = 0; !rest.empty(); ++listed) {
+    if (listed == kMostListed)
+      throw Failure(Failure::Kind::kRefused, "More than 100 customers were asked for at once.");
+    const auto id = rest.substr(0, rest.find(','));
+    rest.remove_prefix(std::min(id.size() + 1, rest.size()));
+    const auto stored = exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?",
+                                                 {std::string(platform::Trim(id))});
+    if (!stored->IsEmpty()) AppendCustomer(customers, *stored, 0);
+  }
+}
+
 void AnswerCustomerSearch(Exchange& exchange) {
   const auto found = FindCustomers(exchange.database,
                                    exchange.keys.Text(platform::request_key::kCustomerWords), kMostFound + 1);

@@ -9,6 +9,11 @@ namespace server {
 /// Failure kRefused for a column that cannot be left out.
 void AnswerCustomer(Exchange& exchange);
 
+/// Answers the key CUST_IDS with the customers whose ids its value names, separated by commas, in that order:
+/// record "CUSTOMER" without OT_BAL. Those that are not there are left out. Throws Failure kRefused for more
+/// than 100 ids.
+void AnswerListedCustomers(Exchange& exchange);
+
 /// Answers the key CUST_FIND with the customers whose id, name, city or account holds the words of its value
 /// (FindCustomers), at most 200: record "CUSTOMER" without OT_BAL. The record "CUSTOMER_SEARCH" says whether
 /// there are more.

@@ -32,6 +32,7 @@ constexpr auto kFetchKeys = std::to_array<KnownKey>(
 constexpr auto kHistoryKeys = kFetchKeys;
 constexpr auto kCustomerKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kLeftOutColumns}});
+constexpr auto kListedCustomerKeys = std::to_array<KnownKey>({{request_key::kListedCustomers}});
 constexpr auto kCustomerSearchKeys =
     std::to_array<KnownKey>({{request_key::kCustomerWords, platform::key_operator::kLike}});
 
@@ -59,6 +60,9 @@ bool SearchesLetters(const Request& request) {
 bool AsksCustomer(const Request& request) {
   return HasKey(request, request_key::kCustomer);
 }
+bool ListsCustomers(const Request& request) {
+  return HasKey(request, request_key::kListedCustomers);
+}
 bool SearchesCustomers(const Request& request) {
   return HasKey(request, request_key::kCustomerWords);
 }
@@ -68,6 +72,7 @@ constexpr auto kRoutes = std::to_array<Route>({
     {message_type::kFetch, AsksContext, kContextKeys, false, AnswerContext},
     {message_type::kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
     {message_type::kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
+    {message_type::kCustomer, ListsCustomers, kListedCustomerKeys, false, AnswerListedCustomers},
     {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
     {message_type::kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
     {message_type::kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},

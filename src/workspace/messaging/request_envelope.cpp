@@ -81,6 +81,7 @@ void RequestEnvelope::AddRecord(platform::RequestMessage& message,
 }
 
 void RequestEnvelope::Announce(const RequestDescription& request) const {
+  if (request.in_background) return;
   if (request.waits_for_context) services_.status.SetReady(false);
   services_.host.SetMousePointer(platform::MousePointer::kHourglass);
   if (!request.status.empty()) services_.status.ShowStatus(request.status);

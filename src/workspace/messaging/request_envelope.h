@@ -50,6 +50,8 @@ struct RequestDescription {
   bool waits_for_context = false;  ///< the workspace takes no commands until the reply
   Status status_when = Status::kAfterSending;
   SendMode mode = SendMode::kSend;
+  /// The user goes on meanwhile: pointer and status bar stay as they are.
+  bool in_background = false;
 };
 
 /// Sends requests the one way they are sent: header, keys, records, pending key and name, message text, send.

@@ -65,6 +65,10 @@ TEST_F(RequestEnvelopeTest, AnnouncesBeforeOrAfterSendingAsDescribed) {
                   .mode = RequestDescription::SendMode::kSendAndWait});
   EXPECT_THAT(fakes_.journal.lines(), ElementsAre("pointer hourglass", "status Searching", "send type 79"));
   EXPECT_EQ(fakes_.server.LastRequest().time_out, milliseconds(180'000));
+
+  fakes_.journal.Clear();
+  envelope_.Send({.type = 7, .status = "Unseen", .in_background = true});
+  EXPECT_THAT(fakes_.journal.lines(), ElementsAre("send type 7"));
 }
 
 TEST_F(RequestEnvelopeTest, AwaitsItsReplyUnlessItCouldNotBeSent) {
