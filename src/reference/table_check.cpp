@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/agreed/letter_types.h"
 #include "platform/text.h"
 #include "platform/value.h"
 #include "reference/reference_schema.h"
@@ -58,7 +59,7 @@ std::string_view Complaint(ColumnKind kind, const std::string& cell) {
     case ColumnKind::kCounty:
       return IsNumber(cell) ? "" : "is no county's number. Write a number without zeros in front.";
     case ColumnKind::kOnlineIndicator:
-      return cell == "O" || cell == "B" || cell == "S" || cell == "E"
+      return platform::made_where::IsKnown(cell)
                  ? ""
                  : "is unknown. Write O (on line), B (by the batch), S (by the system) or E (made "
                    "elsewhere).";

@@ -5,6 +5,7 @@
 #include <limits>
 #include <utility>
 
+#include "platform/agreed/letter_types.h"
 #include "platform/agreed/requests.h"
 #include "platform/key_item.h"
 #include "workspace/messaging/counting.h"
@@ -23,8 +24,8 @@ struct ReprintKind {
   const char* printed_column;
 };
 constexpr auto kKinds = std::to_array<ReprintKind>({
-    {"110", "RePrint_CTL", "CTL_TOT", "CTL_PRNTD"},
-    {"109", "RePrint_Tax_Warrant", "TW_TOT", "TW_PRNTD"},
+    {platform::letter_type::kTaxLiability, "RePrint_CTL", "CTL_TOT", "CTL_PRNTD"},
+    {platform::letter_type::kTaxWarrant, "RePrint_Tax_Warrant", "TW_TOT", "TW_PRNTD"},
 });
 constexpr const char* kLayout = platform::record_name::kLettersPrinted;
 

@@ -10,6 +10,7 @@
 #include "platform/agreed/field_names.h"
 #include "platform/agreed/form_numbers.h"
 #include "platform/agreed/letter_record.h"
+#include "platform/agreed/letter_types.h"
 #include "platform/agreed/requests.h"
 #include "platform/agreed/saved_letter.h"
 #include "platform/agreed/template_versions.h"
@@ -244,6 +245,13 @@ TEST(TemplateInForce, IsTheNewestByItsTimeStampWhicheverBeganLast) {
     const auto* found = TemplateInForce(versions, c.day);
     EXPECT_EQ(found == nullptr ? "" : found->file, c.file) << c.day;
   }
+}
+
+TEST(LetterTypes, AreMadeInOneOfFourPlaces) {
+  EXPECT_THAT(made_where::kAll, testing::ElementsAre("O", "B", "S", "E"));
+  EXPECT_FALSE(made_where::IsKnown("o"));
+  EXPECT_STREQ(letter_type::kTaxLiability, "110");
+  EXPECT_STREQ(letter_type::kTaxWarrant, "109");
 }
 
 TEST(SavedLetters, AreDocumentsOrPdfs) {

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "platform/agreed/letter_types.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 
@@ -24,9 +25,10 @@ std::string WhyNotListed(HeadlessOffice& office, const std::string& type, const 
                                 " AND LTR_TYP_ID=" + quoted(type));
   const auto indicator = found->IsEmpty() ? "" : found->FirstText();
   const auto name = "etter type " + platform::Quoted(type);
-  if (indicator == "S")
+  if (indicator == platform::made_where::kSystem)
     return "L" + name + " is made by the system and is in no list to choose from." + way_out;
-  if (indicator == "E") return "L" + name + " has no template: it is made elsewhere.";
+  if (indicator == platform::made_where::kElsewhere)
+    return "L" + name + " has no template: it is made elsewhere.";
   return "There is no l" + name + ". \"zemlo-letters types\" lists them.";
 }
 

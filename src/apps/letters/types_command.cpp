@@ -4,6 +4,7 @@
 #include "apps/letters/commands.h"
 #include "apps/letters/headless_office.h"
 #include "apps/letters/listing.h"
+#include "platform/agreed/letter_types.h"
 
 namespace apps {
 namespace {
@@ -13,10 +14,11 @@ struct OnlineIndicator {
   const char* meaning;
 };
 
-constexpr std::string_view kElectronic = "E";
-
 constexpr std::array<OnlineIndicator, 4> kOnlineIndicators{
-    {{"O", "on line"}, {"B", "batch only"}, {kElectronic, "electronic, no template"}, {"S", "system"}}};
+    {{platform::made_where::kOnline, "on line"},
+     {platform::made_where::kBatch, "batch only"},
+     {platform::made_where::kElsewhere, "electronic, no template"},
+     {platform::made_where::kSystem, "system"}}};
 
 std::string MeaningOf(std::string_view code) {
   for (const auto& indicator : kOnlineIndicators) {
@@ -47,8 +49,8 @@ int RunTypes(const QStringList& words) {
     const auto code = list.rows()->Text(row, "CD_TBL_CD");
     if (code.empty()) continue;
     const auto indicator = list.rows()->Text(row, "LTR_IND");
-    const auto in_force =
-        indicator == kElectronic ? workspace::TemplateInForce() : office.workspace().TemplateOf(code);
+    const auto in_force = indicator == platform::made_where::kElsewhere ? workspace::TemplateInForce()
+                                                                        : office.workspace().TemplateOf(code);
     listing.rows.push_back({code, list.rows()->Text(row, "CD_TBL_DES"), MeaningOf(indicator),
                             workspace::RequiredFormTypes(office.office().services().utilities, code),
                             in_force.name, in_force.fault});

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/agreed/field_names.h"
+#include "platform/agreed/letter_types.h"
 #include "platform/text.h"
 #include "server/context/field_functions.h"
 #include "server/context/field_queries.h"
@@ -221,7 +222,8 @@ class LetterTypeCheck {
     auto with_fields = TypesOf(fields_);
     // Made elsewhere: nobody fills it in here.
     for (std::size_t row = 0; row < letters_.RowCount(); ++row) {
-      if (letters_.Text(row, "LTR_ONLN_IND") == "E") with_fields.insert(letters_.Text(row, kType));
+      if (letters_.Text(row, "LTR_ONLN_IND") == platform::made_where::kElsewhere)
+        with_fields.insert(letters_.Text(row, kType));
     }
     RequireTypes(letters_, std::move(with_fields), [](const std::string& type) {
       return "The letter type " + Quoted(type) + " has no fields. Enter them in " +

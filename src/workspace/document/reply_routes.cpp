@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/agreed/letter_types.h"
+
 namespace workspace {
 
 namespace {
@@ -11,9 +13,8 @@ using Status = ReplyRoute::StatusAfterwards;
 using Action = ReplyRoute::Action;
 using Step = std::function<void()>;
 
-// The letter types a batch is reprinted by.
-constexpr const char* kTaxLiability = "110";
-constexpr const char* kTaxWarrant = "109";
+using platform::letter_type::kTaxLiability;
+using platform::letter_type::kTaxWarrant;
 
 /// The steps of the table, by the names it uses for them.
 class Steps {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/agreed/letter_types.h"
 #include "platform/text.h"
 
 namespace workspace {
@@ -84,7 +85,8 @@ std::vector<FieldCheck::Rule> FieldCheck::CorrespondenceRules() {
   const bool is_for_document = has_letter && !is_for_customer;
   const auto number = is_for_document ? JudgeFormNumber(page) : platform::Utilities::FormNumberVerdict{};
   const auto is_batch_letter = [&page] {
-    return platform::UpperCase(platform::Trim(page.ZEMLO_LetterType.OnlineInd())) == "B";
+    return platform::UpperCase(platform::Trim(page.ZEMLO_LetterType.OnlineInd())) ==
+           platform::made_where::kBatch;
   };
   return {
       {!has_letter, "Please select a correspondence type", &page.ZEMLO_LetterType},

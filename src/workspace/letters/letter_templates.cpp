@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/agreed/letter_types.h"
 #include "platform/agreed/requests.h"
 #include "platform/agreed/template_versions.h"
 #include "platform/identity.h"
@@ -21,8 +22,6 @@ using platform::Trim;
 
 constexpr std::string_view kFolderProcedure = "ZEMLO_Corresp.DecodeNetworkPath";
 constexpr std::string_view kCopyProcedure = "ZEMLO_Corresp.CopyTemplate";
-
-constexpr std::string_view kMadeElsewhere = "E";
 
 // Names come from catalogue and history rows: none of them may lead out of the template folder.
 std::string_view PlainName(std::string_view name) {
@@ -176,7 +175,7 @@ std::string LetterTemplates::WhyNoTemplate(const std::string& letter_type) const
     const auto versions = Catalogue(kTemplateVersions, letter_type);
     if (versions->IsEmpty()) {
       const auto type = Catalogue(kLetterType, letter_type);
-      return !type->IsEmpty() && type->FirstText() == kMadeElsewhere
+      return !type->IsEmpty() && type->FirstText() == platform::made_where::kElsewhere
                  ? subject + ": it is made elsewhere."
                  : subject + " in the catalogue." + kRemedy;
     }
