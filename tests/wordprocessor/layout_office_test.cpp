@@ -10,11 +10,11 @@
 #include <sstream>
 #include <string>
 
+#include "platform/descriptor.h"
+#include "platform/whole_file.h"
 #include "tests/support/patience.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/files/descriptor.h"
-#include "wordprocessor/files/print_file.h"
 #include "wordprocessor/layout/pool.h"
 
 namespace wordprocessor {
@@ -67,10 +67,12 @@ class Listener {
     url_ = "http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) + "/";
   }
   const std::string& url() const { return url_; }
-  bool WasCalled() const { return Descriptor(accept(socket_.number(), nullptr, nullptr)).number() >= 0; }
+  bool WasCalled() const {
+    return platform::Descriptor(accept(socket_.number(), nullptr, nullptr)).number() >= 0;
+  }
 
  private:
-  Descriptor socket_;
+  platform::Descriptor socket_;
   std::string url_;
 };
 
@@ -125,13 +127,13 @@ std::string LetterThatReachesFor(const std::string& place) {
 
 TEST_F(LayoutOfficeTest, FollowsNoReferenceOutOfALetter) {
   const Listener listener;
-  WriteWholeFile(folder_ / "secret.docx", Letter(Paragraph("Nobody may read this.")));
+  platform::WriteWholeFile(folder_ / "secret.docx", Letter(Paragraph("Nobody may read this.")));
   // The smallest picture: one red dot.
   const auto dot = OutputOf(
       "printf "
       "'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8BQDwAEhQGAhKmMIQAAAABJRU5ErkJggg==' | "
       "base64 -d");
-  WriteWholeFile(folder_ / "secret.png", dot);
+  platform::WriteWholeFile(folder_ / "secret.png", dot);
   LayoutPool pool(Settings());
   for (const auto& place :
        {listener.url(), "file://" + folder_.path().string() + "/", folder_.path().string() + "/"}) {

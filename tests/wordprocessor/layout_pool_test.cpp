@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "wordprocessor/files/print_file.h"
+#include "platform/whole_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -46,7 +46,7 @@ class LayoutPoolTest : public testing::Test {
                       const std::string& name = "LETTER.docx") {
     try {
       Start(pool, document, name).get();
-      return ReadWholeFile(pdf_);
+      return platform::ReadWholeFile(pdf_);
     } catch (const Failure& failure) {
       EXPECT_FALSE(std::filesystem::exists(pdf_)) << document;
       return failure.description();

@@ -6,8 +6,8 @@
 #include <map>
 #include <string>
 
+#include "platform/whole_file.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/files/print_file.h"
 #include "wordprocessor/printing/merge_clashes.h"
 
 namespace wordprocessor {
@@ -42,12 +42,12 @@ TEST(MergeJobs, ReadsOneJobALineAndNamesBadLinesByNumber) {
 class MergeJobsTest : public testing::Test {
  protected:
   MergeJobsTest() {
-    WriteScratchFile(
+    platform::WriteScratchFile(
         folder_ / "t.docx",
         Letter("<w:p><w:bookmarkStart w:id=\"1\" w:name=\"NAME\"/><w:r><w:t>blank</w:t></w:r>"
                "<w:bookmarkEnd w:id=\"1\"/></w:p><w:p><w:bookmarkStart w:id=\"2\" w:name=\"PHONE\"/>"
                "<w:r><w:t>none</w:t></w:r><w:bookmarkEnd w:id=\"2\"/></w:p>"));
-    WriteScratchFile(folder_ / "bad.xml", "<XML_CONTEXT>");
+    platform::WriteScratchFile(folder_ / "bad.xml", "<XML_CONTEXT>");
   }
   MergeJob Job(int number, const std::string& template_file, const std::string& context,
                const std::string& output) {
@@ -55,8 +55,8 @@ class MergeJobsTest : public testing::Test {
   }
   std::string ContextOf(int number) {
     const auto name = std::to_string(number) + ".xml";
-    WriteScratchFile(folder_ / name,
-                     "<XML_CONTEXT><NAME>Customer " + std::to_string(number) + "</NAME></XML_CONTEXT>");
+    platform::WriteScratchFile(
+        folder_ / name, "<XML_CONTEXT><NAME>Customer " + std::to_string(number) + "</NAME></XML_CONTEXT>");
     return name;
   }
   std::map<int, MergeResult> Run(const std::vector<MergeJob>& jobs, const std::string& program, int workers,
@@ -119,8 +119,9 @@ TEST_F(MergeJobsTest, LetsAFailingJobCostItsOwnLineOnly) {
 }
 
 TEST_F(MergeJobsTest, RefusesALetterWithBookmarksThatNothingFills) {
-  WriteScratchFile(folder_ / "other.xml", "<XML_CONTEXT><CITY>Carson</CITY></XML_CONTEXT>");
-  WriteScratchFile(folder_ / "whole.xml", "<XML_CONTEXT><NAME>A</NAME><PHONE>B</PHONE></XML_CONTEXT>");
+  platform::WriteScratchFile(folder_ / "other.xml", "<XML_CONTEXT><CITY>Carson</CITY></XML_CONTEXT>");
+  platform::WriteScratchFile(folder_ / "whole.xml",
+                             "<XML_CONTEXT><NAME>A</NAME><PHONE>B</PHONE></XML_CONTEXT>");
   const auto results = Run({Job(1, "t.docx", ContextOf(1), "1.docx"), Job(2, "t.docx", "other.xml", "2.pdf"),
                             Job(3, "t.docx", "whole.xml", "3.docx")},
                            "zemlo-fake-worker", 1, {});

@@ -13,14 +13,14 @@
 #include <functional>
 #include <string>
 
-#include "wordprocessor/files/descriptor.h"
-#include "wordprocessor/files/print_file.h"
+#include "platform/descriptor.h"
+#include "platform/whole_file.h"
 
 namespace wordprocessor {
 namespace {
 
 bool Opens(const std::filesystem::path& file, int how) {
-  return static_cast<bool>(Descriptor(open(file.c_str(), how | O_CLOEXEC, 0666)));
+  return static_cast<bool>(platform::Descriptor(open(file.c_str(), how | O_CLOEXEC, 0666)));
 }
 
 /// Whether `work` answers true in a process of its own, which has given up what the layout process gives up.
@@ -43,7 +43,7 @@ TEST(OfficeConfinement, LeavesAProcessItsOwnFolderTheFontsAndNothingElse) {
   const tests::TemporaryFolder home;
   const auto own = home / "own";
   std::filesystem::create_directory(own);
-  WriteScratchFile(home / "secret", "secret");
+  platform::WriteScratchFile(home / "secret", "secret");
   const struct {
     const char* what;
     bool allowed;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/whole_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/layout_letter.h"
@@ -19,7 +20,6 @@
 #include "wordprocessor/authoring/placeholders.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/document.h"
-#include "wordprocessor/files/print_file.h"
 #include "wordprocessor/layout/pool.h"
 
 /// Letters of templates that other programs wrote, laid out: the programs make the templates when the tests
@@ -186,7 +186,7 @@ TEST_F(LettersOfOtherPrograms, TellReadersWhoDoNotSeeThemWhatIsWhat) {
       structure,
       AllOf(HasSubstr("H1 (block): \"Notice of change\""), HasSubstr("Figure:"),
             HasSubstr("TR: TH: P (block): \"Period\" TH: P (block): \"Tax\" TR: TD: P (block): \"July\"")));
-  const auto bytes = wordprocessor::ReadWholeFile(pdf);
+  const auto bytes = platform::ReadWholeFile(pdf);
   EXPECT_THAT(bytes, HasSubstr("/Lang(en-US)"));
   // "The seal", as PDF writes an alternative text.
   EXPECT_THAT(bytes, HasSubstr("/Alt<FEFF005400680065002000730065"));

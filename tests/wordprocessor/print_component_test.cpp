@@ -8,13 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "platform/whole_file.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/fakes/recording_errors.h"
 #include "tests/fakes/recording_host.h"
 #include "tests/support/waiting_event_queue.h"
 #include "tests/wordprocessor/fake_queues.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -88,7 +88,7 @@ class PrintComponentTest : public testing::Test {
  protected:
   PrintComponentTest() {
     std::filesystem::create_directory(templates_);
-    WriteScratchFile(templates_ / "CTL110.docx", Letter(Paragraph("Dear") + Bookmark("NAME")));
+    platform::WriteScratchFile(templates_ / "CTL110.docx", Letter(Paragraph("Dear") + Bookmark("NAME")));
     MakeComponent("zemlo-fake-worker");
   }
 
@@ -159,7 +159,7 @@ TEST_F(PrintComponentTest, ShowsThePagesAndTellsWhenTheReaderClosesThem) {
   GivenPreview();
   const auto pdf = viewer_.pdf;
   EXPECT_EQ(viewer_.title, "CTL110.docx");
-  EXPECT_THAT(ReadWholeFile(pdf), StartsWith("pages by "));
+  EXPECT_THAT(platform::ReadWholeFile(pdf), StartsWith("pages by "));
   viewer_.Press(&PreviewContent::closed);
   EXPECT_THAT(heard_, ElementsAre("DocEnd"));
   events_.RunOne();
@@ -182,7 +182,7 @@ TEST_F(PrintComponentTest, PrintsFromThePreview) {
   const auto file = printed_ / "2004-03-15 09.00.00 CTL110 1.pdf";
   EXPECT_THAT(observer_.lines, ElementsAre("printed " + file.string()));
   EXPECT_THAT(heard_, ElementsAre("DocPrint"));
-  EXPECT_EQ(ReadWholeFile(file), ReadWholeFile(viewer_.pdf));
+  EXPECT_EQ(platform::ReadWholeFile(file), platform::ReadWholeFile(viewer_.pdf));
 }
 
 TEST_F(PrintComponentTest, ReportsAPrinterThatRefusesAndTellsOfNoPrint) {
@@ -248,7 +248,7 @@ TEST_F(PrintComponentTest, SavesByTheEndingOfTheFile) {
   const auto pdf = (folder_ / "letter.PDF").string();
   const auto docx = (folder_ / "letter.docx").string();
   document_->SaveToFile(pdf, "");
-  EXPECT_THAT(ReadWholeFile(pdf), StartsWith("pages by ")) << "the layout was still under way";
+  EXPECT_THAT(platform::ReadWholeFile(pdf), StartsWith("pages by ")) << "the layout was still under way";
   document_->SaveToFile(docx, "");
   EXPECT_THAT(OutputOf("unzip -p '" + docx + "' word/document.xml"), HasSubstr("Ada Fuel Co."));
   EXPECT_THAT(heard_, ElementsAre("DocPrint", "DocPrint"));
@@ -273,7 +273,7 @@ TEST_F(PrintComponentTest, PrintsWithoutAPreviewOnThePrinterTheUserChose) {
 }
 
 TEST_F(PrintComponentTest, TellsWhichBookmarksNoFieldFilled) {
-  WriteScratchFile(templates_ / "OTHER.docx", Letter(Bookmark("PHONE")));
+  platform::WriteScratchFile(templates_ / "OTHER.docx", Letter(Bookmark("PHONE")));
   const auto document = component_->NewDocument();
   document->OpenDocument((templates_ / "OTHER.docx").string());
   EXPECT_TRUE(document->MergeBookmarks(kContext));
@@ -296,7 +296,7 @@ struct Asked : platform::HandOver {
 
 // "...in writing by [Answer or payment due by]." went to the customer.
 TEST_F(PrintComponentTest, AsksBeforeALetterWithAPlaceholderGoesOut) {
-  WriteWholeFile(templates_ / "CTL110.docx", Letter(Bookmark("NAME") + Bookmark("DUE_DT")));
+  platform::WriteWholeFile(templates_ / "CTL110.docx", Letter(Bookmark("NAME") + Bookmark("DUE_DT")));
   GivenMergedLetter();
   const auto holder = std::make_shared<Asked>();
   document_->SetHandOver(holder);
@@ -326,9 +326,9 @@ TEST_F(PrintComponentTest, ProposesTheNameItWasGivenElseTheTemplates) {
 }
 
 TEST_F(PrintComponentTest, OpensTemplatesOfItsFolderOnly) {
-  WriteScratchFile(folder_ / "outside.docx", Letter(Paragraph("Not a template.")));
+  platform::WriteScratchFile(folder_ / "outside.docx", Letter(Paragraph("Not a template.")));
   std::filesystem::create_directory(templates_ / "old");
-  WriteScratchFile(templates_ / "old" / "CTL110.docx", Letter(Paragraph("Old.")));
+  platform::WriteScratchFile(templates_ / "old" / "CTL110.docx", Letter(Paragraph("Old.")));
   const auto folder = templates_.string() + "/";
   const struct {
     std::string name;
@@ -372,8 +372,8 @@ std::string Letterhead(const std::string& text) {
 }
 
 TEST_F(PrintComponentTest, AttachesTheSetTemplateElseTheOneBesideTheLetter) {
-  WriteScratchFile(templates_ / "KVCORR.DOT", Letterhead("Fuel Tax Office"));
-  WriteScratchFile(templates_ / "other.dot", Letterhead("Another Office"));
+  platform::WriteScratchFile(templates_ / "KVCORR.DOT", Letterhead("Fuel Tax Office"));
+  platform::WriteScratchFile(templates_ / "other.dot", Letterhead("Another Office"));
   const auto file = (folder_ / "letter.docx").string();
   for (const std::string set : {"", "other.dot"}) {
     const auto document = component_->NewDocument();

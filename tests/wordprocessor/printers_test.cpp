@@ -16,9 +16,9 @@
 #include <vector>
 
 #include "platform/failure.h"
+#include "platform/whole_file.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/wordprocessor/fake_queues.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -32,7 +32,7 @@ using testing::IsEmpty;
 
 class PrintersTest : public testing::Test {
  protected:
-  PrintersTest() { WriteScratchFile(pdf_, std::string(64 * 1024, 'p')); }
+  PrintersTest() { platform::WriteScratchFile(pdf_, std::string(64 * 1024, 'p')); }
 
   std::string Print(const std::string& printer, const std::string& letter = "CTL110_2407.DOCX") {
     return printers_.Print(printer, pdf_, letter, 1);
@@ -73,7 +73,7 @@ TEST_F(PrintersTest, HandsALetterToItsQueue) {
 TEST_F(PrintersTest, FilesLettersUnderDateTimeTemplateAndARunningNumber) {
   const auto first = Print("PDF folder");
   EXPECT_EQ(first, (printed_ / "2004-03-15 09.00.00 CTL110_2407 1.pdf").string());
-  EXPECT_EQ(ReadWholeFile(first), ReadWholeFile(pdf_));
+  EXPECT_EQ(platform::ReadWholeFile(first), platform::ReadWholeFile(pdf_));
   Print("PDF folder");
   Print("PDF folder", std::string(200, 'N') + ".docx");
   Print("PDF folder", "..\\..\\elsewhere\\odd.docx");
@@ -117,8 +117,8 @@ TEST_F(PrintersTest, RemovesWhatAProgramThatWasKilledLeftAndNothingElse) {
 TEST_F(PrintersTest, LettersAreForTheirOwnerAlone) {
   const auto before = umask(0);
   const auto letter = Print("PDF folder");
-  WriteWholeFile(folder_ / "saved.pdf", "letter");
-  ReplaceFile(folder_ / "merged.docx", "letter");
+  platform::WriteWholeFile(folder_ / "saved.pdf", "letter");
+  platform::ReplaceFile(folder_ / "merged.docx", "letter");
   umask(before);
   for (const auto& file : {std::filesystem::path(letter), folder_ / "saved.pdf", folder_ / "merged.docx"}) {
     EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600)) << file;

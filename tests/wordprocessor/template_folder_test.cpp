@@ -2,9 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include "platform/whole_file.h"
 #include "tests/support/temporary_folder.h"
 #include "tests/wordprocessor/layout_letter.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -61,7 +61,7 @@ TEST_F(LocalTemplates, PutAsideWhatSomebodyMayHaveMade) {
     Given("REG101.docx", content);
     EXPECT_THAT(ClearOfBrokenTemplates(folder_.path()), ElementsAre(HasSubstr("\"REG101.docx.damaged\"")));
     EXPECT_THAT(folder_.Names(), ElementsAre("REG101.docx.damaged"));
-    EXPECT_EQ(ReadWholeFile(folder_ / "REG101.docx.damaged"), content);
+    EXPECT_EQ(platform::ReadWholeFile(folder_ / "REG101.docx.damaged"), content);
     EXPECT_THAT(ClearOfBrokenTemplates(folder_.path()), IsEmpty());
   }
 }

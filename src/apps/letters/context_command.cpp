@@ -9,7 +9,7 @@
 #include "apps/letters/headless_office.h"
 #include "apps/letters/letter_explanation.h"
 #include "apps/letters/standard_streams.h"
-#include "wordprocessor/files/print_file.h"
+#include "platform/whole_file.h"
 
 namespace apps {
 namespace {
@@ -43,7 +43,7 @@ int RunContext(const QStringList& words) {
   if (context.empty()) return kRefused;
   const auto made = ContextText::Of(context);
   if (line.IsSet("out")) {
-    wordprocessor::WriteWholeFile(std::filesystem::absolute(line.Value("out")), made.xml);
+    platform::WriteWholeFile(std::filesystem::absolute(line.Value("out")), made.xml);
   } else {
     std::cout << WithReferences(made.xml);
   }

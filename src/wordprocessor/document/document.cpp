@@ -3,11 +3,11 @@
 #include <unordered_set>
 #include <utility>
 
+#include "platform/whole_file.h"
 #include "wordprocessor/bookmarks/merge.h"
 #include "wordprocessor/document/common_template.h"
 #include "wordprocessor/document/letter_date.h"
 #include "wordprocessor/files/package_file.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -109,7 +109,7 @@ std::string DocxDocument::Bytes() const {
 }
 
 void DocxDocument::Save(const std::filesystem::path& file) const {
-  ReplaceFile(file, Bytes());
+  platform::ReplaceFile(file, Bytes());
 }
 
 }  // namespace wordprocessor

@@ -69,7 +69,7 @@ class DocxDocument {
   /// as they are in the template, still packed.
   std::string Bytes() const;
 
-  /// Writes the file in one step: whatever fails leaves what was there. Throws as print_file.h says.
+  /// Writes the file in one step: whatever fails leaves what was there. Throws as platform/whole_file.h says.
   void Save(const std::filesystem::path& file) const;
 
  private:

@@ -8,8 +8,8 @@
 
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 #include "wordprocessor/document/document.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -47,7 +47,7 @@ std::optional<std::string> Fault(const std::string& content, const std::string& 
 }
 
 std::optional<std::string> ClearIfBroken(const std::filesystem::path& file) {
-  const auto content = ReadWholeFile(file);
+  const auto content = platform::ReadWholeFile(file);
   const auto fault = Fault(content, file.filename().string());
   if (!fault) return std::nullopt;
   const auto name = platform::Quoted(file.string());
@@ -81,7 +81,7 @@ void RequireTemplate(std::string content, const std::string& file_name) {
 }
 
 std::vector<std::string> ClearOfBrokenTemplates(const std::filesystem::path& folder) noexcept {
-  RemoveUnfinishedFiles(folder);
+  platform::RemoveUnfinishedFiles(folder);
   std::vector<std::string> sentences;
   for (const auto& file : TemplatesIn(folder)) {
     try {

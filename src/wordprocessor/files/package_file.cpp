@@ -7,9 +7,9 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/descriptor.h"
 #include "platform/failure.h"
 #include "platform/text.h"
-#include "wordprocessor/files/descriptor.h"
 #include "wordprocessor/files/package.h"
 
 namespace wordprocessor {
@@ -52,7 +52,7 @@ FileIdentity FileIdentity::Of(const std::filesystem::path& file) {
 
 FileContent ReadFile(const std::filesystem::path& file) {
   // Opening must not wait for the writer of a pipe.
-  const Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  const platform::Descriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status;
   if (!descriptor || ::fstat(descriptor.number(), &status) != 0) FailReading(file, errno);
   FileContent content;

@@ -12,18 +12,19 @@
 #include <system_error>
 
 #include "platform/file_access.h"
-#include "wordprocessor/files/print_file.h"
+#include "platform/file_failure.h"
+#include "platform/whole_file.h"
 
 namespace wordprocessor {
 namespace {
 
 constexpr std::string_view kPrefix = "zemlo-layout-";
 
-Descriptor OpenFolder(const std::filesystem::path& folder) {
-  return Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+platform::Descriptor OpenFolder(const std::filesystem::path& folder) {
+  return platform::Descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-bool IsOurs(const Descriptor& folder) {
+bool IsOurs(const platform::Descriptor& folder) {
   struct stat known = {};
   return fstat(folder.number(), &known) == 0 && known.st_uid == geteuid();
 }
@@ -52,7 +53,7 @@ LayoutFolder::~LayoutFolder() {
 // ours.
 bool LayoutFolder::Take(const std::filesystem::path& work_folder) {
   auto name = (std::filesystem::absolute(work_folder) / (std::string(kPrefix) + "XXXXXX")).string();
-  if (mkdtemp(name.data()) == nullptr) throw FileFailure("could not be made", name, errno);
+  if (mkdtemp(name.data()) == nullptr) throw platform::FileFailure("could not be made", name, errno);
   auto lock = OpenFolder(name);
   if (!lock || flock(lock.number(), LOCK_EX | LOCK_NB) != 0) return false;
   struct stat known = {};

@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "wordprocessor/files/descriptor.h"
+#include "platform/descriptor.h"
 
 namespace wordprocessor {
 
@@ -26,7 +26,7 @@ class LayoutFolder {
   bool Take(const std::filesystem::path& work_folder);
 
   std::filesystem::path path_;
-  Descriptor lock_;  ///< held as long as the folder is in use
+  platform::Descriptor lock_;  ///< held as long as the folder is in use
 };
 
 }  // namespace wordprocessor

@@ -17,8 +17,8 @@ namespace wordprocessor {
 ///
 /// Failures of a job, as its answer: kDamaged for a document the office cannot read or breaks on, kTimedOut,
 /// kUnavailable where no layout process starts or the pool is closing, kInternal for one that answers
-/// nonsense, and those of print_file.h where the PDF cannot be written. Each names the letter and says what
-/// to do.
+/// nonsense, and those of platform/whole_file.h where the PDF cannot be written. Each names the letter and
+/// says what to do.
 class LayoutPool {
  public:
   /// Starts no process yet.

@@ -25,8 +25,8 @@ using platform::Failure;
 constexpr auto kPassedOn = std::to_array<const char*>({"TZ", "ZEMLO_OFFICE_FOLDER"});
 
 struct Pipe {
-  Descriptor read;
-  Descriptor write;
+  platform::Descriptor read;
+  platform::Descriptor write;
 };
 
 Pipe MakePipe() {
@@ -36,7 +36,7 @@ Pipe MakePipe() {
         Failure::Kind::kUnavailable,
         "The layout process could not be started: too many open files. Close other programs and try again.");
   }
-  return {Descriptor(ends[0]), Descriptor(ends[1])};
+  return {platform::Descriptor(ends[0]), platform::Descriptor(ends[1])};
 }
 
 std::vector<std::string> EnvironmentFor(const std::filesystem::path& folder) {

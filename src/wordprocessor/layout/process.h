@@ -7,7 +7,7 @@
 #include <optional>
 #include <string>
 
-#include "wordprocessor/files/descriptor.h"
+#include "platform/descriptor.h"
 #include "wordprocessor/layout/folder.h"
 #include "wordprocessor/office/protocol.h"
 
@@ -45,8 +45,8 @@ class LayoutProcess {
   void Start(const std::filesystem::path& program, std::uint64_t memory_limit);
 
   LayoutFolder folder_;
-  Descriptor orders_;
-  Descriptor reports_;
+  platform::Descriptor orders_;
+  platform::Descriptor reports_;
   std::optional<LineReader> reader_;
   pid_t process_ = -1;
   std::string ending_;

@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "platform/file_access.h"
-#include "wordprocessor/files/print_file.h"
+#include "platform/whole_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -47,7 +47,7 @@ constexpr off_t kRoomForPages = 4 * 1024 * 1024;
 
 bool IsFull(const std::filesystem::path& folder) {
   const auto file = folder / "room";
-  const Descriptor probe(platform::OpenNewFile(file));
+  const platform::Descriptor probe(platform::OpenNewFile(file));
   if (!probe) return errno == ENOSPC || errno == EDQUOT;
   const int error = posix_fallocate(probe.number(), 0, kRoomForPages);
   unlink(file.c_str());
@@ -120,7 +120,7 @@ bool LayoutWorker::GiveOrder() {
   const auto file = process_->folder() / ("letter-" + std::to_string(++last_id_));
   Order order{last_id_, std::move(*job), file.string() + ".docx", file.string() + ".pdf", second_try};
   try {
-    WriteScratchFile(order.document, order.job.document);
+    platform::WriteScratchFile(order.document, order.job.document);
   } catch (const Failure& failure) {
     order.job.done(failure);
     return true;
@@ -193,7 +193,7 @@ void LayoutWorker::Finish(const LayoutReport& report) {
                      Failure::Kind::kDamaged);
   } else {
     try {
-      MoveWholeFile(order.pdf, order.job.pdf);
+      platform::MoveWholeFile(order.pdf, order.job.pdf);
     } catch (const Failure& refused) {
       failure = refused;
     }

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <thread>
 
-#include "wordprocessor/files/descriptor.h"
+#include "platform/descriptor.h"
 #include "wordprocessor/layout/process.h"
 #include "wordprocessor/layout/queue.h"
 
@@ -76,7 +76,7 @@ class LayoutWorker {
   const LayoutSettings& settings_;
   LayoutQueue& queue_;
   const std::function<void()> put_back_;
-  const Descriptor wake_;
+  const platform::Descriptor wake_;
 
   std::atomic<bool> stopping_ = false;
   std::atomic<bool> warm_up_ = false;

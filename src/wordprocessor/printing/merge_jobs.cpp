@@ -11,11 +11,11 @@
 #include "platform/agreed/field_names.h"
 #include "platform/agreed/saved_letter.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 #include "wordprocessor/bookmarks/data_context.h"
 #include "wordprocessor/document/template_cache.h"
 #include "wordprocessor/document/template_file.h"
 #include "wordprocessor/files/package_file.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -199,7 +199,7 @@ std::size_t RunMergeJobs(const std::vector<MergeJob>& jobs, LayoutPool& pool, co
                          const std::function<void(const MergeResult&)>& on_result) {
   std::set<std::filesystem::path> folders;
   for (const auto& job : jobs) folders.insert(job.output.has_parent_path() ? job.output.parent_path() : ".");
-  for (const auto& folder : folders) RemoveUnfinishedFiles(folder);
+  for (const auto& folder : folders) platform::RemoveUnfinishedFiles(folder);
   MergeRun run(pool, wishes, on_result);
   std::size_t begun = 0;
   while (begun < jobs.size() && !run.IsToStop()) run.Do(jobs[begun++]);

@@ -4,7 +4,7 @@
 #include "platform/file_access.h"
 #include "platform/text.h"
 #include "platform/value.h"
-#include "wordprocessor/files/print_file.h"
+#include "platform/whole_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -21,7 +21,7 @@ std::string NameInFolder(const std::string& letter) {
 
 Printers::Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock)
     : queues_(queues), pdf_folder_(std::move(pdf_folder)), clock_(clock) {
-  RemoveUnfinishedFiles(pdf_folder_);
+  platform::RemoveUnfinishedFiles(pdf_folder_);
 }
 
 std::vector<std::string> Printers::Names() const {
@@ -43,11 +43,11 @@ std::string Printers::Print(const std::string& printer, const std::filesystem::p
 
 std::string Printers::File(const std::filesystem::path& pdf, const std::string& letter) const {
   platform::MakeFolder(pdf_folder_);
-  const auto content = ReadWholeFile(pdf);
+  const auto content = platform::ReadWholeFile(pdf);
   const auto name = platform::TimestampText(clock_.Now()) + " " + NameInFolder(letter) + " ";
   for (int number = 1;; ++number) {
     const auto file = pdf_folder_ / (name + std::to_string(number) + platform::kPdfEnding);
-    if (!std::filesystem::exists(file) && WriteNewFile(file, content)) return file.string();
+    if (!std::filesystem::exists(file) && platform::WriteNewFile(file, content)) return file.string();
   }
 }
 

@@ -8,8 +8,8 @@
 #include "platform/failure.h"
 #include "platform/parties/trap.h"
 #include "platform/text.h"
+#include "platform/whole_file.h"
 #include "wordprocessor/document/template_file.h"
-#include "wordprocessor/files/print_file.h"
 
 namespace wordprocessor {
 namespace {
@@ -215,10 +215,11 @@ std::string PrintSession::ProposedFile() const {
 }
 
 void PrintSession::WriteTo(const std::string& file, const std::string& format) {
-  const auto content = HowToSave(file, format) == platform::SavedAs::kDocument ? Document().Bytes()
-                                                                               : ReadWholeFile(PdfWhenDone());
+  const auto content = HowToSave(file, format) == platform::SavedAs::kDocument
+                           ? Document().Bytes()
+                           : platform::ReadWholeFile(PdfWhenDone());
   HandOverScope hand_over(hand_over_);
-  WriteWholeFile(file, content);
+  platform::WriteWholeFile(file, content);
   hand_over.Accepted();
 }
 

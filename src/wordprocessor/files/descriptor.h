@@ -1,9 +1,0 @@
-#pragma once
-
-#include "platform/descriptor.h"
-
-namespace wordprocessor {
-
-using platform::Descriptor;
-
-}  // namespace wordprocessor
