@@ -278,7 +278,7 @@ struct PackageChanges {
 /// Where the data came from, and which record was shown last.
 void DropMailMerge(const DocxPackage& package, const std::string& main_part, PackageChanges& changes) {
   for (const auto& relation : ReadRelations(package, main_part)) {
-    if (relation.kind != "settings" || relation.external || !package.Has(relation.target)) continue;
+    if (relation.kind != "settings" || !LeadsToPart(relation, package)) continue;
     auto settings = LoadPartXml(package.Read(relation.target));
     const auto is_merge = [](const pugi::xml_node& child) { return IsWordElement(child, "mailMerge"); };
     if (RemoveChildren(settings.document_element(), is_merge))

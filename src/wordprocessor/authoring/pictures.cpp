@@ -8,6 +8,7 @@
 #include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/escape.h"
+#include "wordprocessor/docx/property_values.h"
 
 namespace wordprocessor {
 namespace {
@@ -35,8 +36,7 @@ bool IsTold(const DocxTree& tree, NodeId node, std::string_view attribute) {
 }
 
 bool IsMarked(const DocxTree& tree, NodeId node, std::string_view attribute) {
-  const auto value = tree.Attribute(node, attribute);
-  return value == "1" || value == "true";
+  return IsOn(tree.Attribute(node, attribute), /*without=*/false);
 }
 
 /// Whether a picture hangs on `node`, the identity of a drawing, and nothing tells what it shows.

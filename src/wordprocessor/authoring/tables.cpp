@@ -6,6 +6,7 @@
 
 #include "wordprocessor/authoring/bookmark_spots.h"
 #include "wordprocessor/document/blueprint.h"
+#include "wordprocessor/docx/property_values.h"
 
 namespace wordprocessor {
 namespace {
@@ -21,14 +22,8 @@ NodeId FirstRowOf(const DocxTree& tree, NodeId table) {
 
 /// w:tblHeader (ECMA-376, part 1, 17.4.79)
 bool IsHeading(const DocxTree& tree, NodeId row) {
-  const auto properties = tree.ChildOfKind(row, DocxKind::kOtherProperties);
-  if (properties == kNoNode) return false;
-  for (auto child = tree[properties].first_child; child != kNoNode; child = tree[child].next) {
-    if (LocalNameOf(tree[child].name()) != "tblHeader") continue;
-    const auto value = tree.Attribute(child, "val");
-    return value != "0" && value != "false" && value != "off";
-  }
-  return false;
+  const auto mark = PropertyOf(tree, tree.ChildOfKind(row, DocxKind::kOtherProperties), "tblHeader");
+  return mark != kNoNode && IsOn(tree.Attribute(mark, "val"), /*without=*/true);
 }
 
 bool LacksHeading(const DocxTree& tree, NodeId bookmark) {

@@ -8,6 +8,7 @@
 #include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/tree_reader.h"
 #include "wordprocessor/docx/typeface_names.h"
 #include "wordprocessor/docx/word_xml.h"
@@ -15,26 +16,12 @@
 namespace wordprocessor {
 namespace {
 
-NodeId PropertyOf(const DocxTree& tree, NodeId properties, std::string_view local_name) {
-  if (properties == kNoNode) return kNoNode;
-  auto child = tree[properties].first_child;
-  while (child != kNoNode && (!tree[child].is_element() || LocalNameOf(tree[child].name()) != local_name)) {
-    child = tree[child].next;
-  }
-  return child;
-}
-
-std::string StyleNamed(const DocxTree& tree, NodeId properties, std::string_view element) {
-  const auto style = PropertyOf(tree, properties, element);
-  return style == kNoNode ? std::string() : Unescaped(tree.Attribute(style, "val"));
-}
-
 /// The typefaces that a document brings along (ECMA-376, part 1, 17.8.3.3), in lower case.
 std::set<std::string> EmbeddedTypefaces(const DocxPackage& package,
                                         const std::vector<DocxRelation>& relations) {
   std::set<std::string> names;
-  const auto part = std::ranges::find(relations, "fontTable", &DocxRelation::kind);
-  if (part == relations.end() || part->external || !package.Has(part->target)) return names;
+  const auto* part = FindRelated(relations, package, "fontTable");
+  if (part == nullptr) return names;
   const auto files = ReadRelations(package, part->target);
   const auto table = LoadPartXml(package.Read(part->target));
   for (const auto& font : WordChildren(table.document_element(), "font")) {
@@ -42,7 +29,7 @@ std::set<std::string> EmbeddedTypefaces(const DocxPackage& package,
     for (const auto& attribute : embedded.attributes()) {
       if (LocalNameOf(attribute.name()) != "id") continue;
       const auto file = std::ranges::find(files, attribute.value(), &DocxRelation::id);
-      if (file != files.end() && !file->external && package.Has(file->target))
+      if (file != files.end() && LeadsToPart(*file, package))
         names.insert(platform::LowerCase(WordAttribute(font, "name")));
     }
   }

@@ -190,7 +190,7 @@ class DocumentCleaner {
       const bool kept = IsKept(UseOf(relation_of_part)) && !unused_[part].contains(relation_of_part.id);
       if (!kept) {
         dropped.insert(relation_of_part.id);
-      } else if (!relation_of_part.external && package_.Has(relation_of_part.target)) {
+      } else if (LeadsToPart(relation_of_part, package_)) {
         Keep(relation_of_part.target, relation_of_part.kind);
       }
     }

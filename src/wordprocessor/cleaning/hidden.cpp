@@ -1,43 +1,18 @@
 #include "wordprocessor/cleaning/hidden.h"
 
-#include <algorithm>
-
 #include <pugixml.hpp>
 
 #include "wordprocessor/docx/blocks.h"
-#include "wordprocessor/docx/escape.h"
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/relations.h"
-#include "wordprocessor/docx/tree_reader.h"
 #include "wordprocessor/docx/word_xml.h"
 
 namespace wordprocessor {
 namespace {
 
-// Styles based on one another in a ring are damaged; nobody stacks as many.
-constexpr int kMostStylesInAChain = 64;
-
-bool IsOn(std::string_view value) {
-  return value != "0" && value != "false" && value != "off";
-}
-
 std::optional<bool> HidesIn(const pugi::xml_node& run_properties) {
   const auto vanish = WordChild(run_properties, "vanish");
-  return vanish ? std::optional(IsOn(WordAttribute(vanish, "val"))) : std::nullopt;
-}
-
-/// The properties' child of that name, or kNoNode.
-NodeId NamedChild(const DocxTree& tree, NodeId properties, std::string_view local_name) {
-  if (properties == kNoNode) return kNoNode;
-  auto child = tree[properties].first_child;
-  while (child != kNoNode && (!tree[child].is_element() || LocalNameOf(tree[child].name()) != local_name)) {
-    child = tree[child].next;
-  }
-  return child;
-}
-
-std::string StyleIn(const DocxTree& tree, NodeId properties, std::string_view local_name) {
-  const auto style = NamedChild(tree, properties, local_name);
-  return style == kNoNode ? std::string() : Unescaped(tree.Attribute(style, "val"));
+  return vanish ? std::optional(IsOn(WordAttribute(vanish, "val"), /*without=*/true)) : std::nullopt;
 }
 
 class HiddenSearch {
@@ -69,13 +44,14 @@ class HiddenSearch {
     const auto properties = tree_.ChildOfKind(run, DocxKind::kRunProperties);
     if (properties != kNoNode) {
       const auto vanish = tree_.ChildOfKind(properties, DocxKind::kVanish);
-      if (vanish != kNoNode) return IsOn(tree_.Attribute(vanish, "val"));
+      if (vanish != kNoNode) return IsOn(tree_.Attribute(vanish, "val"), /*without=*/true);
     }
     if (!styles_.any()) return false;
     const auto paragraph = ParagraphOf(tree_, run);
     const auto paragraph_properties =
         paragraph == kNoNode ? kNoNode : tree_.ChildOfKind(paragraph, DocxKind::kParagraphProperties);
-    return styles_.Hide(StyleIn(tree_, paragraph_properties, "pStyle"), StyleIn(tree_, properties, "rStyle"));
+    return styles_.Hide(StyleNamed(tree_, paragraph_properties, "pStyle"),
+                        StyleNamed(tree_, properties, "rStyle"));
   }
 
   const DocxTree& tree_;
@@ -86,10 +62,7 @@ class HiddenSearch {
 }  // namespace
 
 HiddenStyles::HiddenStyles(const DocxPackage& package, const std::string& main_part) {
-  const auto relations = ReadRelations(package, main_part);
-  const auto part = std::ranges::find(relations, "styles", &DocxRelation::kind);
-  if (part == relations.end() || part->external || !package.Has(part->target)) return;
-  const auto document = LoadPartXml(package.Read(part->target));
+  const auto document = LoadRelated(package, ReadRelations(package, main_part), "styles");
   const auto root = document.document_element();
   const auto defaults = WordChild(WordChild(WordChild(root, "docDefaults"), "rPrDefault"), "rPr");
   by_default_ = any_ = HidesIn(defaults).value_or(false);
@@ -98,7 +71,7 @@ HiddenStyles::HiddenStyles(const DocxPackage& package, const std::string& main_p
     const auto hides = HidesIn(WordChild(style, "rPr"));
     any_ = any_ || hides.value_or(false);
     styles_.try_emplace(id, Style{WordAttribute(WordChild(style, "basedOn"), "val"), hides});
-    if (WordAttribute(style, "default").empty() || !IsOn(WordAttribute(style, "default"))) continue;
+    if (!IsOn(WordAttribute(style, "default"), /*without=*/false)) continue;
     const auto type = WordAttribute(style, "type");
     if (type == "paragraph") default_paragraph_ = id;
     if (type == "character") default_character_ = id;
@@ -107,7 +80,7 @@ HiddenStyles::HiddenStyles(const DocxPackage& package, const std::string& main_p
 
 bool HiddenStyles::Hides(const std::string& style) const {
   auto found = styles_.find(style);
-  for (int depth = 0; found != styles_.end() && depth < kMostStylesInAChain; ++depth) {
+  for (int depth = 0; found != styles_.end() && depth < kMostStylesBelow; ++depth) {
     if (found->second.hides) return *found->second.hides;
     found = styles_.find(found->second.based_on);
   }

@@ -1,14 +1,12 @@
 #include "wordprocessor/cleaning/links.h"
 
-#include <algorithm>
 #include <string_view>
 #include <vector>
 
 #include "platform/text.h"
 #include "wordprocessor/cleaning/fields.h"
-#include "wordprocessor/docx/escape.h"
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/relations.h"
-#include "wordprocessor/docx/tree_reader.h"
 #include "wordprocessor/docx/word_xml.h"
 
 namespace wordprocessor {
@@ -53,11 +51,8 @@ std::string PrefixAt(const DocxTree& tree, NodeId node) {
 }  // namespace
 
 LinkStyle::LinkStyle(const DocxPackage& package, const std::string& main_part) : id_("LetterLink") {
-  const auto relations = ReadRelations(package, main_part);
-  const auto part = std::ranges::find(relations, "styles", &DocxRelation::kind);
-  if (part == relations.end() || part->external || !package.Has(part->target)) return;
-  has_styles_ = true;
-  const auto document = LoadPartXml(package.Read(part->target));
+  const auto document = LoadRelated(package, ReadRelations(package, main_part), "styles");
+  has_styles_ = static_cast<bool>(document.document_element());
   std::set<std::string> others;
   for (const auto& style : WordChildren(document.document_element(), "style")) {
     const bool of_characters = WordAttribute(style, "type") == "character";
@@ -81,14 +76,14 @@ bool LinkStyle::GiveToRun(DocxTree& tree, NodeId run) {
     const auto first = tree[run].first_child;
     first == kNoNode ? tree.Append(properties, run) : tree.InsertBefore(properties, first);
   }
-  const auto first = tree[properties].first_child;
-  for (auto child = first; child != kNoNode; child = tree[child].next) {
-    if (!tree[child].is_element() || LocalNameOf(tree[child].name()) != "rStyle") continue;
-    if (known_.contains(Unescaped(tree.Attribute(child, "val")))) return false;
-    tree.SetAttribute(child, "val", id_);
+  const auto named = PropertyOf(tree, properties, "rStyle");
+  if (named != kNoNode) {
+    if (known_.contains(StyleNamed(tree, properties, "rStyle"))) return false;
+    tree.SetAttribute(named, "val", id_);
     known_.insert(id_);
     return true;
   }
+  const auto first = tree[properties].first_child;
   const auto style =
       tree.AddElement(DocxKind::kOther, "rStyle", run, " " + PrefixAt(tree, run) + "val=\"" + id_ + "\"");
   first == kNoNode ? tree.Append(style, properties) : tree.InsertBefore(style, first);

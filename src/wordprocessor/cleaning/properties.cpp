@@ -29,13 +29,6 @@ std::string PropertyIn(const pugi::xml_document& document, std::string_view loca
   return {};
 }
 
-pugi::xml_document ReadStyles(const DocxPackage& package, const std::string& main_part) {
-  const auto relations = ReadRelations(package, main_part);
-  const auto styles = std::ranges::find(relations, "styles", &DocxRelation::kind);
-  const bool there = styles != relations.end() && !styles->external && package.Has(styles->target);
-  return there ? LoadPartXml(package.Read(styles->target)) : pugi::xml_document();
-}
-
 std::string LanguageIn(const pugi::xml_document& styles) {
   const auto defaults =
       WordChild(WordChild(WordChild(styles.document_element(), "docDefaults"), "rPrDefault"), "rPr");
@@ -116,11 +109,11 @@ DocumentProperties ReadProperties(const DocxPackage& package, const std::string&
                                   const DocxTree& body) {
   DocumentProperties properties{std::string(kUsualPart), {}, {}};
   for (const auto& relation : ReadRelations(package, "")) {
-    if (relation.kind != "core-properties" || relation.external || !package.Has(relation.target)) continue;
+    if (relation.kind != "core-properties" || !LeadsToPart(relation, package)) continue;
     properties.part = relation.target;
     properties.title = PropertyIn(LoadPartXml(package.Read(relation.target)), "title");
   }
-  const auto styles = ReadStyles(package, main_part);
+  const auto styles = LoadRelated(package, ReadRelations(package, main_part), "styles");
   properties.language = LanguageIn(styles);
   if (properties.language.empty()) properties.language = kUsualLanguage;
   if (properties.title.empty())

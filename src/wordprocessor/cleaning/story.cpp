@@ -73,7 +73,7 @@ std::vector<DocxStory> ReadStories(const DocxPackage& package, const std::string
   const auto relations = ReadRelations(package, main_part);
   for (const auto& story : kStoryRelations) {
     for (const auto& relation : relations) {
-      if (relation.kind != story.relation || relation.external || !package.Has(relation.target)) continue;
+      if (relation.kind != story.relation || !LeadsToPart(relation, package)) continue;
       if (std::ranges::find(stories, relation.target, &DocxStory::part) != stories.end()) continue;
       stories.push_back({relation.target, story.kind, ReadTree(package, relation.target)});
     }

@@ -92,7 +92,7 @@ std::string TextIn(const pugi::xml_node& node) {
 std::map<std::string, Comment> ReadComments(const DocxPackage& package, const std::string& main_part) {
   std::map<std::string, Comment> comments;
   for (const auto& relation : ReadRelations(package, main_part)) {
-    if (relation.kind != "comments" || relation.external || !package.Has(relation.target)) continue;
+    if (relation.kind != "comments" || !LeadsToPart(relation, package)) continue;
     const auto document = LoadPartXml(package.Read(relation.target));
     for (const auto& comment : WordChildren(document.document_element(), "comment")) {
       comments[WordAttribute(comment, "id")] = {WordAttribute(comment, "author"), TextIn(comment)};

@@ -160,9 +160,7 @@ class CommonTemplate {
   }
 
   static bool SetsEvenPagesApart(const DocxPackage& package, const std::vector<DocxRelation>& relations) {
-    const auto* settings = Related(relations, package, "settings");
-    if (settings == nullptr) return false;
-    const auto document = LoadPartXml(package.Read(settings->target));
+    const auto document = LoadRelated(package, relations, "settings");
     return static_cast<bool>(WordChild(document.document_element(), "evenAndOddHeaders"));
   }
 
@@ -214,15 +212,9 @@ class CommonTemplate {
     }
   }
 
-  static const DocxRelation* Related(const std::vector<DocxRelation>& relations, const DocxPackage& package,
-                                     std::string_view kind) {
-    const auto found = std::ranges::find(relations, kind, &DocxRelation::kind);
-    return found == relations.end() || found->external || !package.Has(found->target) ? nullptr : &*found;
-  }
-
   void AttachStyles() {
-    const auto* common = Related(common_relations_, common_, "styles");
-    const auto* own = Related(relations_, letter_, "styles");
+    const auto* common = FindRelated(common_relations_, common_, "styles");
+    const auto* own = FindRelated(relations_, letter_, "styles");
     if (common != nullptr && own == nullptr) copier_.Relate(*common);
     // What nobody asks for is not read: a damaged theme keeps no letter from being made.
     std::optional<SettledStyles> own_styles;
@@ -243,8 +235,8 @@ class CommonTemplate {
 
   /// Its parts look as they do in the common template, whatever the letter calls by the same names.
   void AttachLetterhead(LetterheadStyles& styles) {
-    const auto* common = Related(common_relations_, common_, "numbering");
-    const auto* own = common == nullptr ? nullptr : Related(relations_, letter_, "numbering");
+    const auto* common = FindRelated(common_relations_, common_, "numbering");
+    const auto* own = common == nullptr ? nullptr : FindRelated(relations_, letter_, "numbering");
     const auto common_lists =
         common == nullptr ? pugi::xml_document() : LoadPartXml(common_.Read(common->target));
     LetterheadNumbering lists(common_lists,

@@ -4,13 +4,11 @@
 #include <array>
 #include <set>
 
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/word_xml.h"
 
 namespace wordprocessor {
 namespace {
-
-// Styles based on one another in a ring are damaged; nobody stacks as many.
-constexpr int kMostStylesInALetterhead = 64;
 
 constexpr auto kLookProperties =
     std::to_array<std::string_view>({"pPr", "rPr", "tblPr", "trPr", "tcPr", "tblStylePr"});
@@ -123,7 +121,7 @@ std::string BaseOf(const pugi::xml_node& style) {
 /// The properties' child of that name of the nearest style below that has one.
 pugi::xml_node Inherited(const pugi::xml_node& style, std::string_view name) {
   auto below = style;
-  for (int depth = 0; depth < kMostStylesInALetterhead; ++depth) {
+  for (int depth = 0; depth < kMostStylesBelow; ++depth) {
     const auto base = BaseOf(below);
     below = style.parent().find_child(
         [&](const pugi::xml_node& one) { return WordAttribute(one, "styleId") == base; });
@@ -221,7 +219,7 @@ bool LetterheadStyles::LooksTheSame(const Use& use) const {
     const auto own = letter_.defaults.find(use.type);
     if (own != letter_.defaults.end() && own->second != style) return false;
   }
-  for (int depth = 0; !style.empty() && depth < kMostStylesInALetterhead; ++depth) {
+  for (int depth = 0; !style.empty() && depth < kMostStylesBelow; ++depth) {
     const auto common = Found(common_, style);
     const auto letter = Found(letter_, style);
     const auto look = LookOf(common);
@@ -297,7 +295,7 @@ void LetterheadStyles::AddDefaults(pugi::xml_node style, std::string_view proper
     Overlay(there, WordChild(DefaultsOf(letter_.document.document_element(), properties), property.name));
     if (wanted == there || wanted.empty()) continue;
     std::vector<pugi::xml_node> tables;
-    for (auto found = Found(common_, table); found && tables.size() < kMostStylesInALetterhead;
+    for (auto found = Found(common_, table); found && tables.size() < kMostStylesBelow;
          found = Found(common_, BaseOf(found))) {
       tables.insert(tables.begin(), found);
     }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "wordprocessor/docx/tree_reader.h"
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/typeface_names.h"
 #include "wordprocessor/docx/word_xml.h"
 
@@ -46,17 +46,14 @@ bool SettleThemeIn(pugi::xml_node node, const TypefaceStyles& typefaces, const P
 }  // namespace
 
 SettledStyles::SettledStyles(const DocxPackage& package, const std::vector<DocxRelation>& relations) {
-  const auto part = std::ranges::find(relations, "styles", &DocxRelation::kind);
-  if (part == relations.end() || part->external || !package.Has(part->target)) return;
-  document = LoadPartXml(package.Read(part->target));
+  document = LoadRelated(package, relations, "styles");
+  if (!document.document_element()) return;
   SettleTheme(document.document_element(), package, relations);
   for (const auto& style : WordChildren(document.document_element(), "style")) {
     const auto id = WordAttribute(style, "styleId");
     by_id.try_emplace(id, style);
-    const auto marked = WordAttribute(style, "default");
-    if (!marked.empty() && marked != "0" && marked != "false") {
-      defaults.try_emplace(WordAttribute(style, "type"), id);
-    }
+    const bool is_default = IsOn(WordAttribute(style, "default"), /*without=*/false);
+    if (is_default) defaults.try_emplace(WordAttribute(style, "type"), id);
   }
 }
 

@@ -1,5 +1,6 @@
 #include "wordprocessor/docx/relations.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "platform/failure.h"
@@ -87,6 +88,16 @@ std::vector<DocxRelation> ReadRelations(const DocxPackage& package, std::string_
     relations.push_back(std::move(relation));
   }
   return relations;
+}
+
+bool LeadsToPart(const DocxRelation& relation, const DocxPackage& package) {
+  return !relation.external && package.Has(relation.target);
+}
+
+const DocxRelation* FindRelated(const std::vector<DocxRelation>& relations, const DocxPackage& package,
+                                std::string_view kind) {
+  const auto found = std::ranges::find(relations, kind, &DocxRelation::kind);
+  return found == relations.end() || !LeadsToPart(*found, package) ? nullptr : &*found;
 }
 
 ContentTypes::ContentTypes(const DocxPackage& package) {

@@ -22,6 +22,13 @@ struct DocxRelation {
 /// such part. Throws Failure kDamaged.
 std::vector<DocxRelation> ReadRelations(const DocxPackage& package, std::string_view part);
 
+/// Whether it leads to a part that `package` has.
+bool LeadsToPart(const DocxRelation& relation, const DocxPackage& package);
+
+/// The first of that kind, where it leads to a part that `package` has; else nullptr. Into `relations`.
+const DocxRelation* FindRelated(const std::vector<DocxRelation>& relations, const DocxPackage& package,
+                                std::string_view kind);
+
 /// "word/_rels/document.xml.rels" for "word/document.xml".
 std::string RelationsPartOf(std::string_view part);
 

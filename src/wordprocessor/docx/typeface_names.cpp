@@ -3,14 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "wordprocessor/docx/tree_reader.h"
+#include "wordprocessor/docx/property_values.h"
 #include "wordprocessor/docx/word_xml.h"
 
 namespace wordprocessor {
 namespace {
-
-// Styles based on one another in a ring are damaged; nobody stacks as many.
-constexpr int kMostStylesBelow = 64;
 
 // What a word processor sets text in where neither text nor styles name anything.
 constexpr const char* kTypefaceOfNobody = "Times New Roman";
@@ -74,13 +71,6 @@ std::string FirstName(std::string names) {
   return names.substr(0, names.find(';'));
 }
 
-pugi::xml_document RelatedPart(const DocxPackage& package, const std::vector<DocxRelation>& relations,
-                               std::string_view kind) {
-  const auto part = std::ranges::find(relations, kind, &DocxRelation::kind);
-  if (part == relations.end() || part->external || !package.Has(part->target)) return {};
-  return LoadPartXml(package.Read(part->target));
-}
-
 pugi::xml_node Named(const pugi::xml_node& parent, std::string_view local_name) {
   return parent.find_child(
       [&](const pugi::xml_node& child) { return LocalNameOf(child.name()) == local_name; });
@@ -102,8 +92,8 @@ std::array<bool, kScripts> ScriptsIn(std::string_view text) {
 }
 
 TypefaceStyles::TypefaceStyles(const DocxPackage& package, const std::vector<DocxRelation>& relations) {
-  ReadTheme(RelatedPart(package, relations, "theme").document_element());
-  const auto document = RelatedPart(package, relations, "styles");
+  ReadTheme(LoadRelated(package, relations, "theme").document_element());
+  const auto document = LoadRelated(package, relations, "styles");
   const auto root = document.document_element();
   if (!root) return;
   defaults_ = NamesOfRun(WordChild(WordChild(WordChild(root, "docDefaults"), "rPrDefault"), "rPr"));
@@ -112,9 +102,8 @@ TypefaceStyles::TypefaceStyles(const DocxPackage& package, const std::vector<Doc
     const auto id = WordAttribute(style, "styleId");
     styles_.try_emplace(
         id, Style{WordAttribute(WordChild(style, "basedOn"), "val"), NamesOfRun(WordChild(style, "rPr"))});
-    const auto is_default = WordAttribute(style, "default");
-    const bool marked = !is_default.empty() && is_default != "0" && is_default != "false";
-    if (marked && WordAttribute(style, "type") == "paragraph") default_paragraph_ = id;
+    const bool is_default = IsOn(WordAttribute(style, "default"), /*without=*/false);
+    if (is_default && WordAttribute(style, "type") == "paragraph") default_paragraph_ = id;
   }
 }
 

@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "wordprocessor/docx/relations.h"
+#include "wordprocessor/docx/tree_reader.h"
 
 namespace wordprocessor {
 namespace {
@@ -42,6 +42,12 @@ std::string Declare(pugi::xml_node root, std::string prefix, const char* uri) {
 }
 
 }  // namespace
+
+pugi::xml_document LoadRelated(const DocxPackage& package, const std::vector<DocxRelation>& relations,
+                               std::string_view kind) {
+  const auto* part = FindRelated(relations, package, kind);
+  return part == nullptr ? pugi::xml_document() : LoadPartXml(package.Read(part->target));
+}
 
 DocxNamespace SpaceAt(pugi::xml_node element, std::string_view prefix) {
   const auto name = prefix.empty() ? std::string("xmlns") : "xmlns:" + std::string(prefix);

@@ -7,9 +7,16 @@
 #include <pugixml.hpp>
 
 #include "wordprocessor/docx/kind.h"
+#include "wordprocessor/docx/relations.h"
+#include "wordprocessor/files/package.h"
 
 /// WordprocessingML in pugixml's own tree: for the few parts that are changed once, not for every letter.
 namespace wordprocessor {
+
+/// The part that the first relation of that kind leads to; empty where there is none. Throws Failure
+/// kDamaged.
+pugi::xml_document LoadRelated(const DocxPackage& package, const std::vector<DocxRelation>& relations,
+                               std::string_view kind);
 
 /// The namespace that a prefix means at `element`.
 DocxNamespace SpaceAt(pugi::xml_node element, std::string_view prefix);
