@@ -6,8 +6,8 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/cleaning/survey.h"
-#include "wordprocessor/document/blueprint.h"
 
 /// What a check of templates is told of a template's leftovers.
 namespace markup {
@@ -16,13 +16,12 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 using wordprocessor::DocxLeftover;
-using wordprocessor::DocxPackage;
 
 /// "kind number: what (who): place", one each.
 std::vector<std::string> LeftoversOf(const std::string& docx) {
-  const auto package = DocxPackage::FromBytes(docx, "letter.docx");
+  const auto written = StoriesAsWritten(wordprocessor::DocxDocument::FromBytes(docx, "letter.docx"));
   std::vector<std::string> told;
-  for (const auto& leftover : FindLeftovers(package, FindMainPart(package))) {
+  for (const auto& leftover : FindLeftovers(written)) {
     told.push_back(std::to_string(static_cast<int>(leftover.kind)) + ": " + leftover.what +
                    (leftover.who.empty() ? "" : " (" + leftover.who + ")") + ": " + leftover.place);
   }

@@ -18,6 +18,7 @@
 #include "wordprocessor/authoring/leftovers.h"
 #include "wordprocessor/authoring/mail_merge.h"
 #include "wordprocessor/authoring/placeholders.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/document.h"
 #include "wordprocessor/layout/pool.h"
@@ -429,7 +430,8 @@ const std::vector<TemplateField> kFieldsOfLetter = {
 /// What the check finds of what the author left: "grade BOOKMARK: place: sentence".
 std::vector<std::string> LeftIn(const std::filesystem::path& file) {
   std::vector<std::string> told;
-  for (const auto& finding : wordprocessor::FindingsOfLeftovers(DocxDocument::Open(file), kFieldsOfLetter)) {
+  for (const auto& finding :
+       wordprocessor::FindingsOfLeftovers(StoriesAsWritten(DocxDocument::Open(file)), kFieldsOfLetter)) {
     const bool error = finding.grade == wordprocessor::TemplateFinding::Grade::kError;
     told.push_back((error ? "error " : "warning ") + finding.bookmark + ": " + finding.place + ": " +
                    finding.text);
@@ -534,7 +536,7 @@ TEST_F(LettersOfOtherPrograms, BecomeTemplatesOfAMailMergeAndOfAWebPage) {
   EXPECT_EQ(text_of(BookmarksOfMergeFields(merged.Source(), kFieldsOfLetter).bytes),
             "Office K1 Dear Ada, you owe 12.001 Amount 12.00 For Ada 1 Due from Ada");
   const auto page = DocxDocument::Open(File("web_page.docx"));
-  EXPECT_EQ(FindingsOfPlaceholders(page, kFieldsOfLetter).size(), 3u);
+  EXPECT_EQ(FindingsOfPlaceholders(StoriesAsWritten(page), kFieldsOfLetter).size(), 3u);
   EXPECT_EQ(text_of(RepairPlaceholders(page, kFieldsOfLetter).bytes),
             "Dear Ada, you owe 12.00 now, see [1]. Office K1");
 }

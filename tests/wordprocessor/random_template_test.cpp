@@ -17,6 +17,7 @@
 #include "wordprocessor/authoring/leftovers.h"
 #include "wordprocessor/authoring/mail_merge.h"
 #include "wordprocessor/authoring/placeholders.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/document/document.h"
 #include "wordprocessor/layout/pool.h"
 
@@ -313,7 +314,7 @@ TEST(RandomTemplates, MakeLettersThatShowTheFinalText) {
 
 std::set<std::string> LostBookmarksTold(const DocxDocument& document) {
   std::set<std::string> names;
-  for (const auto& finding : wordprocessor::FindingsOfLeftovers(document, {})) {
+  for (const auto& finding : wordprocessor::FindingsOfLeftovers(StoriesAsWritten(document), {})) {
     if (finding.bookmark.empty()) continue;
     EXPECT_TRUE(names.insert(finding.bookmark).second) << finding.bookmark;
   }

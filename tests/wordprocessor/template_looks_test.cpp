@@ -10,6 +10,7 @@
 #include "wordprocessor/authoring/fonts.h"
 #include "wordprocessor/authoring/paper.h"
 #include "wordprocessor/authoring/pictures.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/authoring/tables.h"
 #include "wordprocessor/authoring/used_typefaces.h"
 
@@ -36,11 +37,14 @@ std::string Fonts(const std::string& fonts) {
   return "<w:rPr><w:rFonts " + fonts + "/></w:rPr>";
 }
 
+wordprocessor::DocxStories LetterOfParts(const std::vector<DocxPart>& parts) {
+  return StoriesOfLetters(DocxDocument::FromBytes(ZipOf(parts), "letter.docx"));
+}
+
 /// "name: place", one each; "*" after the name of one that the document brings along.
 std::vector<std::string> TypefacesIn(const std::vector<DocxPart>& parts) {
   std::vector<std::string> told;
-  for (const auto& typeface :
-       FindTypefaces(wordprocessor::DocxPackage::FromBytes(ZipOf(parts), "letter.docx"))) {
+  for (const auto& typeface : FindTypefaces(LetterOfParts(parts))) {
     told.push_back(typeface.name + (typeface.embedded ? "*" : "") + ": " + typeface.place);
   }
   return told;
@@ -132,7 +136,7 @@ std::vector<std::string> UntoldPictures(const std::string& runs) {
   auto parts = LetterParts("<w:body>" + Paragraph(Text("Seal: ") + runs) + "</w:body>");
   AddRelatedPart(parts, "header", "header1.xml", WordPart("w:hdr", Paragraph(runs)));
   std::vector<std::string> places;
-  for (const auto& finding : CheckPictures(DocxDocument::FromBytes(ZipOf(parts), "letter.docx"))) {
+  for (const auto& finding : CheckPictures(LetterOfParts(parts))) {
     places.push_back(finding.place);
   }
   return places;
@@ -167,8 +171,8 @@ TEST(Pictures, WithoutAlternativeTextAreFoundOnce) {
 TEST(TableHeads, AreMissedWhereAFieldRepeatsRowsBelowThem) {
   const std::vector<TemplateField> fields = {{"PERIODS", TemplateField::Kind::kTable}};
   const auto found = [&](const std::string& rows) {
-    const auto document = DocxDocument::FromBytes(LetterOf("<w:body>" + Table(rows) + "</w:body>"), "letter");
-    return CheckTableHeads(document, fields).size();
+    const auto letter = LetterOfParts(LetterParts("<w:body>" + Table(rows) + "</w:body>"));
+    return CheckTableHeads(letter, wordprocessor::BookmarkSpots(letter), fields).size();
   };
   const auto repeated = Row(Cell(Paragraph(Mark("PERIODS", Text("x")))));
   const auto first = Cell(Paragraph(Text("Period")));

@@ -8,6 +8,7 @@
 
 #include "tests/wordprocessor/docx_builder.h"
 #include "tests/wordprocessor/letter_markup.h"
+#include "wordprocessor/authoring/read_template.h"
 
 /// Bookmarks beside the placeholders they were meant for.
 namespace markup {
@@ -33,6 +34,10 @@ std::vector<std::string> Repaired(const std::string& docx, std::string* bytes = 
   for (const auto& miss : made.repaired) told.push_back(miss.bookmark + " " + miss.placeholder);
   if (bytes != nullptr) *bytes = made.bytes;
   return told;
+}
+
+std::vector<wordprocessor::TemplateFinding> MissesIn(const std::string& docx) {
+  return FindingsOfPlaceholders(StoriesAsWritten(DocxDocument::FromBytes(docx, "t")), kPlaceholderFields);
 }
 
 struct RepairCase {
@@ -67,20 +72,16 @@ TEST(TemplatePlaceholders, ABookmarkBeforeItsPlaceholderIsSetAroundIt) {
     const auto docx = TemplateOf(Paragraph(paragraph));
     EXPECT_THAT(Repaired(docx, &bytes), ElementsAre(told)) << paragraph;
     EXPECT_EQ(ShownIn(LetterFrom(bytes)), letter) << paragraph;
-    const auto findings = FindingsOfPlaceholders(DocxDocument::FromBytes(docx, "t"), kPlaceholderFields);
+    const auto findings = MissesIn(docx);
     ASSERT_EQ(findings.size(), 1u) << paragraph;
     EXPECT_EQ(findings[0].bookmark, "NAME");
-    EXPECT_THAT(FindingsOfPlaceholders(DocxDocument::FromBytes(bytes, "t"), kPlaceholderFields), IsEmpty())
-        << paragraph;
+    EXPECT_THAT(MissesIn(bytes), IsEmpty()) << paragraph;
   }
 }
 
 TEST(TemplatePlaceholders, OfWordsInBracketsBehindABlankTheCheckIsNotSure) {
-  const auto findings = FindingsOfPlaceholders(
-      DocxDocument::FromBytes(TemplateOf(Paragraph(Mark("NAME", "") + Text(" [name]")) +
-                                         Paragraph(Mark("LTR_DT", Text("[da"), 2) + Text("te]"))),
-                              "t"),
-      kPlaceholderFields);
+  const auto findings = MissesIn(TemplateOf(Paragraph(Mark("NAME", "") + Text(" [name]")) +
+                                            Paragraph(Mark("LTR_DT", Text("[da"), 2) + Text("te]"))));
   ASSERT_EQ(findings.size(), 2u);
   EXPECT_EQ(findings[0].grade, wordprocessor::TemplateFinding::Grade::kWarning);
   EXPECT_THAT(findings[0].text,

@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "wordprocessor/authoring/address.h"
 #include "wordprocessor/authoring/bookmark_spots.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/template_file.h"
 #include "wordprocessor/layout/pool.h"
@@ -121,7 +122,7 @@ std::vector<TemplateFinding> CheckPages(const wordprocessor::DocxDocument& lette
     wordprocessor::LayoutPool pool(wordprocessor::LayoutSettings::ForThisProgram());
     pool.Layout(letter.Source().file_name(), sample->Bytes(), pdf).get();
     auto findings = wordprocessor::CheckAddress(SampleWordsIn(pdf));
-    const wordprocessor::BookmarkSpots spots(letter);
+    const wordprocessor::BookmarkSpots spots(wordprocessor::StoriesOfLetters(letter));
     for (auto& finding : findings) finding.place = spots.Of(finding.bookmark);
     return findings;
   } catch (const Failure& failure) {

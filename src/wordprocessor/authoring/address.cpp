@@ -6,8 +6,8 @@
 #include <string>
 
 #include "platform/text.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/bookmarks/data_context.h"
-#include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
 
@@ -65,9 +65,8 @@ std::string TextUnder(const DocxTree& tree, NodeId node) {
 
 /// Whether nothing else stands in the paragraph of the sample's address.
 bool StandsAlone(const DocxDocument& sample) {
-  const auto package = DocxPackage::FromBytes(sample.Bytes(), sample.Source().file_name());
-  const auto stories = ReadStories(package, FindMainPart(package));
-  const auto& tree = stories.front().tree;
+  const auto stories = StoriesOfLetters(sample);
+  const auto& tree = stories.all().front().tree;
   for (NodeId node = 0; node < tree.size(); ++node) {
     if (tree[node].kind != DocxKind::kText || TextUnder(tree, node) != kSampleAddress[1]) continue;
     const auto paragraph = ParagraphOf(tree, node);

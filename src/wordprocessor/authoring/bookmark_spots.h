@@ -6,15 +6,14 @@
 #include <utility>
 #include <vector>
 
-#include "wordprocessor/document/document.h"
+#include "wordprocessor/cleaning/stories.h"
 
 namespace wordprocessor {
 
 /// Where an author finds each bookmark of a template, as DocxPlaces says it. Nothing is merged yet.
 class BookmarkSpots {
  public:
-  /// Throws Failure kDamaged where a part cannot be read.
-  explicit BookmarkSpots(const DocxDocument& document);
+  explicit BookmarkSpots(const DocxStories& letter);
 
   /// Of several of one name, counted from 0 in document order; those without an end are counted apart. ""
   /// where there is none.

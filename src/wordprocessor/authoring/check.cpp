@@ -6,12 +6,12 @@
 #include <set>
 #include <string_view>
 
-#include "platform/agreed/field_names.h"
 #include "platform/text.h"
 #include "wordprocessor/authoring/bookmark_spots.h"
 #include "wordprocessor/authoring/leftovers.h"
 #include "wordprocessor/authoring/pictures.h"
 #include "wordprocessor/authoring/placeholders.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/authoring/tables.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/bookmarks/data_context.h"
@@ -39,18 +39,14 @@ std::size_t Distance(std::string_view from, std::string_view to) {
   return row.back();
 }
 
-std::string FieldNameOf(const std::string& bookmark) {
-  const auto repeated = platform::RepeatedName(bookmark);
-  return repeated.empty() ? bookmark : std::string(repeated);
-}
-
 class TemplateCheck {
  public:
-  TemplateCheck(const DocxDocument& document, const std::vector<TemplateField>& fields)
+  TemplateCheck(const DocxDocument& document, const BookmarkSpots& spots,
+                const std::vector<TemplateField>& fields)
       : document_(document),
+        spots_(spots),
         fields_(fields),
         places_(document.BookmarkPlaces()),
-        spots_(document),
         endless_(document.BookmarksWithoutEnd()) {}
 
   std::vector<TemplateFinding> Run() && {
@@ -79,8 +75,8 @@ class TemplateCheck {
     if (!names_.insert(name).second) {
       Find(Grade::kError, name, "The name is used twice: call the second one \"" + name + "__1\".");
     }
-    const auto field = std::ranges::find(fields_, FieldNameOf(name), &TemplateField::name);
-    if (field == fields_.end()) return ReportUnknown(name);
+    const auto* field = FieldFor(name, fields_);
+    if (field == nullptr) return ReportUnknown(name);
     if (place.crosses_cells && field->kind != FieldKind::kTable) {
       Find(Grade::kError, name, "The bookmark goes from one table cell into another: keep it within one.");
     }
@@ -97,9 +93,11 @@ class TemplateCheck {
     }
   }
 
-  bool IsInside(const TemplateField& column, const std::string& name) const {
-    const auto in_rows = document_.BookmarksInRowsOf(column.table);
-    return std::ranges::find(in_rows, name) != in_rows.end();
+  bool IsInside(const TemplateField& column, const std::string& name) {
+    auto rows = rows_of_.find(column.table);
+    if (rows == rows_of_.end())
+      rows = rows_of_.emplace(column.table, document_.BookmarksInRowsOf(column.table)).first;
+    return std::ranges::find(rows->second, name) != rows->second.end();
   }
 
   void ReportUnknown(const std::string& bookmark) {
@@ -140,11 +138,12 @@ class TemplateCheck {
   }
 
   const DocxDocument& document_;
+  const BookmarkSpots& spots_;
   const std::vector<TemplateField>& fields_;
   const std::vector<BookmarkPlace> places_;
-  const BookmarkSpots spots_;
   const std::vector<std::string> endless_;
-  std::string spot_;  // of the bookmark that is looked at
+  std::map<std::string, std::vector<std::string>> rows_of_;  // bookmarks by table; read when one is asked for
+  std::string spot_;                                         // of the bookmark that is looked at
   std::set<std::string> names_;
   std::vector<TemplateFinding> findings_;
 };
@@ -153,10 +152,13 @@ class TemplateCheck {
 
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields) {
-  auto findings = TemplateCheck(document, fields).Run();
+  const auto written = StoriesAsWritten(document);
+  const auto letter = StoriesOfLetters(document);
+  const BookmarkSpots spots(letter);
+  auto findings = TemplateCheck(document, spots, fields).Run();
   for (const auto& more :
-       {FindingsOfPlaceholders(document, fields), FindingsOfLeftovers(document, fields),
-        CheckTableHeads(document, fields), CheckPictures(document), CheckTypefaces(document)}) {
+       {FindingsOfPlaceholders(written, fields), FindingsOfLeftovers(written, fields),
+        CheckTableHeads(letter, spots, fields), CheckPictures(letter), CheckTypefaces(letter)}) {
     findings.insert(findings.end(), more.begin(), more.end());
   }
   return findings;

@@ -4,21 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "wordprocessor/authoring/template_field.h"
 #include "wordprocessor/document/document.h"
 
 namespace wordprocessor {
-
-/// A field that the letters of a template may be filled from.
-struct TemplateField {
-  enum class Kind : std::uint8_t { kValue, kTable, kColumn, kUser, kParagraph };
-
-  std::string name;
-  Kind kind = Kind::kValue;
-  std::string table = {};  ///< of a column
-  bool asked = true;       ///< whether the officer gives it; false where the letter is not known yet
-
-  bool operator==(const TemplateField&) const = default;
-};
 
 /// What a template's author should look at.
 struct TemplateFinding {
@@ -37,7 +26,8 @@ struct TemplateFinding {
 /// columns out of place, and values asked of the officer that the letter does not show; in document order,
 /// what is missing last. Then bookmarks beside their placeholders (placeholders.h), what the author
 /// has left in it (leftovers.h), and what the letter looks like: tables whose heading is not marked,
-/// pictures without alternative text, typefaces that come out at other widths on this machine.
+/// pictures without alternative text, typefaces that come out at other widths on this machine. Throws Failure
+/// kDamaged where a part cannot be read.
 std::vector<TemplateFinding> CheckTemplate(const DocxDocument& document,
                                            const std::vector<TemplateField>& fields);
 

@@ -205,9 +205,9 @@ class LeftoverCheck {
 
 }  // namespace
 
-std::vector<TemplateFinding> FindingsOfLeftovers(const DocxDocument& document,
+std::vector<TemplateFinding> FindingsOfLeftovers(const DocxStories& written,
                                                  const std::vector<TemplateField>& fields) {
-  const auto leftovers = FindLeftovers(document.Source(), FindMainPart(document.Source()));
+  const auto leftovers = FindLeftovers(written);
   return LeftoverCheck(leftovers, fields).Run();
 }
 

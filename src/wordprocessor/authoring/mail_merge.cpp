@@ -11,7 +11,8 @@
 #include "platform/text.h"
 #include "wordprocessor/authoring/mail_merge_names.h"
 #include "wordprocessor/bookmarks/index.h"
-#include "wordprocessor/cleaning/places.h"
+#include "wordprocessor/cleaning/stories.h"
+#include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
 #include "wordprocessor/docx/runs.h"
@@ -77,11 +78,10 @@ std::string AttributePrefix(std::string_view tag, std::string_view local_name) {
 /// One part's merge fields.
 class StoryMerge {
  public:
-  StoryMerge(DocxStory& story, const std::string& page, MailMergeNames& names, int& next_id,
-             MergeFieldsMade& made)
-      : tree_(story.tree),
-        bookmarks_(story.tree),
-        places_(story, page),
+  StoryMerge(DocxTree& tree, DocxPlaces places, MailMergeNames& names, int& next_id, MergeFieldsMade& made)
+      : tree_(tree),
+        bookmarks_(tree),
+        places_(std::move(places)),
         names_(names),
         next_id_(next_id),
         made_(made) {}
@@ -276,8 +276,9 @@ struct PackageChanges {
 };
 
 /// Where the data came from, and which record was shown last.
-void DropMailMerge(const DocxPackage& package, const std::string& main_part, PackageChanges& changes) {
-  for (const auto& relation : ReadRelations(package, main_part)) {
+void DropMailMerge(const DocxPackage& package, const std::vector<DocxRelation>& relations_of_main_part,
+                   PackageChanges& changes) {
+  for (const auto& relation : relations_of_main_part) {
     if (relation.kind != "settings" || !LeadsToPart(relation, package)) continue;
     auto settings = LoadPartXml(package.Read(relation.target));
     const auto is_merge = [](const pugi::xml_node& child) { return IsWordElement(child, "mailMerge"); };
@@ -318,20 +319,16 @@ std::string_view ReasonAgainstBookmark(std::string_view code) {
 }
 
 MergeFieldsMade BookmarksOfMergeFields(const DocxPackage& package, const std::vector<TemplateField>& fields) {
-  const auto main_part = FindMainPart(package);
-  auto stories = ReadStories(package, main_part);
-  const auto pages = PagesOfParts(stories.front().tree, ReadRelations(package, main_part));
-  auto bookmarks = BookmarksIn(stories);
+  DocxStories stories(package, FindMainPart(package));
+  auto bookmarks = BookmarksIn(stories.all());
   MailMergeNames names(std::move(bookmarks.names), fields);
   MergeFieldsMade made;
   PackageChanges changes;
-  for (auto& story : stories) {
-    const auto page = pages.find(story.part);
-    StoryMerge merge(story, page == pages.end() ? std::string() : page->second, names, bookmarks.next_id,
-                     made);
+  for (auto& story : stories.all()) {
+    StoryMerge merge(story.tree, stories.PlacesOf(story), names, bookmarks.next_id, made);
     if (merge.Run()) changes.written[story.part] = story.tree.Serialize();
   }
-  DropMailMerge(package, main_part, changes);
+  DropMailMerge(package, stories.relations(), changes);
   std::vector<PackagePart> parts;
   for (const auto& [name, content] : changes.written) parts.push_back({name, content});
   made.bytes = package.With(

@@ -5,8 +5,6 @@
 #include <string_view>
 
 #include "platform/text.h"
-#include "wordprocessor/cleaning/places.h"
-#include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/escape.h"
 #include "wordprocessor/docx/property_values.h"
 
@@ -57,8 +55,7 @@ bool IsUntoldShape(const DocxTree& tree, NodeId node) {
   return !IsTold(tree, shape, "alt") && !IsTold(tree, node, "title");
 }
 
-void CheckStory(const DocxStory& story, const std::string& page, std::vector<TemplateFinding>& findings) {
-  const DocxPlaces places(story, page);
+void CheckStory(const DocxStory& story, const DocxPlaces& places, std::vector<TemplateFinding>& findings) {
   const auto& tree = story.tree;
   for (NodeId node = 0; node < tree.size(); ++node) {
     if (!tree[node].is_element() || !tree.IsAttached(node)) continue;
@@ -74,15 +71,9 @@ void CheckStory(const DocxStory& story, const std::string& page, std::vector<Tem
 
 }  // namespace
 
-std::vector<TemplateFinding> CheckPictures(const DocxDocument& document) {
-  const auto package = DocxPackage::FromBytes(document.Bytes(), document.Source().file_name());
-  const auto main_part = FindMainPart(package);
-  const auto stories = ReadStories(package, main_part);
-  const auto pages = PagesOfParts(stories.front().tree, ReadRelations(package, main_part));
+std::vector<TemplateFinding> CheckPictures(const DocxStories& letter) {
   std::vector<TemplateFinding> findings;
-  for (const auto& story : stories) {
-    CheckStory(story, pages.contains(story.part) ? pages.at(story.part) : "", findings);
-  }
+  for (const auto& story : letter.all()) CheckStory(story, letter.PlacesOf(story), findings);
   return findings;
 }
 

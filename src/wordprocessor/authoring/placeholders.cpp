@@ -9,8 +9,8 @@
 
 #include "platform/agreed/field_names.h"
 #include "platform/text.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/bookmarks/index.h"
-#include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/runs.h"
 
@@ -36,12 +36,6 @@ struct Miss {
   Placeholder placeholder;
   How how;
 };
-
-const TemplateField* FieldFor(std::string_view bookmark, const std::vector<TemplateField>& fields) {
-  const auto repeated = platform::RepeatedName(bookmark);
-  const auto field = std::ranges::find(fields, repeated.empty() ? bookmark : repeated, &TemplateField::name);
-  return field == fields.end() ? nullptr : &*field;
-}
 
 class MissSearch {
  public:
@@ -239,40 +233,16 @@ TemplateFinding FindingOf(const Miss& miss, const MissedPlaceholder& told) {
           told.place};
 }
 
-class TemplateStories {
- public:
-  explicit TemplateStories(const DocxPackage& package)
-      : main_part_(FindMainPart(package)),
-        stories_(ReadStories(package, main_part_)),
-        pages_(PagesOfParts(stories_.front().tree, ReadRelations(package, main_part_))),
-        styles_(package, main_part_) {}
-
-  std::vector<Miss> MissesIn(const DocxStory& story, const std::vector<TemplateField>& fields) const {
-    return MissSearch(story.tree, styles_, fields).Run();
-  }
-  std::vector<DocxStory>& all() { return stories_; }
-  DocxPlaces PlacesOf(const DocxStory& story) const {
-    const auto page = pages_.find(story.part);
-    return {story, page == pages_.end() ? std::string() : page->second};
-  }
-
- private:
-  std::string main_part_;
-  std::vector<DocxStory> stories_;
-  std::map<std::string, std::string> pages_;
-  HiddenStyles styles_;
-};
-
 }  // namespace
 
-std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxDocument& document,
+std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxStories& written,
                                                     const std::vector<TemplateField>& fields) {
   std::vector<TemplateFinding> findings;
-  TemplateStories stories(document.Source());
-  for (const auto& story : stories.all()) {
-    const auto misses = stories.MissesIn(story, fields);
+  const HiddenStyles styles(written.package(), written.main_part());
+  for (const auto& story : written.all()) {
+    const auto misses = MissSearch(story.tree, styles, fields).Run();
     if (misses.empty()) continue;
-    const auto places = stories.PlacesOf(story);
+    const auto places = written.PlacesOf(story);
     for (const auto& miss : misses) {
       if (miss.range.in_fallback) continue;
       const auto told = Told(miss, places);
@@ -284,13 +254,14 @@ std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxDocument& document
 
 RepairedTemplate RepairPlaceholders(const DocxDocument& document, const std::vector<TemplateField>& fields) {
   RepairedTemplate made;
-  TemplateStories stories(document.Source());
+  auto written = StoriesAsWritten(document);
+  const HiddenStyles styles(written.package(), written.main_part());
   std::vector<std::string> contents;
   std::vector<std::string> names;
-  for (auto& story : stories.all()) {
-    const auto misses = stories.MissesIn(story, fields);
+  for (auto& story : written.all()) {
+    const auto misses = MissSearch(story.tree, styles, fields).Run();
     if (misses.empty()) continue;
-    const auto places = stories.PlacesOf(story);
+    const auto places = written.PlacesOf(story);
     // Of several before the same placeholder the first one gets it.
     const auto begins = [](const Miss& miss) { return miss.placeholder.pieces.front(); };
     for (auto miss = misses.begin(); miss != misses.end(); ++miss) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "wordprocessor/authoring/check.h"
+#include "wordprocessor/cleaning/stories.h"
 
 namespace wordprocessor {
 
@@ -21,7 +22,7 @@ struct RepairedTemplate {
   std::string bytes;                        ///< of the .docx file; nothing else in it has changed
 };
 
-std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxDocument& document,
+std::vector<TemplateFinding> FindingsOfPlaceholders(const DocxStories& written,
                                                     const std::vector<TemplateField>& fields);
 
 /// Sets such bookmarks around their placeholders. A placeholder is what stands between brackets in one

@@ -4,8 +4,6 @@
 #include <string>
 #include <string_view>
 
-#include "wordprocessor/authoring/bookmark_spots.h"
-#include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/property_values.h"
 
 namespace wordprocessor {
@@ -35,11 +33,10 @@ bool LacksHeading(const DocxTree& tree, NodeId bookmark) {
 
 }  // namespace
 
-std::vector<TemplateFinding> CheckTableHeads(const DocxDocument& document,
+std::vector<TemplateFinding> CheckTableHeads(const DocxStories& letter, const BookmarkSpots& spots,
                                              const std::vector<TemplateField>& fields) {
-  const auto package = DocxPackage::FromBytes(document.Bytes(), document.Source().file_name());
   std::vector<TemplateFinding> findings;
-  for (const auto& story : ReadStories(package, FindMainPart(package))) {
+  for (const auto& story : letter.all()) {
     const auto& tree = story.tree;
     for (NodeId node = 0; node < tree.size(); ++node) {
       if (tree[node].kind != DocxKind::kBookmarkStart || !tree.IsAttached(node)) continue;
@@ -48,7 +45,7 @@ std::vector<TemplateFinding> CheckTableHeads(const DocxDocument& document,
       findings.push_back({TemplateFinding::Grade::kWarning, name,
                           "The table's first row is not marked as its heading, so that it is not repeated on "
                           "the next page, nor read aloud with the columns: mark it \"repeat as header row\".",
-                          "", BookmarkSpots(document).Of(name)});
+                          "", spots.Of(name)});
     }
   }
   return findings;

@@ -3,18 +3,23 @@
 #include <utility>
 
 #include "wordprocessor/authoring/fonts.h"
+#include "wordprocessor/authoring/read_template.h"
 #include "wordprocessor/authoring/used_typefaces.h"
 
 namespace wordprocessor {
 
-std::vector<TypefaceUse> TypefacesOf(const DocxDocument& document) {
+std::vector<TypefaceUse> TypefacesOf(const DocxStories& letter) {
   std::vector<TypefaceUse> uses;
-  for (auto& used : FindTypefaces(DocxPackage::FromBytes(document.Bytes(), document.Source().file_name()))) {
+  for (auto& used : FindTypefaces(letter)) {
     auto laid_out = used.embedded ? LaidOutTypeface{used.name, true} : LayoutTypeface(used.name);
     uses.push_back({std::move(used.name), std::move(laid_out.family), used.embedded, laid_out.same_widths,
                     std::move(used.place)});
   }
   return uses;
+}
+
+std::vector<TypefaceUse> TypefacesOf(const DocxDocument& document) {
+  return TypefacesOf(StoriesOfLetters(document));
 }
 
 std::string WhatBecomesOf(const TypefaceUse& use) {
@@ -23,9 +28,9 @@ std::string WhatBecomesOf(const TypefaceUse& use) {
          "\" on this machine, whose letters have other widths, so that lines and pages break elsewhere";
 }
 
-std::vector<TemplateFinding> CheckTypefaces(const DocxDocument& document) {
+std::vector<TemplateFinding> CheckTypefaces(const DocxStories& letter) {
   std::vector<TemplateFinding> findings;
-  for (const auto& use : TypefacesOf(document)) {
+  for (const auto& use : TypefacesOf(letter)) {
     if (use.same_widths) continue;
     auto text = "The typeface \"" + use.name + "\" " + WhatBecomesOf(use) +
                 ". Use another one, embed it in the document, or install it wherever letters are made.";

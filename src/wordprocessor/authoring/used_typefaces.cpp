@@ -4,8 +4,6 @@
 #include <set>
 
 #include "platform/text.h"
-#include "wordprocessor/cleaning/places.h"
-#include "wordprocessor/document/blueprint.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
 #include "wordprocessor/docx/property_values.h"
@@ -41,8 +39,7 @@ class TypefaceSearch {
   TypefaceSearch(const TypefaceStyles& styles, std::set<std::string> embedded)
       : styles_(styles), embedded_(std::move(embedded)) {}
 
-  void Search(const DocxStory& story, const std::string& page) {
-    const DocxPlaces places(story, page);
+  void Search(const DocxStory& story, const DocxPlaces& places) {
     const auto& tree = story.tree;
     for (NodeId node = 0; node < tree.size(); ++node) {
       const auto parent = tree[node].parent;
@@ -100,16 +97,10 @@ class TypefaceSearch {
 
 }  // namespace
 
-std::vector<UsedTypeface> FindTypefaces(const DocxPackage& package) {
-  const auto main_part = FindMainPart(package);
-  const auto relations = ReadRelations(package, main_part);
-  const auto stories = ReadStories(package, main_part);
-  const auto pages = PagesOfParts(stories.front().tree, relations);
-  const TypefaceStyles styles(package, relations);
-  TypefaceSearch search(styles, EmbeddedTypefaces(package, relations));
-  for (const auto& story : stories) {
-    search.Search(story, pages.contains(story.part) ? pages.at(story.part) : "");
-  }
+std::vector<UsedTypeface> FindTypefaces(const DocxStories& letter) {
+  const TypefaceStyles styles(letter.package(), letter.relations());
+  TypefaceSearch search(styles, EmbeddedTypefaces(letter.package(), letter.relations()));
+  for (const auto& story : letter.all()) search.Search(story, letter.PlacesOf(story));
   return std::move(search).Found();
 }
 

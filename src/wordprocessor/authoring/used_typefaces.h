@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "wordprocessor/files/package.h"
+#include "wordprocessor/cleaning/stories.h"
 
 namespace wordprocessor {
 
@@ -18,6 +18,6 @@ struct UsedTypeface {
 /// own formatting, its styles, the theme. Names for scripts in which nothing is written do not count, nor do
 /// styles without text. Each name once, whatever its case. Throws Failure kDamaged where a part cannot be
 /// read.
-std::vector<UsedTypeface> FindTypefaces(const DocxPackage& package);
+std::vector<UsedTypeface> FindTypefaces(const DocxStories& letter);
 
 }  // namespace wordprocessor

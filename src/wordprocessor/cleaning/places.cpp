@@ -15,23 +15,6 @@ constexpr std::size_t kWordsShown = 30;
 
 }  // namespace
 
-std::map<std::string, std::string> PagesOfParts(const DocxTree& body,
-                                                const std::vector<DocxRelation>& relations) {
-  std::map<std::string, std::string> pages;
-  for (NodeId node = 0; node < body.size(); ++node) {
-    const auto name = LocalNameOf(body[node].name());
-    if (name != "headerReference" && name != "footerReference") continue;
-    const auto type = body.Attribute(node, "type");
-    for (const auto& reference : body.References(node)) {
-      const auto relation = std::ranges::find(relations, Unescaped(reference.id), &DocxRelation::id);
-      if (relation == relations.end()) continue;
-      if (type == "first") pages[relation->target] = " of the first page";
-      if (type == "even") pages[relation->target] = " of even pages";
-    }
-  }
-  return pages;
-}
-
 DocxPlaces::DocxPlaces(const DocxStory& story, std::string page) : story_(story), page_(std::move(page)) {
   Visit(story.tree.root(), /*again=*/false);
 }

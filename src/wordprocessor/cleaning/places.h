@@ -1,26 +1,19 @@
 #pragma once
 
-#include <map>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 #include "wordprocessor/cleaning/story.h"
-#include "wordprocessor/docx/relations.h"
 
 namespace wordprocessor {
-
-/// The pages that headers and footers stand on, by their parts: " of the first page", " of even pages"; none
-/// where they stand on all others. `body` is the tree of the main part, `relations` are its.
-std::map<std::string, std::string> PagesOfParts(const DocxTree& body,
-                                                const std::vector<DocxRelation>& relations);
 
 /// Where things stand in a story, as its author finds them: `page header of the first page, after "Dear"`.
 ///
 /// Of the story as it is when this is made, which outlives it.
 class DocxPlaces {
  public:
-  /// `page` as PagesOfParts says it.
+  /// `page`: of a page header or footer that not all pages have, " of the first page" or " of even pages".
   DocxPlaces(const DocxStory& story, std::string page);
 
   std::string Of(NodeId node) const { return Place(node, TextBefore(node)); }

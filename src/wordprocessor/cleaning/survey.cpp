@@ -13,7 +13,6 @@
 #include "wordprocessor/cleaning/cleaning.h"
 #include "wordprocessor/cleaning/comments.h"
 #include "wordprocessor/cleaning/outside.h"
-#include "wordprocessor/cleaning/places.h"
 #include "wordprocessor/docx/blocks.h"
 #include "wordprocessor/docx/escape.h"
 #include "wordprocessor/docx/relations.h"
@@ -89,9 +88,10 @@ std::string TextIn(const pugi::xml_node& node) {
 }
 
 /// By id. None where their part is missing.
-std::map<std::string, Comment> ReadComments(const DocxPackage& package, const std::string& main_part) {
+std::map<std::string, Comment> ReadComments(const DocxPackage& package,
+                                            const std::vector<DocxRelation>& relations) {
   std::map<std::string, Comment> comments;
-  for (const auto& relation : ReadRelations(package, main_part)) {
+  for (const auto& relation : relations) {
     if (relation.kind != "comments" || !LeadsToPart(relation, package)) continue;
     const auto document = LoadPartXml(package.Read(relation.target));
     for (const auto& comment : WordChildren(document.document_element(), "comment")) {
@@ -116,7 +116,7 @@ std::string TextOf(const DocxTree& tree, NodeId node) {
 
 class StorySurvey {
  public:
-  StorySurvey(const DocxStory& story, const std::string& page) : tree_(story.tree), places_(story, page) {}
+  StorySurvey(const DocxStory& story, DocxPlaces places) : tree_(story.tree), places_(std::move(places)) {}
 
   void FindAll(const std::map<std::string, Comment>& comments, const HiddenStyles& styles,
                const std::vector<DocxRelation>& relations) {
@@ -248,23 +248,21 @@ std::set<std::string> KeptBookmarks(const DocxPackage& package, const std::strin
 
 }  // namespace
 
-std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::string& main_part) {
-  const auto stories = ReadStories(package, main_part);
-  const auto relations = ReadRelations(package, main_part);
-  const auto comments = ReadComments(package, main_part);
-  const auto pages = PagesOfParts(stories.front().tree, relations);
-  const auto bookmarks = KeptBookmarks(package, main_part);
-  const HiddenStyles styles(package, main_part);
+std::vector<DocxLeftover> FindLeftovers(const DocxStories& written) {
+  const auto& package = written.package();
+  const auto comments = ReadComments(package, written.relations());
+  const auto bookmarks = KeptBookmarks(package, written.main_part());
+  const HiddenStyles styles(package, written.main_part());
   std::vector<DocxLeftover> leftovers;
   std::size_t paragraphs = 0;
-  for (const auto& story : stories) {
-    StorySurvey survey(story, pages.contains(story.part) ? pages.at(story.part) : "");
+  for (const auto& story : written.all()) {
+    StorySurvey survey(story, written.PlacesOf(story));
     survey.FindAll(comments, styles, ReadRelations(package, story.part));
     survey.FindLostBookmarks(bookmarks);
     survey.AppendTo(leftovers, paragraphs);
   }
   // Programs hang on the document as a whole.
-  for (const auto& relation : relations) {
+  for (const auto& relation : written.relations()) {
     if (UseOf(relation) == RelationUse::kMacro)
       leftovers.push_back({LeftoverKind::kMacro, relation.target, {}, "document", {}, ++paragraphs});
   }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "wordprocessor/cleaning/changes.h"
-#include "wordprocessor/files/package.h"
+#include "wordprocessor/cleaning/stories.h"
 
 namespace wordprocessor {
 
@@ -47,8 +47,8 @@ struct DocxLeftover {
 };
 
 /// All of them by parts, in document order within one: what cleaning does away with, found by the same rules.
-/// Words that belong together stand together, and a text box told twice counts once. Throws Failure kDamaged
-/// where a part cannot be read.
-std::vector<DocxLeftover> FindLeftovers(const DocxPackage& package, const std::string& main_part);
+/// Words that belong together stand together, and a text box told twice counts once. `written`: as its author
+/// left the document. Throws Failure kDamaged where a part cannot be read.
+std::vector<DocxLeftover> FindLeftovers(const DocxStories& written);
 
 }  // namespace wordprocessor

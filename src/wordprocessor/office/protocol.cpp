@@ -16,7 +16,7 @@ bool NeedsEscape(char c) {
   return static_cast<unsigned char>(c) < 0x20 || c == 0x7F || c == '%';
 }
 
-std::string Escaped(std::string_view text) {
+std::string AsField(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
     if (NeedsEscape(c)) {
@@ -28,7 +28,7 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
-std::optional<std::string> Unescaped(std::string_view field) {
+std::optional<std::string> TextOfField(std::string_view field) {
   std::string text;
   for (std::size_t i = 0; i < field.size(); ++i) {
     if (field[i] != '%') {
@@ -89,7 +89,7 @@ std::optional<LayoutReport> ReadReport(const ReportForm& form, const std::vector
     report.resident_kib = *resident;
   }
   if (form.why) {
-    auto why = Unescaped(fields.back());
+    auto why = TextOfField(fields.back());
     if (!why) return std::nullopt;
     report.why = std::move(*why);
   }
@@ -99,7 +99,7 @@ std::optional<LayoutReport> ReadReport(const ReportForm& form, const std::vector
 }  // namespace
 
 std::string LineOf(const LayoutOrder& order) {
-  return "layout\t" + std::to_string(order.id) + "\t" + Escaped(order.document) + "\t" + Escaped(order.pdf) +
+  return "layout\t" + std::to_string(order.id) + "\t" + AsField(order.document) + "\t" + AsField(order.pdf) +
          "\n";
 }
 
@@ -107,8 +107,8 @@ std::optional<LayoutOrder> ParseOrder(std::string_view line) {
   const auto fields = Fields(line);
   if (fields.size() != 4 || fields[0] != "layout") return std::nullopt;
   const auto id = Number(fields[1]);
-  auto document = Unescaped(fields[2]);
-  auto pdf = Unescaped(fields[3]);
+  auto document = TextOfField(fields[2]);
+  auto pdf = TextOfField(fields[3]);
   if (!id || !document || !pdf) return std::nullopt;
   return LayoutOrder{*id, std::move(*document), std::move(*pdf)};
 }
@@ -119,7 +119,7 @@ std::string LineOf(const LayoutReport& report) {
     if (form.kind != report.kind) continue;
     line = form.word;
     if (form.numbers) line += "\t" + std::to_string(report.id) + "\t" + std::to_string(report.resident_kib);
-    if (form.why) line += "\t" + Escaped(report.why);
+    if (form.why) line += "\t" + AsField(report.why);
   }
   return line + "\n";
 }
