@@ -3,42 +3,18 @@
 #include <algorithm>
 #include <exception>
 
+#include "apps/template_fields.h"
 #include "host/disk_files.h"
 #include "platform/failure.h"
 #include "platform/text.h"
-#include "wordprocessor/document/document.h"
 
 namespace apps {
 namespace {
 
 using platform::Failure;
-using server::FieldKind;
-using wordprocessor::TemplateField;
 using wordprocessor::TemplateFinding;
 
 constexpr auto kError = TemplateFinding::Grade::kError;
-
-TemplateField::Kind KindOf(FieldKind kind) {
-  switch (kind) {
-    case FieldKind::kTable:
-      return TemplateField::Kind::kTable;
-    case FieldKind::kColumn:
-      return TemplateField::Kind::kColumn;
-    case FieldKind::kUser:
-      return TemplateField::Kind::kUser;
-    case FieldKind::kParagraph:
-      return TemplateField::Kind::kParagraph;
-    default:
-      return TemplateField::Kind::kValue;
-  }
-}
-
-std::vector<TemplateField> AsTemplateFields(const std::vector<server::LetterField>& fields) {
-  std::vector<TemplateField> all;
-  all.reserve(fields.size());
-  for (const auto& field : fields) all.push_back({field.name, KindOf(field.kind), field.parent});
-  return all;
-}
 
 std::string PlaceOf(const TemplateFinding& finding) {
   std::string place = finding.bookmark.empty() ? "" : ", of the bookmark \"" + finding.bookmark + "\"";
@@ -79,9 +55,8 @@ std::string CheckedTemplates::FaultOf(const std::string& path, const std::string
   }
 }
 
-std::vector<TemplateFinding> CheckedTemplates::FindingsIn(const std::filesystem::path& file,
+std::vector<TemplateFinding> CheckedTemplates::FindingsIn(const wordprocessor::DocxDocument& document,
                                                           const std::string& letter_type) {
-  const auto document = wordprocessor::DocxDocument::Open(file);
   const auto fields = AsTemplateFields(directory_.Find(letter_type));
   if (fields.empty())
     throw Failure(Failure::Kind::kNotFound,

@@ -9,6 +9,7 @@
 #include "platform/parties/template_judge.h"
 #include "server/link/field_directory.h"
 #include "wordprocessor/authoring/check.h"
+#include "wordprocessor/document/document.h"
 #include "wordprocessor/files/package_file.h"
 
 namespace apps {
@@ -22,9 +23,9 @@ class CheckedTemplates : public platform::TemplateJudge {
 
   /// A template is opened again only where its file or the letter's fields have changed.
   std::string FaultOf(const std::string& path, const std::string& letter_type) override;
-  /// What the check finds in `file` as a template of that letter type. Throws Failure as DocxDocument::Open,
+  /// What the check finds in `document` as a template of that letter type. Throws Failure as CheckTemplate,
   /// and kNotFound for a letter type without fields.
-  std::vector<wordprocessor::TemplateFinding> FindingsIn(const std::filesystem::path& file,
+  std::vector<wordprocessor::TemplateFinding> FindingsIn(const wordprocessor::DocxDocument& document,
                                                          const std::string& letter_type);
 
  private:

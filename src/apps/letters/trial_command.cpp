@@ -80,8 +80,8 @@ int RunTrial(const QStringList& words) {
   if (const auto fault = OptionFault(line); !fault.empty()) return line.WrongUsage(fault);
 
   const auto file = std::filesystem::absolute(line.Argument(0));
-  const auto document =
-      wordprocessor::DocxDocument::Open(file);  // says what is wrong with it, whatever else is
+  // First: says what is wrong with it, whatever else is.
+  const auto document = wordprocessor::DocxDocument::Open(file);
   HeadlessOffice office(line.Data(), TrialOptions(line));
   // Letters that only the system makes, too. The list reads its rows once, at the start.
   office.page().ZEMLO_LetterType.CodeType("TEMPLATES");
@@ -89,7 +89,7 @@ int RunTrial(const QStringList& words) {
   if (office.refused()) return kRefused;
   office.office().TryTemplate(file);
   RequireLetterType(office, office.page().ZEMLO_LetterType, line.Value("type"));
-  auto findings = CheckedTemplates(line.Data().root()).FindingsIn(file, line.Value("type"));
+  auto findings = CheckedTemplates(line.Data().root()).FindingsIn(document, line.Value("type"));
   const std::filesystem::path templates = office.office().services().settings.TemplateFolder();
   const auto letterhead = LetterheadFor(templates / file.filename());
   for (const auto& more :

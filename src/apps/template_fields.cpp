@@ -1,4 +1,4 @@
-#include "apps/letters/template_fields.h"
+#include "apps/template_fields.h"
 
 #include "apps/product_files.h"
 #include "platform/failure.h"
@@ -9,13 +9,25 @@ namespace apps {
 namespace {
 
 using wordprocessor::TemplateField;
-using Kind = TemplateField::Kind;
 
-Kind KindOf(const std::string& name) {
-  if (name == "TABLE") return Kind::kTable;
-  if (name == "COLUMN") return Kind::kColumn;
-  if (name == "USER") return Kind::kUser;
-  return name == "PARAGRAPH" ? Kind::kParagraph : Kind::kValue;
+TemplateField::Kind KindOf(server::FieldKind kind) {
+  switch (kind) {
+    case server::FieldKind::kTable:
+      return TemplateField::Kind::kTable;
+    case server::FieldKind::kColumn:
+      return TemplateField::Kind::kColumn;
+    case server::FieldKind::kUser:
+      return TemplateField::Kind::kUser;
+    case server::FieldKind::kParagraph:
+      return TemplateField::Kind::kParagraph;
+    default:
+      return TemplateField::Kind::kValue;
+  }
+}
+
+/// By its name in the definitions; an unknown one is a value like most.
+TemplateField::Kind KindNamed(const std::string& name) {
+  return KindOf(server::FindFieldKind(name).value_or(server::FieldKind::kData));
 }
 
 /// "" where the catalogue does not name the template.
@@ -30,6 +42,13 @@ std::string LetterTypeOf(const std::string& template_name) {
 
 }  // namespace
 
+std::vector<TemplateField> AsTemplateFields(const std::vector<server::LetterField>& fields) {
+  std::vector<TemplateField> all;
+  all.reserve(fields.size());
+  for (const auto& field : fields) all.push_back({field.name, KindOf(field.kind), field.parent});
+  return all;
+}
+
 std::filesystem::path LetterDefinitions() {
   return ProductDataFolder() / "server" / "letter_fields.tsv";
 }
@@ -41,7 +60,7 @@ std::vector<TemplateField> TemplateFields(const std::filesystem::path& definitio
   std::vector<TemplateField> fields;
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
     if (!letter_type.empty() && table.Text(row, "LTR_TYP_ID") != letter_type) continue;
-    fields.push_back({table.Text(row, "FLD_NM"), KindOf(table.Text(row, "FLD_KIND")),
+    fields.push_back({table.Text(row, "FLD_NM"), KindNamed(table.Text(row, "FLD_KIND")),
                       table.Text(row, "FLD_PARENT"), /*asked=*/!letter_type.empty()});
   }
   if (!letter_type.empty() && fields.empty()) {

@@ -4,9 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "wordprocessor/authoring/check.h"
+#include "server/context/letter_fields.h"
+#include "wordprocessor/authoring/template_field.h"
 
 namespace apps {
+
+/// The fields of a letter as its template may use them.
+std::vector<wordprocessor::TemplateField> AsTemplateFields(const std::vector<server::LetterField>& fields);
 
 /// The fields a template may use, from the letter definitions (letter_fields.tsv): those of `letter_type`;
 /// where that is "", of the letter that the catalogue of the product uses the template for; where there is
