@@ -17,6 +17,7 @@
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
+#include "reference/sql_dialect.h"
 #include "server/storage/server_folders.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/template_file.h"
@@ -124,8 +125,8 @@ class OfficeCheck {
     const CatalogueFile file;
     std::set<std::string> documents;
     const auto rows =
-        reference_.Select("SELECT LTR_TYP_ID, DCMT_NM, EFCTV_DT FROM FLS_LTR_TEMPLATE WHERE REGION = '" +
-                          platform::ReplaceAll(region_, "'", "''") + "' ORDER BY LTR_TYP_ID, EFCTV_DT");
+        reference_.Select("SELECT LTR_TYP_ID, DCMT_NM, EFCTV_DT FROM FLS_LTR_TEMPLATE WHERE REGION = " +
+                          reference::SqlQuoted(region_) + " ORDER BY LTR_TYP_ID, EFCTV_DT");
     for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
       const std::string document(platform::Trim(rows->Text(row, "DCMT_NM")));
       if (const auto file_there = host::FindFile((template_folder_ / document).string())) {
@@ -164,10 +165,9 @@ class OfficeCheck {
 
   /// Those that make letters, or will.
   void CheckTemplates() {
-    const auto rows =
-        reference_.Select("SELECT LTR_TYP_ID, DCMT_NM FROM FLS_LTR_TEMPLATE WHERE REGION = '" +
-                          platform::ReplaceAll(region_, "'", "''") +
-                          "' AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, EFCTV_DT");
+    const auto rows = reference_.Select(
+        "SELECT LTR_TYP_ID, DCMT_NM FROM FLS_LTR_TEMPLATE WHERE REGION = " + reference::SqlQuoted(region_) +
+        " AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, EFCTV_DT");
     CheckedTemplates check(data_folder_);
     for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
       const std::string document(platform::Trim(rows->Text(row, "DCMT_NM")));

@@ -10,6 +10,7 @@
 #include "platform/agreed/template_versions.h"
 #include "platform/text.h"
 #include "platform/value.h"
+#include "reference/sql_dialect.h"
 
 namespace apps {
 namespace {
@@ -78,10 +79,10 @@ std::string RemedyFor(const TemplateVersion& version, const TemplateVersion& new
 Catalogue ReadCatalogue(platform::ReferenceDatabase& reference, const std::string& region,
                         std::string& today) {
   const auto rows = reference.Select(
-      "SELECT LTR_TYP_ID, DCMT_NM, TMPLT_TS, EFCTV_DT, EXPRTN_DT, date() AS TODAY FROM FLS_LTR_TEMPLATE "
-      "WHERE REGION = '" +
-      platform::ReplaceAll(region, "'", "''") +
-      "' AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, TMPLT_TS DESC");
+      R"(SELECT LTR_TYP_ID, DCMT_NM, TMPLT_TS, EFCTV_DT, EXPRTN_DT, date() AS TODAY
+         FROM FLS_LTR_TEMPLATE WHERE REGION = )" +
+      reference::SqlQuoted(region) +
+      " AND (EXPRTN_DT IS NULL OR EXPRTN_DT >= date()) ORDER BY LTR_TYP_ID, TMPLT_TS DESC");
   Catalogue catalogue;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
     today = rows->Text(row, "TODAY");

@@ -5,6 +5,7 @@
 #include "platform/record_set.h"
 #include "platform/text.h"
 #include "reference/form_numbers.h"
+#include "reference/sql_dialect.h"
 
 namespace reference {
 namespace {
@@ -41,7 +42,7 @@ std::string OfficeUtilities::GetOfficerName(const std::string& officer_id) {
 }
 
 std::string OfficeUtilities::SqlQuote(std::string_view text) {
-  return "'" + platform::ReplaceAll(text, "'", "''") + "'";
+  return SqlQuoted(text);
 }
 
 void OfficeUtilities::MarkFieldInvalid(platform::Control& control) {
@@ -115,9 +116,9 @@ const OfficeUtilities::Code* OfficeUtilities::FindCode(const std::string& table,
 OfficeUtilities::CodeTable OfficeUtilities::ReadTable(const std::string& table) {
   const auto region = platform::UpperCase(platform::Trim(settings_.Region()));
   const auto rows = reference_.Select(
-      "SELECT CD_TBL_CD, CD_TBL_DES, ADTL_INFO_TXT, (END_DT IS NULL OR END_DT >= date()) AS IS_CURRENT"
-      " FROM FLS_CODE WHERE REGION = " +
-      SqlQuote(region) + " AND CD_TBL_ID = " + SqlQuote(table) +
+      R"(SELECT CD_TBL_CD, CD_TBL_DES, ADTL_INFO_TXT, (END_DT IS NULL OR END_DT >= date()) AS IS_CURRENT
+         FROM FLS_CODE WHERE REGION = )" +
+      SqlQuoted(region) + " AND CD_TBL_ID = " + SqlQuoted(table) +
       " AND EFCTV_DT <= date() ORDER BY IS_CURRENT, EFCTV_DT");
   CodeTable codes;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {

@@ -120,4 +120,8 @@ std::string TranslateStatement(std::string_view statement, platform::Date today)
   return Translation(statement, today).Run();
 }
 
+std::string SqlQuoted(std::string_view text) {
+  return "'" + platform::ReplaceAll(text, "'", "''") + "'";
+}
+
 }  // namespace reference

@@ -15,4 +15,7 @@ namespace reference {
 /// and for a date, text or name that is not closed. Decision [local-day].
 std::string TranslateStatement(std::string_view statement, platform::Date today);
 
+/// `text` as a quoted text of a statement, single quotes in it doubled.
+std::string SqlQuoted(std::string_view text);
+
 }  // namespace reference
