@@ -23,9 +23,8 @@ const std::string kFonts =
     "<w:rPr><w:rFonts w:ascii=\"Times New Roman\" w:hAnsi=\"Times New Roman\" w:cs=\"Times New Roman\"/>"
     "<w:sz w:val=\"24\"/><w:szCs w:val=\"24\"/></w:rPr>";
 const std::string kWords =
-    "our records show that the return for the period named below has not been received and that the amount "
-    "shown "
-    "is due to the administration within thirty days of the date of this letter ";
+    "our records show that the return for the period named below has not been received "
+    "and that the amount shown is due to the administration within thirty days of the date of this letter ";
 
 /// Writes document parts and gives every bookmark the next name.
 class Writer {
@@ -147,11 +146,10 @@ MergeTemplate MakeMergeTemplate(int bookmarks) {
   MergeTemplate made;
   made.context = writer.Context();
   made.docx = Zip({{"[Content_Types].xml",
-                    "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"><Default "
-                    "Extension=\"rels\" "
-                    "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/><Default "
-                    "Extension=\"png\" "
-                    "ContentType=\"image/png\"/>" +
+                    "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
+                    "<Default Extension=\"rels\" "
+                    "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+                    "<Default Extension=\"png\" ContentType=\"image/png\"/>" +
                         Override("document", "document.main") + Override("header1", "header") +
                         Override("footer1", "footer") + Override("styles", "styles") + "</Types>"},
                    {"_rels/.rels", Relations(Relation("rId1", "officeDocument", "word/document.xml"))},

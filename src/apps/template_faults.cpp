@@ -33,9 +33,8 @@ std::string Sentence(const TemplateRoad& road, const std::string& document) {
   sentence += ", which is kept. ";
   if (!is_letterhead) {
     return sentence +
-           "A template is never replaced under its name: save the correction under a new one and enter it as "
-           "a "
-           "version in templates.tsv.";
+           "A template is never replaced under its name: "
+           "save the correction under a new one and enter it as a version in templates.tsv.";
   }
   return sentence + "Where the new one is meant, remove the one in " + platform::Quoted(road.to.string()) +
          ": " + road.taker + " fetches it, and letters of the past are printed again with it, too.";

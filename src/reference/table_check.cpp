@@ -59,10 +59,9 @@ std::string_view Complaint(ColumnKind kind, const std::string& cell) {
     case ColumnKind::kCounty:
       return IsNumber(cell) ? "" : "is no county's number. Write a number without zeros in front.";
     case ColumnKind::kOnlineIndicator:
-      return platform::made_where::IsKnown(cell)
-                 ? ""
-                 : "is unknown. Write O (on line), B (by the batch), S (by the system) or E (made "
-                   "elsewhere).";
+      return platform::made_where::IsKnown(cell) ? ""
+                                                 : "is unknown. Write O (on line), B (by the batch), "
+                                                   "S (by the system) or E (made elsewhere).";
     case ColumnKind::kFileName:
       return IsFileName(cell) ? "" : "is no plain file name. Leave the folder out.";
     case ColumnKind::kDate:

@@ -131,8 +131,8 @@ TEST_F(Scripts, FindNothingButTheReasonInTheReason) {
   const auto refused = Letters("letter", {"--type", "999", "--customer", "100001", "--json"});
   EXPECT_EQ(refused.status, 1);
   EXPECT_EQ(refused.out,
-            "{\n    \"reason\": \"There is no letter type \\\"999\\\". \\\"zemlo-letters types\\\" lists "
-            "them.\"\n}\n");
+            "{\n    \"reason\": \"There is no letter type \\\"999\\\". "
+            "\\\"zemlo-letters types\\\" lists them.\"\n}\n");
   EXPECT_THAT(refused.err,
               AllOf(HasSubstr("CTL110_2701.docx"), HasSubstr("is not recorded"), HasSubstr(reason)));
   EXPECT_EQ(Letters("letter", {"--type", "999", "--customer", "100001", "--quiet"}).err, reason + "\n");

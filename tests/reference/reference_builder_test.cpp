@@ -54,9 +54,8 @@ TEST_F(ReferenceBuilder, NamesFileLineAndColumnOfWhatCannotBeTakenIn) {
        "line 2, column EXPRTN_DT: \"2024-01-31\" lies before EFCTV_DT \"2024-02-01\""},
       {"templates.tsv",
        "K1|110|a.docx|2024-01-01 08.00.00|2024-01-01|;K1|110|b.docx|2024-01-01 08.00.00|2025-01-01|",
-       "line 3, column TMPLT_TS: The row has the same REGION, LTR_TYP_ID and TMPLT_TS as line 2. Remove one "
-       "of "
-       "the two, or change its TMPLT_TS."},
+       "line 3, column TMPLT_TS: The row has the same REGION, LTR_TYP_ID and TMPLT_TS as line 2. "
+       "Remove one of the two, or change its TMPLT_TS."},
       {"templates.tsv", "K1|999|a.docx|2024-01-01 08.00.00|2024-01-01|",
        "line 2, column LTR_TYP_ID: Region \"K1\" has no letter type \"999\". Enter it in letters.tsv"},
       {"templates.tsv", "K1|110|../a.docx|2024-01-01 08.00.00|2024-01-01|",

@@ -79,9 +79,8 @@ std::string ZipOf(const std::vector<DocxPart>& parts) {
 std::vector<DocxPart> LetterParts(std::string document) {
   if (document.starts_with("<w:body")) document = WordPart("w:document", document);
   return {{"[Content_Types].xml",
-           "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
-           "<Default Extension=\"rels\" "
-           "ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
+           "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\"><Default "
+           "Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
            "<Default Extension=\"png\" ContentType=\"image/png\"/>" +
                Override("word/document.xml", "document.main") + "</Types>"},
           {"_rels/.rels", Relations(Relation("rId1", "officeDocument", "word/document.xml"))},

@@ -86,10 +86,9 @@ TEST(CommonTemplate, LeavesALetterItsOwnHeadPageAndStyles) {
   const auto document = DocumentOf(letter);
   // A first page of its own would show the common foot but hide the letter's head.
   EXPECT_THAT(document, Not(HasSubstr("titlePg")));
-  EXPECT_THAT(document,
-              AllOf(HasSubstr("rel_header1.xml\"/><w:footerReference"),
-                    HasSubstr("<w:pgSz w:w=\"1\" w:h=\"2\"/><w:pgMar w:top=\"1440\" w:bottom=\"720\"/>"
-                              "<w:cols/>")));
+  EXPECT_THAT(document, AllOf(HasSubstr("rel_header1.xml\"/><w:footerReference"),
+                              HasSubstr("<w:pgSz w:w=\"1\" w:h=\"2\"/><w:pgMar "
+                                        "w:top=\"1440\" w:bottom=\"720\"/><w:cols/>")));
   const auto styles = PartOf(letter.Bytes(), "word/styles.xml");
   EXPECT_THAT(styles, AllOf(HasSubstr("\"own\""), HasSubstr("Letterhead"), HasSubstr("keepNext")));
   EXPECT_THAT(styles, AllOf(Not(HasSubstr("common text")), Not(HasSubstr("numPr"))));
@@ -130,9 +129,9 @@ TEST(CommonTemplate, IsOnPagesThatOnlyTheLetterSetsApart) {
 // A letter written for A4 cut the letterhead's footer off.
 TEST(CommonTemplate, BringsItsPageSizeWithItsHead) {
   const std::string body =
-      "<w:body><w:p><w:pPr><w:sectPr><w:pgSz w:w=\"16838\" w:h=\"11906\" w:orient=\"landscape\"/></w:sectPr>"
-      "</w:pPr></w:p><w:p/><w:sectPr><w:pgSz w:w=\"11906\" w:h=\"16838\" w:code=\"9\"/><w:cols/></w:sectPr>"
-      "</w:body>";
+      "<w:body><w:p><w:pPr><w:sectPr><w:pgSz w:w=\"16838\" w:h=\"11906\" w:orient=\"landscape\"/>"
+      "</w:sectPr></w:pPr></w:p><w:p/><w:sectPr>"
+      "<w:pgSz w:w=\"11906\" w:h=\"16838\" w:code=\"9\"/><w:cols/></w:sectPr></w:body>";
   auto letter = Open(LetterParts(body));
   letter.AttachTemplate(Common());
   EXPECT_THAT(DocumentOf(letter),

@@ -49,9 +49,8 @@ std::vector<DocxPart> TemplateOfABusyAuthor() {
       "r:embed=\"rPicture\" r:link=\"rLinked\"/></w:drawing></w:r></w:p>";
   const std::string object =
       "<w:p><w:r><w:object><v:shape xmlns:v=\"urn:schemas-microsoft-com:vml\"><v:imagedata "
-      "r:id=\"rPicture\"/>"
-      "</v:shape><o:OLEObject xmlns:o=\"urn:schemas-microsoft-com:office:office\" ProgID=\"LEAK\" "
-      "r:id=\"rObject\"/></w:object></w:r></w:p>";
+      "r:id=\"rPicture\"/></v:shape><o:OLEObject xmlns:o=\"urn:schemas-microsoft-com:office:office\" "
+      "ProgID=\"LEAK\" r:id=\"rObject\"/></w:object></w:r></w:p>";
   const std::string control =
       "<w:sdt><w:sdtPr><w:lock w:val=\"sdtContentLocked\"/><w:showingPlcHdr/><w:dataBinding "
       "w:xpath=\"/LEAK\"/></w:sdtPr><w:sdtContent><w:p>" +

@@ -131,8 +131,8 @@ TEST_F(LayoutOfficeTest, FollowsNoReferenceOutOfALetter) {
   // The smallest picture: one red dot.
   const auto dot = OutputOf(
       "printf "
-      "'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8BQDwAEhQGAhKmMIQAAAABJRU5ErkJggg==' | "
-      "base64 -d");
+      "'iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAYAAAAfFcSJAAAADUlEQVR42mP8z8BQDwAEhQGAhKmMIQAAAABJRU5ErkJggg==' "
+      "| base64 -d");
   platform::WriteWholeFile(folder_ / "secret.png", dot);
   LayoutPool pool(Settings());
   for (const auto& place :

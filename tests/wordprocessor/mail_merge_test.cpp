@@ -54,9 +54,8 @@ TEST(MailMerge, EachFieldBecomesABookmarkThatLettersFill) {
       {Merge("Name \\b &quot;Mr. &quot; \\f &quot;,&quot; \\m"), "Name NAME", "Mr. Ada,/"},
       {Field("mergefield name", ""), "name NAME", "Ada/"},
       // All in one run, with words around it.
-      {"<w:r><w:t>To </w:t><w:fldChar w:fldCharType=\"begin\"/><w:instrText>MERGEFIELD "
-       "NAME</w:instrText><w:fldChar "
-       "w:fldCharType=\"end\"/><w:t>:</w:t></w:r>",
+      {"<w:r><w:t>To </w:t><w:fldChar w:fldCharType=\"begin\"/>"
+       "<w:instrText>MERGEFIELD NAME</w:instrText><w:fldChar w:fldCharType=\"end\"/><w:t>:</w:t></w:r>",
        "NAME NAME", "To Ada:/"},
       {Text("To ") + Field("HYPERLINK &quot;https://example.org&quot;", Merge("NAME")), "NAME NAME",
        "To {HYPERLINK \"https://example.org\"}Ada/"},
@@ -71,8 +70,8 @@ TEST(MailMerge, EachFieldBecomesABookmarkThatLettersFill) {
 
 TEST(MailMerge, TheBookmarkLooksLikeWhatTheFieldShowed) {
   const auto field = [](const std::string& looks) {
-    return "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:rPr><w:u/></w:rPr><w:instrText>MERGEFIELD "
-           "NAME " +
+    return "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r>"
+           "<w:r><w:rPr><w:u/></w:rPr><w:instrText>MERGEFIELD NAME " +
            looks + "</w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>" +
            Text("x", "<w:b/>") + "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
   };

@@ -172,9 +172,8 @@ class RandomTemplate {
         return {start + OneField().xml + end + space, value + " "};
       case 5:
         return {
-            "<w:sdt><w:sdtPr><w:lock w:val=\"sdtLocked\"/><w:showingPlcHdr/><w:dataBinding "
-            "w:xpath=\"/a\"/></w:sdtPr>"
-            "<w:sdtContent>" +
+            "<w:sdt><w:sdtPr><w:lock w:val=\"sdtLocked\"/>"
+            "<w:showingPlcHdr/><w:dataBinding w:xpath=\"/a\"/></w:sdtPr><w:sdtContent>" +
                 start + text + end + "</w:sdtContent></w:sdt>" + space,
             value + " "};
       case 6:
@@ -193,8 +192,8 @@ class RandomTemplate {
     in_box_ = false;
     const auto box = "<w:txbxContent>" + inside.xml + "</w:txbxContent>";
     return {
-        "<w:r><mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
-        "<mc:Choice>" +
+        "<w:r><mc:AlternateContent "
+        "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\"><mc:Choice>" +
             box + "</mc:Choice><mc:Fallback><w:pict>" + box +
             "</w:pict></mc:Fallback></mc:AlternateContent></w:r>",
         inside.shown + inside.shown};

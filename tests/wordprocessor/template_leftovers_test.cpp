@@ -44,12 +44,12 @@ TEST(TemplateLeftovers, ChangesAreToldByPersonAndParagraph) {
                       EndIs("del", Text("First")) + Paragraph(Text("Bold", By("rPrChange", "<w:rPr/>"))))),
       ElementsAre("error: text, after \"Dear\": Tracked changes by Jane Roe: deleted \"the old words\", "
                   "inserted \"new\". Accept or reject them.",
-                  "error: text, after \"Dear new and\": Tracked changes by LEAK: inserted \"more\". Accept "
-                  "or reject them.",
+                  "error: text, after \"Dear new and\": Tracked changes by LEAK: "
+                  "inserted \"more\". Accept or reject them.",
                   "error: text, after \"First\": Tracked changes by LEAK: deleted the end of a paragraph. "
                   "Accept or reject them.",
-                  "warning: text, after \"First\": Tracked changes by LEAK: formatted \"Bold\". Accept or "
-                  "reject them."));
+                  "warning: text, after \"First\": Tracked changes by LEAK: "
+                  "formatted \"Bold\". Accept or reject them."));
 }
 
 TEST(TemplateLeftovers, ManyChangesStayReadable) {
@@ -73,8 +73,8 @@ TEST(TemplateLeftovers, HiddenAndDeletedTextNamesTheBookmarksItTakesAlong) {
       FindingsIn(Body(Paragraph(Text("See ") + Mark("NAME", Text("secret", "<w:vanish/>"))))),
       ElementsAre("error: NAME: text, after \"See\": The bookmark goes with text that is deleted or hidden, "
                   "so that the letter does not show its value: settle the text, or delete the bookmark.",
-                  "warning: text, after \"See\": The text \"secret\" is hidden, and no letter has it: delete "
-                  "it, or show it."));
+                  "warning: text, after \"See\": "
+                  "The text \"secret\" is hidden, and no letter has it: delete it, or show it."));
   EXPECT_THAT(FindingsIn(Body(Paragraph(Del("old ") + Mark("NAME", Text("[name]"))))),
               ElementsAre(HasSubstr("deleted \"old \"")));
 }
@@ -139,8 +139,8 @@ TEST(TemplateLeftovers, WhatComesFromOutsideIsNamedWithItsPlace) {
       FindingsIn(ZipOf(parts)),
       ElementsAre(
           HasSubstr("error: text, after \"See\": The embedded object \"word/sheet.bin\" does not go out"),
-          HasSubstr("error: text, after \"See\": The picture is a link to \"file:///C:/logo.png\", which is "
-                    "never read"),
+          HasSubstr("error: text, after \"See\": "
+                    "The picture is a link to \"file:///C:/logo.png\", which is never read"),
           HasSubstr("error: text, after \"See\": The link leads to \"file:///C:/a.doc\""),
           HasSubstr("error: text, after \"here\": The file \"word/chunk.html\" is to be inserted here"),
           HasSubstr("error: document: The macro \"word/vbaProject.bin\" never runs")));

@@ -153,8 +153,8 @@ TEST(Pictures, WithoutAlternativeTextAreFoundOnce) {
   EXPECT_THAT(UntoldPictures(Drawing("descr=\"C:\\LEAK\\seal.png\"", kPicture)), untold);
   EXPECT_THAT(UntoldPictures("<w:r><w:pict>" + vml + "><v:imagedata/></v:shape></w:pict></w:r>"), untold);
   EXPECT_THAT(UntoldPictures("<mc:AlternateContent "
-                             "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\"><mc:"
-                             "Choice Requires=\"wps\">" +
+                             "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
+                             "<mc:Choice Requires=\"wps\">" +
                              Drawing("", kPicture) + "</mc:Choice><mc:Fallback><w:r><w:pict>" + vml +
                              "><v:imagedata/></v:shape></w:pict></w:r></mc:Fallback></mc:AlternateContent>"),
               untold);

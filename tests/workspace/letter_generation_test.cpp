@@ -78,12 +78,10 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
           "", {{{"DCMT_NM", "X.docx"}, {"EFCTV_DT", "2003-01-01"}, {"EXPRTN_DT", "2004-03-14"}},
                {{"DCMT_NM", "Y.docx "}, {"EFCTV_DT", "2004-03-16"}, {"EXPRTN_DT", platform::Value()}}}));
   UserAsksFor("110");
-  EXPECT_EQ(
-      fakes_.status.reason,
-      "No letter was made. Letter type \"110\" has no template that is in force on 2004-03-15: \"X.docx\" "
-      "was "
-      "valid from 2003-01-01 to 2004-03-14, \"Y.docx\" is valid from 2004-03-16 on. Ask the administrator "
-      "for one.");
+  EXPECT_EQ(fakes_.status.reason,
+            "No letter was made. Letter type \"110\" has no template that is in force on 2004-03-15: "
+            "\"X.docx\" was valid from 2003-01-01 to 2004-03-14, \"Y.docx\" is valid from 2004-03-16 on. "
+            "Ask the administrator for one.");
   fakes_.reference.AnswersWhatContains(
       "SELECT DCMT_NM, EFCTV_DT", std::make_shared<platform::RecordSet>(std::vector<std::string>{"DCMT_NM"}));
   fakes_.reference.AnswersWhatContains("SELECT LTR_ONLN_IND", fakes::RowsOf("", {{{"LTR_ONLN_IND", "E"}}}));
@@ -101,14 +99,13 @@ TEST_F(LetterGenerationTest, RefusesALetterTypeWithoutATemplate) {
   fakes_.reference.AnswersWhatContains("SELECT a.*", fakes::RowsOf("", {{{"DCMT_NM", "TAX110_2.docx"}}}));
   UserAsksFor("110");
   EXPECT_THAT(fakes_.status.reason, testing::HasSubstr("is missing, and no start fetches it"));
-  EXPECT_THAT(
-      fakes_.host.MessageTexts(),
-      ElementsAre("This request can not be processed at this time. Please create a template to complete this "
-                  "request.",
-                  "This request can not be processed at this time. Please create a template to complete this "
-                  "request.",
-                  "Unable to process this request. No template is available for print.",
-                  "Unable to process this request. No template is available for print."));
+  EXPECT_THAT(fakes_.host.MessageTexts(),
+              ElementsAre("This request can not be processed at this time. "
+                          "Please create a template to complete this request.",
+                          "This request can not be processed at this time. "
+                          "Please create a template to complete this request.",
+                          "Unable to process this request. No template is available for print.",
+                          "Unable to process this request. No template is available for print."));
   for (const auto& message : fakes_.host.messages) {
     EXPECT_EQ(message.icon, platform::MessageIcon::kExclamation);
     EXPECT_EQ(message.title, "Letters");

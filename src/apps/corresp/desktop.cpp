@@ -11,9 +11,8 @@ namespace apps {
 namespace {
 
 constexpr auto kWelcome =
-    "New here? With the demo data: press Select Customer and find 100001, choose \"Registration "
-    "Confirmation\" "
-    "under Correspondence Names, then Create Letter. F1 tells more.";
+    "New here? With the demo data: press Select Customer and find 100001, "
+    "choose \"Registration Confirmation\" under Correspondence Names, then Create Letter. F1 tells more.";
 constexpr auto kWelcomeRead = "Window/WelcomeRead";
 constexpr auto kGeometry = "Window/Geometry";
 constexpr QSize kUsualSize(1240, 780);

@@ -27,18 +27,16 @@ int StatusOf(const HeadlessOffice& office, const ErrorNotice& error_notice) {
 /// Of a letter that shows placeholders and was not printed or saved for that reason.
 void TellWayOut(const HeadlessOffice& office) {
   if (office.outcome().not_filled.empty() || !office.refused() || IsMade(office)) return;
-  std::cerr
-      << "The letter did not go out. Mend its template; or --allow-unfilled prints or saves it with its "
-         "placeholders.\n";
+  std::cerr << "The letter did not go out. Mend its template; "
+               "or --allow-unfilled prints or saves it with its placeholders.\n";
 }
 
 void Tell(const HeadlessOffice& office, bool is_done, const CommandLine& line) {
   const auto& outcome = office.outcome();
   TellNotFilled(office);
   if (IsMade(office) && !office.recorded()) {
-    std::cerr
-        << "The letter is not recorded in the letter history. \"zemlo-letters unrecorded --record\" records "
-           "it.\n";
+    std::cerr << "The letter is not recorded in the letter history. "
+                 "\"zemlo-letters unrecorded --record\" records it.\n";
   }
   if (line.IsSet("json")) {
     QJsonObject result;

@@ -36,23 +36,20 @@ constexpr Command kCommands[] = {
 };
 
 void PrintUsage(std::ostream& out) {
-  out << "Produces official letters without a window.\n\nUsage: zemlo-letters COMMAND "
-         "[options]\n\nCommands:\n";
+  out << "Produces official letters without a window.\n\n"
+         "Usage: zemlo-letters COMMAND [options]\n\n"
+         "Commands:\n";
   for (const auto& command : kCommands) {
     out << "  " << command.name << std::string(12 - std::strlen(command.name), ' ') << command.summary
         << '\n';
   }
-  out << "\n\"zemlo-letters COMMAND --help\" explains a command, \"zemlo-letters --version\" says which "
-         "tables it "
-         "reads.\n"
-         "Exit status: 0 done; 1 refused: nothing was printed or saved, the reason is on standard error; 2 "
-         "wrong\n"
-         "usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in "
-         "the\n"
-         "letter history (\"zemlo-letters unrecorded\"); 128 and more: ended by a signal. Of a job list 1 "
-         "says "
-         "that\n"
-         "at least one letter failed.\n";
+  out << R"(
+"zemlo-letters COMMAND --help" explains a command, "zemlo-letters --version" says which tables it reads.
+Exit status: 0 done; 1 refused: nothing was printed or saved, the reason is on standard error; 2 wrong
+usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in the
+letter history ("zemlo-letters unrecorded"); 128 and more: ended by a signal. Of a job list 1 says that
+at least one letter failed.
+)";
 }
 
 /// Names and texts are UTF-8 here, whatever the locale of a service or a cron job says.

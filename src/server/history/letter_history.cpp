@@ -190,8 +190,8 @@ std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
       print_status::IsFailure(stored->Text("PRNT_STTS_CD")) ? stored->Text("PRNT_STTS_CD") : letter.Status();
   const auto& first_time = stored->Get("PRNT_TS");
   exchange.database.Change(
-      "UPDATE letter_history SET PRNT_STTS_CD = ?, PRNT_TS = ?, LST_PRNT_TS = ?, LST_UPDT_INSP_ID = ?"
-      " WHERE SEQ_NBR = ?",
+      R"(UPDATE letter_history SET PRNT_STTS_CD = ?, PRNT_TS = ?, LST_PRNT_TS = ?, LST_UPDT_INSP_ID = ?
+         WHERE SEQ_NBR = ?)",
       {status.empty() ? stored->Text("PRNT_STTS_CD") : status,
        first_time.IsNull() && time ? Value(*time) : first_time,
        time ? Value(*time) : stored->Get("LST_PRNT_TS"), exchange.request.user_id, number});

@@ -27,8 +27,8 @@ void ForgetOldRequests(Database& database, platform::Timestamp now) {
   try {
     Transaction transaction(database, Transaction::Purpose::kChanging);
     database.Change(
-        "DELETE FROM request_log WHERE MSG_KEY IN"
-        " (SELECT MSG_KEY FROM request_log WHERE RCVD_TS < ? ORDER BY RCVD_TS LIMIT ?)",
+        R"(DELETE FROM request_log WHERE MSG_KEY IN
+           (SELECT MSG_KEY FROM request_log WHERE RCVD_TS < ? ORDER BY RCVD_TS LIMIT ?))",
         {now - kRequestsAreKept, kMostForgottenAtOnce});
     transaction.Commit();
   } catch (const platform::Failure&) {

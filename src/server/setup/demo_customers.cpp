@@ -68,8 +68,8 @@ void StoreOffice(Database& database, const std::filesystem::path& file) {
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
     const auto text = [&](std::string_view column) { return Value(table.Text(row, column)); };
     database.Change(
-        "INSERT INTO office (OFFICE_NBR, OFFICE_NM, OFFICE_ADDR_1, OFFICE_CITY, OFFICE_ST, OFFICE_ZIP_CD,"
-        " OFFICE_PHN_NBR, OFFICER_NM) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+        R"(INSERT INTO office (OFFICE_NBR, OFFICE_NM, OFFICE_ADDR_1, OFFICE_CITY, OFFICE_ST, OFFICE_ZIP_CD,
+           OFFICE_PHN_NBR, OFFICER_NM) VALUES (?, ?, ?, ?, ?, ?, ?, ?))",
         {row + 1, text("OFFICE_NM"), text("OFFICE_ADDR_1"), text("OFFICE_CITY"), text("OFFICE_ST"),
          text("OFFICE_ZIP_CD"), text("OFFICE_PHN_NBR"), text("OFFICER_NM")});
   }
@@ -183,8 +183,8 @@ class Administration {
                           : types[place] == form_type::kReceipt ? "C"
                                                                 : "O";
       database_.Change(
-          "INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)"
-          " VALUES (?, ?, ?, ?, ?, ?)",
+          R"(INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)
+             VALUES (?, ?, ?, ?, ?, ?))",
           {types[place], number, std::string(1, platform::CheckDigit(number)), customer, status,
            Date(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)))});
       const auto& count = row["PRD_CNT"];

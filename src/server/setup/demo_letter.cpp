@@ -113,8 +113,8 @@ void DemoLetters::FindAccounts() {
   for (std::size_t row = 0; row < customers->RecordCount(); ++row)
     customers_.push_back(customers->Text(row, "CUST_ID"));
   const auto forms = database_.Select(
-      "SELECT FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, FORM_STTS_CD, CUST_ID FROM form"
-      " ORDER BY FORM_TYP_CD, FORM_NBR");
+      R"(SELECT FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, FORM_STTS_CD, CUST_ID FROM form
+         ORDER BY FORM_TYP_CD, FORM_NBR)");
   for (std::size_t row = 0; row < forms->RecordCount(); ++row) {
     const auto type = forms->Text(row, "FORM_TYP_CD");
     forms_[type.front()].push_back({{type, forms->Text(row, "FORM_NBR"), forms->Text(row, "FORM_CK_DGT_NBR"),

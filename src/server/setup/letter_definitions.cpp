@@ -166,9 +166,8 @@ class DefinitionCheck {
     }
     const auto table = fields_.find({Text("LTR_TYP_ID"), "", parent});
     if (table != fields_.end() && table->second.kind == FieldKind::kTable) return;
-    Refuse("FLD_PARENT", Quoted(parent) +
-                             " is no TABLE above this one. Name the table field that the column "
-                             "belongs to.");
+    Refuse("FLD_PARENT",
+           Quoted(parent) + " is no TABLE above this one. Name the table field that the column belongs to.");
   }
 
   // Programs know an optional paragraph by its name, and authors what the officer enters.
@@ -287,9 +286,9 @@ void StoreLetterFields(Database& database, const TabTable& definitions) {
   for (std::size_t row = 0; row < definitions.RowCount(); ++row) {
     const auto text = [&](std::string_view column) { return platform::Value(definitions.Text(row, column)); };
     database.Change(
-        "INSERT INTO letter_field (LTR_TYP_ID, FLD_ORD, FLD_NM, FLD_PARENT, FLD_DES, FLD_KIND, FLD_SRC, "
-        "FLD_REQ, FLD_DFLT, FLD_RULE, FLD_LINE)"
-        " VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        R"(INSERT INTO letter_field (LTR_TYP_ID, FLD_ORD, FLD_NM, FLD_PARENT, FLD_DES, FLD_KIND, FLD_SRC,
+           FLD_REQ, FLD_DFLT, FLD_RULE, FLD_LINE)
+           VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?))",
         {text("LTR_TYP_ID"), row, text("FLD_NM"), text("FLD_PARENT"), text("FLD_DES"), text("FLD_KIND"),
          text("FLD_SRC"), text("FLD_REQ"), text("FLD_DFLT"), text("FLD_RULE"), definitions.Line(row)});
   }

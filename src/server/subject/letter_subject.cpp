@@ -87,8 +87,8 @@ std::pair<Form, std::string> FindForm(Database& database, const NamedSubject& in
 
 Customer FindCustomer(Database& database, const std::string& id) {
   const auto rows = database.Select(
-      "SELECT customer.*, county.QZ_CNTY_DESC FROM customer"
-      " JOIN county ON county.QZ_CNTY_NBR = customer.QZ_CNTY_NBR WHERE CUST_ID = ?",
+      R"(SELECT customer.*, county.QZ_CNTY_DESC FROM customer
+         JOIN county ON county.QZ_CNTY_NBR = customer.QZ_CNTY_NBR WHERE CUST_ID = ?)",
       {id});
   if (rows->IsEmpty()) throw Failure(Failure::Kind::kNotFound, "There is no customer \"" + id + "\".");
   return {.id = id,
@@ -110,9 +110,9 @@ std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& custom
                  "SELECT * FROM tax_period WHERE FORM_TYP_CD = ? AND FORM_NBR = ? ORDER BY DUE_DT, PRD_NBR",
                  {form->type, form->number})
            : database.Select(
-                 "SELECT tax_period.* FROM tax_period JOIN form"
-                 " ON form.FORM_TYP_CD = tax_period.FORM_TYP_CD AND form.FORM_NBR = tax_period.FORM_NBR"
-                 " WHERE form.CUST_ID = ? ORDER BY DUE_DT, tax_period.FORM_NBR, PRD_NBR",
+                 R"(SELECT tax_period.* FROM tax_period JOIN form
+                    ON form.FORM_TYP_CD = tax_period.FORM_TYP_CD AND form.FORM_NBR = tax_period.FORM_NBR
+                    WHERE form.CUST_ID = ? ORDER BY DUE_DT, tax_period.FORM_NBR, PRD_NBR)",
                  {customer});
   std::vector<TaxPeriod> periods;
   const auto cents = [&](std::size_t row, std::string_view column) {

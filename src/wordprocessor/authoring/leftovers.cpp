@@ -33,20 +33,18 @@ constexpr auto kLeftoverRules = std::to_array<LeftoverRule>({
     {Left::kHiddenText, Grade::kWarning, "The text ",
      " is hidden, and no letter has it: delete it, or show it."},
     {Left::kMergeField, Grade::kError, "The mail merge's field ",
-     " is never filled: make bookmarks of such fields with \"zemlo-letters bookmarks --from-merge-fields "
-     "OLD.docx "
-     "NEW.docx\"."},
+     " is never filled: make bookmarks of such fields "
+     "with \"zemlo-letters bookmarks --from-merge-fields OLD.docx NEW.docx\"."},
     {Left::kConditionField, Grade::kError, "The field ",
      " decides nothing here: every letter shows what it showed last. Make an optional paragraph of it, a "
      "bookmark, or plain text."},
     {Left::kOutsideField, Grade::kError, "The field ",
-     " shows what stands outside of the document, which is never read: every letter shows what it showed "
-     "last. "
-     "Put that into the document as plain text."},
+     " shows what stands outside of the document, which is never read: "
+     "every letter shows what it showed last. Put that into the document as plain text."},
     {Left::kMacroField, Grade::kError, "The field ", " starts a program, which never runs: take it out."},
     {Left::kInformationField, Grade::kWarning, "The field ",
-     " tells about this file or its author: every letter shows what it showed last. Write that as plain "
-     "text."},
+     " tells about this file or its author: "
+     "every letter shows what it showed last. Write that as plain text."},
     {Left::kCutField, Grade::kError, "The field ",
      " lacks its beginning or its end: delete it and insert it anew."},
     {Left::kLinkedPicture, Grade::kError, "The picture is a link to ",
@@ -122,9 +120,8 @@ class LeftoverCheck {
   void Tell(const DocxLeftover& leftover) {
     if (leftover.kind == Left::kLostBookmark) {
       return Find(Grade::kError, leftover,
-                  "The bookmark goes with text that is deleted or hidden, so that the letter does not show "
-                  "its value: "
-                  "settle the text, or delete the bookmark.",
+                  "The bookmark goes with text that is deleted or hidden, "
+                  "so that the letter does not show its value: settle the text, or delete the bookmark.",
                   leftover.what);
     }
     if (leftover.kind == Left::kComment) {

@@ -57,9 +57,8 @@ std::string WhatBecomesOf(const PageSize& before, const PageSize& after, const s
   const auto own = NameOf(before);
   if (after != before) {
     return "The pages are " + own + ", and the letter's become " + NameOf(after) +
-           ", the letterhead's size: set it in the word processor, too, so that lines and pages end where "
-           "you "
-           "see them.";
+           ", the letterhead's size: set it in the word processor, "
+           "too, so that lines and pages end where you see them.";
   }
   const auto sorry = ", but the letterhead and the other letters are " + letterhead + ": ";
   if (before.IsAcross()) return "Pages across are " + own + sorry + "set them to that size, across.";

@@ -40,8 +40,8 @@ std::filesystem::path TemplateFile(const std::filesystem::path& folder, const st
   if (!found.empty()) return found;
   throw Failure(Failure::Kind::kNotFound, "There is no template \"" + file_name + "\" in the folder \"" +
                                               folder.string() +
-                                              "\". Start the program again: it fetches the templates that "
-                                              "are missing.");
+                                              "\". Start the program again: "
+                                              "it fetches the templates that are missing.");
 }
 
 std::filesystem::path CommonTemplateBeside(const std::filesystem::path& letter) {

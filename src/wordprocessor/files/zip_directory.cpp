@@ -149,8 +149,7 @@ class ZipDirectoryReader {
     throw Failure(Failure::Kind::kDamaged,
                   "\"" + file_name_ + "\" is packed at \"" + ShownZipName(name) + "\" in a way of packing (" +
                       std::to_string(method) +
-                      ") that no document has. Open it in the word processor and save "
-                      "it again.");
+                      ") that no document has. Open it in the word processor and save it again.");
   }
 
   /// The numbers that did not fit into 32 bits stand in an extra field, in this order, those that fit left

@@ -65,8 +65,7 @@ std::filesystem::path OfficeSession::FindProgramFolder() {
   }
   throw std::runtime_error(
       "LibreOffice is not installed in any of the usual places. Install the package "
-      "libreoffice-writer-nogui, or "
-      "set ZEMLO_OFFICE_FOLDER to the \"program\" folder of an office.");
+      "libreoffice-writer-nogui, or set ZEMLO_OFFICE_FOLDER to the \"program\" folder of an office.");
 }
 
 OfficeSession::OfficeSession(const std::filesystem::path& program_folder,

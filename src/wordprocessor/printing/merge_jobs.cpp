@@ -47,8 +47,7 @@ bool IsJob(const std::vector<std::string>& fields) {
 Failure BadLine(int number) {
   return {Failure::Kind::kRefused,
           "Line " + std::to_string(number) +
-              " is no job. Write the template, the data context and the letter to make, "
-              "parted by tabs."};
+              " is no job. Write the template, the data context and the letter to make, parted by tabs."};
 }
 
 /// A blank line, or one for people only.

@@ -62,12 +62,10 @@ void LetterGeneration::SelectNewType(const ChosenLetter& chosen) {
 bool LetterGeneration::RequireTemplate(const TemplateInForce& in_force) const {
   if (in_force.fault.empty()) return true;
   uses_.services.status.ShowReason("No letter was made. " + in_force.fault);
-  TellRefusal(
-      in_force.name.empty()
-          ? "This request can not be processed at this time. Please create a template to complete this "
-            "request."
-          : "Unable to process this request. No template is available for print.",
-      platform::MessageIcon::kExclamation);
+  TellRefusal(in_force.name.empty() ? "This request can not be processed at this time. "
+                                      "Please create a template to complete this request."
+                                    : "Unable to process this request. No template is available for print.",
+              platform::MessageIcon::kExclamation);
   return false;
 }
 

@@ -89,8 +89,8 @@ bool UnrecordedLetters::OfferRecording(const PrintJournal::Left& letter) {
     return true;
   }
   if (Asks("Should the letter " + note.letter +
-           " be forgotten? It will not be in the letter history. With No you are asked again at the next "
-           "start.")) {
+           " be forgotten? It will not be in the letter history. "
+           "With No you are asked again at the next start.")) {
     services_.print_journal.Forget(note.message_key);
   } else {
     services_.print_journal.LeaveForNextStart(note.message_key);

@@ -177,9 +177,8 @@ TEST_F(StoredLetters, BringTheirTemplateWhereItIsMissing) {
   UserSelects({0});
   UserActs(TrackingPage::kViewLetter);
   ServerBringsLetter();
-  EXPECT_THAT(fakes_.host.MessageTexts(),
-              ElementsAre("You do not have the correct template for this letter. Template will be downloaded "
-                          "from server."));
+  EXPECT_THAT(fakes_.host.MessageTexts(), ElementsAre("You do not have the correct template for this letter. "
+                                                      "Template will be downloaded from server."));
   EXPECT_EQ(fakes_.files.content["templates/TAX110.DOCX"], "of the server");
   EXPECT_TRUE(print_.HasCalled("ShowPreview"));
 }
