@@ -18,6 +18,7 @@
 #include "platform/tab_table.h"
 #include "platform/text.h"
 #include "reference/sql_dialect.h"
+#include "reference/table_check.h"
 #include "server/storage/server_folders.h"
 #include "wordprocessor/authoring/typefaces.h"
 #include "wordprocessor/document/template_file.h"
@@ -45,7 +46,7 @@ class CatalogueFile {
  public:
   CatalogueFile() {
     try {
-      const auto table = platform::TabTable::Read(ProductDataFolder() / "reference" / "templates.tsv");
+      const auto table = platform::TabTable::Read(reference::TableFile(ProductDataFolder(), "templates.tsv"));
       for (std::size_t row = 0; row < table.RowCount(); ++row)
         places_.emplace(table.Text(row, "DCMT_NM"), table.Place(row, "DCMT_NM"));
     } catch (const Failure&) {

@@ -4,6 +4,7 @@
 #include "platform/failure.h"
 #include "platform/tab_table.h"
 #include "platform/text.h"
+#include "reference/table_check.h"
 
 namespace apps {
 namespace {
@@ -32,7 +33,7 @@ TemplateField::Kind KindNamed(const std::string& name) {
 
 /// "" where the catalogue does not name the template.
 std::string LetterTypeOf(const std::string& template_name) {
-  const auto catalogue = platform::TabTable::Read(ProductDataFolder() / "reference" / "templates.tsv");
+  const auto catalogue = platform::TabTable::Read(reference::TableFile(ProductDataFolder(), "templates.tsv"));
   for (std::size_t row = 0; row < catalogue.RowCount(); ++row) {
     if (platform::EqualsIgnoringCase(catalogue.Text(row, "DCMT_NM"), template_name))
       return catalogue.Text(row, "LTR_TYP_ID");

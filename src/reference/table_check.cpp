@@ -141,11 +141,18 @@ class RowCheck {
   std::map<std::string, std::size_t> lines_;  // by key
 };
 
+// Places in kTables of those that refer to one another.
+constexpr std::size_t kLetters = 0;
+constexpr std::size_t kTemplates = 1;
+constexpr std::size_t kCodes = 2;
+static_assert(kTables[kLetters].name == "FLS_LETTER" && kTables[kTemplates].name == "FLS_LTR_TEMPLATE" &&
+              kTables[kCodes].name == "FLS_CODE");
+
 /// Looks at what tables say of one another.
 class RelationCheck {
  public:
   RelationCheck(const std::vector<TabTable>& tables, TableFaults& faults)
-      : letters_(tables[0]), templates_(tables[1]), codes_(tables[2]), faults_(faults) {}
+      : letters_(tables[kLetters]), templates_(tables[kTemplates]), codes_(tables[kCodes]), faults_(faults) {}
 
   void Run() {
     for (std::size_t row = 0; row < letters_.RowCount(); ++row)

@@ -8,6 +8,8 @@
 
 namespace reference {
 
+/// Where an installation has a table of the reference database: "templates.tsv" and the like. It need not be
+/// there.
 std::filesystem::path TableFile(const std::filesystem::path& product_data_folder, std::string_view file);
 
 /// The tables of an installation, in the order of kTables. What the database could not hold, or the programs

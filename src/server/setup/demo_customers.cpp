@@ -139,7 +139,7 @@ class Administration {
     row["RES_BAD_FLG"] = "N";
     row["RES_VRFY_CD"] = "V";
     row["PHN_NBR"] = "555" + draw.Digits(7);
-    row["ACCNT_NBR"] = "62" + std::string("000") + std::to_string(kFirstCustomer + index - 1) + "01";
+    row["ACCNT_NBR"] = "62000" + std::to_string(kFirstCustomer + index - 1) + "01";
     return row;
   }
 
