@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
+#include "tests/support/field_flags.h"
 
 namespace composition {
 namespace {
@@ -14,77 +15,69 @@ namespace {
 using platform::Failure;
 using platform::XmlDocument;
 
-struct Predicate {
-  const char* name;
-  const char* attribute;
-  std::uint32_t bit;
-  bool (ZEMLO_NodeState::*ask)() const;
-};
-#define PREDICATE(name, attribute, bit)           \
-  Predicate {                                     \
-#name, attribute, bit, &ZEMLO_NodeState::name \
-  }
+using Node = ZEMLO_NodeState;
+using Question = bool (Node::*)() const;
 
-constexpr auto kPredicates = std::to_array<Predicate>({
-    PREDICATE(IsTableType, "State", field_state::kTable),
-    PREDICATE(IsNonSQLType, "State", field_state::kNotFromData),
-    PREDICATE(IsSysType, "State", field_state::kSystem),
-    PREDICATE(IsUserType, "State", field_state::kUser),
-    PREDICATE(IsParaType, "State", field_state::kParagraph),
-    PREDICATE(IsLocalType, "State", field_state::kLocal),
-    PREDICATE(IsTableRowType, "State", field_state::kTableRow),
-    PREDICATE(IsTableColumnType, "State", field_state::kTableColumn),
-    PREDICATE(IsValueIsNull, "State", field_state::kValueIsNull),
-    PREDICATE(IsCanDisplay, "State", field_state::kCanDisplay),
-    PREDICATE(IsEditable, "State", field_state::kEditable),
-    PREDICATE(IsInput, "State", field_state::kInput),
-    PREDICATE(IsIndirectRef, "State", field_state::kIndirect),
-    PREDICATE(IsVolatile, "State", field_state::kVolatile),
-    PREDICATE(HasFunction, "State", field_state::kHasFunction),
-    PREDICATE(IsEof, "State", field_state::kEof),
-    PREDICATE(IsNull, "State", field_state::kNull),
-    PREDICATE(IsDefaultUsed, "State", field_state::kDefaultUsed),
-    PREDICATE(IsUserUnSelected, "State", field_state::kUnselected),
-    PREDICATE(IsTreatIndRefOptional, "State", field_state::kReferenceOptional),
-    PREDICATE(IsAddrRelated, "State", field_state::kAddressRelated),
-    PREDICATE(IsMultiColumns, "State", field_state::kMultiColumns),
-    PREDICATE(HasErr, "State", field_state::kHasError),
-    PREDICATE(ErrInChild, "State", field_state::kErrorInChild),
-    PREDICATE(ErrInNonAddrChild, "State", field_state::kErrorInNonAddressChild),
-    PREDICATE(ErrPopulateValue, "Err", field_error::kPopulateValue),
-    PREDICATE(ErrExecuteFunction, "Err", field_error::kExecuteFunction),
-    PREDICATE(ErrExecuteSQL, "Err", field_error::kExecuteQuery),
-    PREDICATE(ErrEofWhenMustExistReq, "Err", field_error::kNoRow),
-    PREDICATE(ErrNullWhenNotNullReq, "Err", field_error::kNull),
-    PREDICATE(ErrEmptyWhenNotEmptyReq, "Err", field_error::kEmpty),
-    PREDICATE(ErrZeroWhenNonZeroReq, "Err", field_error::kZero),
-    PREDICATE(ErrInputFldFailedtoValidate, "Err", field_error::kInvalidInput),
-    PREDICATE(ErrLtrGenerationIgnored, "Err", field_error::kLetterIgnored),
-    PREDICATE(ErrAddressError, "Err", field_error::kAddress),
-    PREDICATE(IsNonPOBoxReqd, "AddrState", field_address::kPostOfficeBoxExcluded),
-    PREDICATE(IsInStateReqd, "AddrState", field_address::kInStateRequired),
-    PREDICATE(IsOutStateReqd, "AddrState", field_address::kOutOfStateRequired),
-    PREDICATE(IsMailPreferred, "AddrState", field_address::kMailPreferred),
-    PREDICATE(IsResiPreferred, "AddrState", field_address::kResidentialPreferred),
-    PREDICATE(IsMailUsed, "AddrState", field_address::kMailUsed),
-    PREDICATE(IsResiUsed, "AddrState", field_address::kResidentialUsed),
-    PREDICATE(IsInStateCustomer, "AddrState", field_address::kInStateCustomer),
-    PREDICATE(IsMailMissing, "AddrState", field_address::kMailMissing),
-    PREDICATE(IsResiMissing, "AddrState", field_address::kResidentialMissing),
-    PREDICATE(IsMailFailFinalist, "AddrState", field_address::kMailFailedVerification),
-    PREDICATE(IsResiFailFinalist, "AddrState", field_address::kResidentialFailedVerification),
-    PREDICATE(IsMailHasPOBox, "AddrState", field_address::kMailHasPostOfficeBox),
-    PREDICATE(IsResiHasPOBox, "AddrState", field_address::kResidentialHasPostOfficeBox),
-    PREDICATE(IsMailMarkedBad, "AddrState", field_address::kMailMarkedBad),
-    PREDICATE(IsResiMarkedBad, "AddrState", field_address::kResidentialMarkedBad),
-    PREDICATE(IsMailStateNotAsReqd, "AddrState", field_address::kMailStateNotAsRequired),
-    PREDICATE(IsResiStateNotAsReqd, "AddrState", field_address::kResidentialStateNotAsRequired),
-    PREDICATE(IsProcessingErr, "AddrState", field_address::kProcessingError),
-    PREDICATE(IsAddressDbErr, "AddrState", field_address::kDatabaseError),
-    PREDICATE(IsFinalistErr, "AddrState", field_address::kVerificationError),
-    PREDICATE(IsFinalistUnkStatusErr, "AddrState", field_address::kUnknownVerification),
-    PREDICATE(IsNoUsableAddress, "AddrState", field_address::kNoUsableAddress),
-});
+/// What asks for each flag, in the order of the flags.
+constexpr Question kQuestions[] = {&Node::IsTableType,
+                                   &Node::IsNonSQLType,
+                                   &Node::IsSysType,
+                                   &Node::IsUserType,
+                                   &Node::IsParaType,
+                                   &Node::IsLocalType,
+                                   &Node::IsTableRowType,
+                                   &Node::IsTableColumnType,
+                                   &Node::IsValueIsNull,
+                                   &Node::IsCanDisplay,
+                                   &Node::IsEditable,
+                                   &Node::IsInput,
+                                   &Node::IsIndirectRef,
+                                   &Node::IsVolatile,
+                                   &Node::HasFunction,
+                                   &Node::IsEof,
+                                   &Node::IsNull,
+                                   &Node::IsDefaultUsed,
+                                   &Node::IsUserUnSelected,
+                                   &Node::IsTreatIndRefOptional,
+                                   &Node::IsAddrRelated,
+                                   &Node::IsMultiColumns,
+                                   &Node::HasErr,
+                                   &Node::ErrInChild,
+                                   &Node::ErrInNonAddrChild,
+                                   &Node::ErrPopulateValue,
+                                   &Node::ErrExecuteFunction,
+                                   &Node::ErrExecuteSQL,
+                                   &Node::ErrEofWhenMustExistReq,
+                                   &Node::ErrNullWhenNotNullReq,
+                                   &Node::ErrEmptyWhenNotEmptyReq,
+                                   &Node::ErrZeroWhenNonZeroReq,
+                                   &Node::ErrInputFldFailedtoValidate,
+                                   &Node::ErrLtrGenerationIgnored,
+                                   &Node::ErrAddressError,
+                                   &Node::IsNonPOBoxReqd,
+                                   &Node::IsInStateReqd,
+                                   &Node::IsOutStateReqd,
+                                   &Node::IsMailPreferred,
+                                   &Node::IsResiPreferred,
+                                   &Node::IsMailUsed,
+                                   &Node::IsResiUsed,
+                                   &Node::IsInStateCustomer,
+                                   &Node::IsMailMissing,
+                                   &Node::IsResiMissing,
+                                   &Node::IsMailFailFinalist,
+                                   &Node::IsResiFailFinalist,
+                                   &Node::IsMailHasPOBox,
+                                   &Node::IsResiHasPOBox,
+                                   &Node::IsMailMarkedBad,
+                                   &Node::IsResiMarkedBad,
+                                   &Node::IsMailStateNotAsReqd,
+                                   &Node::IsResiStateNotAsReqd,
+                                   &Node::IsProcessingErr,
+                                   &Node::IsAddressDbErr,
+                                   &Node::IsFinalistErr,
+                                   &Node::IsFinalistUnkStatusErr,
+                                   &Node::IsNoUsableAddress};
+static_assert(std::size(kQuestions) == tests::kFieldFlags.size());
 
 struct MaskGetter {
   const char* name;
@@ -176,9 +169,9 @@ void ForEveryBit(Check check) {
 
 TEST(NodeState, EveryPredicateLooksAtItsOwnBitOnly) {
   ForEveryBit([](const std::string& attribute, std::uint32_t bit, const ZEMLO_NodeState& state) {
-    for (const auto& predicate : kPredicates) {
-      const bool expected = attribute == predicate.attribute && bit == predicate.bit;
-      EXPECT_EQ((state.*predicate.ask)(), expected) << predicate.name;
+    for (std::size_t place = 0; place < std::size(kQuestions); ++place) {
+      const auto& flag = tests::kFieldFlags[place];
+      EXPECT_EQ((state.*kQuestions[place])(), attribute == flag.word && bit == flag.bits) << flag.name;
     }
   });
 }
@@ -203,7 +196,7 @@ TEST(NodeState, DerivedPredicatesFollowAnyBitOfTheirGroup) {
 
 TEST(NodeState, AFieldWithoutFlagWordsIsAsPlainAsAFreshOne) {
   for (const auto& state : {StateOf(""), ZEMLO_NodeState()}) {
-    for (const auto& predicate : kPredicates) EXPECT_FALSE((state.*predicate.ask)()) << predicate.name;
+    for (const auto question : kQuestions) EXPECT_FALSE((state.*question)());
     EXPECT_FALSE(state.IsErroneous());
     EXPECT_FALSE(state.CanHaveEmptyValue());
     EXPECT_TRUE(state.IsMailGood());

@@ -2,7 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
 #include <chrono>
 #include <string>
 
@@ -17,6 +16,8 @@
 #include "platform/failure.h"
 #include "platform/value.h"
 #include "platform/xml/xml.h"
+#include "tests/support/failing.h"
+#include "tests/support/field_flags.h"
 
 namespace platform {
 namespace {
@@ -24,92 +25,7 @@ namespace {
 using testing::HasSubstr;
 
 TEST(FieldFlags, HaveTheirBits) {
-  namespace state = field_state;
-  // From bit 0 upwards.
-  constexpr auto kState = std::to_array<FlagWord>({
-      state::kTable,
-      state::kNotFromData,
-      state::kSystem,
-      state::kUser,
-      state::kParagraph,
-      state::kLocal,
-      state::kTableRow,
-      state::kTableColumn,
-      state::kValueIsNull,
-      state::kCanDisplay,
-      state::kEditable,
-      state::kInput,
-      state::kIndirect,
-      state::kVolatile,
-      state::kHasFunction,
-      state::kEof,
-      state::kNull,
-      state::kDefaultUsed,
-      state::kUnselected,
-      state::kReferenceOptional,
-      state::kAddressRelated,
-      state::kMultiColumns,
-      state::kHasError,
-      state::kErrorInChild,
-      state::kErrorInNonAddressChild,
-  });
-  static_assert(kState.size() == 25);
-  for (std::size_t bit = 0; bit < kState.size(); ++bit) EXPECT_EQ(kState[bit], 1U << bit) << bit;
-
-  namespace error = field_error;
-  constexpr auto kErrors = std::to_array<FlagWord>({
-      error::kPopulateValue,
-      error::kExecuteFunction,
-      error::kExecuteQuery,
-      error::kNoRow,
-      error::kNull,
-      error::kEmpty,
-      error::kZero,
-      error::kInvalidInput,
-      error::kLetterIgnored,
-      error::kAddress,
-  });
-  static_assert(kErrors.size() == 10);
-  for (std::size_t bit = 0; bit < kErrors.size(); ++bit) EXPECT_EQ(kErrors[bit], 1U << bit) << bit;
-
-  namespace address = field_address;
-  constexpr FlagWord kUnused = 0;
-  constexpr auto kAddress = std::to_array<FlagWord>({
-      address::kPostOfficeBoxExcluded,
-      address::kInStateRequired,
-      address::kOutOfStateRequired,
-      address::kMailPreferred,
-      address::kResidentialPreferred,
-      kUnused,
-      kUnused,
-      address::kMailUsed,
-      address::kResidentialUsed,
-      address::kInStateCustomer,
-      kUnused,
-      address::kMailMissing,
-      address::kResidentialMissing,
-      address::kMailFailedVerification,
-      address::kResidentialFailedVerification,
-      address::kMailHasPostOfficeBox,
-      address::kResidentialHasPostOfficeBox,
-      address::kMailMarkedBad,
-      address::kResidentialMarkedBad,
-      address::kMailStateNotAsRequired,
-      address::kResidentialStateNotAsRequired,
-      kUnused,
-      kUnused,
-      kUnused,
-      kUnused,
-      address::kProcessingError,
-      address::kDatabaseError,
-      address::kVerificationError,
-      address::kUnknownVerification,
-      address::kNoUsableAddress,
-  });
-  static_assert(kAddress.size() == 30);
-  for (std::size_t bit = 0; bit < kAddress.size(); ++bit) {
-    EXPECT_EQ(kAddress[bit], kAddress[bit] == kUnused ? kUnused : 1U << bit) << bit;
-  }
+  for (const auto& flag : tests::kFieldFlags) EXPECT_EQ(flag.bits, 1U << flag.bit) << flag.name;
 }
 
 TEST(FieldFlags, StandInTheirGroups) {
@@ -150,13 +66,9 @@ TEST(FieldFlags, ThatAreNoneAreRefusedWithTheirPlace) {
     EXPECT_EQ(ParseFlagWord(text), std::nullopt);
     XmlDocument field("NAME");
     field.Root().SetAttribute("Err", text);
-    try {
-      ReadFlagWord(field.Root(), "Err");
-      ADD_FAILURE() << "was taken";
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.kind(), Failure::Kind::kDamaged);
-      EXPECT_THAT(failure.description(), HasSubstr("\"" + text + "\" in attribute Err of element NAME"));
-    }
+    EXPECT_THAT([&] { ReadFlagWord(field.Root(), "Err"); },
+                tests::Fails(Failure::Kind::kDamaged,
+                             HasSubstr("\"" + text + "\" in attribute Err of element NAME")));
   }
 }
 
