@@ -3,6 +3,7 @@
 #include <system_error>
 
 #include "host/disk_files.h"
+#include "platform/agreed/template_versions.h"
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "platform/whole_file.h"
