@@ -4,8 +4,8 @@
 #include "wordprocessor/document/document.h"
 #include "wordprocessor/files/package.h"
 
-// A package that is taken can be written, and what was written is taken again; and a document can be read of
-// it or it says why not.
+// A package that is taken can be written, and what was written is taken again; and a letter can be made of it
+// that opens, or it says why not.
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using wordprocessor::DocxPackage;
   constexpr wordprocessor::PackageLimits kSmall{
@@ -19,7 +19,14 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
       read_again = DocxPackage::FromBytes(std::move(written), "again.docx").Read("word/added.xml") == "<a/>";
     });
     fuzz::Require(read_again, "what was written is read");
-    wordprocessor::DocxDocument::FromBytes(bytes, "fuzz.docx");
+    auto letter = wordprocessor::DocxDocument::FromBytes(bytes, "fuzz.docx");
+    letter.MergeBookmarks(wordprocessor::DataContext::Parse("<X><NAME>value</NAME></X>"));
+    bool opens = false;
+    fuzz::Answered([&] {
+      wordprocessor::DocxDocument::FromBytes(letter.Bytes(), "letter.docx");
+      opens = true;
+    });
+    fuzz::Require(opens, "a letter that was made opens");
   });
   return 0;
 }

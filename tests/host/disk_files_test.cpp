@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace host {
@@ -37,13 +38,8 @@ TEST(DiskFiles, AFailedCopyNamesTheFileAndLeavesWhatWasThere) {
   const TemporaryFolder folder;
   WriteFile(folder / "kept.docx", "kept");
   DiskFiles files;
-  try {
-    files.CopyFile((folder / "missing.docx").string(), (folder / "kept.docx").string());
-    FAIL() << "a missing file was copied";
-  } catch (const platform::Failure& failure) {
-    EXPECT_EQ(failure.kind(), platform::Failure::Kind::kNotFound);
-    EXPECT_THAT(failure.description(), testing::HasSubstr("missing.docx"));
-  }
+  EXPECT_THAT([&] { files.CopyFile((folder / "missing.docx").string(), (folder / "kept.docx").string()); },
+              tests::Fails(platform::Failure::Kind::kNotFound, testing::HasSubstr("missing.docx")));
   EXPECT_EQ(ReadFile(folder / "kept.docx"), "kept");
   EXPECT_THROW(files.CopyFile((folder / "kept.docx").string(), (folder / "none/x").string()),
                platform::Failure);

@@ -9,6 +9,7 @@
 
 #include "platform/failure.h"
 #include "tests/fakes/recording_errors.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace host {
@@ -216,12 +217,8 @@ TEST_F(PrintJournalTest, IsNotStoppedByAnotherUsersNotesAndSaysWhoseTheyAre) {
   EXPECT_THAT(program->LeftBehind(), IsEmpty());
   EXPECT_EQ(program->ClosedNotes()[0].letters, 0U);
   EXPECT_THAT(errors_.Procedures(), IsEmpty());
-  try {
-    Prints(*program, "K4");
-    FAIL() << "a note was written where it may not";
-  } catch (const Failure& failure) {
-    EXPECT_THAT(failure.description(), testing::HasSubstr("The folder belongs to user \"root\""));
-  }
+  EXPECT_THAT([&] { Prints(*program, "K4"); },
+              tests::FailsSaying(testing::HasSubstr("The folder belongs to user \"root\"")));
 }
 
 TEST_F(PrintJournalTest, RefusesToPrintWhereTheNoteCannotBeWritten) {

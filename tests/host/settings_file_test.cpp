@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "platform/failure.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace host {
@@ -103,12 +104,7 @@ TEST(SettingsFile, IsReadAsPeopleWriteIt) {
 
 TEST(SettingsFile, InAFolderOfSomebodyElseOrBehindAFolderOfItsNameIsNamed) {
   const auto why_not = [](const std::filesystem::path& folder) -> std::string {
-    try {
-      const SettingsFile settings{DataFolder(folder)};
-    } catch (const platform::Failure& failure) {
-      return failure.description();
-    }
-    return "";
+    return tests::WhyNot([&] { const SettingsFile settings{DataFolder(folder)}; });
   };
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder / "settings.ini");
@@ -137,14 +133,9 @@ TEST(SettingsFile, AFileThatIsNotUtf8IsRefusedByName) {
                                                                   {"[\0U\0s\0e\0r\0]\0\n\0"s, "UTF-16"},
                                                                   {"[User]\nId=M\xFCller\n", "line 2"}};
   for (const auto& [text, words] : files) {
-    try {
-      FaultsOf(text);
-      FAIL() << words;
-    } catch (const platform::Failure& failure) {
-      EXPECT_THAT(failure.description(),
-                  testing::AllOf(testing::HasSubstr("settings.ini"), testing::HasSubstr(words),
-                                 testing::HasSubstr("UTF-8")));
-    }
+    EXPECT_THAT([&] { FaultsOf(text); },
+                tests::FailsSaying(testing::AllOf(testing::HasSubstr("settings.ini"),
+                                                  testing::HasSubstr(words), testing::HasSubstr("UTF-8"))));
   }
 }
 

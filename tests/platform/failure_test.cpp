@@ -8,20 +8,16 @@
 #include "platform/counter.h"
 #include "platform/parties/trap.h"
 #include "tests/fakes/recording_errors.h"
+#include "tests/support/failing.h"
 
 namespace platform {
 namespace {
 
 TEST(AFailure, GathersWhatWasBeingDoneOnItsWayUp) {
   const auto open = [] { throw Failure(Failure::Kind::kDamaged, "not a zip file"); };
-  try {
-    While("printing letter 110", [&] { While("opening template CTL110.docx", open); });
-    FAIL() << "nothing was thrown";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.kind(), Failure::Kind::kDamaged);
-    EXPECT_EQ(failure.description(),
-              "not a zip file, while opening template CTL110.docx, while printing letter 110");
-  }
+  EXPECT_THAT([&] { While("printing letter 110", [&] { While("opening template CTL110.docx", open); }); },
+              tests::Fails(Failure::Kind::kDamaged,
+                           "not a zip file, while opening template CTL110.docx, while printing letter 110"));
 }
 
 TEST(AFailure, LeavesTheResultOfGoodWorkAlone) {

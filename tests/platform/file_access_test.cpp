@@ -8,6 +8,7 @@
 #include <cerrno>
 
 #include "platform/file_failure.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace platform {
@@ -99,12 +100,7 @@ TEST(MakeFolder, NamesAFileThatStandsInItsPlace) {
   const tests::TemporaryFolder folder;
   tests::WriteFile(folder / "taken", "");
   for (const auto* path : {"taken", "taken/printed"}) {
-    try {
-      MakeFolder(folder / path);
-      FAIL() << "a folder was made where a file is";
-    } catch (const Failure& failure) {
-      EXPECT_THAT(failure.description(), testing::HasSubstr("taken"));
-    }
+    EXPECT_THAT([&] { MakeFolder(folder / path); }, tests::FailsSaying(testing::HasSubstr("taken")));
   }
 }
 

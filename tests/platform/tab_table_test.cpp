@@ -6,6 +6,7 @@
 
 #include "platform/failure.h"
 #include "platform/whole_file.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -27,12 +28,7 @@ class ATabTable : public testing::Test {
   std::string Faults(const std::string& text) {
     faults_ = {};
     Read(text);
-    try {
-      faults_.OrFail("That is all.");
-    } catch (const platform::Failure& failure) {
-      return failure.description();
-    }
-    return "";
+    return tests::WhyNot([&] { faults_.OrFail("That is all."); });
   }
 
   const tests::TemporaryFolder folder_;

@@ -6,6 +6,7 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "tests/reference/reference_world.h"
+#include "tests/support/failing.h"
 #include "workspace/letters/statements.h"
 
 namespace reference_tests {
@@ -117,13 +118,8 @@ TEST_F(GivenStatements, OnlyTheCodesOfTodayAreOffered) {
 }
 
 TEST_F(GivenStatements, ARefusedStatementSaysWhatTheDatabaseSays) {
-  try {
-    Database().Select("select NOTHING from FLS_LETTER");
-    ADD_FAILURE();
-  } catch (const platform::Failure& failure) {
-    EXPECT_EQ(failure.kind(), platform::Failure::Kind::kRefused);
-    EXPECT_THAT(failure.description(), testing::HasSubstr("NOTHING"));
-  }
+  EXPECT_THAT([&] { Database().Select("select NOTHING from FLS_LETTER"); },
+              tests::Fails(platform::Failure::Kind::kRefused, testing::HasSubstr("NOTHING")));
   EXPECT_THROW(Database().Select("select 1; delete from FLS_LETTER"), platform::Failure);
   EXPECT_EQ(Database().Select("select count(*) as N from FLS_LETTER")->Get("n").AsInteger(), 0);
 }

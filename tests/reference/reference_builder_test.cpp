@@ -8,6 +8,7 @@
 #include "platform/failure.h"
 #include "reference/sqlite_connection.h"
 #include "tests/reference/reference_world.h"
+#include "tests/support/failing.h"
 
 namespace reference_tests {
 namespace {
@@ -18,13 +19,7 @@ using testing::HasSubstr;
 class ReferenceBuilder : public ReferenceWorld {
  protected:
   void ExpectFailure(Failure::Kind kind, const std::string& named, const std::function<void()>& work) {
-    try {
-      work();
-      ADD_FAILURE() << "no failure naming " << named;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.kind(), kind) << named;
-      EXPECT_THAT(failure.description(), HasSubstr(named));
-    }
+    EXPECT_THAT([&] { work(); }, tests::Fails(kind, HasSubstr(named)));
   }
   std::size_t FilesBesideTheDatabase() const {
     return static_cast<std::size_t>(std::distance(fs::directory_iterator(database_file_.parent_path()), {}));

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "platform/failure.h"
+#include "tests/support/failing.h"
 
 namespace {
 
@@ -52,13 +53,9 @@ TEST(SqlDialect, RefusesWhatItCannotReadAndNamesIt) {
       {"pragma user_version", "is no SELECT"},
   };
   for (const auto& [given, named] : cases) {
-    try {
-      reference::TranslateStatement(given, kToday);
-      ADD_FAILURE() << "taken: " << given;
-    } catch (const Failure& failure) {
-      EXPECT_EQ(failure.kind(), Failure::Kind::kRefused) << given;
-      EXPECT_THAT(failure.description(), HasSubstr(named)) << given;
-    }
+    EXPECT_THAT([&] { reference::TranslateStatement(given, kToday); },
+                tests::Fails(Failure::Kind::kRefused, HasSubstr(named)))
+        << given;
   }
 }
 

@@ -4,6 +4,7 @@
 #include <csignal>
 
 #include "tests/server/server_world.h"
+#include "tests/support/failing.h"
 
 namespace tests {
 namespace {
@@ -42,14 +43,13 @@ TEST(Database, IsReadOnAFullDiskBySeveralConnectionsAndSaysWhyItTakesNothing) {
     server::Database second(server::DatabaseFile(data.path()), server::Database::Opening::kExisting);
     EXPECT_EQ(first.Select(kCount)->FirstText(), "30");
     EXPECT_EQ(second.Select(kCount)->FirstText(), "30");
-    try {
-      server::Transaction transaction(second, server::Transaction::Purpose::kChanging);
-      second.Change(kChange);
-      transaction.Commit();
-      FAIL() << "there was room";
-    } catch (const platform::Failure& failure) {
-      EXPECT_THAT(failure.description(), HasSubstr("The disk with the server's database is full."));
-    }
+    EXPECT_THAT(
+        [&] {
+          server::Transaction transaction(second, server::Transaction::Purpose::kChanging);
+          second.Change(kChange);
+          transaction.Commit();
+        },
+        tests::FailsSaying(HasSubstr("The disk with the server's database is full.")));
     EXPECT_EQ(first.Select(kCount)->FirstText(), "30");
   }
   // With room again, the same data take changes, and other programs may come in.

@@ -8,6 +8,7 @@
 #include "server/schema/schema.h"
 #include "server/wire/wire_format.h"
 #include "tests/fakes/rows.h"
+#include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -72,12 +73,7 @@ class SchemaUpgrade : public testing::Test {
   }
   void Upgrade() { server::PrepareSchema(*database_); }
   std::string WhyNot() {
-    try {
-      Upgrade();
-    } catch (const platform::Failure& failure) {
-      return failure.description();
-    }
-    return "";
+    return tests::WhyNot([&] { Upgrade(); });
   }
 
   /// The rows of a SELECT of one column.

@@ -6,6 +6,7 @@
 #include "server/link/customer_directory.h"
 #include "server/storage/database.h"
 #include "tests/server/server_world.h"
+#include "tests/support/failing.h"
 
 namespace {
 
@@ -38,12 +39,7 @@ class ServerData : public testing::Test {
     return options;
   }
   static std::string WhyNot(const server::InitOptions& options) {
-    try {
-      server::CreateServerData(options);
-    } catch (const platform::Failure& failure) {
-      return failure.description();
-    }
-    return "";
+    return tests::WhyNot([&] { server::CreateServerData(options); });
   }
 
   tests::TemporaryFolder folder_;
@@ -59,15 +55,6 @@ TEST_F(ServerData, AreTheSameEveryTimeAndStayWhenMadeAgain) {
   server::CreateServerData(other);
   EXPECT_EQ(Contents(folder_ / "a"), contents);
   EXPECT_TRUE(std::filesystem::exists(folder_ / "a/server/templates/kvcorr.dot"));
-}
-
-TEST_F(ServerData, AreMadeFromTheStartAfterAnInterruption) {
-  std::filesystem::create_directories(folder_ / "server");
-  tests::WriteFile(folder_ / "server/server.db.new", "half a database");
-  tests::WriteFile(folder_ / "server/server.db.new-journal", "and its journal");
-  server::CreateServerData(DemoOptions(folder_.path()));
-  EXPECT_THAT(Contents(folder_.path()), HasSubstr("Hattie"));
-  EXPECT_FALSE(std::filesystem::exists(folder_ / "server/server.db.new"));
 }
 
 TEST_F(ServerData, TwoProgramsMayMakeThemAtOnce) {

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/whole_file.h"
+#include "tests/support/failing.h"
 
 namespace wordprocessor {
 namespace {
@@ -95,13 +96,8 @@ TEST_P(BadDocuments, CostThemselvesAFailureAndNobodyElseAnything) {
   auto behind = Start(pool, "letter");
   auto later = Start(pool, "letter");
   EXPECT_NO_THROW(before.get());
-  try {
-    bad.get();
-    FAIL() << GetParam().content << " was taken";
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.kind(), GetParam().kind) << failure.description();
-    EXPECT_THAT(failure.description(), AllOf(HasSubstr("\"ODD.docx\""), HasSubstr(GetParam().message)));
-  }
+  EXPECT_THAT([&] { bad.get(); },
+              tests::Fails(GetParam().kind, AllOf(HasSubstr("\"ODD.docx\""), HasSubstr(GetParam().message))));
   EXPECT_NO_THROW(behind.get());
   EXPECT_NO_THROW(later.get());
 }
@@ -228,13 +224,8 @@ TEST_F(LayoutPoolTest, FailsWhatIsNotDoneWhenItCloses) {
 
 TEST_F(LayoutPoolTest, NamesAFolderThatCannotTakeThePages) {
   LayoutPool pool(Settings());
-  try {
-    pool.Layout("LETTER.docx", "letter", folder_ / "missing" / "letter.pdf").get();
-    FAIL();
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.kind(), Failure::Kind::kNotFound);
-    EXPECT_THAT(failure.description(), HasSubstr((folder_ / "missing").string()));
-  }
+  EXPECT_THAT([&] { pool.Layout("LETTER.docx", "letter", folder_ / "missing" / "letter.pdf").get(); },
+              tests::Fails(Failure::Kind::kNotFound, HasSubstr((folder_ / "missing").string())));
 }
 
 }  // namespace

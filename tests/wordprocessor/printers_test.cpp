@@ -18,6 +18,7 @@
 #include "platform/failure.h"
 #include "platform/whole_file.h"
 #include "tests/fakes/manual_clock.h"
+#include "tests/support/failing.h"
 #include "tests/wordprocessor/fake_queues.h"
 
 namespace wordprocessor {
@@ -169,13 +170,9 @@ TEST_F(PrintersTest, SaysWhatTheSpoolerSays) {
   CupsQueues queues;
   EXPECT_THAT(queues.Names(), IsEmpty());
   EXPECT_EQ(queues.Default(), "");
-  try {
-    queues.Print("laser", pdf_, "CTL110.docx", 1);
-    FAIL();
-  } catch (const Failure& failure) {
-    EXPECT_EQ(failure.kind(), Failure::Kind::kUnavailable);
-    EXPECT_THAT(failure.description(), AllOf(HasSubstr("\"laser\""), HasSubstr("\"CTL110.docx\"")));
-  }
+  EXPECT_THAT(
+      [&] { queues.Print("laser", pdf_, "CTL110.docx", 1); },
+      tests::Fails(Failure::Kind::kUnavailable, AllOf(HasSubstr("\"laser\""), HasSubstr("\"CTL110.docx\""))));
   unsetenv("CUPS_SERVER");
 }
 
