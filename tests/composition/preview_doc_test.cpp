@@ -1,6 +1,6 @@
 #include "composition/preview_doc.h"
 
-#include <chrono>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -25,23 +25,11 @@ constexpr auto kFile = "templates/ctl.docx";
 constexpr auto kTemplate = "CTL.docx";
 constexpr auto kContext = R"(<XML_CONTEXT><U_NAME>Ann</U_NAME></XML_CONTEXT>)";
 
-/// Waits at once, and says in the journal when.
-class JournalClock : public fakes::ManualClock {
- public:
-  explicit JournalClock(fakes::Journal& journal) : journal_(journal) {}
-  void Sleep(std::chrono::milliseconds duration) override {
-    journal_.Add("wait " + std::to_string(duration.count()));
-    ManualClock::Sleep(duration);
-  }
-
- private:
-  fakes::Journal& journal_;
-};
-
 class PreviewDocTest : public testing::Test {
  protected:
   PreviewDocTest() {
     print.journal = &outside.journal;
+    outside.clock.asleep = [this](auto wait) { outside.journal.Add("wait " + std::to_string(wait.count())); };
     preview = std::make_unique<ZEMLO_PreviewDoc>(services);
     word_printed_ = preview->WordPrinted.Connect([this] { ++prints_announced; });
     close_form_ = preview->CloseLetterForm.Connect([this] { ++forms_closed; });
@@ -62,21 +50,7 @@ class PreviewDocTest : public testing::Test {
 
   fakes::RecordingPrintComponent print;
   fakes::FakeServices outside{&print};
-  JournalClock clock{outside.journal};
-  const platform::Services services{outside.server,
-                                    outside.comm_clients,
-                                    outside.reference,
-                                    outside.utilities,
-                                    print,
-                                    outside.settings,
-                                    outside.settings_store,
-                                    outside.files,
-                                    clock,
-                                    outside.errors,
-                                    outside.status,
-                                    outside.host,
-                                    outside.print_journal,
-                                    outside.template_judge};
+  const platform::Services& services = outside.services();
   int prints_announced = 0;
   int forms_closed = 0;
   std::unique_ptr<ZEMLO_PreviewDoc> preview;
@@ -175,7 +149,7 @@ TEST_F(PreviewDocTest, WaitsForTheDelayThatIsSetButNeverLessThanAMomentAndAHalf)
   for (const auto& [set, waited] : {std::pair{0, 1500}, {1500, 1500}, {1501, 1501}, {2000, 2000}}) {
     outside.settings.preview_delay = std::chrono::milliseconds(set);
     Preview();
-    EXPECT_EQ(clock.waits.back().count(), waited) << set;
+    EXPECT_EQ(outside.clock.waits.back().count(), waited) << set;
   }
 }
 
@@ -370,30 +344,28 @@ TEST_F(PreviewDocTest, AReleaseThatFailsWhenTheReaderClosesIsReported) {
   EXPECT_THAT(Reports(), ElementsAre("ZEMLO_PreviewDoc.mclsNotify_DocEnd"));
 }
 
-TEST_F(PreviewDocTest, AHolderMayDestroyItWhenTheLetterWasPrinted) {
-  const auto holder = preview->WordPrinted.Connect([this] { preview.reset(); });
-  Preview();
-  print.UserPrints();
-  EXPECT_EQ(preview, nullptr);
-  EXPECT_EQ(print.calls.back(), "dropped");
-  EXPECT_EQ(forms_closed, 0);
+TEST_F(PreviewDocTest, AHolderMayDestroyItWhateverItIsTold) {
+  const auto drop = [this] { preview.reset(); };
+  const auto print_it = [this] {
+    Preview();
+    print.UserPrints();
+  };
+  struct Case {
+    platform::Event<> ZEMLO_PreviewDoc::*told;
+    std::function<void()> user;
+  };
+  for (const auto& [told, user] :
+       {Case{&ZEMLO_PreviewDoc::WordPrinted, print_it},
+        Case{&ZEMLO_PreviewDoc::WordPrinted, [this] { preview->SaveDocument(kFile, kTemplate, kContext); }},
+        Case{&ZEMLO_PreviewDoc::CloseLetterForm, print_it}}) {
+    preview = std::make_unique<ZEMLO_PreviewDoc>(services);
+    const auto holder = ((*preview).*told).Connect(drop);
+    user();
+    EXPECT_EQ(preview, nullptr);
+    EXPECT_EQ(print.calls.back(), "dropped");
+    ExpectPutBack();
+  }
   EXPECT_THAT(Reports(), IsEmpty());
-}
-
-TEST_F(PreviewDocTest, AHolderMayDestroyItFromInsideASave) {
-  const auto holder = preview->WordPrinted.Connect([this] { preview.reset(); });
-  preview->SaveDocument(kFile, kTemplate, kContext);
-  EXPECT_EQ(preview, nullptr);
-  EXPECT_EQ(print.calls.back(), "dropped");
-  ExpectPutBack();
-}
-
-TEST_F(PreviewDocTest, AHolderMayDestroyItWhenItsFormCloses) {
-  const auto form = preview->CloseLetterForm.Connect([this] { preview.reset(); });
-  Preview();
-  print.UserPrints();
-  EXPECT_EQ(preview, nullptr);
-  EXPECT_EQ(prints_announced, 1);
 }
 
 TEST_F(PreviewDocTest, AHolderThatFailsIsReportedUnderTheNotice) {
