@@ -50,28 +50,6 @@ TEST_F(CompletedLetters, ShowTheTickedParagraphsTheFreeTextAndNoOthers) {
   EXPECT_EQ(History("LTR_TYP_ID || SYS_RFRNC_CD"), "105O\n") << "recorded once";
 }
 
-TEST_F(CompletedLetters, ShowNoOptionalParagraphWhereNoneIsTicked) {
-  const auto letter = Letters("letter", Hearing({"--print"}));
-  ASSERT_EQ(letter.status, 0) << letter.err;
-  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("Room 7"), Not(HasSubstr("interpreter")),
-                                    Not(HasSubstr("If you do not appear")), Not(HasSubstr("["))));
-}
-
-// A refund was denied "for the reason given here:", and the next sentence followed.
-TEST_F(CompletedLetters, AreRefusedWithoutAParagraphThatTheyNeed) {
-  for (const auto& words :
-       {Refund({}), Refund({"--paragraph", "PARA_FREE_TEXT", "--free-text", "\u00A0\n"})}) {
-    const auto letter = Letters("letter", words);
-    EXPECT_EQ(letter.status, 1);
-    EXPECT_THAT(letter.err,
-                AllOf(HasSubstr("At least one of: Claim filed too late, Invoices missing, "),
-                      HasSubstr("--paragraph takes at least one of PARA_LATE_CLAIM, PARA_NO_INVOICES, "
-                                "PARA_NOT_EXEMPT, PARA_FREE_TEXT (with --free-text).\n")));
-  }
-  EXPECT_THAT(Printed(), IsEmpty());
-  EXPECT_EQ(History("SEQ_NBR"), "");
-}
-
 TEST_F(CompletedLetters, ShowAValueOnOneLineAndTakeNoneThatOnlyLooksFilled) {
   const auto bond = [this](const char* amount) {
     return Letters("letter", {"--type", "103", "--customer", "100001", "--print", "--set",
@@ -135,23 +113,6 @@ TEST_F(CompletedLetters, FillAValueInATickedParagraphWithinItsWording) {
       "letter", Hearing({"--paragraph", "PARA_INTERPRETER", "--set", "U_INTERPRETER_LANG=Welsh", "--print"}));
   ASSERT_EQ(letter.status, 0) << letter.err;
   EXPECT_THAT(PrintedWords(), HasSubstr("An interpreter for Welsh will be present."));
-}
-
-TEST_F(CompletedLetters, RepeatAValueWhereverTheTemplateRepeatsIt) {
-  const auto letter = Letters("letter", {"--type", "103", "--customer", "100001", "--set",
-                                         "U_BOND_AMT=$5,000", "--set", "U_BOND_DT=June 1", "--print"});
-  ASSERT_EQ(letter.status, 0) << letter.err;
-  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("in the amount of $5,000 no later than June 1."),
-                                    HasSubstr("If no bond of $5,000 is on file by June 1,")));
-}
-
-TEST_F(CompletedLetters, MayDoWithoutTheSecondLineOfTheSheriffsAddress) {
-  const auto letter =
-      Letters("letter", {"--type", "108", "--form-type", "W", "--form", "3100005-X", "--set",
-                         "u_sheriffname=Bo Root", "--set", "U_SHERIFFADDR1=1 Main St", "--set",
-                         "U_SHERIFFCITY=Troy", "--set", "U_DOCKET_NBR=D-7", "--print"});
-  ASSERT_EQ(letter.status, 0) << letter.err;
-  EXPECT_THAT(PrintedWords(), AllOf(HasSubstr("Bo Root"), Not(HasSubstr("second line"))));
 }
 
 TEST_F(CompletedLetters, RefuseEntriesThatTheyHaveNoPlaceFor) {

@@ -50,7 +50,7 @@ TEST_F(KilledProgram, LeavesALetterThatIsRecordedOnce) {
     SCOPED_TRACE(moment);
     RunShell("rm -rf " + Quoted((data_ / "printed").string()) + "; mkdir " +
              Quoted((data_ / "printed").string()));
-    RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " 'DELETE FROM letter_history'");
+    ServerSql("DELETE FROM letter_history");
     PrintsAndIsKilledAt(moment);
     EXPECT_THAT(Whole(data_ / "printed"), SizeIs(printed));
     EXPECT_EQ(History("CUST_ID"), recorded);

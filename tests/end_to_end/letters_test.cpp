@@ -27,14 +27,8 @@ TEST_F(PreparedOffice, ALetterIsPrintedAndRecordedFromCustomerToPage) {
 }
 
 TEST_F(PreparedOffice, ADocumentsLetterTakesItsNumberApartAndShowsTheTaxPeriods) {
-  const auto form = RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-                             " \"SELECT FORM_NBR || '-' || FORM_CK_DGT_NBR FROM form WHERE FORM_TYP_CD = 'C'"
-                             " ORDER BY FORM_NBR LIMIT 1\"")
-                        .out;
-  ASSERT_THAT(form, Not(IsEmpty()));
-  const auto number = form.substr(0, form.find('\n'));
-  RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-           " \"UPDATE tax_period SET DUE_DT = '2026-09-30'\"");
+  const std::string number = "3100004-9";
+  ServerSql("UPDATE tax_period SET DUE_DT = '2026-09-30'");
   const auto letter = Letters("letter", {"--type", "110", "--form-type", "C", "--form", number, "--print"});
   ASSERT_EQ(letter.status, 0) << letter.err;
   EXPECT_THAT(PdfText(Printed().front()), HasSubstr(number));
@@ -64,8 +58,7 @@ TEST_F(PreparedOffice, ExplainsWhatTheServerSentForALetter) {
   const auto explain = [this](const char* customer) {
     return Letters("letter", {"--type", "101", "--customer", customer, "--explain"});
   };
-  RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-           " \"UPDATE customer SET ACCNT_NBR = NULL WHERE CUST_ID = '100002'\"");
+  ServerSql("UPDATE customer SET ACCNT_NBR = NULL WHERE CUST_ID = '100002'");
   const auto in_error = explain("100002");
   EXPECT_EQ(in_error.status, 1);
   EXPECT_THAT(in_error.out, testing::MatchesRegex("Letter Information\n"
@@ -111,34 +104,12 @@ TEST_F(PreparedOffice, TwoProgramsWorkOnOneDataFolderAtTheSameTime) {
   EXPECT_THAT(Printed(), SizeIs(2));
 }
 
-TEST_F(PreparedOffice, InitLeavesAReadyFolderAsItIs) {
-  PrintLetterFor("100001");
-  EXPECT_EQ(Letters("init", {}).status, 0);
-  EXPECT_EQ(History("CUST_ID"), "100001\n");
-}
-
 TEST_F(PreparedOffice, ListsCustomersAndTypesForPeopleAndPrograms) {
   EXPECT_THAT(Letters("customers", {}).out, HasSubstr("100001"));
   EXPECT_THAT(Letters("customers", {"--json", "--find", "100002"}).out, HasSubstr("\"id\": \"100002\""));
   const auto types = Letters("types", {});
   EXPECT_THAT(types.out, HasSubstr("Certificate of Tax Liability"));
   EXPECT_THAT(Letters("types", {"--json"}).out, HasSubstr("\"type\": \"109\""));
-}
-
-TEST_F(PreparedOffice, MergesAJobListAndABadLineCostsOnlyItself) {
-  const auto jobs = data_ / "jobs.txt";
-  const auto context = data_ / "context.xml";
-  WriteFile(context, "<XML_CONTEXT><CUSTOMER_NAME>Merge &amp; Sons</CUSTOMER_NAME></XML_CONTEXT>");
-  const auto letter = std::string(ZEMLO_SOURCE_DIR) + "/data/templates/REG101_2401.docx";
-  WriteFile(jobs, letter + "\t" + context.string() + "\t" + (data_ / "a.pdf").string() + "\n" +
-                      "/nowhere.docx\t" + context.string() + "\t" + (data_ / "b.pdf").string() + "\n" +
-                      letter + "\t" + context.string() + "\t" + (data_ / "c.docx").string() + "\n");
-  const auto merge = RunLetters({"merge", "--jobs", jobs.string(), "--workers", "2", "--allow-unfilled"});
-  EXPECT_EQ(merge.status, 1);
-  EXPECT_THAT(merge.err, HasSubstr("/nowhere.docx"));
-  EXPECT_THAT(PdfText(data_ / "a.pdf"), HasSubstr("Merge & Sons"));
-  EXPECT_FALSE(std::filesystem::exists(data_ / "b.pdf"));
-  EXPECT_TRUE(std::filesystem::exists(data_ / "c.docx"));
 }
 
 }  // namespace

@@ -28,8 +28,14 @@ class PreparedOffice : public testing::Test {
   std::vector<std::filesystem::path> Printed() { return FilesIn(data_ / "printed"); }
   /// One column of the stored letters, oldest first.
   std::string History(const std::string& column) {
-    const auto statement = "SELECT " + column + " FROM letter_history ORDER BY SEQ_NBR";
-    return RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " " + Quoted(statement)).out;
+    return ServerSql("SELECT " + column + " FROM letter_history ORDER BY SEQ_NBR");
+  }
+  /// What the server's database answers; a statement that fails fails the test.
+  std::string ServerSql(const std::string& statement) {
+    const auto run =
+        RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " " + Quoted(statement));
+    EXPECT_EQ(run.status, 0) << run.err;
+    return run.out;
   }
 
   const TemporaryFolder data_;

@@ -60,8 +60,7 @@ TEST_F(Reprint, ALetterComesOutOfItsOwnTemplateWhateverItsNewVersionIs) {
 TEST_F(Reprint, ALetterComesOutOfATemplateThatMakesNoNewOnes) {
   ASSERT_EQ(PrintLetterFor("100001").status, 0);
   const auto text = PdfText(Printed().front());
-  RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-           " \"DELETE FROM letter_field WHERE LTR_TYP_ID = '101' AND FLD_NM = 'CUSTOMER_NAME'\"");
+  ServerSql("DELETE FROM letter_field WHERE LTR_TYP_ID = '101' AND FLD_NM = 'CUSTOMER_NAME'");
   EXPECT_THAT(PrintLetterFor("100001").err,
               HasSubstr("No letter was made. The template \"REG101_2401.docx\""));
   UserReprintsTheOnlyLetterOf("100001");

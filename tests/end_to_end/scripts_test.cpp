@@ -17,10 +17,11 @@ class Scripts : public PreparedOffice {
  protected:
   /// The server reads, and takes no record: as on a disk that has filled since the letter was asked for.
   void ServerTakesNoRecords() {
-    Sql("CREATE TRIGGER full BEFORE INSERT ON letter_history BEGIN "
+    ServerSql(
+        "CREATE TRIGGER full BEFORE INSERT ON letter_history BEGIN "
         "SELECT RAISE(FAIL, 'database or disk is full'); END");
   }
-  void ServerTakesRecords() { Sql("DROP TRIGGER full"); }
+  void ServerTakesRecords() { ServerSql("DROP TRIGGER full"); }
   /// Every start has something to tell: a line of the catalogue without its file, and a failed download.
   void TellsOfOtherLetters() {
     std::filesystem::remove(data_ / "server/templates/CTL110_2701.docx");
@@ -39,13 +40,6 @@ class Scripts : public PreparedOffice {
            Quoted(data_.path().string()) + " " + rest;
   }
   Outcome Shell(const std::string& command, const std::string& rest) { return RunShell(Line(command, rest)); }
-
- private:
-  void Sql(const std::string& statement) {
-    const auto run =
-        RunShell("sqlite3 " + Quoted((data_ / "server/server.db").string()) + " " + Quoted(statement));
-    EXPECT_EQ(run.status, 0) << run.err;
-  }
 };
 
 TEST_F(Scripts, LearnThatALetterWasPrintedThoughItCouldNotBeRecorded) {
@@ -230,10 +224,9 @@ TEST_F(Scripts, AreRefusedWhatCannotBeMeant) {
 }
 
 TEST_F(Scripts, CannotBeMadeToWorkTheTerminalByAName) {
-  RunShell(
-      "sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-      " \"UPDATE customer SET CUST_BSNS_NM = 'Bell' || char(7, 27) || '[2J' || char(10, 155, 8238) || 'x'"
-      " WHERE CUST_ID = '100001'\"");
+  ServerSql(
+      "UPDATE customer SET CUST_BSNS_NM = 'Bell' || char(7, 27) || '[2J' || char(10, 155, 8238) || 'x'"
+      " WHERE CUST_ID = '100001'");
   EXPECT_THAT(Letters("customers", {}).out, HasSubstr("Bell\\u0007\\u001b[2J\\u000a\\u009b\\u202ex"));
   EXPECT_THAT(Letters("customers", {"--json"}).out, AllOf(StartsWith("["), HasSubstr("\\u009b\\u202ex")));
   EXPECT_THAT(RunLetters({"types", "--data", "/no\x1b]0;x\x07"}).err, HasSubstr("/no\\u001b]0;x\\u0007"));

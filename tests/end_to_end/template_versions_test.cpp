@@ -51,11 +51,10 @@ TEST_F(TemplateVersions, WithErrorsMakeNoNewLetterAndTheLetterTypeSaysWhy) {
   EXPECT_THAT(Letters("init", {}).err, AllOf(HasSubstr("No letter of type \"101\" is made with"), why));
 
   // The fields may be what is wrong: no new file is needed then.
-  RunShell(
-      "sqlite3 " + Quoted((data_ / "server/server.db").string()) +
-      " \"CREATE TABLE one AS SELECT * FROM letter_field WHERE FLD_NM = 'CUSTOMER_NAME' AND LTR_TYP_ID = "
+  ServerSql(
+      "CREATE TABLE one AS SELECT * FROM letter_field WHERE FLD_NM = 'CUSTOMER_NAME' AND LTR_TYP_ID = "
       "'101'; UPDATE one SET FLD_NM = 'CUSTOMR_NAME', FLD_ORD = 1000; INSERT INTO letter_field SELECT * "
-      "FROM one\"");
+      "FROM one");
   EXPECT_EQ(PrintLetterFor("100001").status, 0);
 }
 
