@@ -314,9 +314,7 @@ TEST_F(ADateField, TakesADayThatIsTypedWhateverWasSelected) {
   for (const auto& [name, selects, typed, wanted] : std::initializer_list<Case>{
            {"all", all, "01/01/2020"},
            {"all, without slashes", all, "01012020"},
-           {"all, short", all, "1/1/2020"},
            {"all, erased", press(Qt::Key_Backspace), "01/01/2020"},
-           {"all, deleted", press(Qt::Key_Delete), "01012020"},
            {"all, cut", press(Qt::Key_X, Qt::ControlModifier), "01/01/2020"},
            {"by a double click",
             [](auto&, QLineEdit& text) {
@@ -328,14 +326,10 @@ TEST_F(ADateField, TakesADayThatIsTypedWhateverWasSelected) {
            {"nothing, the cursor in the day", [](auto&, QLineEdit& text) { text.setCursorPosition(4); },
             "012020", "2020-11-01"},
            {"the day", [](auto&, QLineEdit& text) { text.setSelection(3, 2); }, "03/04/2021", "2021-03-04"},
-           {"the year", [](auto&, QLineEdit& text) { text.setSelection(6, 4); }, "03/04/2021", "2021-03-04"},
            {"the year, short", [](auto&, QLineEdit& text) { text.setSelection(6, 4); }, "2/9/2024",
             "2024-02-09"},
            {"the day, for a day only a leap year has",
             [](auto&, QLineEdit& text) { text.setSelection(3, 2); }, "02/29/2024", "2024-02-29"},
-           {"the day alone", [](auto&, QLineEdit& text) { text.setSelection(3, 2); }, "04/2021",
-            "2021-11-04"},
-           {"all, for a day only a leap year has", all, "02/29/2024", "2024-02-29"},
            {"all, with a key too many", all, "01/01/20201"},
        }) {
     SCOPED_TRACE(name);

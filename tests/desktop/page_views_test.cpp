@@ -69,44 +69,25 @@ TEST_F(TheWorkspaceWindow, NamesEveryStopOfTheKeyboardForThoseWhoListen) {
 }
 
 TEST_F(TheWorkspaceWindow, IsWalkedThroughByTabAsItIsRead) {
-  const std::map<PageIndex, std::vector<std::string>> expected = {
+  const std::map<PageIndex, std::string> expected = {
       {PageIndex::kCorrespondence,
-       {"Select Customer", "Select Account", "Correspondence Names", "Form Type", "Form Number",
-        "Create Letter", "Clear", "View Letter", "Print Letter", "Letters of the customer"}},
+       "Select Customer, Select Account, Correspondence Names, Form Type, Form Number, Create Letter, Clear, "
+       "View Letter, Print Letter, Letters of the customer, "},
       {PageIndex::kTracking,
-       {"Select Customer",
-        "Select Account",
-        "Correspondence Names",
-        "Form Type",
-        "Form Number",
-        "Troop/District",
-        "Batch No.",
-        "Use From",
-        "From",
-        "Use To",
-        "To",
-        "All",
-        "Successful",
-        "Failure",
-        "Search",
-        "Clear",
-        "View Letter",
-        "Save (To Hard Drive)",
-        "Return Mail",
-        "Reprint (Local)",
-        "Resubmit Letters",
-        "Reprint (Batch)",
-        "Letters found"}},
+       "Select Customer, Select Account, Correspondence Names, Form Type, Form Number, Troop/District, "
+       "Batch No., Use From, From, Use To, To, All, Successful, Failure, Search, Clear, View Letter, "
+       "Save (To Hard Drive), Return Mail, Reprint (Local), Resubmit Letters, Reprint (Batch), Letters "
+       "found, "},
       {PageIndex::kBatch,
-       {"Last Night", "Date/Date Range", "Use Start", "Use End", "All", "Successful", "Incomplete", "Failure",
-        "Search", "Clear", "Print Certificate of Tax Liability", "Print Tax Warrant", "Resubmit Batch",
-        "Batch Details", "Batch Statistics", "Batch runs"}},
+       "Last Night, Date/Date Range, Use Start, Use End, All, Successful, Incomplete, Failure, Search, "
+       "Clear, "
+       "Print Certificate of Tax Liability, Print Tax Warrant, Resubmit Batch, Batch Details, "
+       "Batch Statistics, Batch runs, "},
   };
   for (const auto& [page, names] : expected) {
-    std::vector<std::string> walked;
-    for (const auto* widget : TabStops(TurnTo(page)))
-      walked.push_back(widget->accessibleName().toStdString());
-    EXPECT_THAT(walked, testing::ElementsAreArray(names)) << "page " << int(page);
+    std::string walked;
+    for (const auto* widget : TabStops(TurnTo(page))) walked += widget->accessibleName().toStdString() + ", ";
+    EXPECT_EQ(walked, names);
   }
 }
 

@@ -79,23 +79,15 @@ TEST_F(CustomerInquiry, BringsWhatIsStoredAndLeavesNullsNull) {
   };
   const Case cases[] = {
       {"100001", "mail_zip_cd", "883120431"},
-      {"100001", "PHN_NBR", "5550114201"},
       {"100002", "CUST_BSNS_NM", Stored()},
-      {"100002", "FIRST_NM", "Hattie"},
       {"100003", "CUST_BSNS_NM", "Barlow & Sons <Haulage> Co."},
       {"100003", "RES_ADDR_1", Stored()},
       {"100004", "mail_addr_1", "15 Rue des Érables"},
-      {"100005", "LAST_NM", "O'Marchbanks"},
       {"100006", "mail_city", Stored()},
-      {"100006", "RES_CITY", "Kestrel Rock"},
-      {"100007", "mail_addr_1", Stored()},
       {"100007", "mail_addr_2", "Suite 4"},
       {"100010", "PHN_NBR", "+44 20 7946 0958"},
-      {"100012", "ACCNT_NBR", "62000100012010"},
       {"100018", "PHN_NBR", Stored()},
-      {"100018", "ACCNT_NBR", Stored()},
       {"100019", "mail_zip_cd", "01234"},
-      {"100020", "LAST_NM", "Kettering"},
   };
   for (const auto& [customer, column, stored] : cases) {
     const auto value = Customer(customer)->Get(column);

@@ -49,6 +49,14 @@ class MessageComponent : public testing::Test {
     message->AddInquiryXml("<XML_CONTEXT_INQUIRY><L_TEMPLATE_PATH/></XML_CONTEXT_INQUIRY>");
     return message;
   }
+  static std::unique_ptr<platform::RequestMessage> Recording(Hearer& hearer, const fakes::Row& letter) {
+    auto message = hearer.listener->NewMessage();
+    message->Application("ZEMLO_Corresp");
+    message->MessageType(82);
+    message->AddRecord(std::make_shared<platform::RequestRecord>(fakes::RowsOf("CORRHIST", {letter})),
+                       "CORRHIST");
+    return message;
+  }
   void WaitForAll() {
     events_.RunUntil([this] { return !component_->HasWorkUnderWay(); });
   }
@@ -120,24 +128,14 @@ TEST_F(MessageComponent, AListenerMayGoWhileItHearsItsTimeOut) {
   const BusyData busy(folder_.path());
   auto dialog = std::make_unique<Hearer>(*component_, heard_, "dialog");
   const auto going = dialog->listener->MsgTimeout.Connect([&] { dialog.reset(); });
-  auto message = dialog->listener->NewMessage();
-  message->MessageType(82);
-  message->AddRecord(
-      std::make_shared<platform::RequestRecord>(fakes::RowsOf("CORRHIST", {{{"ACTION", "ADD"}}})),
-      "CORRHIST");
-  message->SendAndWait(true, 10ms, 10);
+  Recording(*dialog, {{"ACTION", "ADD"}})->SendAndWait(true, 10ms, 10);
   WaitForAll();
   EXPECT_THAT(heard_, ElementsAre("dialog timed out"));
 }
 
 TEST_F(MessageComponent, ATimeOutComesFirstThenItsErrorReplyAndTheLateAnswerIsDropped) {
   auto busy = std::make_unique<BusyData>(folder_.path());
-  auto message = workspace_->listener->NewMessage();
-  message->Application("ZEMLO_Corresp");
-  message->MessageType(82);
-  message->AddRecord(
-      std::make_shared<platform::RequestRecord>(fakes::RowsOf("CORRHIST", {{{"ACTION", "ADD"}}})),
-      "CORRHIST");
+  const auto message = Recording(*workspace_, {{"ACTION", "ADD"}});
   message->SendAndWait(true, 30ms, 10);
   WaitForAll();
   EXPECT_THAT(heard_, ElementsAre("workspace timed out", "workspace ready ZEMLO_Corresp"));
@@ -171,16 +169,12 @@ TEST_F(MessageComponent, OldRepliesGoButRowsThatWereHandedOutStay) {
 TEST_F(MessageComponent, WhatWasSentIsDoneWhenTheComponentGoes) {
   constexpr int kRecorded = 20;
   for (int letter = 0; letter < kRecorded; ++letter) {
-    auto message = workspace_->listener->NewMessage();
-    message->MessageType(82);
-    message->AddRecord(std::make_shared<platform::RequestRecord>(
-                           fakes::RowsOf("CORRHIST", {{{"ACTION", "ADD"},
-                                                       {"LTR_TYP_ID", "101"},
-                                                       {"CUST_ID", "100001"},
-                                                       {"PRNT_STTS_CD", "F"},
-                                                       {"XML_CONTEXT", "<XML_CONTEXT/>"}}})),
-                       "CORRHIST");
-    message->Send();
+    Recording(*workspace_, {{"ACTION", "ADD"},
+                            {"LTR_TYP_ID", "101"},
+                            {"CUST_ID", "100001"},
+                            {"PRNT_STTS_CD", "F"},
+                            {"XML_CONTEXT", "<XML_CONTEXT/>"}})
+        ->Send();
   }
   workspace_.reset();
   component_.reset();

@@ -13,7 +13,6 @@ using ::testing::SizeIs;
 constexpr const char* kWhole = "<XML_CONTEXT><NAME>ACME</NAME></XML_CONTEXT>";
 constexpr const char* kForUser = "<XML_CONTEXT State=\"8\"><NAME State=\"8\"/></XML_CONTEXT>";
 constexpr const char* kForParagraphs = "<XML_CONTEXT State=\"10\"/>";
-constexpr const char* kInError = "<XML_CONTEXT State=\"800000\"/>";
 
 class LetterGenerationTest : public WorkspaceRoomTest {
  protected:
@@ -231,14 +230,6 @@ TEST_F(LetterGenerationTest, LetsTheUserCompleteALetter) {
   }
 }
 
-TEST_F(LetterGenerationTest, RecordsNothingThatWasNotPrinted) {
-  GivenTemplate("TAX110.docx");
-  UserAsksFor("110");
-  forms_.answer = {"<XML_CONTEXT/>", false};
-  ServerRepliesWith(kForUser);
-  EXPECT_THAT(fakes_.server.requests, SizeIs(1));
-}
-
 TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
   struct Case {
     const char* address_state;
@@ -267,15 +258,6 @@ TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
     EXPECT_EQ(fakes_.status.LastText(), "Ready");
     EXPECT_THAT(forms_.shown, IsEmpty());
   }
-}
-
-TEST_F(LetterGenerationTest, ShowsAnyOtherErrorOfTheData) {
-  GivenTemplate("TAX110.docx");
-  UserAsksFor("110");
-  ServerRepliesWith(kInError, {{"PRNT_STTS_CD", "P"}});
-  EXPECT_THAT(forms_.shown, ElementsAre(kInError));
-  EXPECT_EQ(fakes_.status.LastText(), "Ready");
-  EXPECT_THAT(print_.calls, IsEmpty());
 }
 
 TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {

@@ -237,14 +237,6 @@ TEST_F(LetterRoad, RecordsNothingWhereTheUserCancelsTheForm) {
   EXPECT_THAT(print_.calls, IsEmpty());
 }
 
-TEST_F(LetterRoad, ChecksATextThatIsTypedOverAPick) {
-  UserChoosesCustomer("4711");
-  UserPicksLetterType("110");
-  document_.pages().correspondence.ZEMLO_LetterType.UserEditsText("Tax li");
-  EXPECT_FALSE(CanCreateLetter());
-  EXPECT_THAT(document_.CheckMessages(kPage), ElementsAre("Please select a correspondence type"));
-}
-
 // The mark went when the list was left, and nothing said why "Create Letter" was grey.
 TEST_F(LetterRoad, KeepsTheMarkOfAListThatIsLeftWithAWrongText) {
   auto& list = document_.pages().correspondence.ZEMLO_LetterType;
