@@ -58,6 +58,13 @@ std::string Table(const std::string& rows) {
   return "<w:tbl><w:tblPr/><w:tblGrid/>" + rows + "</w:tbl>";
 }
 
+std::string BoxAndTwin(const std::string& blocks) {
+  const auto box = "<w:pict><w:txbxContent>" + blocks + "</w:txbxContent></w:pict>";
+  return "<w:r><mc:AlternateContent xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">"
+         "<mc:Choice>" +
+         box + "</mc:Choice><mc:Fallback>" + box + "</mc:Fallback></mc:AlternateContent></w:r>";
+}
+
 std::string Field(const std::string& code, const std::string& result) {
   const auto mark = [](const std::string& type) {
     return "<w:r><w:fldChar w:fldCharType=\"" + type + "\"/></w:r>";

@@ -22,6 +22,8 @@ std::string Mark(const std::string& name, const std::string& content, int id = 1
 std::string Cell(const std::string& blocks, const std::string& properties = "");
 std::string Row(const std::string& cells, const std::string& properties = "");
 std::string Table(const std::string& rows);
+/// A text box of these blocks in a run, with its twin for older readers.
+std::string BoxAndTwin(const std::string& blocks);
 /// A field; a quote in its code is written "&quot;".
 std::string Field(const std::string& code, const std::string& result);
 std::string SimpleField(const std::string& code, const std::string& result);

@@ -126,17 +126,10 @@ TEST(MailMerge, FieldsThatNoBookmarkStandsForStayAndTheCheckSaysWhy) {
 }
 
 TEST(MailMerge, HeadersNotesAndTextBoxesAreMadeLikeTheBody) {
-  const auto box = [](const std::string& around) {
-    return "<mc:" + around + "><w:pict><w:txbxContent>" + Paragraph(Merge("NAME")) +
-           "</w:txbxContent></w:pict></mc:" + around + ">";
-  };
   auto parts = LetterParts(
       "<w:body>" +
-      Paragraph(Merge("NAME") +
-                "<w:r><mc:AlternateContent "
-                "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">" +
-                box("Choice") + box("Fallback") +
-                "</mc:AlternateContent></w:r><w:r><w:footnoteReference w:id=\"2\"/></w:r>") +
+      Paragraph(Merge("NAME") + BoxAndTwin(Paragraph(Merge("NAME"))) +
+                "<w:r><w:footnoteReference w:id=\"2\"/></w:r>") +
       "<w:sectPr><w:headerReference w:type=\"first\" r:id=\"rel_header1.xml\"/></w:sectPr></w:body>");
   AddRelatedPart(parts, "header", "header1.xml", WordPart("w:hdr", Paragraph(Merge("NAME"))));
   AddRelatedPart(parts, "footnotes", "footnotes.xml",

@@ -190,13 +190,7 @@ class RandomTemplate {
     in_box_ = true;
     const auto inside = OneParagraph();
     in_box_ = false;
-    const auto box = "<w:txbxContent>" + inside.xml + "</w:txbxContent>";
-    return {
-        "<w:r><mc:AlternateContent "
-        "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\"><mc:Choice>" +
-            box + "</mc:Choice><mc:Fallback><w:pict>" + box +
-            "</w:pict></mc:Fallback></mc:AlternateContent></w:r>",
-        inside.shown + inside.shown};
+    return {BoxAndTwin(inside.xml), inside.shown + inside.shown};
   }
 
   /// The runs of a paragraph; the first word is always shown.

@@ -110,17 +110,9 @@ TEST(TemplatePlaceholders, OfTwoBookmarksBeforeOneTheFirstGetsIt) {
 }
 
 TEST(TemplatePlaceholders, BothTellingsOfATextBoxAreRepairedAndToldOnce) {
-  const auto box = [](const std::string& around) {
-    return "<mc:" + around + "><w:pict><w:txbxContent>" + Paragraph(Mark("NAME", "") + Text("[name]")) +
-           "</w:txbxContent></w:pict></mc:" + around + ">";
-  };
   std::string bytes;
   EXPECT_THAT(
-      Repaired(
-          TemplateOf(Paragraph("<w:r><mc:AlternateContent "
-                               "xmlns:mc=\"http://schemas.openxmlformats.org/markup-compatibility/2006\">" +
-                               box("Choice") + box("Fallback") + "</mc:AlternateContent></w:r>")),
-          &bytes),
+      Repaired(TemplateOf(Paragraph(BoxAndTwin(Paragraph(Mark("NAME", "") + Text("[name]"))))), &bytes),
       ElementsAre("NAME [name]"));
   EXPECT_EQ(ShownIn(LetterFrom(bytes)), "Ada/Ada//");
 }
