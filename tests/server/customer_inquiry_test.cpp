@@ -48,7 +48,11 @@ class CustomerInquiry : public tests::ServerTest {
     server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
     for (int copy = 0; copy < count; ++copy) {
       database.Change(
-          "INSERT INTO customer SELECT ?, CUST_BSNS_NM, FIRST_NM, LAST_NM, MAIL_ADDR_1, MAIL_ADDR_2,"
+          "INSERT INTO customer (CUST_ID, CUST_BSNS_NM, FIRST_NM, LAST_NM, MAIL_ADDR_1, MAIL_ADDR_2, "
+          "MAIL_CITY,"
+          " MAIL_ST, MAIL_ZIP_CD, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_ADDR_1, RES_ADDR_2, RES_CITY, RES_ST,"
+          " RES_ZIP_CD, RES_BAD_FLG, RES_VRFY_CD, PHN_NBR, ACCNT_NBR, OT_BAL, QZ_CNTY_NBR)"
+          " SELECT ?, CUST_BSNS_NM, FIRST_NM, LAST_NM, MAIL_ADDR_1, MAIL_ADDR_2,"
           " MAIL_CITY, MAIL_ST, MAIL_ZIP_CD, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_ADDR_1, RES_ADDR_2, RES_CITY,"
           " RES_ST, RES_ZIP_CD, RES_BAD_FLG, RES_VRFY_CD, PHN_NBR, ACCNT_NBR, OT_BAL, QZ_CNTY_NBR"
           " FROM customer WHERE CUST_ID = '100001'",
@@ -110,6 +114,60 @@ TEST_F(CustomerInquiry, LeavesOutTheColumnsItIsAskedToLeaveOut) {
   EXPECT_FALSE(Record(without_two, "CUSTOMER")->HasColumn("OT_BAL"));
 }
 
+TEST_F(CustomerInquiry, BringsAllThatMaintainingTakes) {
+  const auto whole = [&](const std::string& customer) {
+    const auto reply = Ask({.type = 7,
+                            .keys = {{"key:ELEMENT_NAME", "CUSTOMERS"},
+                                     {"key:START", "1"},
+                                     {"key:END", "20"},
+                                     {"key:SINGLECUSTCRED", "NO"},
+                                     {"key:CUST_ID", customer}}});
+    EXPECT_EQ(reply.error, "");
+    return reply.records.empty() ? nullptr : reply.records.front().rows;
+  };
+  const auto values = [&](const std::string& customer, std::initializer_list<const char*> columns) {
+    std::string joined;
+    for (const auto* column : columns) joined += whole(customer)->Text(column) + "|";
+    return joined;
+  };
+  EXPECT_EQ(values("100001", {"CUST_TYP_CD", "CO_CNTCT_NM", "MAIL_CNTY_CD", "MAIL_COUNTY", "UPDT_NBR"}),
+            "1|Marion Dale|13|Hartsfield|1|");
+  EXPECT_EQ(values("100005", {"CUST_TYP_CD", "MID_NM", "SUFX_NM", "RES_COUNTY"}), "0|Ellis|Jr|Heronslake|");
+  EXPECT_EQ(values("100013", {"MAIL_RTND_IND", "RES_RTND_IND", "DRVR_LIC_IND", "DRVR_LIC_NBR", "DLR_IND"}),
+            "Y|N|Y|D44101372|N|");
+  EXPECT_TRUE(whole("100019")->Get("MAIL_COUNTY").IsNull()) << "in another state";
+  EXPECT_EQ(whole("7"), nullptr);
+}
+
+TEST_F(CustomerInquiry, BringsTheFormsOfOneType) {
+  const auto forms = [&](const std::string& customer, const std::string& type) {
+    return Ask({.type = 50, .keys = {{"key:CUST_ID", customer}, {"key:REF_TYP_CD", type}}});
+  };
+  const auto reply = forms("100001", "C");
+  const auto* record = Record(reply, "CUSTOMERFORM");
+  ASSERT_NE(record, nullptr);
+  EXPECT_EQ(record->RecordCount(), 1u);
+  for (const auto& [column, text] : {std::pair{"FORM_NBR", "3100004"},
+                                     {"FORM_CK_DGT_NBR", "9"},
+                                     {"FORM_TYP_CD", "C"},
+                                     {"CTTN_STTS_CD", "O"},
+                                     {"FORM_NUMBER", ""},
+                                     {"CTTN_STTS_TXT", ""}})
+    EXPECT_EQ(record->Text(column), text) << column;
+  EXPECT_TRUE(platform::ParseDate(record->Text("STP_DT")));
+  const auto amount = [&](const char* column) {
+    return std::get<platform::Money>(record->Get(column).held());
+  };
+  EXPECT_LT(amount("ORIG_ASSMT_AMT"), amount("ASSMT_DUE_AMT"));
+  EXPECT_LT(amount("ASSMT_DUE_AMT"), amount("BAL_DUE"));
+
+  EXPECT_EQ(Record(forms("100027", "C"), "CUSTOMERFORM")->Text("BAL_DUE"), "0.00")
+      << "an assessment of nothing";
+  EXPECT_EQ(Record(forms("100028", "C"), "CUSTOMERFORM")->Text("BAL_DUE"), "0.00") << "without tax periods";
+  EXPECT_EQ(Record(forms("100001", "M"), "CUSTOMERFORM"), nullptr) << "none of that type";
+  EXPECT_EQ(Record(forms("7", "C"), "CUSTOMERFORM"), nullptr);
+}
+
 TEST_F(CustomerInquiry, BringsNoRecordOfACustomerThatIsNotThere) {
   for (const auto* id : {"7", "", "100001' OR '1'='1"}) {
     const auto reply = Ask(Asking(id));
@@ -127,6 +185,9 @@ TEST_F(CustomerInquiry, AnswersWrongInputWithAClearText) {
       {{.type = 7}, "cannot tell what this request of type 7 asks for"},
       {{.type = 7, .keys = {{"key:CUST_ID", "100001"}, {"key:ExclCols", "SHOE_SIZE"}}}, "\"SHOE_SIZE\""},
       {{.type = 7, .keys = {{"key:CUST_ID", "100001"}, {"key:ExclCols", "Cust_Id"}}}, "\"Cust_Id\""},
+      {{.type = 7, .keys = {{"key:ELEMENT_NAME", "DEALERS"}, {"key:CUST_ID", "1"}}}, "\"DEALERS\""},
+      {{.type = 7, .keys = {{"key:ELEMENT_NAME", "CUSTOMERS"}, {"key:START", "2"}}}, "only the first"},
+      {{.type = 50, .keys = {{"key:CUST_ID", "100001"}}}, "without a REF_TYP_CD"},
       {{.type = 7, .keys = {{"key:CUST_FIND", "acme"}}}, "send \"like\""},
       {{.type = 7, .key_items = {Criterion("key:CUST_ID", "1000", "like")}}, "send \"=\""},
   };

@@ -22,6 +22,16 @@ struct OlderTables {
 };
 // Newest first.
 const OlderTables kOlder[] = {
+    {6,
+     {"DROP TABLE customer_change", "ALTER TABLE form DROP COLUMN STP_DT",
+      "ALTER TABLE form DROP COLUMN LST_PYMT_DT", "ALTER TABLE county DROP COLUMN ZIP_PRFX",
+      "ALTER TABLE customer DROP COLUMN CO_CNTCT_NM", "ALTER TABLE customer DROP COLUMN MID_NM",
+      "ALTER TABLE customer DROP COLUMN SUFX_NM", "ALTER TABLE customer DROP COLUMN MAIL_CNTY_CD",
+      "ALTER TABLE customer DROP COLUMN RES_CNTY_CD", "ALTER TABLE customer DROP COLUMN DRVR_LIC_IND",
+      "ALTER TABLE customer DROP COLUMN RGSTRTN_IND", "ALTER TABLE customer DROP COLUMN DLR_IND",
+      "ALTER TABLE customer DROP COLUMN ACDNT_IND", "ALTER TABLE customer DROP COLUMN ENFRC_IND",
+      "ALTER TABLE customer DROP COLUMN DRVR_LIC_NBR", "ALTER TABLE customer DROP COLUMN RGSTRTN_NBR",
+      "ALTER TABLE customer DROP COLUMN FUEL_TAX_IND", "ALTER TABLE customer DROP COLUMN UPDT_NBR"}},
     {5, {"DROP TABLE letter_message"}},
     {4,
      {"DROP TABLE customer_word", "DROP TABLE customer_search",
@@ -44,9 +54,12 @@ class SchemaUpgrade : public testing::Test {
     server::CreateTables(*database_);
     server::CreateHistoryIndexes(*database_);
     for (const auto* row :
-         {"INSERT INTO county VALUES ('13', 'Hartsfield', 'C', '1')",
-          "INSERT INTO customer (CUST_ID, CUST_BSNS_NM, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_BAD_FLG, RES_VRFY_CD,"
-          " OT_BAL, QZ_CNTY_NBR) VALUES ('100004', 'Café Élan', 'N', 'V', 'N', 'V', 0, '13')",
+         {"INSERT INTO county VALUES ('13', 'Hartsfield', 'C', '1', '883')",
+          "INSERT INTO office VALUES (1, 'Office K1', '', '', 'KV', '', '', '')",
+          "INSERT INTO customer (CUST_ID, CUST_BSNS_NM, MAIL_ST, MAIL_BAD_FLG, MAIL_VRFY_CD, RES_ST, "
+          "RES_BAD_FLG,"
+          " RES_VRFY_CD, OT_BAL, QZ_CNTY_NBR)"
+          " VALUES ('100004', 'Café Élan', 'KV', 'N', 'V', 'NX', 'N', 'V', 0, '13')",
           "INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, PRNT_STTS_CD) VALUES ('101', '100004', 'P')",
           "INSERT INTO letter_field VALUES ('101', 1, 'LTR_DT', '', 'Date', 'SYSTEM', 'letter.date', 'Y', '',"
           " '', 0)",
@@ -147,6 +160,14 @@ TEST_F(SchemaUpgrade, From5LettersKnowTheMessagesThatRecordedThem) {
   Upgrade();
   EXPECT_THAT(Rows("SELECT MSG_KEY || ' ' || ROW_NBR || ' ' || SEQ_NBR FROM letter_message"),
               ElementsAre("m-1 0 1"));
+}
+
+TEST_F(SchemaUpgrade, From6AddressesOfThisStateGetTheCustomersCounty) {
+  GivenVersion(6);
+  Upgrade();
+  EXPECT_THAT(Rows("SELECT MAIL_CNTY_CD || COALESCE(RES_CNTY_CD, '-') || UPDT_NBR || FUEL_TAX_IND || DLR_IND"
+                   " FROM customer"),
+              ElementsAre("13-1YN"));
 }
 
 TEST_F(SchemaUpgrade, ThatFailsLeavesTheOlderTablesAsTheyWere) {

@@ -11,6 +11,7 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/customers/customer_search.h"
+#include "server/customers/stored_customer.h"
 
 namespace server {
 namespace {
@@ -19,6 +20,8 @@ using platform::EqualsIgnoringCase;
 using platform::Failure;
 using platform::RecordSet;
 using platform::Value;
+
+namespace request_key = platform::request_key;
 
 constexpr std::string_view kId = "CUST_ID";
 constexpr std::string_view kBalance = "OT_BAL";
@@ -58,12 +61,32 @@ void AppendCustomer(RecordSet& record, const RecordSet& stored, std::size_t row)
   record.Append(std::move(values));
 }
 
+// There is one customer of an id, and it is the first row.
+void RequireWholeCustomer(const RequestKeys& keys) {
+  const auto element = keys.Text(request_key::kElementName);
+  if (!EqualsIgnoringCase(element, request_key::kCustomers)) {
+    throw Failure(Failure::Kind::kRefused, "The server has no elements " + platform::Quoted(element) +
+                                               "; ask for " + platform::Quoted(request_key::kCustomers) +
+                                               ".");
+  }
+  const auto first = keys.Number(request_key::kFirstRow).value_or(1);
+  const auto last = keys.Number(request_key::kLastRow).value_or(first);
+  if (first == 1 && last >= first) return;
+  throw Failure(Failure::Kind::kRefused, "The rows " + std::to_string(first) + " to " + std::to_string(last) +
+                                             " of a customer were asked for; there is only the first.");
+}
+
 }  // namespace
 
+void AnswerWholeCustomer(Exchange& exchange) {
+  RequireWholeCustomer(exchange.keys);
+  AnswerCustomer(exchange);
+}
+
 void AnswerCustomer(Exchange& exchange) {
-  auto columns = ColumnsWithout(exchange.keys.Text(platform::request_key::kLeftOutColumns));
-  const auto stored = exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?",
-                                               {exchange.keys.Text(platform::request_key::kCustomer)});
+  auto columns = ColumnsWithout(exchange.keys.Text(request_key::kLeftOutColumns));
+  const auto stored = exchange.database.Select(std::string(kSelectCustomers) + "WHERE CUST_ID = ?",
+                                               {exchange.keys.Text(request_key::kCustomer)});
   if (stored->IsEmpty()) return;
   AppendCustomer(exchange.reply.AddRecord(platform::record_name::kCustomer, std::move(columns)), *stored, 0);
 }
@@ -85,8 +108,8 @@ void AnswerListedCustomers(Exchange& exchange) {
 }
 
 void AnswerCustomerSearch(Exchange& exchange) {
-  const auto found = FindCustomers(exchange.database,
-                                   exchange.keys.Text(platform::request_key::kCustomerWords), kMostFound + 1);
+  const auto found =
+      FindCustomers(exchange.database, exchange.keys.Text(request_key::kCustomerWords), kMostFound + 1);
   auto& customers = exchange.reply.AddRecord(platform::record_name::kCustomer, ColumnsWithout(kBalance));
   for (std::size_t row = 0; row < std::min(found->RecordCount(), kMostFound); ++row) {
     AppendCustomer(customers, *found, row);

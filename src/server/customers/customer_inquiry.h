@@ -9,6 +9,10 @@ namespace server {
 /// Failure kRefused for a column that cannot be left out.
 void AnswerCustomer(Exchange& exchange);
 
+/// The same for a program that is to maintain the customer, with its keys ELEMENT_NAME, START and END. Throws
+/// Failure kRefused for other elements than customers, and for other rows than the first.
+void AnswerWholeCustomer(Exchange& exchange);
+
 /// Answers the key CUST_IDS with the customers whose ids its value names, separated by commas, in that order:
 /// record "CUSTOMER" without OT_BAL. Those that are not there are left out. Throws Failure kRefused for more
 /// than 100 ids.

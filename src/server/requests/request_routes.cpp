@@ -8,6 +8,7 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/context/context_request.h"
+#include "server/customers/customer_forms.h"
 #include "server/customers/customer_inquiry.h"
 #include "server/history/letter_history.h"
 #include "server/history/letter_search.h"
@@ -33,6 +34,13 @@ constexpr auto kHistoryKeys = kFetchKeys;
 constexpr auto kCustomerKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kLeftOutColumns}});
 constexpr auto kListedCustomerKeys = std::to_array<KnownKey>({{request_key::kListedCustomers}});
+constexpr auto kWholeCustomerKeys = std::to_array<KnownKey>({{request_key::kElementName},
+                                                             {request_key::kFirstRow},
+                                                             {request_key::kLastRow},
+                                                             {request_key::kSingleCredential},
+                                                             {request_key::kCustomer}});
+constexpr auto kCustomerFormKeys =
+    std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kFormTypeAsked}});
 constexpr auto kCustomerSearchKeys =
     std::to_array<KnownKey>({{request_key::kCustomerWords, platform::key_operator::kLike}});
 
@@ -57,6 +65,9 @@ bool SearchesLetters(const Request& request) {
   return std::ranges::any_of(kLetterSearchKeys,
                              [&](const KnownKey& known) { return HasKey(request, known.name); });
 }
+bool AsksWholeCustomer(const Request& request) {
+  return HasKey(request, request_key::kElementName);
+}
 bool AsksCustomer(const Request& request) {
   return HasKey(request, request_key::kCustomer);
 }
@@ -71,9 +82,11 @@ constexpr auto kRoutes = std::to_array<Route>({
     {message_type::kFetch, AsksTemplateFolder, kNoKeys, false, AnswerTemplateFolder},
     {message_type::kFetch, AsksContext, kContextKeys, false, AnswerContext},
     {message_type::kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
+    {message_type::kCustomer, AsksWholeCustomer, kWholeCustomerKeys, false, AnswerWholeCustomer},
     {message_type::kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
     {message_type::kCustomer, ListsCustomers, kListedCustomerKeys, false, AnswerListedCustomers},
     {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
+    {message_type::kCustomerForms, AsksCustomer, kCustomerFormKeys, false, AnswerCustomerForms},
     {message_type::kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
     {message_type::kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
 });

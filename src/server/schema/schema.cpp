@@ -21,7 +21,9 @@ constexpr auto kTables = std::to_array<std::string_view>({
          OFFICE_PHN_NBR TEXT NOT NULL, OFFICER_NM TEXT NOT NULL))",
     R"(CREATE TABLE county (
          QZ_CNTY_NBR VARCHAR(3) PRIMARY KEY, QZ_CNTY_DESC TEXT NOT NULL, TRP_ID VARCHAR(1) NOT NULL,
-         TRP_DIST_ID VARCHAR(4) NOT NULL))",
+         TRP_DIST_ID VARCHAR(4) NOT NULL, ZIP_PRFX VARCHAR(5) NOT NULL DEFAULT ''))",
+    // *_BAD_FLG: mail came back from the address. QZ_CNTY_NBR is the customer's own county, the one whose
+    // officers see the letters; *_CNTY_CD the addresses'. *_IND: who else keeps the customer.
     R"(CREATE TABLE customer (
          CUST_ID VARCHAR(12) PRIMARY KEY, CUST_BSNS_NM TEXT, FIRST_NM TEXT, LAST_NM TEXT,
          MAIL_ADDR_1 TEXT, MAIL_ADDR_2 TEXT, MAIL_CITY TEXT, MAIL_ST VARCHAR(2), MAIL_ZIP_CD VARCHAR(10),
@@ -29,7 +31,20 @@ constexpr auto kTables = std::to_array<std::string_view>({
          RES_ADDR_1 TEXT, RES_ADDR_2 TEXT, RES_CITY TEXT, RES_ST VARCHAR(2), RES_ZIP_CD VARCHAR(10),
          RES_BAD_FLG CHAR(1) NOT NULL, RES_VRFY_CD CHAR(1) NOT NULL,
          PHN_NBR TEXT, ACCNT_NBR TEXT, OT_BAL BIGINT NOT NULL,
-         QZ_CNTY_NBR VARCHAR(3) NOT NULL REFERENCES county (QZ_CNTY_NBR)))",
+         QZ_CNTY_NBR VARCHAR(3) NOT NULL REFERENCES county (QZ_CNTY_NBR),
+         CO_CNTCT_NM TEXT, MID_NM TEXT, SUFX_NM TEXT,
+         MAIL_CNTY_CD VARCHAR(3),
+         RES_CNTY_CD VARCHAR(3),
+         DRVR_LIC_IND CHAR(1) NOT NULL DEFAULT 'N', RGSTRTN_IND CHAR(1) NOT NULL DEFAULT 'N',
+         DLR_IND CHAR(1) NOT NULL DEFAULT 'N', ACDNT_IND CHAR(1) NOT NULL DEFAULT 'N',
+         ENFRC_IND CHAR(1) NOT NULL DEFAULT 'N', DRVR_LIC_NBR TEXT, RGSTRTN_NBR TEXT,
+         FUEL_TAX_IND CHAR(1) NOT NULL DEFAULT 'Y', UPDT_NBR INTEGER NOT NULL DEFAULT 1))",
+    // Of every change of a customer what it was before and is since. A customer that has gone leaves it
+    // behind.
+    R"(CREATE TABLE customer_change (
+         CUST_ID VARCHAR(12) NOT NULL, UPDT_NBR INTEGER NOT NULL, COL_NM VARCHAR(20) NOT NULL,
+         UPDT_TS VARCHAR(19) NOT NULL, UPDT_USER_ID TEXT NOT NULL, OLD_TXT TEXT, NEW_TXT TEXT,
+         PRIMARY KEY (CUST_ID, UPDT_NBR, COL_NM)) {by key})",
     // What customers are found by. A word has no reference to its customer: one of a customer that has gone
     // is found and met by no text.
     R"(CREATE TABLE customer_search (
@@ -40,7 +55,7 @@ constexpr auto kTables = std::to_array<std::string_view>({
     R"(CREATE TABLE form (
          FORM_TYP_CD VARCHAR(2) NOT NULL, FORM_NBR VARCHAR(12) NOT NULL, FORM_CK_DGT_NBR VARCHAR(1) NOT NULL,
          CUST_ID VARCHAR(12) NOT NULL REFERENCES customer (CUST_ID), FORM_STTS_CD VARCHAR(1) NOT NULL,
-         ISS_DT VARCHAR(10) NOT NULL, PRIMARY KEY (FORM_TYP_CD, FORM_NBR)))",
+         ISS_DT VARCHAR(10) NOT NULL, STP_DT VARCHAR(10), LST_PYMT_DT VARCHAR(10), PRIMARY KEY (FORM_TYP_CD, FORM_NBR)))",
     "CREATE INDEX form_of_customer ON form (CUST_ID)",
     R"(CREATE TABLE tax_period (
          FORM_TYP_CD VARCHAR(2) NOT NULL, FORM_NBR VARCHAR(12) NOT NULL, PRD_NBR INTEGER NOT NULL,

@@ -90,6 +90,32 @@ void LettersGetTheirMessages(Database& database) {
   }
 }
 
+void CustomersAreMaintained(Database& database) {
+  for (const auto* column :
+       {"CO_CNTCT_NM TEXT", "MID_NM TEXT", "SUFX_NM TEXT", "MAIL_CNTY_CD VARCHAR(3)",
+        "RES_CNTY_CD VARCHAR(3)", "DRVR_LIC_IND CHAR(1) NOT NULL DEFAULT 'N'",
+        "RGSTRTN_IND CHAR(1) NOT NULL DEFAULT 'N'", "DLR_IND CHAR(1) NOT NULL DEFAULT 'N'",
+        "ACDNT_IND CHAR(1) NOT NULL DEFAULT 'N'", "ENFRC_IND CHAR(1) NOT NULL DEFAULT 'N'",
+        "DRVR_LIC_NBR TEXT", "RGSTRTN_NBR TEXT", "FUEL_TAX_IND CHAR(1) NOT NULL DEFAULT 'Y'",
+        "UPDT_NBR INTEGER NOT NULL DEFAULT 1"}) {
+    ChangeTables(database, std::string("ALTER TABLE customer ADD COLUMN ") + column);
+  }
+  for (const auto* statement : {R"(CREATE TABLE customer_change (
+             CUST_ID VARCHAR(12) NOT NULL, UPDT_NBR INTEGER NOT NULL, COL_NM VARCHAR(20) NOT NULL,
+             UPDT_TS VARCHAR(19) NOT NULL, UPDT_USER_ID TEXT NOT NULL, OLD_TXT TEXT, NEW_TXT TEXT,
+             PRIMARY KEY (CUST_ID, UPDT_NBR, COL_NM)) {by key})",
+                                "ALTER TABLE form ADD COLUMN STP_DT VARCHAR(10)",
+                                "ALTER TABLE form ADD COLUMN LST_PYMT_DT VARCHAR(10)",
+                                "ALTER TABLE county ADD COLUMN ZIP_PRFX VARCHAR(5) NOT NULL DEFAULT ''"}) {
+    ChangeTables(database, statement);
+  }
+  // The county that was kept was that of the addresses, where they lie in this state.
+  for (const std::string prefix : {"MAIL_", "RES_"}) {
+    database.Change("UPDATE customer SET " + prefix + "CNTY_CD = QZ_CNTY_NBR WHERE " + prefix +
+                    "ST = (SELECT OFFICE_ST FROM office ORDER BY OFFICE_NBR LIMIT 1)");
+  }
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -101,6 +127,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"3", LetterFieldsGetTheirLines},
     {"4", CustomersAreFoundByWords},
     {"5", LettersGetTheirMessages},
+    {"6", CustomersAreMaintained},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 

@@ -34,9 +34,14 @@ constexpr auto kThirdForms =
                                      form_type::kReturn, form_type::kOverdueAccount});
 
 constexpr auto kCustomerColumns = std::to_array<std::string_view>(
-    {"CUST_BSNS_NM", "FIRST_NM",     "LAST_NM",      "MAIL_ADDR_1", "MAIL_ADDR_2", "MAIL_CITY",  "MAIL_ST",
-     "MAIL_ZIP_CD",  "MAIL_BAD_FLG", "MAIL_VRFY_CD", "RES_ADDR_1",  "RES_ADDR_2",  "RES_CITY",   "RES_ST",
-     "RES_ZIP_CD",   "RES_BAD_FLG",  "RES_VRFY_CD",  "PHN_NBR",     "ACCNT_NBR",   "QZ_CNTY_NBR"});
+    {"CUST_BSNS_NM", "FIRST_NM",     "LAST_NM",      "MAIL_ADDR_1", "MAIL_ADDR_2", "MAIL_CITY",   "MAIL_ST",
+     "MAIL_ZIP_CD",  "MAIL_BAD_FLG", "MAIL_VRFY_CD", "RES_ADDR_1",  "RES_ADDR_2",  "RES_CITY",    "RES_ST",
+     "RES_ZIP_CD",   "RES_BAD_FLG",  "RES_VRFY_CD",  "PHN_NBR",     "ACCNT_NBR",   "QZ_CNTY_NBR", "MID_NM",
+     "SUFX_NM",      "CO_CNTCT_NM",  "DRVR_LIC_NBR", "RGSTRTN_NBR"});
+/// "Y" or "N", and "N" where nothing is said.
+constexpr auto kMarkColumns =
+    std::to_array<std::string_view>({"DRVR_LIC_IND", "RGSTRTN_IND", "DLR_IND", "ACDNT_IND", "ENFRC_IND"});
+constexpr auto kSuffixes = std::to_array<const char*>({"Jr", "Sr", "II", "III"});
 
 /// What is shown by the customer's forms, where it is not drawn: how many periods the first form has, the tax
 /// of each of its periods in cents, and the status of each form, a letter each.
@@ -54,9 +59,11 @@ std::vector<County> StoreCounties(Database& database, const std::filesystem::pat
   const auto table = TabTable::Read(file);
   std::vector<County> counties;
   for (std::size_t row = 0; row < table.RowCount(); ++row) {
-    database.Change("INSERT INTO county (QZ_CNTY_NBR, QZ_CNTY_DESC, TRP_ID, TRP_DIST_ID) VALUES (?, ?, ?, ?)",
-                    {table.Text(row, "CNTY_CD"), table.Text(row, "CNTY_NM"), table.Text(row, "TRP_ID"),
-                     table.Text(row, "TRP_DIST_ID")});
+    database.Change(
+        "INSERT INTO county (QZ_CNTY_NBR, QZ_CNTY_DESC, TRP_ID, TRP_DIST_ID, ZIP_PRFX)"
+        " VALUES (?, ?, ?, ?, ?)",
+        {table.Text(row, "CNTY_CD"), table.Text(row, "CNTY_NM"), table.Text(row, "TRP_ID"),
+         table.Text(row, "TRP_DIST_ID"), table.Text(row, "ZIP_PRFX")});
     counties.push_back(
         {table.Text(row, "CNTY_CD"), table.Text(row, "CNTY_SEAT_NM"), table.Text(row, "ZIP_PRFX")});
   }
@@ -116,6 +123,7 @@ class Administration {
   CustomerRow Shown(std::size_t place) const {
     CustomerRow row;
     for (const auto column : kCustomerColumns) row[column] = shown_.Text(place, column);
+    for (const auto column : kMarkColumns) row[column] = shown_.Text(place, column);
     for (const auto column : kFormColumns) row[column] = shown_.Text(place, column);
     return row;
   }
@@ -140,7 +148,29 @@ class Administration {
     row["RES_VRFY_CD"] = "V";
     row["PHN_NBR"] = "555" + draw.Digits(7);
     row["ACCNT_NBR"] = "62000" + std::to_string(kFirstCustomer + index - 1) + "01";
+    DrawWhatMaintainingShows(row, business, index);
     return row;
+  }
+
+  /// Drawn apart, so that everything else stays what it was.
+  void DrawWhatMaintainingShows(CustomerRow& row, bool business, int index) {
+    Draw draw(0x5EED'0000'0000ULL + static_cast<std::uint64_t>(index));
+    if (business) {
+      if (draw.OneIn(2)) row["CO_CNTCT_NM"] = draw.From(names_["FIRST"]) + " " + draw.From(names_["LAST"]);
+    } else {
+      if (draw.OneIn(2)) row["MID_NM"] = draw.From(names_["FIRST"]);
+      if (draw.OneIn(12)) row["SUFX_NM"] = kSuffixes[static_cast<std::size_t>(draw.Below(kSuffixes.size()))];
+      if (draw.OneIn(10)) KeepElsewhere(row, "DRVR_LIC_", "D" + draw.Digits(8));
+    }
+    if (draw.OneIn(15)) KeepElsewhere(row, "RGSTRTN_", "R" + draw.Digits(7));
+  }
+
+  /// The prefix is how the columns of the other register begin.
+  static void KeepElsewhere(CustomerRow& row, const std::string& prefix, const std::string& number) {
+    for (const auto column : kMarkColumns)
+      if (column == prefix + "IND") row[column] = "Y";
+    for (const auto column : kCustomerColumns)
+      if (column == prefix + "NBR") row[column] = number;
   }
 
   /// The prefix is how the address's columns begin.
@@ -163,10 +193,18 @@ class Administration {
     std::string names = "CUST_ID, OT_BAL";
     std::string places = "?, 0";
     std::vector<Value> values = {id};
-    for (const auto column : kCustomerColumns) {
+    const auto put = [&](std::string_view column, Value value) {
       names += ", " + std::string(column);
       places += ", ?";
-      values.push_back(row[column].empty() ? Value() : Value(row[column]));
+      values.push_back(std::move(value));
+    };
+    for (const auto column : kCustomerColumns)
+      put(column, row[column].empty() ? Value() : Value(row[column]));
+    for (const auto column : kMarkColumns) put(column, row[column].empty() ? "N" : row[column]);
+    for (const std::string prefix : {"MAIL_", "RES_"}) {
+      const auto state = row.find(prefix + "ST");
+      const bool in_state = state != row.end() && state->second == kHomeState;
+      put(prefix + "CNTY_CD", in_state ? Value(row["QZ_CNTY_NBR"]) : Value());
     }
     database_.Change("INSERT INTO customer (" + names + ") VALUES (" + places + ")", values);
   }
@@ -182,11 +220,12 @@ class Administration {
       const auto status = place < row["FORM_STTS"].size()       ? row["FORM_STTS"].substr(place, 1)
                           : types[place] == form_type::kReceipt ? "C"
                                                                 : "O";
+      const Date issued(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)));
       database_.Change(
-          R"(INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT)
-             VALUES (?, ?, ?, ?, ?, ?))",
-          {types[place], number, std::string(1, platform::CheckDigit(number)), customer, status,
-           Date(std::chrono::sys_days(today_) - std::chrono::days(draw.Between(10, 90)))});
+          "INSERT INTO form (FORM_TYP_CD, FORM_NBR, FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD, ISS_DT, STP_DT,"
+          " LST_PYMT_DT) VALUES (?, ?, ?, ?, ?, ?, ?, ?)",
+          {types[place], number, std::string(1, platform::CheckDigit(number)), customer, status, issued,
+           StopDay(index, issued), LastPayment(index, types[place], status, issued)});
       const auto& count = row["PRD_CNT"];
       const bool counted = place == 0 && !count.empty();
       const auto periods = counted ? static_cast<int>(Value(count).AsInteger()) : draw.Between(1, 6);
@@ -196,6 +235,19 @@ class Administration {
                        place == 0 && !tax.empty() ? std::optional(Value(tax).AsInteger()) : std::nullopt);
     }
     database_.Change("UPDATE customer SET OT_BAL = ? WHERE CUST_ID = ?", {balance, customer});
+  }
+
+  /// Most documents stop a month after their issue.
+  static Value StopDay(int index, Date issued) {
+    if (index % 7 == 0) return {};
+    return Date(std::chrono::sys_days(issued) + std::chrono::days(30));
+  }
+
+  /// What is closed was paid some days after its issue, and part of every fourth that is open.
+  static Value LastPayment(int index, std::string_view type, std::string_view status, Date issued) {
+    if (type == form_type::kReceipt) return issued;
+    if (status == "O" && index % 4 != 0) return {};
+    return Date(std::chrono::sys_days(issued) + std::chrono::days(5 + index % 5));
   }
 
   /// The months before today's, the oldest first, with the tax that is to be shown or one that is drawn.
