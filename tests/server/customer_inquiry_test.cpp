@@ -31,8 +31,15 @@ class CustomerInquiry : public tests::ServerTest {
     EXPECT_EQ(reply.error, "");
     return reply.records.at(0).rows;
   }
-  std::vector<std::string> Found(const std::string& text) {
-    const auto reply = Ask(Searching(text));
+  static Question SearchingRows(const std::string& text, const std::string& first, const std::string& last) {
+    auto question = Searching(text);
+    question.keys = {{"key:START", first}, {"key:END", last}};
+    return question;
+  }
+  std::vector<std::string> Found(const std::string& text) { return FoundBy(Searching(text)); }
+  std::vector<std::string> FoundBy(const Question& question) {
+    const auto reply = Ask(question);
+    EXPECT_EQ(reply.error, "");
     std::vector<std::string> ids;
     const auto* customers = Record(reply, "CUSTOMER");
     for (std::size_t row = 0; row < customers->RecordCount(); ++row) {
@@ -255,6 +262,26 @@ TEST_F(CustomerInquiry, FindsACustomerByWhatWasSavedAMomentAgo) {
   save("UPDATE customer SET LAST_NM = 'Zeno' WHERE CUST_ID = '100002'", false);
   EXPECT_THAT(Found("hattie zorn"), ElementsAre("100002"));
   EXPECT_THAT(Found("hattie zeno"), ElementsAre());
+}
+
+TEST_F(CustomerInquiry, BringsTheRowsThatAreAskedFor) {
+  const auto all = Found("hartsfield");
+  ASSERT_EQ(all.size(), 10u);
+  std::vector<std::string> paged;
+  for (const int first : {1, 5, 9, 13}) {
+    const auto question = SearchingRows("hartsfield", std::to_string(first), std::to_string(first + 3));
+    const auto page = FoundBy(question);
+    paged.insert(paged.end(), page.begin(), page.end());
+    const auto end = Ask(question);
+    EXPECT_EQ(Record(end, "CUSTOMER_SEARCH")->Text("MORE"), first + 3 < 10 ? "Y" : "N") << first;
+    EXPECT_EQ(Record(end, "CUSTOMER_SEARCH")->Text("TOTAL"), "10") << first;
+  }
+  EXPECT_EQ(paged, all);
+  for (const auto& [first, last] :
+       {std::pair{"0", "20"}, {"-1", "20"}, {"20", "1"}, {"1", "201"}, {"1", "9223372036854775807"}}) {
+    EXPECT_THAT(Ask(SearchingRows("hartsfield", first, last)).error, HasSubstr("cannot be asked for"))
+        << last;
+  }
 }
 
 TEST_F(CustomerInquiry, SaysWhenThereAreMoreThanItBrings) {

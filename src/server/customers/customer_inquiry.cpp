@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,7 +26,7 @@ namespace request_key = platform::request_key;
 
 constexpr std::string_view kId = "CUST_ID";
 constexpr std::string_view kBalance = "OT_BAL";
-constexpr std::size_t kMostFound = 200;
+constexpr std::int64_t kMostFound = 200;
 
 void LeaveOut(std::vector<std::string>& columns, std::string_view name) {
   const auto same = [&](const std::string& column) { return EqualsIgnoringCase(column, name); };
@@ -76,6 +77,21 @@ void RequireWholeCustomer(const RequestKeys& keys) {
                                              " of a customer were asked for; there is only the first.");
 }
 
+struct Page {
+  std::size_t first;  // from 0
+  std::size_t count;
+};
+
+Page PageAsked(const RequestKeys& keys) {
+  const auto first = keys.Number(request_key::kFirstRow).value_or(1);
+  const auto last = keys.Number(request_key::kLastRow).value_or(first + kMostFound - 1);
+  if (first >= 1 && last >= first && last - first < kMostFound)
+    return {static_cast<std::size_t>(first - 1), static_cast<std::size_t>(last - first + 1)};
+  throw Failure(Failure::Kind::kRefused, "The rows " + std::to_string(first) + " to " + std::to_string(last) +
+                                             " cannot be asked for. Ask for the rows from 1 on, at most " +
+                                             std::to_string(kMostFound) + " at once.");
+}
+
 }  // namespace
 
 void AnswerWholeCustomer(Exchange& exchange) {
@@ -108,16 +124,16 @@ void AnswerListedCustomers(Exchange& exchange) {
 }
 
 void AnswerCustomerSearch(Exchange& exchange) {
-  const auto found =
-      FindCustomers(exchange.database, exchange.keys.Text(request_key::kCustomerWords), kMostFound + 1);
+  const auto page = PageAsked(exchange.keys);
+  const auto found = FindCustomers(exchange.database, exchange.keys.Text(request_key::kCustomerWords),
+                                   page.first + kMostFound + 1);
   auto& customers = exchange.reply.AddRecord(platform::record_name::kCustomer, ColumnsWithout(kBalance));
-  for (std::size_t row = 0; row < std::min(found->RecordCount(), kMostFound); ++row) {
-    AppendCustomer(customers, *found, row);
-  }
+  const auto end = std::min(found->RecordCount(), page.first + page.count);
+  for (std::size_t row = page.first; row < end; ++row) AppendCustomer(customers, *found, row);
   exchange.reply
       .AddRecord(platform::record_name::kCustomerSearch,
                  {platform::kCustomerSearchColumns.begin(), platform::kCustomerSearchColumns.end()})
-      .Append({found->RecordCount() > kMostFound ? "Y" : "N", std::min(found->RecordCount(), kMostFound)});
+      .Append({found->RecordCount() > end ? "Y" : "N", found->RecordCount()});
 }
 
 }  // namespace server

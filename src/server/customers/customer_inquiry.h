@@ -18,9 +18,10 @@ void AnswerWholeCustomer(Exchange& exchange);
 /// than 100 ids.
 void AnswerListedCustomers(Exchange& exchange);
 
-/// Answers the key CUST_FIND with the customers whose id, name, city or account holds the words of its value
-/// (FindCustomers), at most 200: record "CUSTOMER" without OT_BAL. The record "CUSTOMER_SEARCH" says whether
-/// there are more.
+/// Answers the key CUST_FIND with the customers that the words of its value find (FindCustomers), of those
+/// the rows START to END, from 1, at most 200 and the first 200 where nothing is said: record "CUSTOMER"
+/// without OT_BAL. The record "CUSTOMER_SEARCH" says whether there are more behind them, and how many there
+/// are. Throws Failure kRefused for rows that cannot be.
 void AnswerCustomerSearch(Exchange& exchange);
 
 }  // namespace server

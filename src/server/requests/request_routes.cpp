@@ -42,7 +42,9 @@ constexpr auto kWholeCustomerKeys = std::to_array<KnownKey>({{request_key::kElem
 constexpr auto kCustomerFormKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kFormTypeAsked}});
 constexpr auto kCustomerSearchKeys =
-    std::to_array<KnownKey>({{request_key::kCustomerWords, platform::key_operator::kLike}});
+    std::to_array<KnownKey>({{request_key::kCustomerWords, platform::key_operator::kLike},
+                             {request_key::kFirstRow},
+                             {request_key::kLastRow}});
 
 bool HasKey(const Request& request, std::string_view name) {
   return std::ranges::any_of(
