@@ -62,9 +62,6 @@ class ZEMLO_LetterCombo : public platform::PickList {
   /// LTR_IND of the current row, the letter's online indicator; "" where nothing is shown.
   std::string OnlineInd();
 
-  /// Kept for the holder; no effect.
-  std::string Tag;
-
   /// How the reference database of this list is reached. Decision [no-data-source].
   const std::string& connection_text() const { return connection_text_; }
 

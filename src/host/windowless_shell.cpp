@@ -20,7 +20,7 @@ MessageAnswer WindowlessShell::ShowMessage(const platform::Message& message) {
     refused_ = true;
     return MessageAnswer::kNo;
   }
-  if (message.buttons == platform::MessageButtons::kYesNo) {
+  if (message.buttons != platform::MessageButtons::kOk) {
     const auto answer = answers_.yes ? MessageAnswer::kYes : message.default_answer;
     Write(answer == MessageAnswer::kYes ? streams_.notices : streams_.reasons, text);
     return answer;

@@ -60,6 +60,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   void Show(platform::Form& form) override;
   void RunPendingEvents() override {}
   void Beep() override {}
+  std::string ClipboardText() override { return ""; }
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
   std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
                                         const std::string& current) override;

@@ -3,6 +3,7 @@
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/errorcode.h>
+#include <unicode/normalizer2.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
 
@@ -52,7 +53,8 @@ std::string MapByIcu(std::string_view text, Mapping mapping) {
   icu::ErrorCode error;
   mapping(Piece(text), sink, error);
   if (error.isFailure()) {
-    throw Failure(Failure::Kind::kInternal, std::string("mapping the case of a text: ") + error.errorName());
+    throw Failure(Failure::Kind::kInternal,
+                  std::string("mapping the letters of a text: ") + error.errorName());
   }
   return mapped;
 }
@@ -218,6 +220,14 @@ std::string OnOneLine(std::string_view text) {
     text.remove_prefix(length);
   }
   return line;
+}
+
+std::string Composed(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
+  return MapByIcu(text, [](icu::StringPiece source, icu::ByteSink& sink, icu::ErrorCode& error) {
+    const auto* const composer = icu::Normalizer2::getNFCInstance(error);
+    if (error.isSuccess()) composer->normalizeUTF8(0, source, sink, nullptr, error);
+  });
 }
 
 std::string UpperCase(std::string_view text) {

@@ -39,6 +39,9 @@ inline bool EqualsIgnoringCase(std::string_view left, std::string_view right) {
   return CompareIgnoringCase(left, right) == 0;
 }
 
+/// Letters and their accents as one character wherever Unicode has one (NFC). `text` is UTF-8.
+std::string Composed(std::string_view text);
+
 /// Every occurrence of `from` (not empty) replaced by `to`, left to right, in one pass.
 std::string ReplaceAll(std::string_view text, std::string_view from, std::string_view to);
 

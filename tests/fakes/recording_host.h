@@ -63,6 +63,8 @@ class RecordingHost : public platform::HostShell {
     Note("pending events");
   }
   void Beep() override { ++beeps; }
+  std::string clipboard;
+  std::string ClipboardText() override { return clipboard; }
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override {
     suggested_files.push_back(suggested_name);
     return Next(save_files).value_or(std::nullopt);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QCursor>
 #include <QDir>
 #include <QEventLoop>
@@ -174,10 +175,14 @@ MessageAnswer QtHostShell::ShowMessage(const platform::Message& message) {
     box.exec();
     return MessageAnswer::kOk;
   }
-  box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-  box.setDefaultButton(message.default_answer == MessageAnswer::kYes ? QMessageBox::Yes : QMessageBox::No);
-  box.setEscapeButton(QMessageBox::No);
-  return box.exec() == QMessageBox::Yes ? MessageAnswer::kYes : MessageAnswer::kNo;
+  const bool may_cancel = message.buttons == MessageButtons::kYesNoCancel;
+  const auto way_out = may_cancel ? QMessageBox::Cancel : QMessageBox::No;
+  box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | way_out);
+  box.setDefaultButton(message.default_answer == MessageAnswer::kYes ? QMessageBox::Yes : way_out);
+  box.setEscapeButton(way_out);
+  const auto answer = box.exec();
+  if (answer == QMessageBox::Yes) return MessageAnswer::kYes;
+  return answer == QMessageBox::No ? MessageAnswer::kNo : MessageAnswer::kCancel;
 }
 
 std::unique_ptr<FormDialog> QtHostShell::MakeDialog(platform::Form& form) {
@@ -240,6 +245,10 @@ void QtHostShell::WaitUntil(const std::function<bool()>& done) {
   while (!done()) {
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }
+}
+
+std::string QtHostShell::ClipboardText() {
+  return FromQt(QGuiApplication::clipboard()->text());
 }
 
 void QtHostShell::Beep() {

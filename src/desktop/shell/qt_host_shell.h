@@ -50,6 +50,7 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   void Show(platform::Form& form) override;
   void RunPendingEvents() override;
   void Beep() override;
+  std::string ClipboardText() override;
   /// Proposes the folder of the last save. Asks before the file that will be written, its ending included,
   /// takes the place of another one; No leads back to the choice.
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;

@@ -10,7 +10,7 @@
 /// shows and works them. User-interface thread only.
 namespace platform {
 
-/// What every control has: whether it can be used, is seen, and is marked as wrong.
+/// What every control has: whether it can be used, is seen, and is marked as wrong, and why.
 class Control {
  public:
   Control() = default;
@@ -24,6 +24,14 @@ class Control {
   void SetVisible(bool visible) { Assign(visible_, visible); }
   bool marked_invalid() const { return marked_invalid_; }
   void SetMarkedInvalid(bool invalid) { Assign(marked_invalid_, invalid); }
+
+  /// Why the value is not accepted: sentences for a user who wonders. Shown only while the control is marked;
+  /// "" leaves the window's own words.
+  const std::string& invalid_reason() const { return invalid_reason_; }
+  void SetInvalidReason(std::string reason) { Assign(invalid_reason_, std::move(reason)); }
+
+  /// What the holder keeps with the control; no effect.
+  std::string Tag;
 
   /// Why the control cannot be used, for a user who wonders: sentences, a line each. Asked when it is wanted,
   /// and only while the control is disabled; empty where nobody knows. Decision [why-disabled].
@@ -45,6 +53,7 @@ class Control {
   bool enabled_ = true;
   bool visible_ = true;
   bool marked_invalid_ = false;
+  std::string invalid_reason_;
 };
 
 }  // namespace platform

@@ -42,6 +42,9 @@ class TextField : public Control {
   std::size_t max_length = 0;
   /// Whether a typed character is taken, and as what; nothing drops it with a beep. Empty takes every key.
   std::function<std::optional<char32_t>(char32_t key)> key_filter;
+  /// Whether a text may be pasted, dropped or put in from a menu; one that may not is dropped with a beep.
+  /// The text is one line without control characters (PastedLine). Empty takes every text.
+  std::function<bool(const std::string& text)> paste_filter;
 
   Event<> Changed;
 

@@ -25,6 +25,16 @@ std::string TypedValue(std::string_view text) {
   return std::string(TrimBlanks(line));
 }
 
+std::string PastedLine(std::string_view text) {
+  // A cell or a line that was copied whole brings its end along.
+  constexpr std::string_view kEnds = "\r\n\t";
+  const auto start = text.find_first_not_of(kEnds);
+  if (start == std::string_view::npos) return "";
+  auto line = TypedText(OnOneLine(text.substr(start, text.find_last_not_of(kEnds) - start + 1)));
+  std::ranges::replace(line, '\t', ' ');
+  return Composed(line);
+}
+
 bool HasLines(std::string_view text) {
   const auto visible = TrimBlanks(text);
   return OnOneLine(visible) != visible || visible.find(kParagraphEnd) != std::string_view::npos;

@@ -13,6 +13,10 @@ std::string TypedText(std::string_view text);
 /// (a word processor's own among them) and "||", which would end a paragraph, turned into blanks; "" where
 /// nothing of it can be seen.
 std::string TypedValue(std::string_view text);
+/// The same for what is pasted into a line: blanks at its ends stay, line breaks there
+/// go, and a letter with its accents is one
+/// character wherever Unicode has one, so that a field's length counts what a reader would.
+std::string PastedLine(std::string_view text);
 /// Whether TypedValue makes one line of several.
 bool HasLines(std::string_view text);
 

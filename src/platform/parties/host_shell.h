@@ -12,8 +12,8 @@ class Form;
 
 enum class MousePointer { kNormal, kHourglass };
 enum class MessageIcon { kNone, kInformation, kExclamation, kQuestion, kCritical };
-enum class MessageButtons { kOk, kYesNo };
-enum class MessageAnswer { kOk, kYes, kNo };
+enum class MessageButtons { kOk, kYesNo, kYesNoCancel };
+enum class MessageAnswer { kOk, kYes, kNo, kCancel };
 
 /// What a question is about, for a host that was told its answer before it was asked.
 enum class MessageTopic { kAnything, kUnfilledLetter };
@@ -45,6 +45,8 @@ class HostShell {
   /// Lets the window events that are waiting run once.
   virtual void RunPendingEvents() = 0;
   virtual void Beep() = 0;
+  /// What the clipboard holds as text; "" where it holds none, and in a host without one.
+  virtual std::string ClipboardText() = 0;
   /// Asks where to save; nothing when the user cancels. `suggested_name` ends in ".docx" or ".pdf".
   virtual std::optional<std::string> AskSaveFile(const std::string& suggested_name) = 0;
   /// Asks for a printer among `printers`, `current` chosen at first; nothing when the user cancels.

@@ -1,0 +1,41 @@
+#include "customers/maintenance/customer_controls.h"
+
+#include "platform/text.h"
+
+namespace customers {
+
+namespace {
+
+constexpr const char* kStates = "STATE";  // code table
+
+}  // namespace
+
+CustomerControls::CustomerControls(const platform::Services& services)
+    : mCboState{composition::ZEMLO_LetterCombo(services, kStates),
+                composition::ZEMLO_LetterCombo(services, kStates)} {}
+
+bool CustomerControls::HasMailingSuggestion() const {
+  return !platform::Trim(mTxtCust[kMailingSide.SuggestedLine1()].text()).empty();
+}
+
+bool CustomerControls::HasResidentSuggestion() const {
+  return !platform::Trim(mTxtCust[kResidentSide.SuggestedLine1()].text()).empty();
+}
+
+void CustomerControls::ShowState(const AddressSide& side, const std::string& code) {
+  auto& list = mCboState[side.number];
+  const auto trimmed = platform::Trim(code);
+  const bool is_listed = trimmed.empty() || !list.DescriptionOf(trimmed).empty();
+  if (is_listed) {
+    list.Code(trimmed);
+  } else {
+    list.SetText(std::string(trimmed));
+  }
+}
+
+void CustomerControls::ShowCounty(std::size_t label, const std::string& name, const std::string& code) {
+  mLblCounty.at(label).SetCaption(platform::ReplaceAll(name, "&", "&&"));
+  mLblCounty.at(label).Tag = code;
+}
+
+}  // namespace customers
