@@ -1,0 +1,28 @@
+#include "postal/street_file_verifier.h"
+
+#include <utility>
+
+#include "platform/failure.h"
+#include "postal/address_matching.h"
+#include "postal/street_file.h"
+
+namespace postal {
+
+using platform::Failure;
+
+StreetFileVerifier::StreetFileVerifier(std::filesystem::path folder) : folder_(std::move(folder)) {}
+
+StreetFileVerifier::~StreetFileVerifier() = default;
+
+platform::AddressVerdict StreetFileVerifier::Verify(const platform::PostalAddress& address) {
+  if (!file_) {
+    try {
+      file_ = std::make_unique<const StreetFile>(StreetFile::Read(folder_));
+    } catch (const Failure& failure) {
+      throw Failure(Failure::Kind::kUnavailable, "The address cannot be verified. " + failure.description());
+    }
+  }
+  return Judge(*file_, address);
+}
+
+}  // namespace postal
