@@ -160,6 +160,43 @@ void StreetFile::TakeRanges(const TabTable& table, TableFaults& faults) {
   if (faults.IsEmpty()) Arrange(std::move(rows));
 }
 
+/// The rows of a street follow one another: its words are looked at once.
+Street StreetFile::ReadStreet(const TabTable& table, std::size_t row, DeliveryKind kind,
+                              TableFaults& faults) {
+  const std::array<std::string, 4> cells = {table.Text(row, "PRE_DIR"), table.Text(row, "STREET_NM"),
+                                            table.Text(row, "SUFFIX"), table.Text(row, "POST_DIR")};
+  if (cells == last_cells_ && kind == last_street_.kind) return last_street_;
+  const auto before = faults.Count();
+  Street street;
+  street.kind = kind;
+  StreetName name = {"", StandardWords(table.Text(row, "STREET_NM")), "", ""};
+  Require(name.name.empty() != HasName(kind), table, row, "STREET_NM",
+          HasName(kind) ? "is no name. Write the street's, or the route's number."
+                        : "belongs to no such line. Leave it empty.",
+          faults);
+  const auto part = [&](std::string_view column, std::string_view (*read)(std::string_view),
+                        std::string_view what) {
+    const auto& text = table.Text(row, column);
+    const auto standard = read(platform::UpperCase(text));
+    Require(text.empty() || !standard.empty(), table, row, column, what, faults);
+    return std::string(standard);
+  };
+  name.pre = part("PRE_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
+  name.suffix = part("SUFFIX", Suffix, "is no suffix of the post's. Write ST, AVE and so on, or nothing.");
+  name.post = part("POST_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
+  street.key = TakeText(CommonKey(StreetText(name)));
+  street.name = TakeText(name.name);
+  street.name_key = TakeText(CommonKey(name.name));
+  street.pre = TakeText(name.pre);
+  street.suffix = TakeText(name.suffix);
+  street.post = TakeText(name.post);
+  if (faults.Count() == before) {
+    last_cells_ = cells;
+    last_street_ = street;
+  }
+  return street;
+}
+
 StreetFile::Row StreetFile::ReadRow(const TabTable& table, std::size_t row, TableFaults& faults) {
   const auto& zip = table.Text(row, "ZIP_CD");
   const auto& kind = table.Text(row, "KIND");
@@ -180,22 +217,7 @@ StreetFile::Row StreetFile::ReadRow(const TabTable& table, std::size_t row, Tabl
                faults)) {
     return taken;
   }
-  taken.street.kind = letter->kind;
-  StreetName name = {"", StandardWords(table.Text(row, "STREET_NM")), "", ""};
-  Require(name.name.empty() != HasName(letter->kind), table, row, "STREET_NM",
-          HasName(letter->kind) ? "is no name. Write the street's, or the route's number."
-                                : "belongs to no such line. Leave it empty.",
-          faults);
-  const auto part = [&](std::string_view column, std::string_view (*read)(std::string_view),
-                        std::string_view what) {
-    const auto& text = table.Text(row, column);
-    const auto standard = read(platform::UpperCase(text));
-    Require(text.empty() || !standard.empty(), table, row, column, what, faults);
-    return std::string(standard);
-  };
-  name.pre = part("PRE_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
-  name.suffix = part("SUFFIX", Suffix, "is no suffix of the post's. Write ST, AVE and so on, or nothing.");
-  name.post = part("POST_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
+  taken.street = ReadStreet(table, row, letter->kind, faults);
   const bool has_numbers = letter->kind != DeliveryKind::kGeneralDelivery;
   const bool are_numbers =
       !has_numbers ||
@@ -219,12 +241,6 @@ StreetFile::Row StreetFile::ReadRow(const TabTable& table, std::size_t row, Tabl
   taken.range.plus_four = plus_four.empty()    ? kNoPlusFour
                           : plus_four == "BOX" ? kBoxIsPlusFour
                                                : NumberOf<std::uint16_t>(plus_four);
-  taken.street.key = TakeText(CommonKey(StreetText(name)));
-  taken.street.name = TakeText(name.name);
-  taken.street.name_key = TakeText(CommonKey(name.name));
-  taken.street.pre = TakeText(name.pre);
-  taken.street.suffix = TakeText(name.suffix);
-  taken.street.post = TakeText(name.post);
   return taken;
 }
 
@@ -281,15 +297,6 @@ std::size_t StreetFile::MemoryUse() const {
     bytes += kNode + heap(city.name) + 2 * heap(city.key) + city.zips.capacity() * sizeof(std::uint32_t);
   }
   return bytes;
-}
-
-std::string StreetFileFaults(const std::filesystem::path& folder) {
-  try {
-    StreetFile::Read(folder);
-    return "";
-  } catch (const platform::Failure& failure) {
-    return failure.description();
-  }
 }
 
 }  // namespace postal

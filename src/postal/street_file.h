@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -115,20 +116,23 @@ class StreetFile {
   std::uint32_t TakeCity(const std::string& name, const std::string& state);
   std::uint32_t TakeText(const std::string& text);
   Row ReadRow(const platform::TabTable& table, std::size_t row, platform::TableFaults& faults);
+  Street ReadStreet(const platform::TabTable& table, std::size_t row, DeliveryKind kind,
+                    platform::TableFaults& faults);
   void Arrange(std::vector<Row> rows);
 
   std::vector<std::string> texts_;
-  std::unordered_map<std::string, std::uint32_t> text_numbers_;  // while it is read
-  std::vector<Zip> zips_;                                        // by number
+  std::vector<Zip> zips_;  // by number
   std::vector<City> cities_;
   std::map<std::pair<std::string, std::string>, std::uint32_t> city_places_;  // by state and key
   std::vector<County> counties_;
   std::vector<Street> streets_;  // by zip and key
   std::vector<NumberRange> ranges_;
   std::set<std::string> states_;
-};
 
-/// What is wrong with the tables in `folder`, the first twenty faults in a text; "" where nothing is.
-std::string StreetFileFaults(const std::filesystem::path& folder);
+  // While it is read.
+  std::unordered_map<std::string, std::uint32_t> text_numbers_;
+  std::array<std::string, 4> last_cells_;
+  Street last_street_ = {.kind = DeliveryKind::kNone};
+};
 
 }  // namespace postal
