@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "apps/address_verification.h"
 #include "apps/checked_templates.h"
 #include "apps/office_check.h"
 #include "apps/printing.h"
@@ -95,6 +96,8 @@ void Office::TryTemplate(const std::filesystem::path& file) {
 std::vector<std::string> Office::Faults() {
   auto faults = rooms_->server_settings.faults();
   for (auto& fault : CheckOffice(rooms_->folder, rooms_->settings, rooms_->reference, Occasion::kStart))
+    faults.push_back(std::move(fault));
+  for (auto& fault : AddressFaults(rooms_->folder, rooms_->server_settings, Occasion::kStart))
     faults.push_back(std::move(fault));
   return faults;
 }

@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <system_error>
 
+#include <unistd.h>
+
+#include "host/known_settings.h"
 #include "platform/agreed/rights.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
@@ -21,12 +25,25 @@ constexpr std::string_view kFirstServerSettings =
 ; CustomerAdd         add customers
 ; UpdateCustNotify    be told how many letters a corrected address lets go out
 *=CustomerEdit, CustomerAdd, UpdateCustNotify
+
+[AddressVerification]
+; Program           a program of the office's own that verifies addresses, with its whole path
+;                   (default: none, the street file in server/streets does)
+; TimeOutSeconds    how long it may take for an address, from 1 to 60 (default: 5)
+Program=
+TimeOutSeconds=
 )";
 
 constexpr std::string_view kEverybody = "*";
 constexpr auto kRights =
     std::to_array<std::string_view>({platform::right::kEditCustomer, platform::right::kAddCustomer,
                                      platform::right::kToldOfCorrectedLetters});
+
+bool IsProgram(const std::filesystem::path& path) {
+  std::error_code unknown;
+  return path.is_absolute() && std::filesystem::is_regular_file(path, unknown) &&
+         access(path.c_str(), X_OK) == 0;
+}
 
 bool IsRight(std::string_view name) {
   return std::ranges::any_of(
@@ -61,6 +78,8 @@ void ServerSettings::Complain(std::size_t line, const std::string& what) {
 
 void ServerSettings::Take(const IniFile::Entry& entry) {
   if (platform::EqualsIgnoringCase(entry.section, "Rights")) return TakeRights(entry);
+  if (platform::EqualsIgnoringCase(entry.section, "AddressVerification"))
+    return TakeAddressVerification(entry);
   Complain(entry.line, "[" + entry.section + "] " + entry.key + " is no setting and counts for nothing.");
 }
 
@@ -79,6 +98,29 @@ void ServerSettings::TakeRights(const IniFile::Entry& entry) {
                                " is no right; there are CustomerEdit, CustomerAdd and "
                                "UpdateCustNotify. It counts for nothing.");
   }
+}
+
+void ServerSettings::TakeAddressVerification(const IniFile::Entry& entry) {
+  if (platform::EqualsIgnoringCase(entry.key, "Program")) {
+    address_program_ = entry.value;
+    if (entry.value.empty() || IsProgram(address_program_)) return;
+    return Complain(entry.line,
+                    "[AddressVerification] Program " + platform::Quoted(entry.value) +
+                        " is no program that may be run; no address is verified. Write its whole path, "
+                        "and let everybody run it.");
+  }
+  if (platform::EqualsIgnoringCase(entry.key, "TimeOutSeconds")) {
+    if (entry.value.empty()) return;
+    const auto seconds = WholeNumber(entry.value);
+    if (seconds && *seconds >= 1 && *seconds <= 60) {
+      address_time_out_ = std::chrono::seconds(*seconds);
+      return;
+    }
+    return Complain(entry.line, "[AddressVerification] TimeOutSeconds " + platform::Quoted(entry.value) +
+                                    " is no number from 1 to 60 and counts as not set.");
+  }
+  Complain(entry.line, "[AddressVerification] " + entry.key +
+                           " is no setting and counts for nothing. There are Program and TimeOutSeconds.");
 }
 
 }  // namespace host

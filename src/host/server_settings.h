@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <filesystem>
 #include <map>
 #include <set>
 #include <string>
@@ -32,13 +34,21 @@ class ServerSettings : public platform::UserRights {
   /// Those of the user's own line; without one those of the line "*".
   bool Holds(std::string_view user_id, std::string_view right) const override;
 
+  /// The program that verifies addresses, an absolute path; empty where the street file does.
+  const std::filesystem::path& AddressProgram() const { return address_program_; }
+  /// How long that program may take for an address.
+  std::chrono::seconds AddressTimeOut() const { return address_time_out_; }
+
  private:
   void Complain(std::size_t line, const std::string& what);
   void Take(const IniFile::Entry& entry);
   void TakeRights(const IniFile::Entry& entry);
+  void TakeAddressVerification(const IniFile::Entry& entry);
 
   const DataFolder folder_;
   std::map<std::string, std::set<std::string>> rights_;  // by user, all in upper case
+  std::filesystem::path address_program_;
+  std::chrono::seconds address_time_out_{5};
   std::vector<std::string> faults_;
 };
 

@@ -12,6 +12,7 @@ int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);
 int RunUnrecorded(const QStringList& words);
+int RunVerifyAddress(const QStringList& words);
 int RunBookmarks(const QStringList& words);
 int RunContext(const QStringList& words);
 int RunTrial(const QStringList& words);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iostream>
 
+#include "apps/address_verification.h"
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/init_plan.h"
@@ -17,6 +18,7 @@
 #include "platform/table_faults.h"
 #include "reference/reference_builder.h"
 #include "reference/reference_database.h"
+#include "server/setup/demo_streets.h"
 #include "server/setup/server_data.h"
 #include "server/storage/server_folders.h"
 #include "wordprocessor/document/template_file.h"
@@ -81,6 +83,16 @@ void TellFaults(const host::DataFolder& folder) {
   reference::ReferenceDatabase reference(settings.LocalDatabasePath(), clock);
   for (const auto& fault : CheckOffice(folder, settings, reference, Occasion::kInit))
     Notices() << fault << '\n';
+  for (const auto& fault : AddressFaults(folder, host::ServerSettings(folder), Occasion::kInit))
+    Notices() << fault << '\n';
+}
+
+void CreateStreetFile(const host::DataFolder& folder, host::OfficeKind kind) {
+  const auto streets = server::StreetFolder(folder.root());
+  if (kind == host::OfficeKind::kDemo)
+    server::CreateDemoStreetFile(ProductDataFolder(), streets);
+  else
+    server::CreateEmptyStreetFile(streets);
 }
 
 }  // namespace
@@ -121,6 +133,7 @@ int RunInit(const QStringList& words) {
   folder.Create();
   reference::NextReferenceDatabase next_reference(product, places.reference_database);
   server::CreateServerData(server_data);
+  CreateStreetFile(folder, plan.kind);
   next_reference.PutInPlace();
   CopyLetterhead(folder, places.templates);
   host::SettingsFile::CreateFor(folder, plan.kind);

@@ -32,6 +32,7 @@ constexpr Command kCommands[] = {
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
     {"trial", "Makes a letter of a template that is not in use yet", apps::RunTrial},
     {"context", "Writes a customer's data for merge", apps::RunContext},
+    {"verify-address", "Verifies an address, or a list of them", apps::RunVerifyAddress},
     {"merge", "Merges templates and data contexts into documents", apps::RunMerge},
 };
 
@@ -40,7 +41,7 @@ void PrintUsage(std::ostream& out) {
          "Usage: zemlo-letters COMMAND [options]\n\n"
          "Commands:\n";
   for (const auto& command : kCommands) {
-    out << "  " << command.name << std::string(12 - std::strlen(command.name), ' ') << command.summary
+    out << "  " << command.name << std::string(16 - std::strlen(command.name), ' ') << command.summary
         << '\n';
   }
   out << R"(

@@ -1,5 +1,6 @@
 #include "server/setup/demo_customers.h"
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "platform/tab_table.h"
 #include "platform/text.h"
 #include "server/setup/demo_draw.h"
+#include "server/setup/demo_streets.h"
 #include "server/subject/letter_text.h"
 
 namespace server {
@@ -105,7 +107,8 @@ class Administration {
         today_(today),
         counties_(StoreCounties(database, product_data / "reference" / "counties.tsv")),
         names_(ReadNames(product_data / "server" / "demo_names.tsv")),
-        shown_(TabTable::Read(product_data / "server" / "demo_customers.tsv")) {
+        shown_(TabTable::Read(product_data / "server" / "demo_customers.tsv")),
+        streets_(product_data) {
     StoreOffice(database, product_data / "server" / "office.tsv");
   }
 
@@ -141,9 +144,10 @@ class Administration {
     row["QZ_CNTY_NBR"] = county.number;
     DrawAddress(row, "MAIL_", county, draw);
     if (!business || draw.OneIn(2)) DrawAddress(row, "RES_", county, draw);
-    if (draw.OneIn(6)) row["MAIL_ADDR_1"] = "PO Box " + std::to_string(draw.Between(10, 990));
+    if (draw.OneIn(6)) MoveToBox(row, draw.Between(10, 990));
     row["MAIL_BAD_FLG"] = draw.OneIn(30) ? "Y" : "N";
     row["MAIL_VRFY_CD"] = draw.OneIn(40) ? "F" : "V";
+    if (row["MAIL_VRFY_CD"] == "F") MoveOutOfTown(row["MAIL_ADDR_1"]);
     row["RES_BAD_FLG"] = "N";
     row["RES_VRFY_CD"] = "V";
     row["PHN_NBR"] = "555" + draw.Digits(7);
@@ -175,18 +179,39 @@ class Administration {
 
   /// The prefix is how the address's columns begin.
   void DrawAddress(CustomerRow& row, const std::string& prefix, const County& county, Draw& draw) {
+    const auto house = draw.Between(11, 9899);
+    const auto& street = draw.From(names_["STREET"]);
+    const auto unit = draw.OneIn(5) ? "Suite " + std::to_string(draw.Between(1, 60)) : "";
+    // As many digits are drawn as ever, so that everything else stays what it was.
+    const bool has_plus_four = draw.Digits(draw.OneIn(2) ? 2 : 6).size() > 2;
     const std::map<std::string, std::string> parts = {
-        {"ADDR_1", std::to_string(draw.Between(11, 9899)) + " " + draw.From(names_["STREET"])},
-        {"ADDR_2", draw.OneIn(5) ? "Suite " + std::to_string(draw.Between(1, 60)) : ""},
+        {"ADDR_1", std::to_string(house) + " " + street},
+        {"ADDR_2", unit},
         {"CITY", county.seat},
         {"ST", kHomeState},
-        {"ZIP_CD", county.zip_prefix + draw.Digits(draw.OneIn(2) ? 2 : 6)}};
+        {"ZIP_CD", streets_.ZipInSeat(county.number, house) +
+                       (has_plus_four ? DemoStreets::PlusFour(street, house) : "")}};
     for (const auto column : kCustomerColumns) {
       if (!column.starts_with(prefix)) continue;
       if (const auto part = parts.find(std::string(column.substr(prefix.size()))); part != parts.end()) {
         row[column] = part->second;
       }
     }
+  }
+
+  static void MoveToBox(CustomerRow& row, int box) {
+    row["MAIL_ADDR_1"] = "PO Box " + std::to_string(box);
+    auto& zip = row["MAIL_ZIP_CD"];
+    if (zip.size() > 5) zip = zip.substr(0, 5) + DemoStreets::PlusFourOfBox(box);
+  }
+
+  /// There is no such number: the address fails its verification.
+  static void MoveOutOfTown(std::string& line) {
+    const auto digits = line.find_first_of("0123456789");
+    const auto end = std::min(line.find(' ', digits), line.size());
+    constexpr int kBeyond = 10'000;
+    line.replace(digits, end - digits,
+                 std::to_string(std::stoi(line.substr(digits, end - digits)) + kBeyond));
   }
 
   void StoreCustomer(const std::string& id, CustomerRow& row) {
@@ -277,6 +302,7 @@ class Administration {
   const std::vector<County> counties_;
   std::map<std::string, std::vector<std::string>> names_;
   const TabTable shown_;
+  const DemoStreets streets_;
 };
 
 }  // namespace

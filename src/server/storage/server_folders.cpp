@@ -14,4 +14,8 @@ std::filesystem::path TemplateFolder(const std::filesystem::path& data_folder) {
   return ServerFolder(data_folder) / "templates";
 }
 
+std::filesystem::path StreetFolder(const std::filesystem::path& data_folder) {
+  return ServerFolder(data_folder) / "streets";
+}
+
 }  // namespace server

@@ -11,5 +11,7 @@ std::filesystem::path ServerFolder(const std::filesystem::path& data_folder);
 std::filesystem::path DatabaseFile(const std::filesystem::path& data_folder);
 /// <data>/server/templates, from which templates are downloaded.
 std::filesystem::path TemplateFolder(const std::filesystem::path& data_folder);
+/// <data>/server/streets, what the post delivers to.
+std::filesystem::path StreetFolder(const std::filesystem::path& data_folder);
 
 }  // namespace server
