@@ -16,7 +16,10 @@ namespace apps {
 int RunCustomers(const QStringList& words) {
   CommandLine line("customers", "Lists customers");
   line.DataOption()
-      .Option("find", "TEXT", "Only those whose id, name, city or account holds all words of the text.",
+      .Option("find", "TEXT",
+              "Only those with words that begin with those of the text: of the name, the city, the zip, or a "
+              "number "
+              "(customer, account, telephone, driver licence, registration); the best first.",
               Takes::kAnyText)
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;

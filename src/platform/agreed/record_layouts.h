@@ -61,8 +61,9 @@ inline constexpr auto kCustomerFormColumns = std::to_array<std::string_view>(
      "ORIG_ASSMT_AMT", "FORM_TYP_CD", "CTTN_STTS_CD", "BAL_DUE", "LST_PYMT_DT"});
 
 /// How a search for customers ended: MORE is "Y" where more match than the reply brings, else "N"; TOTAL how
-/// many match, exact up to what the search counts, then the number it stopped at.
+/// many match; no more than kMostCustomersCounted are counted.
 inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE", "TOTAL"});
+inline constexpr int kMostCustomersCounted = 250'000;
 
 /// Letters that a corrected address lets go out: MEMO is an XML text whose element XML_COL holds their
 /// number.

@@ -62,6 +62,12 @@ void AppendCustomer(RecordSet& record, const RecordSet& stored, std::size_t row)
   record.Append(std::move(values));
 }
 
+/// Nothing where the customer has gone.
+void AppendStored(Database& database, const std::string& id, RecordSet& record) {
+  const auto stored = database.Select(std::string(kSelectCustomers) + "WHERE customer.CUST_ID = ?", {id});
+  if (!stored->IsEmpty()) AppendCustomer(record, *stored, 0);
+}
+
 // There is one customer of an id, and it is the first row.
 void RequireWholeCustomer(const RequestKeys& keys) {
   const auto element = keys.Text(request_key::kElementName);
@@ -78,17 +84,18 @@ void RequireWholeCustomer(const RequestKeys& keys) {
 }
 
 struct Page {
-  std::size_t first;  // from 0
-  std::size_t count;
+  std::int64_t first;  // from 0
+  std::int64_t count;
 };
 
 Page PageAsked(const RequestKeys& keys) {
   const auto first = keys.Number(request_key::kFirstRow).value_or(1);
-  const auto last = keys.Number(request_key::kLastRow).value_or(first + kMostFound - 1);
-  if (first >= 1 && last >= first && last - first < kMostFound)
-    return {static_cast<std::size_t>(first - 1), static_cast<std::size_t>(last - first + 1)};
-  throw Failure(Failure::Kind::kRefused, "The rows " + std::to_string(first) + " to " + std::to_string(last) +
-                                             " cannot be asked for. Ask for the rows from 1 on, at most " +
+  const auto last = keys.Number(request_key::kLastRow);
+  if (first >= 1 && !last) return {first - 1, kMostFound};
+  if (first >= 1 && *last >= first && *last - first < kMostFound) return {first - 1, *last - first + 1};
+  throw Failure(Failure::Kind::kRefused, "The rows from " + std::to_string(first) + " to " +
+                                             (last ? std::to_string(*last) : "the end") +
+                                             " cannot be asked for. Ask for rows from 1 on, at most " +
                                              std::to_string(kMostFound) + " at once.");
 }
 
@@ -117,23 +124,25 @@ void AnswerListedCustomers(Exchange& exchange) {
       throw Failure(Failure::Kind::kRefused, "More than 100 customers were asked for at once.");
     const auto id = rest.substr(0, rest.find(','));
     rest.remove_prefix(std::min(id.size() + 1, rest.size()));
-    const auto stored = exchange.database.Select("SELECT * FROM customer WHERE CUST_ID = ?",
-                                                 {std::string(platform::Trim(id))});
-    if (!stored->IsEmpty()) AppendCustomer(customers, *stored, 0);
+    AppendStored(exchange.database, std::string(platform::Trim(id)), customers);
   }
 }
 
 void AnswerCustomerSearch(Exchange& exchange) {
   const auto page = PageAsked(exchange.keys);
-  const auto found = FindCustomers(exchange.database, exchange.keys.Text(request_key::kCustomerWords),
-                                   page.first + kMostFound + 1);
+  const auto text = exchange.keys.Text(request_key::kCustomerWords);
+  auto ids = FindCustomers(exchange.database, text, page.first, page.count + 1);
+  const bool has_more = std::ssize(ids) > page.count;
+  if (has_more) ids.pop_back();
   auto& customers = exchange.reply.AddRecord(platform::record_name::kCustomer, ColumnsWithout(kBalance));
-  const auto end = std::min(found->RecordCount(), page.first + page.count);
-  for (std::size_t row = page.first; row < end; ++row) AppendCustomer(customers, *found, row);
+  for (const auto& id : ids) AppendStored(exchange.database, id, customers);
+  const bool is_all = page.first == 0 && !has_more;
+  const auto total =
+      is_all ? std::ssize(ids) : CountCustomers(exchange.database, text, platform::kMostCustomersCounted);
   exchange.reply
       .AddRecord(platform::record_name::kCustomerSearch,
                  {platform::kCustomerSearchColumns.begin(), platform::kCustomerSearchColumns.end()})
-      .Append({found->RecordCount() > end ? "Y" : "N", found->RecordCount()});
+      .Append({has_more ? "Y" : "N", total});
 }
 
 }  // namespace server

@@ -21,9 +21,8 @@ class CustomerDirectory {
   explicit CustomerDirectory(const std::filesystem::path& data_folder);
   ~CustomerDirectory();
 
-  /// The customers whose id, names, cities and account hold the words of `text`, by their ids, as
-  /// FindCustomers does, with their values as they are stored; all of them for "". At most `limit`. Throws
-  /// Failure kUnavailable.
+  /// The customers that FindCustomers finds for `text`, in its order, with their values as they are stored;
+  /// all of them by their ids for "". At most `limit`. Throws Failure kUnavailable.
   std::vector<platform::SelectedCustomer> Find(std::string_view text, std::size_t limit);
 
  private:

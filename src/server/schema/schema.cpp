@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/failure.h"
+#include "server/customers/customer_index.h"
 #include "server/customers/customer_words.h"
 #include "server/schema/schema_upgrades.h"
 
@@ -45,13 +46,6 @@ constexpr auto kTables = std::to_array<std::string_view>({
          CUST_ID VARCHAR(12) NOT NULL, UPDT_NBR INTEGER NOT NULL, COL_NM VARCHAR(20) NOT NULL,
          UPDT_TS VARCHAR(19) NOT NULL, UPDT_USER_ID TEXT NOT NULL, OLD_TXT TEXT, NEW_TXT TEXT,
          PRIMARY KEY (CUST_ID, UPDT_NBR, COL_NM)) {by key})",
-    // What customers are found by. A word has no reference to its customer: one of a customer that has gone
-    // is found and met by no text.
-    R"(CREATE TABLE customer_search (
-         CUST_ID VARCHAR(12) PRIMARY KEY REFERENCES customer (CUST_ID) ON DELETE CASCADE,
-         SRCH_TXT TEXT NOT NULL))",
-    R"(CREATE TABLE customer_word (
-         WORD TEXT NOT NULL, CUST_ID VARCHAR(12) NOT NULL, PRIMARY KEY (WORD, CUST_ID)) {by key})",
     R"(CREATE TABLE form (
          FORM_TYP_CD VARCHAR(2) NOT NULL, FORM_NBR VARCHAR(12) NOT NULL, FORM_CK_DGT_NBR VARCHAR(1) NOT NULL,
          CUST_ID VARCHAR(12) NOT NULL REFERENCES customer (CUST_ID), FORM_STTS_CD VARCHAR(1) NOT NULL,
@@ -119,6 +113,7 @@ std::string StoredVersion(Database& database) {
 
 void CreateTables(Database& database) {
   for (const auto table : kTables) ChangeTables(database, table);
+  CreateCustomerIndex(database);
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
                   {kVersionName, std::to_string(kSchemaVersion)});
 }

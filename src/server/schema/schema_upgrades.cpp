@@ -6,6 +6,7 @@
 #include "platform/agreed/requests.h"
 #include "platform/text.h"
 #include "server/context/stored_context.h"
+#include "server/customers/customer_index.h"
 #include "server/history/letter_history.h"
 #include "server/history/letter_time.h"
 #include "server/schema/schema.h"
@@ -116,6 +117,12 @@ void CustomersAreMaintained(Database& database) {
   }
 }
 
+void CustomersAreFoundByBeginnings(Database& database) {
+  for (const auto* statement : {"DROP TABLE customer_word", "DROP TABLE customer_search"})
+    ChangeTables(database, statement);
+  CreateCustomerIndex(database);
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -128,6 +135,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"4", CustomersAreFoundByWords},
     {"5", LettersGetTheirMessages},
     {"6", CustomersAreMaintained},
+    {"7", CustomersAreFoundByBeginnings},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 
