@@ -6,6 +6,7 @@
 #include <unicode/unistr.h>
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 #include "platform/failure.h"
@@ -32,6 +33,28 @@ bool IsApostrophe(UChar32 character) {
   return character == U'\'' || character == U'\u2019' || character == U'\u02BC' || character == U'`';
 }
 
+struct PlainLetters {
+  char16_t letter;
+  const char16_t* written;
+};
+// Letters that are no accented form of another one to Unicode, and are typed as one all the same.
+constexpr auto kPlainLetters = std::to_array<PlainLetters>({
+    {u'\u00F8', u"o"},   // o with stroke
+    {u'\u0142', u"l"},   // l with stroke
+    {u'\u0111', u"d"},   // d with stroke
+    {u'\u0127', u"h"},   // h with stroke
+    {u'\u0131', u"i"},   // i without a dot
+    {u'\u00E6', u"ae"},  // ligatures
+    {u'\u0153', u"oe"},
+    {u'\u00F0', u"d"},   // eth
+    {u'\u00FE', u"th"},  // thorn
+});
+
+void AppendLetter(icu::UnicodeString& folded, UChar32 character) {
+  const auto plain = std::ranges::find(kPlainLetters, character, &PlainLetters::letter);
+  plain == kPlainLetters.end() ? folded.append(character) : folded.append(plain->written);
+}
+
 }  // namespace
 
 std::string FoldForSearch(std::string_view text) {
@@ -48,7 +71,7 @@ std::string FoldForSearch(std::string_view text) {
     }
     if (between_words && !folded.isEmpty()) folded.append(u' ');
     between_words = false;
-    folded.append(character);
+    AppendLetter(folded, character);
   }
   std::string utf8;
   return folded.toUTF8String(utf8);

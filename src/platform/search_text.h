@@ -8,8 +8,8 @@
 namespace platform {
 
 /// `text` as words with one blank between them, without case and accents: "Café  Élan, L.L.C." is
-/// "cafe elan l l c". A word is a run of letters and digits; an apostrophe in it is left out ("O'March" is
-/// "omarch"), any other character separates.
+/// "cafe elan l l c", and "Łukasz Sørby" is "lukasz sorby". A word is a run of letters and digits; an
+/// apostrophe in it is left out ("O'March" is "omarch"), any other character separates.
 std::string FoldForSearch(std::string_view text);
 
 /// The words of FoldForSearch, in their order.
