@@ -68,9 +68,10 @@ class LetterList {
 
  private:
   platform::Services With(const platform::Services& others) {
-    return {others.messages, others.comm_clients,   *reference_,          *utilities_,          others.print,
-            others.settings, others.settings_store, others.files,         others.clock,         others.errors,
-            others.status,   others.host,           others.print_journal, others.template_judge};
+    return {others.messages,      others.comm_clients,   *reference_,           *utilities_,
+            others.print,         others.settings,       others.settings_store, others.files,
+            others.clock,         others.errors,         others.status,         others.host,
+            others.print_journal, others.template_judge, others.view_settings};
   }
 
   static platform::Value CellOf(const platform::Grid::Column& column, int number) {

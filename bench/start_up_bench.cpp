@@ -147,11 +147,11 @@ class LongList {
 
  private:
   static platform::Services With(const platform::Services& others, platform::ReferenceDatabase& reference) {
-    return {others.messages,       others.comm_clients,  reference,
-            others.utilities,      others.print,         others.settings,
-            others.settings_store, others.files,         others.clock,
-            others.errors,         others.status,        others.host,
-            others.print_journal,  others.template_judge};
+    return {others.messages,       others.comm_clients,   reference,
+            others.utilities,      others.print,          others.settings,
+            others.settings_store, others.files,          others.clock,
+            others.errors,         others.status,         others.host,
+            others.print_journal,  others.template_judge, others.view_settings};
   }
 
   tests::TemporaryFolder folder_;
