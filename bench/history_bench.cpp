@@ -20,6 +20,8 @@
 #include "server/setup/server_data.h"
 #include "server/storage/server_folders.h"
 #include "server/wire/wire_format.h"
+#include "tests/fakes/fake_rights.h"
+#include "tests/fakes/fake_verifier.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/support/temporary_folder.h"
 
@@ -58,7 +60,9 @@ struct History {
 
   tests::TemporaryFolder folder;
   fakes::ManualClock clock;
-  server::RequestProcessor processor{folder.path(), clock};
+  fakes::FakeRights rights;
+  fakes::FakeVerifier verifier;
+  server::RequestProcessor processor{folder.path(), {clock, rights, verifier}};
 };
 
 std::string SearchText(const std::vector<platform::KeyItem>& keys) {

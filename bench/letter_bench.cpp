@@ -17,7 +17,9 @@
 #include "server/link/communications_client.h"
 #include "server/link/server_message_component.h"
 #include "server/storage/server_folders.h"
+#include "tests/fakes/fake_rights.h"
 #include "tests/fakes/fake_services.h"
+#include "tests/fakes/fake_verifier.h"
 #include "tests/support/temporary_folder.h"
 #include "wordprocessor/layout/pool.h"
 #include "wordprocessor/printing/print_component.h"
@@ -88,10 +90,13 @@ class Workplace {
   tests::TemporaryFolder folder_;
   fakes::FakeServices fakes_;
   fakes::ManualClock clock_;
+  fakes::FakeRights server_rights_;
+  fakes::FakeVerifier verifier_;
   host::EventLoop events_;
   NoWindow window_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
-  server::ServerMessageComponent messages_{events_, downloads_, bench::WithDemoData(folder_.path()), clock_};
+  server::ServerMessageComponent messages_{
+      events_, downloads_, bench::WithDemoData(folder_.path()), {clock_, server_rights_, verifier_}};
   wordprocessor::LayoutPool layout_{Layout(folder_.path())};
   wordprocessor::CupsQueues queues_;
   wordprocessor::Printers printers_{queues_, folder_ / "printed", clock_};

@@ -15,7 +15,9 @@
 #include "bench/demo_server.h"
 #include "server/link/communications_client.h"
 #include "server/link/server_message_component.h"
+#include "tests/fakes/fake_rights.h"
 #include "tests/fakes/fake_services.h"
+#include "tests/fakes/fake_verifier.h"
 #include "tests/support/temporary_folder.h"
 #include "workspace/messaging/reply_dispatcher.h"
 #include "workspace/messaging/request_envelope.h"
@@ -78,9 +80,12 @@ class Workspace {
   tests::TemporaryFolder folder_;
   fakes::FakeServices fakes_;
   fakes::ManualClock clock_;
+  fakes::FakeRights server_rights_;
+  fakes::FakeVerifier verifier_;
   Events events_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
-  server::ServerMessageComponent messages_{events_, downloads_, bench::WithDemoData(folder_.path()), clock_};
+  server::ServerMessageComponent messages_{
+      events_, downloads_, bench::WithDemoData(folder_.path()), {clock_, server_rights_, verifier_}};
   platform::Services services_{messages_,
                                downloads_,
                                fakes_.reference,

@@ -32,7 +32,8 @@ struct Office::Rooms {
         reference(settings.LocalDatabasePath(), clock),
         utilities(reference, settings, server_settings, clock),
         downloads(host.events, folder.root(), wordprocessor::RequireTemplate),
-        messages(host.events, downloads, folder.root(), clock),
+        verifier(MakeAddressVerifier(folder, server_settings)),
+        messages(host.events, downloads, folder.root(), {clock, server_settings, *verifier}),
         printing(folder, settings, clock, errors, host),
         customers(folder.root()),
         print_journal(folder.Unrecorded(), errors),
@@ -52,6 +53,7 @@ struct Office::Rooms {
   reference::ReferenceDatabase reference;
   reference::OfficeUtilities utilities;
   server::CommunicationsClientProvider downloads;
+  const std::unique_ptr<platform::AddressVerifier> verifier;
   server::ServerMessageComponent messages;
   Printing printing;
   server::CustomerDirectory customers;

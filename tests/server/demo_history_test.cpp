@@ -84,8 +84,10 @@ TEST_F(DemoHistory, IsTrueToItself) {
 
 TEST_F(DemoHistory, EveryStoredContextIsThatLettersOwn) {
   fakes::ManualClock clock;
+  const fakes::FakeRights rights;
+  fakes::FakeVerifier verifier;
   clock.SetToday(kToday);
-  server::RequestProcessor processor(Folder().path(), clock);
+  server::RequestProcessor processor(Folder().path(), {clock, rights, verifier});
   const auto letters = Letters("WHERE SEQ_NBR % 7 = 0");
   ASSERT_GT(letters->RecordCount(), 100U);
   for (std::size_t row = 0; row < letters->RecordCount(); ++row) {

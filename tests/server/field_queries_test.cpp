@@ -164,7 +164,7 @@ TEST_F(FieldQuery, TheServerEndsWhileOneRuns) {
   const auto started = std::chrono::steady_clock::now();
   int answered = 0;
   {
-    server::ApplicationServer server(folder_.path(), clock_);
+    server::ApplicationServer server(folder_.path(), parties_);
     for (int i = 0; i < 20; ++i) server.Submit(letter, [&](const std::string&) { ++answered; });
     server.Submit(tests::WireText(PrintedLetter("m-2")), [&](const std::string&) { ++answered; });
   }

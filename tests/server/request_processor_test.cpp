@@ -106,7 +106,7 @@ TEST_F(Requests, AMessageThatCannotBeReadIsAnsweredToo) {
 
 TEST_F(Requests, WithoutDataTheAnswerNamesTheFileUntilItIsThere) {
   const tests::TemporaryFolder empty;
-  server::RequestProcessor processor(empty.path(), clock_);
+  server::RequestProcessor processor(empty.path(), parties_);
   EXPECT_THAT(server::ReadReply(processor.Answer(WireText(Fetch("1")))).error,
               HasSubstr(server::DatabaseFile(empty.path()).string() + "\" is missing"));
   tests::PrepareData(empty.path());
@@ -119,7 +119,7 @@ TEST_F(Requests, TheLogOfAnsweredRequestsForgetsOldOnesAtStart) {
   clock_.Sleep(std::chrono::days(2));
   EXPECT_EQ(Ask(PrintedLetter("m-2")).error, "");
   clock_.Sleep(std::chrono::days(29));
-  server::RequestProcessor next_start(folder_.path(), clock_);
+  server::RequestProcessor next_start(folder_.path(), parties_);
   next_start.Answer(WireText(Fetch("1")));
   server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
   const auto keys = database.Select("SELECT MSG_KEY FROM request_log");
@@ -131,7 +131,7 @@ TEST_F(Requests, AChangeSentAgainHasItsEffectOnceAndTheSameReply) {
   const auto first = processor_.Answer(WireText(PrintedLetter("m-1")));
   clock_.Sleep(std::chrono::minutes(5));
   EXPECT_EQ(processor_.Answer(WireText(PrintedLetter("m-1"))), first);
-  server::RequestProcessor reopened(folder_.path(), clock_);
+  server::RequestProcessor reopened(folder_.path(), parties_);
   EXPECT_EQ(reopened.Answer(WireText(PrintedLetter("m-1"))), first);
   EXPECT_EQ(LettersRecorded(), 1);
 }
@@ -142,7 +142,7 @@ TEST_F(Requests, ALettersRecordAndItsReprintAreStoredOnceHoweverLateTheyComeAgai
   clock_.Sleep(std::chrono::hours(1));
   const auto reprinted = Ask(Reprint("m-2", "1"));
   clock_.Sleep(std::chrono::days(400));
-  server::RequestProcessor much_later(folder_.path(), clock_);
+  server::RequestProcessor much_later(folder_.path(), parties_);
   for (const auto& question : {PrintedLetter("m-1"), Reprint("m-2", "1")}) {
     const auto reply = server::ReadReply(much_later.Answer(WireText(question)));
     EXPECT_EQ(reply.error, "");
@@ -165,7 +165,7 @@ TEST_F(Requests, AChangeThatFailedHalfWayLeavesNothingAndMayBeSentAgain) {
 TEST_F(Requests, TwoServersOnOneFolderBothRecordWhatTheyAreGiven) {
   constexpr int kEach = 25;
   const auto record = [&](const std::string& name) {
-    server::RequestProcessor processor(folder_.path(), clock_);
+    server::RequestProcessor processor(folder_.path(), parties_);
     for (int letter = 0; letter < kEach; ++letter) {
       const auto reply =
           server::ReadReply(processor.Answer(WireText(PrintedLetter(name + std::to_string(letter)))));

@@ -2,6 +2,8 @@
 
 #include "server/storage/database.h"
 #include "server/wire/reply_store.h"
+#include "tests/fakes/fake_rights.h"
+#include "tests/fakes/fake_verifier.h"
 #include "tests/server/server_world.h"
 #include "tests/support/waiting_event_queue.h"
 
@@ -29,8 +31,8 @@ class MessageComponent : public testing::Test {
   MessageComponent() {
     tests::PrepareData(folder_.path());
     clock_.SetToday(tests::kToday);
-    component_ =
-        std::make_unique<server::ServerMessageComponent>(events_, downloads_, folder_.path(), clock_);
+    component_ = std::make_unique<server::ServerMessageComponent>(
+        events_, downloads_, folder_.path(), server::ServerParties{clock_, rights_, verifier_});
     workspace_ = std::make_unique<Hearer>(*component_, heard_, "workspace");
   }
 
@@ -66,6 +68,8 @@ class MessageComponent : public testing::Test {
 
   tests::TemporaryFolder folder_;
   fakes::ManualClock clock_;
+  fakes::FakeRights rights_;
+  fakes::FakeVerifier verifier_;
   tests::WaitingEventQueue events_;
   server::CommunicationsClientProvider downloads_{events_, folder_.path()};
   std::unique_ptr<server::ServerMessageComponent> component_;

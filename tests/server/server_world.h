@@ -18,6 +18,8 @@
 #include "server/storage/database.h"
 #include "server/storage/server_folders.h"
 #include "server/wire/wire_format.h"
+#include "tests/fakes/fake_rights.h"
+#include "tests/fakes/fake_verifier.h"
 #include "tests/fakes/manual_clock.h"
 #include "tests/fakes/rows.h"
 #include "tests/support/temporary_folder.h"
@@ -144,7 +146,10 @@ class ServerTest : public testing::Test {
 
   TemporaryFolder folder_;
   fakes::ManualClock clock_;
-  server::RequestProcessor processor_{folder_.path(), clock_};
+  fakes::FakeRights rights_;
+  fakes::FakeVerifier verifier_;
+  const server::ServerParties parties_{clock_, rights_, verifier_};
+  server::RequestProcessor processor_{folder_.path(), parties_};
 };
 
 }  // namespace tests

@@ -65,6 +65,11 @@ inline constexpr auto kCustomerFormColumns = std::to_array<std::string_view>(
 inline constexpr auto kCustomerSearchColumns = std::to_array<std::string_view>({"MORE", "TOTAL"});
 inline constexpr int kMostCustomersCounted = 250'000;
 
+/// What was changed in a customer: the change's number (UPDT_NBR of the customer since), when, by whom, which
+/// column, and what it held before and since; null for nothing.
+inline constexpr auto kCustomerChangeColumns =
+    std::to_array<std::string_view>({"UPDT_NBR", "UPDT_TS", "UPDT_USER_ID", "COL_NM", "OLD_TXT", "NEW_TXT"});
+
 /// Letters that a corrected address lets go out: MEMO is an XML text whose element XML_COL holds their
 /// number.
 inline constexpr auto kRescheduledColumns = std::to_array<std::string_view>({"MEMO"});
@@ -82,6 +87,7 @@ inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {record_name::kCustomer, kCustomerColumns},
     {record_name::kCustomerSearch, kCustomerSearchColumns},
     {record_name::kCustomerForms, kCustomerFormColumns},
+    {record_name::kCustomerChanges, kCustomerChangeColumns},
     {record_name::kRescheduled, kRescheduledColumns},
 });
 

@@ -31,7 +31,8 @@ inline constexpr std::string_view kSingleCredential = "SINGLECUSTCRED";
 inline constexpr std::string_view kFirstRow = "START";  ///< of those found, from 1
 inline constexpr std::string_view kLastRow = "END";
 inline constexpr std::string_view kFormTypeAsked = "REF_TYP_CD";
-inline constexpr std::string_view kCustomerVersion = "UPDT_NBR";  ///< the one a change was made from
+inline constexpr std::string_view kCustomerVersion = "UPDT_NBR";      ///< the one a change was made from
+inline constexpr std::string_view kCustomerChanges = "CUST_CHANGES";  ///< "Y": its history instead
 inline constexpr std::string_view kLetterType = "LTR_TYP_ID";
 inline constexpr std::string_view kFillBookmarks = "POPULATE_LTR_BOOKMARKS";
 inline constexpr std::string_view kFieldDescriptors = "EmitFieldDescriptors";
@@ -87,6 +88,7 @@ inline constexpr const char* kLettersPrinted = "BATCH_LTRS_PRINTED";
 inline constexpr const char* kCustomer = "CUSTOMER";
 inline constexpr const char* kCustomerSearch = "CUSTOMER_SEARCH";
 inline constexpr const char* kCustomerForms = "CUSTOMERFORM";
+inline constexpr const char* kCustomerChanges = "CUSTOMER_CHANGE";
 inline constexpr const char* kRescheduled = "XML_ROW";
 }  // namespace record_name
 

@@ -94,7 +94,7 @@ class ServerMessageComponent::Listener : public platform::ReplyListener {
 ServerMessageComponent::ServerMessageComponent(platform::EventQueue& events,
                                                CommunicationsClientProvider& downloads,
                                                const std::filesystem::path& data_folder,
-                                               const platform::Clock& clock)
+                                               const ServerParties& parties)
     : state_(std::make_shared<State>()),
       events_(events),
       downloads_(downloads),
@@ -103,7 +103,7 @@ ServerMessageComponent::ServerMessageComponent(platform::EventQueue& events,
           if (const auto state = weak.lock()) state->TimeOut(message_key);
         });
       }),
-      server_(data_folder, clock) {}
+      server_(data_folder, parties) {}
 
 ServerMessageComponent::~ServerMessageComponent() = default;
 

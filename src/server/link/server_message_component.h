@@ -5,7 +5,6 @@
 #include <memory>
 #include <string>
 
-#include "platform/parties/clock.h"
 #include "platform/parties/host_shell.h"
 #include "platform/parties/message_component.h"
 #include "server/link/communications_client.h"
@@ -21,10 +20,10 @@ namespace server {
 /// replies can be read.
 class ServerMessageComponent : public platform::MessageComponent, public platform::MessageTransport {
  public:
-  /// All outlive the component; `data_folder` is the one that `init` made, `downloads` moves the files that
-  /// listeners ask for.
+  /// All outlive the component, with what `parties` names; `data_folder` is the one that `init` made,
+  /// `downloads` moves the files that listeners ask for.
   ServerMessageComponent(platform::EventQueue& events, CommunicationsClientProvider& downloads,
-                         const std::filesystem::path& data_folder, const platform::Clock& clock);
+                         const std::filesystem::path& data_folder, const ServerParties& parties);
   ~ServerMessageComponent() override;
 
   std::unique_ptr<platform::ReplyListener> NewListener() override;

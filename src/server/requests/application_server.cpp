@@ -6,8 +6,8 @@
 
 namespace server {
 
-ApplicationServer::ApplicationServer(std::filesystem::path data_folder, const platform::Clock& clock)
-    : data_folder_(std::move(data_folder)), clock_(clock), thread_([this] { Run(); }) {}
+ApplicationServer::ApplicationServer(std::filesystem::path data_folder, const ServerParties& parties)
+    : data_folder_(std::move(data_folder)), parties_(parties), thread_([this] { Run(); }) {}
 
 ApplicationServer::~ApplicationServer() {
   {
@@ -28,7 +28,7 @@ void ApplicationServer::Submit(std::string request_text, Answered answered) {
 }
 
 void ApplicationServer::Run() {
-  RequestProcessor processor(data_folder_, clock_, ending_.get_token());
+  RequestProcessor processor(data_folder_, parties_, ending_.get_token());
   for (;;) {
     std::unique_lock lock(mutex_);
     changed_.wait(lock, [this] { return closing_ || !waiting_.empty(); });

@@ -9,7 +9,7 @@
 #include <string>
 #include <thread>
 
-#include "platform/parties/clock.h"
+#include "server/requests/server_parties.h"
 
 namespace server {
 
@@ -17,9 +17,9 @@ namespace server {
 /// came, each exactly once. Its data lie in <data>/server; an application object has to exist meanwhile.
 class ApplicationServer {
  public:
-  /// `clock` outlives the server and is asked on its thread. Data that are missing or wrong are no failure
+  /// Data that are missing or wrong are no failure
   /// here: each request is answered with what is wrong, until they are there.
-  ApplicationServer(std::filesystem::path data_folder, const platform::Clock& clock);
+  ApplicationServer(std::filesystem::path data_folder, const ServerParties& parties);
   ApplicationServer(const ApplicationServer&) = delete;
   ApplicationServer& operator=(const ApplicationServer&) = delete;
   /// What was submitted is answered first: a letter that was printed is recorded, though its sender is going.
@@ -39,7 +39,7 @@ class ApplicationServer {
 
   // Constant after construction.
   const std::filesystem::path data_folder_;
-  const platform::Clock& clock_;
+  const ServerParties parties_;
 
   std::stop_source ending_;
 

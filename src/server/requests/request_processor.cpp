@@ -38,11 +38,11 @@ void ForgetOldRequests(Database& database, platform::Timestamp now) {
 
 }  // namespace
 
-RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock,
+RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const ServerParties& parties,
                                    std::stop_token ending)
     : data_folder_(std::move(data_folder)),
       template_folder_(TemplateFolder(data_folder_)),
-      clock_(clock),
+      parties_(parties),
       ending_(std::move(ending)) {}
 
 RequestProcessor::~RequestProcessor() = default;
@@ -68,13 +68,15 @@ std::string RequestProcessor::AnswerOrFail(const Request& request) {
   const auto& route = FindRoute(request);
   const RequestKeys keys(request.keys, route.keys);
   auto& database = OpenDatabase();
+  const auto verified = Verify(route, request, keys);
   Transaction transaction(database,
                           route.changes ? Transaction::Purpose::kChanging : Transaction::Purpose::kReading);
   if (route.changes) {
     if (auto earlier = EarlierReply(database, request.message_key); !earlier.empty()) return earlier;
   }
   Reply reply{.message_key = request.message_key, .error = "", .records = {}};
-  Exchange exchange{request, keys, reply, database, clock_.Now(), template_folder_, ending_};
+  Exchange exchange{request,          keys,    reply,           database, parties_.clock.Now(),
+                    template_folder_, ending_, parties_.rights, verified};
   route.Answer(exchange);
   auto text = WriteReply(reply);
   if (route.changes) {
@@ -85,11 +87,35 @@ std::string RequestProcessor::AnswerOrFail(const Request& request) {
   return text;
 }
 
+std::vector<VerifiedAddress> RequestProcessor::Verify(const Route& route, const Request& request,
+                                                      const RequestKeys& keys) {
+  std::vector<VerifiedAddress> verified;
+  if (route.AddressesToVerify == nullptr) return verified;
+  std::vector<platform::PostalAddress> asked;
+  {
+    Transaction transaction(*database_, Transaction::Purpose::kReading);
+    if (EarlierReply(*database_, request.message_key).empty()) {
+      Reply none;
+      Exchange exchange{
+          request,         keys,    none, *database_, parties_.clock.Now(), template_folder_, ending_,
+          parties_.rights, verified};
+      asked = route.AddressesToVerify(exchange);
+    }
+    transaction.Commit();
+  }
+  for (const auto& address : asked) {
+    platform::While("verifying an address; nothing was saved", [&] {
+      verified.push_back({address, parties_.verifier.Verify(address)});
+    });
+  }
+  return verified;
+}
+
 Database& RequestProcessor::OpenDatabase() {
   if (!database_) {
     auto database = std::make_unique<Database>(DatabaseFile(data_folder_), Database::Opening::kExisting);
     PrepareSchema(*database);
-    ForgetOldRequests(*database, clock_.Now());
+    ForgetOldRequests(*database, parties_.clock.Now());
     database_ = std::move(database);
   }
   return *database_;

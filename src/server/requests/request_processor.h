@@ -5,21 +5,24 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "platform/parties/clock.h"
+#include "server/requests/server_parties.h"
+#include "server/wire/exchange.h"
 #include "server/wire/wire_format.h"
 
 namespace server {
 
 class Database;
+struct Route;
 
 /// Answers requests one after the other: reads each, finds who answers it, gives it a transaction of its own.
 /// Stays on the thread of its first request. Decision [stored-replies].
 class RequestProcessor {
  public:
-  /// `data_folder`: the folder that `init` has made. `clock` outlives the processor; it is asked on its
-  /// thread. `ending`, stopped from any thread, breaks off what takes long and changes nothing.
-  RequestProcessor(std::filesystem::path data_folder, const platform::Clock& clock,
+  /// `data_folder`: the folder that `init` has made. `ending`, stopped from any thread, breaks off what takes
+  /// long and changes nothing.
+  RequestProcessor(std::filesystem::path data_folder, const ServerParties& parties,
                    std::stop_token ending = {});
   ~RequestProcessor();
 
@@ -30,12 +33,14 @@ class RequestProcessor {
 
  private:
   std::string AnswerOrFail(const Request& request);
+  /// Outside of any transaction of changes: a verifier may take seconds.
+  std::vector<VerifiedAddress> Verify(const Route& route, const Request& request, const RequestKeys& keys);
   Database& OpenDatabase();
 
   // Constant after construction.
   const std::filesystem::path data_folder_;
   const std::filesystem::path template_folder_;
-  const platform::Clock& clock_;
+  const ServerParties parties_;
   const std::stop_token ending_;
 
   std::unique_ptr<Database> database_;  // opened by the first request that can open it

@@ -8,8 +8,10 @@
 #include "platform/failure.h"
 #include "platform/text.h"
 #include "server/context/context_request.h"
+#include "server/customers/customer_changes.h"
 #include "server/customers/customer_forms.h"
 #include "server/customers/customer_inquiry.h"
+#include "server/customers/customer_save.h"
 #include "server/history/letter_history.h"
 #include "server/history/letter_search.h"
 #include "server/requests/template_folder.h"
@@ -39,6 +41,9 @@ constexpr auto kWholeCustomerKeys = std::to_array<KnownKey>({{request_key::kElem
                                                              {request_key::kLastRow},
                                                              {request_key::kSingleCredential},
                                                              {request_key::kCustomer}});
+constexpr auto kCustomerChangeKeys =
+    std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kCustomerChanges}});
+constexpr auto kSaveKeys = std::to_array<KnownKey>({{request_key::kCustomerVersion}});
 constexpr auto kCustomerFormKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kFormTypeAsked}});
 constexpr auto kCustomerSearchKeys =
@@ -70,6 +75,12 @@ bool SearchesLetters(const Request& request) {
 bool AsksWholeCustomer(const Request& request) {
   return HasKey(request, request_key::kElementName);
 }
+bool AsksCustomerChanges(const Request& request) {
+  return HasKey(request, request_key::kCustomerChanges);
+}
+bool SavesCustomer(const Request& request) {
+  return request.Rows(record_name::kCustomer) != nullptr;
+}
 bool AsksCustomer(const Request& request) {
   return HasKey(request, request_key::kCustomer);
 }
@@ -85,6 +96,8 @@ constexpr auto kRoutes = std::to_array<Route>({
     {message_type::kFetch, AsksContext, kContextKeys, false, AnswerContext},
     {message_type::kFetch, AsksStoredContext, kFetchKeys, false, AnswerStoredContext},
     {message_type::kCustomer, AsksWholeCustomer, kWholeCustomerKeys, false, AnswerWholeCustomer},
+    {message_type::kCustomer, AsksCustomerChanges, kCustomerChangeKeys, false, AnswerCustomerChanges},
+    {message_type::kSaveCustomer, SavesCustomer, kSaveKeys, true, SaveCustomer, AddressesToVerify},
     {message_type::kCustomer, AsksCustomer, kCustomerKeys, false, AnswerCustomer},
     {message_type::kCustomer, ListsCustomers, kListedCustomerKeys, false, AnswerListedCustomers},
     {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},

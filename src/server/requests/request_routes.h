@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "server/wire/exchange.h"
 
@@ -17,6 +18,9 @@ struct Route {
   bool changes;
   /// Throws Failure; what it did to the database is undone then.
   void (*Answer)(Exchange& exchange);
+  /// The addresses that are verified before the transaction of the answer begins, which nobody else may wait
+  /// for; null for none. Throws what Answer would throw of the same request.
+  std::vector<platform::PostalAddress> (*AddressesToVerify)(Exchange& exchange) = nullptr;
 };
 
 /// Throws Failure kRefused for a request that nobody answers.

@@ -43,7 +43,7 @@ constexpr auto kCustomerColumns = std::to_array<std::string_view>(
 /// "Y" or "N", and "N" where nothing is said.
 constexpr auto kMarkColumns =
     std::to_array<std::string_view>({"DRVR_LIC_IND", "RGSTRTN_IND", "DLR_IND", "ACDNT_IND", "ENFRC_IND"});
-constexpr auto kSuffixes = std::to_array<const char*>({"Jr", "Sr", "II", "III"});
+constexpr auto kNameSuffixes = std::to_array<const char*>({"Jr", "Sr", "II", "III"});
 
 /// What is shown by the customer's forms, where it is not drawn: how many periods the first form has, the tax
 /// of each of its periods in cents, and the status of each form, a letter each.
@@ -163,7 +163,8 @@ class Administration {
       if (draw.OneIn(2)) row["CO_CNTCT_NM"] = draw.From(names_["FIRST"]) + " " + draw.From(names_["LAST"]);
     } else {
       if (draw.OneIn(2)) row["MID_NM"] = draw.From(names_["FIRST"]);
-      if (draw.OneIn(12)) row["SUFX_NM"] = kSuffixes[static_cast<std::size_t>(draw.Below(kSuffixes.size()))];
+      if (draw.OneIn(12))
+        row["SUFX_NM"] = kNameSuffixes[static_cast<std::size_t>(draw.Below(kNameSuffixes.size()))];
       if (draw.OneIn(10)) KeepElsewhere(row, "DRVR_LIC_", "D" + draw.Digits(8));
     }
     if (draw.OneIn(15)) KeepElsewhere(row, "RGSTRTN_", "R" + draw.Digits(7));

@@ -1,0 +1,236 @@
+#include "server/customers/given_customer.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "platform/agreed/customer_numbers.h"
+#include "platform/failure.h"
+#include "platform/text.h"
+#include "server/customers/stored_customer.h"
+
+namespace server {
+namespace {
+
+using platform::Failure;
+
+enum class Characters { kAny, kName, kCity, kZip, kCode, kMark };
+
+struct KeptColumn {
+  std::string_view name;
+  std::size_t longest;
+  Characters characters = Characters::kAny;
+};
+
+// By the record's names. Nobody but the server sets QZ_CNTY_NBR and *_VRFY_CD.
+constexpr auto kKeptColumns = std::to_array<KeptColumn>({
+    {"CUST_BSNS_NM", 72},
+    {"CO_CNTCT_NM", 30},
+    {"FIRST_NM", 20, Characters::kName},
+    {"MID_NM", 20, Characters::kName},
+    {"LAST_NM", 25, Characters::kName},
+    {"SUFX_NM", 3},
+    {"PHN_NBR", 10},
+    {"ACCNT_NBR", 13},
+    {"MAIL_ADDR_1", 25},
+    {"MAIL_ADDR_2", 25},
+    {"MAIL_CITY", 22, Characters::kCity},
+    {"MAIL_ST", 2, Characters::kCode},
+    {"MAIL_ZIP_CD", 9, Characters::kZip},
+    {"MAIL_CNTY_CD", 3, Characters::kZip},
+    {"MAIL_RTND_IND", 1, Characters::kMark},
+    {"RES_ADDR_1", 25},
+    {"RES_ADDR_2", 25},
+    {"RES_CITY", 22, Characters::kCity},
+    {"RES_ST", 2, Characters::kCode},
+    {"RES_ZIP_CD", 9, Characters::kZip},
+    {"RES_CNTY_CD", 3, Characters::kZip},
+    {"RES_RTND_IND", 1, Characters::kMark},
+    {"FUEL_TAX_IND", 1, Characters::kMark},
+});
+constexpr auto kServersColumns =
+    std::to_array<std::string_view>({"MAIL_VRFY_CD", "RES_VRFY_CD", "QZ_CNTY_NBR"});
+
+constexpr auto kAddressParts = std::to_array<std::string_view>({"ADDR_1", "ADDR_2", "CITY", "ST", "ZIP_CD"});
+
+// Other registers keep these names of the customers that they have, too.
+constexpr auto kKeptElsewhere =
+    std::to_array<std::string_view>({"DRVR_LIC_IND", "RGSTRTN_IND", "DLR_IND", "ACDNT_IND", "ENFRC_IND"});
+constexpr auto kLockedNames =
+    std::to_array<std::string_view>({"CUST_BSNS_NM", "CO_CNTCT_NM", "FIRST_NM", "MID_NM", "SUFX_NM"});
+
+const std::string& At(const CustomerValues& values, std::string_view column) {
+  static const std::string kNothing;
+  const auto value = values.find(column);
+  return value == values.end() ? kNothing : value->second;
+}
+
+const std::string& Part(const CustomerValues& values, std::string_view prefix, std::string_view part) {
+  return At(values, std::string(prefix) + std::string(part));
+}
+
+[[noreturn]] void Refuse(std::string_view column, std::string_view value, std::string_view why) {
+  throw Failure(Failure::Kind::kRefused, std::string(column) + " cannot be " + platform::Quoted(value) +
+                                             ": " + std::string(why) + " Nothing was saved.");
+}
+
+bool HasControlCharacters(std::string_view text) {
+  return std::ranges::any_of(text, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+}
+
+bool IsAsciiLetter(char c) {
+  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+bool IsAsciiLetterOrDigit(char c) {
+  return IsAsciiLetter(c) || (c >= '0' && c <= '9');
+}
+
+/// Why the characters are wrong; "" where they are not.
+std::string_view WhyNot(Characters characters, std::string_view text) {
+  if (HasControlCharacters(text)) return "it holds line breaks or characters that show nothing.";
+  switch (characters) {
+    case Characters::kAny:
+      return "";
+    case Characters::kName:
+      return platform::HoldsOnlyLetters(text, U" '\u2019-.%") ? "" : "a name is made of letters.";
+    case Characters::kCity:
+      return platform::HoldsOnlyLetters(text, U" '\u2019-.") ? "" : "the name of a city is made of letters.";
+    case Characters::kZip:
+      return std::ranges::all_of(text, IsAsciiLetterOrDigit) ? "" : "it is made of digits and letters.";
+    case Characters::kCode:
+      return text.size() == 2 && std::ranges::all_of(text, IsAsciiLetter) ? "" : "a state has two letters.";
+    case Characters::kMark:
+      return text == "Y" || text == "N" ? "" : "it is \"Y\" or \"N\".";
+  }
+  return "";
+}
+
+void CheckValue(const KeptColumn& column, const std::string& value) {
+  if (value.empty()) return;
+  if (const auto why = WhyNot(column.characters, value); !why.empty()) Refuse(column.name, value, why);
+  if (column.name == "PHN_NBR") {
+    if (const auto why = platform::WhyNoPhoneNumber(value); !why.empty()) Refuse(column.name, value, why);
+  } else if (column.name == "ACCNT_NBR") {
+    if (const auto why = platform::WhyNoFuelTaxAccount(value); !why.empty()) Refuse(column.name, value, why);
+  } else if (platform::CharacterCount(value) > column.longest) {
+    Refuse(column.name, value, "it has more than " + std::to_string(column.longest) + " characters.");
+  }
+}
+
+void RequireNames(const CustomerValues& before, const CustomerValues& after, bool individual) {
+  const auto require = [&](std::string_view column, std::size_t least, std::string_view why) {
+    const auto& name = At(after, column);
+    if (name == At(before, column) && !before.empty()) return;
+    if (platform::CharacterCount(name) < least) Refuse(column, name, why);
+  };
+  if (individual) {
+    require("FIRST_NM", 1, "a person has a first name.");
+    require("LAST_NM", 1, "a person has a last name.");
+    return;
+  }
+  if (IsIndividual(after)) Refuse("LAST_NM", At(after, "LAST_NM"), "a business has none.");
+  const auto least = At(after, "CUST_BSNS_NM").find('%') == std::string::npos ? 2U : 3U;
+  require("CUST_BSNS_NM", least, "the name of a business has two characters or more.");
+}
+
+/// An address is there as a whole, or not at all where it may be missing.
+void RequireWhole(const CustomerValues& after, std::string_view prefix, bool may_be_missing) {
+  if (may_be_missing && !HasAddress(after, prefix)) return;
+  const std::string begin(prefix);
+  if (Part(after, prefix, "ADDR_1").empty() && Part(after, prefix, "ADDR_2").empty())
+    Refuse(begin + "ADDR_1", "", "an address has a line.");
+  for (const auto* part : {"CITY", "ST", "ZIP_CD"})
+    if (Part(after, prefix, part).empty())
+      Refuse(begin + part, "", "an address has a city, a state and a zip code.");
+}
+
+void CheckLockedNames(const CustomerValues& before, const CustomerValues& after) {
+  const auto marked =
+      std::ranges::find_if(kKeptElsewhere, [&](std::string_view mark) { return At(before, mark) == "Y"; });
+  if (marked == kKeptElsewhere.end()) return;
+  for (const auto column : kLockedNames) {
+    if (At(before, column) != At(after, column))
+      Refuse(
+          column, At(after, column),
+          "another register keeps this customer's name (" + std::string(*marked) + "); it is changed there.");
+  }
+}
+
+std::string WithoutPunctuation(std::string_view column, std::string value) {
+  if (column.ends_with("ZIP_CD")) return platform::ReplaceAll(platform::ReplaceAll(value, "-", ""), " ", "");
+  if (column != "PHN_NBR" && column != "ACCNT_NBR") return value;
+  const auto is_punctuation = [](char c) {
+    return std::string_view(" ()-./+").find(c) != std::string_view::npos;
+  };
+  std::erase_if(value, is_punctuation);
+  return value;
+}
+
+bool Differ(const CustomerValues& before, const CustomerValues& after, std::string_view prefix) {
+  return !(AddressOf(before, prefix) == AddressOf(after, prefix));
+}
+
+}  // namespace
+
+std::optional<CustomerValues> FindCustomerValues(Database& database, const std::string& id) {
+  const auto rows = database.Select(std::string(kSelectCustomers) + "WHERE CUST_ID = ?", {id});
+  if (rows->IsEmpty()) return std::nullopt;
+  CustomerValues values;
+  for (const auto& column : kKeptColumns) values[std::string(column.name)] = rows->Text(column.name);
+  for (const auto column : kServersColumns) values[std::string(column)] = rows->Text(column);
+  for (const auto column : kKeptElsewhere) values[std::string(column)] = rows->Text(column);
+  return values;
+}
+
+CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const CustomerValues& before) {
+  CustomerValues values;
+  for (const auto& column : kKeptColumns) {
+    if (!rows.HasColumn(column.name) || rows.Get(column.name).IsNull()) continue;
+    auto given = WithoutPunctuation(column.name, std::string(platform::TrimBlanks(rows.Text(column.name))));
+    const auto& stored = At(before, column.name);
+    const bool is_stored = !stored.empty() && given == WithoutPunctuation(column.name, stored);
+    values[std::string(column.name)] = is_stored ? stored : std::move(given);
+  }
+  return values;
+}
+
+bool IsIndividual(const CustomerValues& values) {
+  return !At(values, "LAST_NM").empty();
+}
+
+bool HasAddress(const CustomerValues& values, std::string_view prefix) {
+  return std::ranges::any_of(kAddressParts, [&](auto part) { return !Part(values, prefix, part).empty(); });
+}
+
+platform::PostalAddress AddressOf(const CustomerValues& values, std::string_view prefix) {
+  return {.line1 = Part(values, prefix, "ADDR_1"),
+          .line2 = Part(values, prefix, "ADDR_2"),
+          .city = Part(values, prefix, "CITY"),
+          .state = Part(values, prefix, "ST"),
+          .zip = WithoutPunctuation("ZIP_CD", Part(values, prefix, "ZIP_CD"))};
+}
+
+void SetAddress(CustomerValues& values, std::string_view prefix, const platform::PostalAddress& address) {
+  const std::string begin(prefix);
+  values[begin + "ADDR_1"] = address.line1;
+  values[begin + "ADDR_2"] = address.line2;
+  values[begin + "CITY"] = address.city;
+  values[begin + "ST"] = address.state;
+  values[begin + "ZIP_CD"] = WithoutPunctuation("ZIP_CD", address.zip);
+}
+
+void CheckCustomer(const CustomerValues& before, const CustomerValues& after, bool individual) {
+  for (const auto& column : kKeptColumns) {
+    const auto& value = At(after, column.name);
+    if (value != At(before, column.name)) CheckValue(column, value);
+  }
+  CheckLockedNames(before, after);
+  RequireNames(before, after, individual);
+  if (before.empty() || Differ(before, after, kMailPrefix)) RequireWhole(after, kMailPrefix, false);
+  if (before.empty() || Differ(before, after, kResidentialPrefix)) {
+    const bool had_one = HasAddress(before, kResidentialPrefix);
+    RequireWhole(after, kResidentialPrefix, !had_one && !individual);
+  }
+}
+
+}  // namespace server

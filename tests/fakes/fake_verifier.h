@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/failure.h"
+#include "platform/parties/address_verifier.h"
+#include "platform/text.h"
+
+namespace fakes {
+
+/// Passes every address in capitals, but those whose first line a verdict stands for.
+class FakeVerifier : public platform::AddressVerifier {
+ public:
+  std::map<std::string, platform::AddressVerdict> verdicts;  ///< by the first line asked for
+  std::string fault;                                         ///< not "": there is no verdict
+  std::vector<platform::PostalAddress> asked;
+
+  platform::AddressVerdict Verify(const platform::PostalAddress& address) override {
+    using platform::UpperCase;
+    asked.push_back(address);
+    if (!fault.empty()) throw platform::Failure(platform::Failure::Kind::kUnavailable, fault);
+    if (const auto verdict = verdicts.find(address.line1); verdict != verdicts.end()) return verdict->second;
+    return {.kind = platform::AddressVerdict::Kind::kPassed,
+            .address = {.line1 = UpperCase(address.line1),
+                        .line2 = UpperCase(address.line2),
+                        .city = UpperCase(address.city),
+                        .state = UpperCase(address.state),
+                        .zip = address.zip}};
+  }
+};
+
+}  // namespace fakes
