@@ -1,30 +1,53 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
+#include "customers/clear_cust_form.h"
+#include "customers/customer_maintenance.h"
 #include "customers/customer_panel.h"
 #include "platform/parties/services.h"
+#include "workspace/messaging/letter_request_fields.h"
 #include "workspace/messaging/page_index.h"
 
 namespace customers {
 
-/// Has the user choose the customer of a page. No failure leaves it.
+/// The form (account) that was picked for a page.
+struct PickedForm {
+  std::string form_type;    ///< its code
+  std::string form_number;  ///< with its check digit: "0001234-5"
+};
+
+/// Has the user choose the customer of a page, alone or with one of the customer's accounts. No failure
+/// leaves it.
+///
+/// The customer chosen is shown on the page, whose two selection commands stay disabled then until the page
+/// is cleared; they are enabled again when none was chosen.
 class CustomerSelection {
  public:
-  /// All references outlive this.
-  CustomerSelection(const platform::Services& services, const std::string& message_title,
-                    CurrentCustomer& customer)
-      : services_(services), message_title_(message_title), customer_(customer) {}
+  /// All of it outlives the selection.
+  struct Uses {
+    const platform::Services& services;
+    const std::string& message_title;
+    CurrentCustomer& customer;
+    workspace::LetterRequestFields& request;
+    CustomerMaintenance maintenance;
+    /// Shows the form on the page.
+    std::function<void(workspace::PageIndex page, const PickedForm& form)> fill_form_info;
+  };
+  explicit CustomerSelection(Uses uses) : uses_(std::move(uses)) {}
 
-  /// Opens the search under that caption, and returns when it has closed. The customer chosen is shown on the
-  /// page, whose two selection commands stay disabled then until the page is cleared; they are enabled again
-  /// when none was chosen.
-  void Select(const std::string& caption, workspace::PageIndex page, CustomerPanel& panel);
+  /// "Select Customer". Each returns when its dialog has closed.
+  void SelectCustomer(workspace::PageIndex page, CustomerPanel& panel);
+  /// "Select Account". The account type it leaves with is offered next time, on either page. Cancelling
+  /// clears the page.
+  void SelectAccount(workspace::PageIndex page, const CustomerForm& form);
 
  private:
-  const platform::Services& services_;
-  const std::string& message_title_;
-  CurrentCustomer& customer_;
+  void TakeAccount(workspace::PageIndex page, const CustomerForm& form);
+
+  const Uses uses_;
+  std::string account_type_;  // chosen last; "" while none was
 };
 
 }  // namespace customers

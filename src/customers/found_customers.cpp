@@ -1,18 +1,14 @@
 #include "customers/found_customers.h"
 
+#include <algorithm>
 #include <array>
-#include <string>
-#include <string_view>
 
 #include "platform/agreed/customer_record.h"
+#include "platform/text.h"
 
 namespace customers {
 
 namespace {
-
-using platform::RecordSet;
-
-using platform::kCustomerValues;
 
 /// How a page shows a value that is stored in another form.
 struct Encoding {
@@ -25,58 +21,60 @@ constexpr auto kEncodings = std::to_array<Encoding>({
     {&SelectedCustomer::Phone, &DisplayEncoders::FormatPhone},
     {&SelectedCustomer::FuelTax, &DisplayEncoders::EncodeFuelTaxAccountNbr},
 });
-constexpr std::string_view kCity = "City";
 
-struct ListedColumn {
-  std::string_view key;
+constexpr auto kReturnedMailColumns = std::to_array<std::string_view>({"MAIL_RTND_IND", "RES_RTND_IND"});
+
+struct ShownColumn {
   std::string_view caption;
+  bool is_number;
 };
-constexpr auto kListed = std::to_array<ListedColumn>(
-    {{"CustID", "Customer ID"}, {"CUSTNAME", "Name"}, {kCity, ""}, {"FuelTax", "Fuel Tax Account"}});
+constexpr auto kShownColumns = std::to_array<ShownColumn>(
+    {{"Name", false}, {"City", false}, {"Fuel Tax Account", true}, {"Phone", true}});
+static_assert(kShownColumns.size() == kFoundColumns);
 
-SelectedCustomer ShownCustomer(const RecordSet& records, std::size_t row, const DisplayEncoders& encoders) {
-  auto customer = platform::CustomerRecord(records, row).Values();
-  for (const auto& [held, encoder] : kEncodings) customer.*held = (encoders.*encoder)(customer.*held);
-  return customer;
+const std::string& TextOf(const SelectedCustomer& customer, FoundColumn column) {
+  switch (column) {
+    case FoundColumn::kName:
+      return customer.CUSTNAME;
+    case FoundColumn::kCity:
+      return customer.City();
+    case FoundColumn::kAccount:
+      return customer.FuelTax;
+    case FoundColumn::kPhone:
+      break;
+  }
+  return customer.Phone;
 }
 
-std::vector<std::string> Columns() {
-  std::vector<std::string> columns;
-  columns.reserve(kCustomerValues.size() + 1);
-  for (const auto& value : kCustomerValues) columns.emplace_back(value.name);
-  columns.emplace_back(kCity);
-  return columns;
+bool HasReturnedMail(const platform::RecordSet& records, std::size_t row) {
+  return std::ranges::any_of(kReturnedMailColumns, [&](std::string_view column) {
+    return records.HasColumn(column) && platform::EqualsIgnoringCase(records.Text(row, column), "Y");
+  });
 }
 
 }  // namespace
 
-std::vector<platform::Grid::Column> FoundCustomerColumns() {
-  std::vector<platform::Grid::Column> columns;
-  columns.reserve(kListed.size());
-  for (const auto& [key, caption] : kListed) {
-    columns.push_back({std::string(key), std::string(caption), "", /*hidden=*/false, "", ""});
-  }
-  return columns;
-}
-
-std::shared_ptr<RecordSet> ListCustomers(const RecordSet& records, const DisplayEncoders& encoders) {
-  auto found = std::make_shared<RecordSet>(Columns());
+std::vector<FoundCustomer> ReadFoundCustomers(const platform::RecordSet& records,
+                                              const DisplayEncoders& encoders) {
+  std::vector<FoundCustomer> found;
+  found.reserve(records.RecordCount());
   for (std::size_t row = 0; row < records.RecordCount(); ++row) {
-    const auto customer = ShownCustomer(records, row, encoders);
-    std::vector<platform::Value> values;
-    values.reserve(kCustomerValues.size() + 1);
-    for (const auto& value : kCustomerValues) values.emplace_back(customer.*value.held);
-    values.emplace_back(customer.City());
-    found->Append(std::move(values));
+    auto customer = platform::CustomerRecord(records, row).Values();
+    for (const auto& [held, encoder] : kEncodings) customer.*held = (encoders.*encoder)(customer.*held);
+    found.push_back({std::move(customer), HasReturnedMail(records, row)});
   }
-  found->MoveFirst();
   return found;
 }
 
-SelectedCustomer CustomerAt(const RecordSet& found, std::size_t row) {
-  SelectedCustomer customer;
-  for (const auto& value : kCustomerValues) customer.*value.held = found.Text(row, value.name);
-  return customer;
+std::string_view CaptionOf(FoundColumn column) {
+  return kShownColumns.at(static_cast<std::size_t>(column)).caption;
+}
+
+FoundCell CellOf(const FoundCustomer& customer, FoundColumn column, std::string_view typed) {
+  const auto& text = TextOf(customer.values, column);
+  const bool is_number = kShownColumns.at(static_cast<std::size_t>(column)).is_number;
+  return {text, is_number ? platform::RangesOfNumber(text, typed)
+                          : platform::RangesOfWords(text, platform::SearchWords(typed))};
 }
 
 }  // namespace customers

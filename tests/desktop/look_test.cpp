@@ -12,7 +12,8 @@
 
 #include "composition/frm_batch.h"
 #include "composition/frm_letter.h"
-#include "customers/customer_search.h"
+#include "customers/frm_cust_select.h"
+#include "customers/select_cust_form_inq.h"
 #include "desktop/forms/form_views.h"
 #include "desktop/look/office_style.h"
 #include "desktop/pages/workspace_view.h"
@@ -128,24 +129,65 @@ TEST_P(TheLook, OfLettersFoundSortedAndSearched) {
   menu->close();
 }
 
-TEST_P(TheLook, OfTheCustomerSearch) {
-  customers::frmCustSearch search(sample.services.services(), "Select Customer", "Letters");
+void Find(tests::SamplePages& sample, customers::ZEMLO_CustSelect& select) {
   std::vector<fakes::Row> found;
-  for (int number = 0; number < 30; ++number) {
+  for (int number = 0; number < 20; ++number) {
     found.push_back({{"Cust_Id", std::to_string(100001 + number)},
                      {"CUST_BSNS_NM", "Meadow & Sons Fuel Haulage Cooperative"},
                      {"mail_city", "Lower Kettleford"},
-                     {"ACCNT_NBR", "1100000021401"}});
+                     {"PHN_NBR", "5085550104"},
+                     {"ACCNT_NBR", "1100000021401"},
+                     {"MAIL_RTND_IND", number % 3 == 0 ? "Y" : "N"}});
   }
-  LookAtNextModal("search_found");
-  search.txtFind.SetText("meadow");
-  search.cmdFind.UserClicks();
-  sample.services.server.Reply(
-      fakes::ScriptedReply::With("CUSTOMER", found).And("CUSTOMER_SEARCH", {{{"MORE", "Y"}}}));
+  select.txtFind.SetText("lower meadow 508");
+  select.TypingRests();
+  sample.services.server.Reply(fakes::ScriptedReply::With("CUSTOMER", found)
+                                   .And("CUSTOMER_SEARCH", {{{"MORE", "Y"}, {"TOTAL", 1234}}}));
   sample.services.RunEvents();
-  search.sdgGrid.UserSelects({3});
-  shell.ShowModal(search);
-  EXPECT_EQ(search.sdgGrid.selected_rows().size(), 1u) << "showing a list leaves its selection alone";
+}
+
+TEST_P(TheLook, OfTheCustomerDialog) {
+  for (const bool with_alerts : {false, true}) {
+    customers::frmCustSelect dialog(sample.services.services(), {});
+    dialog.Load();
+    dialog.ZEMLO_CustSelect1.AlertsOn = with_alerts;
+    Find(sample, dialog.ZEMLO_CustSelect1);
+    dialog.ZEMLO_CustSelect1.UserChooses(3);
+    const auto* name = with_alerts ? "customer_dialog_alerts" : "customer_dialog";
+    tests::OnNextModal([&](QWidget& window) {
+      tests::WaitForSight(window);
+      Look(window, name);
+      dialog.cmdCancel.UserClicks();
+    });
+    shell.ShowModal(dialog);
+  }
+}
+
+TEST_P(TheLook, OfTheAccountDialog) {
+  const std::string title = "Letters";
+  sample.services.reference.AnswersWhatContains(
+      "CORDOC", fakes::RowsOf("", {{{"CD_TBL_CD", "C"}, {"CD_TBL_DES", "Tax Liability Assessment"}}}));
+  customers::ZEMLO_SelectCustFormInq dialog(sample.services.services(), title, {});
+  dialog.Load();
+  dialog.skip_next_type_change = true;
+  dialog.mKvcboDocType.Code("C");
+  Find(sample, dialog.ZEMLO_CustSelect1);
+  dialog.ZEMLO_CustSelect1.UserChooses(1);
+  std::vector<fakes::Row> forms;
+  for (int number = 0; number < 8; ++number) {
+    forms.push_back({{"FORM_NBR", std::to_string(3100004 + number)},
+                     {"FORM_CK_DGT_NBR", "9"},
+                     {"STP_DT", "2024-03-01"},
+                     {"ASSMT_DUE_AMT", "101045.50"},
+                     {"ORIG_ASSMT_AMT", "101045.50"},
+                     {"BAL_DUE", "1045.50"},
+                     {"LST_PYMT_DT", "2024-02-29"}});
+  }
+  sample.services.server.ReplyWith("CUSTOMERFORM", forms);
+  sample.services.RunEvents();
+  dialog.mSdgGrid.UserSelects({2});
+  LookAtNextModal("account_dialog");
+  shell.ShowModal(dialog);
 }
 
 TEST_P(TheLook, OfTheLetterInformation) {

@@ -46,15 +46,6 @@ ZEMLO_CustMaint::ZEMLO_CustMaint(const platform::Services& services, std::string
 
 ZEMLO_CustMaint::~ZEMLO_CustMaint() = default;
 
-template <typename Work>
-bool ZEMLO_CustMaint::Procedure(std::string_view name, Work&& work) {
-  bool done = false;
-  RunHandler([&] {
-    done = platform::Trap(services_, std::string("ZEMLO_CustMaint.").append(name), std::forward<Work>(work));
-  });
-  return done;
-}
-
 void ZEMLO_CustMaint::Connect() {
   const auto keep = [this](platform::Connection connection) {
     connections_.push_back(std::move(connection));

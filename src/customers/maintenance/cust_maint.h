@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "customers/maintenance/address_changes.h"
@@ -134,5 +135,14 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   bool is_checking_ = false;
   std::vector<platform::Connection> connections_;
 };
+
+template <typename Work>
+bool ZEMLO_CustMaint::Procedure(std::string_view name, Work&& work) {
+  bool done = false;
+  RunHandler([&] {
+    done = platform::Trap(services_, std::string("ZEMLO_CustMaint.").append(name), std::forward<Work>(work));
+  });
+  return done;
+}
 
 }  // namespace customers

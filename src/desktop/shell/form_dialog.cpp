@@ -52,8 +52,9 @@ void FormDialog::ShowNotice(const QString& text) {
 }
 
 void FormDialog::CloseForm() {
-  if (auto* field = focusWidget()) field->clearFocus();
-  form_.Close();
+  const QPointer<QWidget> field = focusWidget();
+  if (field) field->clearFocus();
+  if (!form_.Close() && field) field->setFocus();
 }
 
 void FormDialog::reject() {

@@ -7,6 +7,16 @@
 #include "platform/text.h"
 
 namespace platform {
+namespace {
+
+std::string AsCurrency(std::string text) {
+  const auto amount = Money::Parse(Trim(text));
+  if (!amount) return text;
+  auto grouped = amount->AsGroupedText();
+  return grouped.insert(grouped.starts_with('-') ? 1 : 0, "$");
+}
+
+}  // namespace
 
 void Grid::Bind(std::shared_ptr<RecordSet> rows) {
   rows_changed_.Disconnect();
@@ -72,7 +82,8 @@ void Grid::UserSortsBy(std::string_view key) {
 
 std::string Grid::CellText(std::size_t row, const Column& column) const {
   if (!rows_ || row >= rows_->RecordCount() || !rows_->HasColumn(column.key)) return {};
-  return rows_->Text(row, column.key);
+  auto text = rows_->Text(row, column.key);
+  return column.format == Format::kCurrency ? AsCurrency(std::move(text)) : text;
 }
 
 std::optional<std::size_t> Grid::RowOf(std::uint64_t row_id) const {

@@ -20,6 +20,7 @@ class Grid : public Control {
  public:
   /// Whether the user sees a column that he said nothing about.
   enum class AtFirst { kShown, kShownWhereWide, kNotShown };
+  enum class Format { kAsItIs, kCurrency };
   struct Column {
     std::string key;         ///< column of the bound rows
     std::string caption;     ///< heading; the key where it is empty
@@ -29,6 +30,7 @@ class Grid : public Control {
     std::string heading_style;
     bool derived = false;  ///< filled by the row-loaded step: empty in a row that was never shown
     AtFirst at_first = AtFirst::kShown;
+    Format format = Format::kAsItIs;  ///< kCurrency: an amount as "$1,045.50"; what is none stays
 
     const std::string& Heading() const { return caption.empty() ? key : caption; }
   };

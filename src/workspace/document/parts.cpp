@@ -2,6 +2,7 @@
 
 #include "platform/text.h"
 #include "workspace/document/reply_routes.h"
+#include "workspace/requests/form_info.h"
 
 namespace workspace {
 
@@ -33,7 +34,11 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
           services, letter_request, [this] { SelectNewType(); },
           [this](const std::string& request_name) { Reprint(request_name); }),
       customer_inquiry({services, envelope, data.customer, data.pages.tracking.panel}),
-      customer_selection(services, data.message_title, data.customer),
+      customer_selection({services, data.message_title, data.customer, data.request,
+                          customers::MaintenanceOver(services, data.message_title),
+                          [&services, &data](PageIndex page, const customers::PickedForm& form) {
+                            FillFormInfo(services, data.message_title, data.pages, page, form);
+                          }}),
       batch_reprint(services, envelope),
       letter_fetch(services, data.message_title, envelope, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),

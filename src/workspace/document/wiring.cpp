@@ -50,14 +50,14 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
        [&parts] { parts.fields.batch_criteria.Clear(); }},
   };
   for (const auto page : {PageIndex::kCorrespondence, PageIndex::kTracking}) {
-    auto& panel = pages.Letter(page).panel;
-    // Both open the search until accounts have a dialog of their own.
-    for (auto* command : {&panel.select_customer, &panel.select_account}) {
-      rows.push_back(
-          {command, Sends::kRequest, [&selection = parts.customer_selection, &panel, command, page] {
-             selection.Select(command->caption(), page, panel);
-           }});
-    }
+    auto& letter_page = pages.Letter(page);
+    auto& selection = parts.customer_selection;
+    rows.push_back({&letter_page.panel.select_customer, Sends::kRequest,
+                    [&selection, &letter_page, page] { selection.SelectCustomer(page, letter_page.panel); }});
+    rows.push_back({&letter_page.panel.select_account, Sends::kRequest, [&selection, &letter_page, page] {
+                      selection.SelectAccount(
+                          page, {letter_page.panel, letter_page.ZEMLO_FormTypeCodes, letter_page.txtFormNum});
+                    }});
   }
   for (const auto option : {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReprintLocal,
                             TrackingPage::kViewBookmark}) {

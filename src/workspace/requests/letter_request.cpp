@@ -25,7 +25,9 @@ void LetterRequest::LetterTypeChanged(PageIndex index) {
     const auto required = RequiredFormTypes(uses_.services.utilities, letter_type);
     page.ZEMLO_LetterType.Tag = required;
     uses_.form_types.FilterFormType(required, index);
-    if (!remembered.empty() && !required.empty()) form_types.Code(remembered);
+    // A type that the letter does not go with would be reported as a fault.
+    const bool is_offered = !required.empty() && !form_types.DescriptionOf(remembered).empty();
+    if (is_offered) form_types.Code(remembered);
     uses_.field_check.CheckEdit(index);
   });
 }

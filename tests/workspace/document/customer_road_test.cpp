@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
-#include "customers/customer_search.h"
+#include "customers/frm_cust_select.h"
+#include "customers/select_cust_form_inq.h"
 #include "tests/workspace/document/workspace_test.h"
 
 namespace workspace {
@@ -22,15 +23,34 @@ class CustomerRoad : public WorkspaceTest {
     fakes_.server.Reply(std::move(reply));
     fakes_.RunEvents();
   }
+  void UserFinds(customers::ZEMLO_CustSelect& select, const fakes::Row& customer) {
+    select.txtFind.SetText("acme");
+    select.UserPressesEnter();
+    ServerReplies(fakes::ScriptedReply::With("CUSTOMER", {customer}));
+  }
   void UserChooses(platform::Command& command, const fakes::Row& customer) {
     fakes_.host.user_in_form = [this, customer](platform::Form& form) {
-      auto& search = static_cast<customers::frmCustSearch&>(form);
-      caption_ = search.caption();
-      search.cmdFind.UserClicks();
-      ServerReplies(fakes::ScriptedReply::With("CUSTOMER", {customer}));
-      search.cmdOk.UserClicks();
+      auto& dialog = static_cast<customers::frmCustSelect&>(form);
+      UserFinds(dialog.ZEMLO_CustSelect1, customer);
+      dialog.cmdOk.UserClicks();
     };
     command.UserClicks();
+  }
+  void UserPicksAccount(platform::Command& command, const fakes::Row& customer) {
+    fakes_.host.user_in_form = [this, customer](platform::Form& form) {
+      auto& dialog = static_cast<customers::ZEMLO_SelectCustFormInq&>(form);
+      UserFinds(dialog.ZEMLO_CustSelect1, customer);
+      ServerReplies(
+          fakes::ScriptedReply::With("CUSTOMERFORM", {{{"FORM_NBR", "3100004"}, {"FORM_CK_DGT_NBR", "9"}}}));
+      dialog.mSdgGrid.UserSelects({0});
+      dialog.mCmdButton[customers::ZEMLO_SelectCustFormInq::kOk].UserClicks();
+    };
+    command.UserClicks();
+  }
+  void GivenAccountTypes() {
+    fakes_.reference.AnswersWhatContains(
+        "from FLS_code", fakes::RowsOf("", {{{"CD_TBL_CD", ""}, {"CD_TBL_DES", ""}},
+                                            {{"CD_TBL_CD", "C"}, {"CD_TBL_DES", "Citation"}}}));
   }
   static fakes::Row Acme() {
     return {{"Cust_Id", "9000"},          {"CUST_BSNS_NM", "ACME"}, {"FIRST_NM", {}},       {"LAST_NM", {}},
@@ -38,7 +58,6 @@ class CustomerRoad : public WorkspaceTest {
             {"mail_zip_cd", "74103"}};
   }
 
-  std::string caption_;  ///< of the search that was opened last
   TrackingPage& page_ = document_.pages().tracking;
 };
 
@@ -112,20 +131,59 @@ TEST_F(CustomerRoad, AsksBeforeALetterOfAnotherCustomerIsShownSavedOrPrinted) {
 
 TEST_F(CustomerRoad, LetsTheUserChooseAnotherCustomerOnceThePageIsCleared) {
   auto& page = document_.pages().correspondence;
-  struct Way {
-    platform::Command& command;
-    const char* caption;
-  };
-  for (const auto& [command, caption] : {Way{page.panel.select_customer, "Select Customer"},
-                                         Way{page.panel.select_account, "Select Account"}}) {
-    UserChooses(command, Acme());
-    EXPECT_EQ(caption_, caption);
+  UserChooses(page.panel.select_customer, Acme());
+  EXPECT_EQ(page.panel.customer_id.caption(), "9000");
+  EXPECT_FALSE(page.panel.select_customer.enabled());
+  EXPECT_FALSE(page.panel.select_account.enabled());
+  page.OptOnline[CorrespondencePage::kClear].UserClicks();
+  EXPECT_TRUE(page.panel.select_customer.enabled());
+  EXPECT_TRUE(page.panel.select_account.enabled());
+}
+
+TEST_F(CustomerRoad, TakesAnAccountOfTheCustomerOntoEitherPage) {
+  for (const auto index : {PageIndex::kCorrespondence, kTracking}) {
+    auto& page = document_.pages().Letter(index);
+    page.ZEMLO_FormTypeCodes.LookupFormType("CR");
+    GivenAccountTypes();
+    UserPicksAccount(page.panel.select_account, Acme());
     EXPECT_EQ(page.panel.customer_id.caption(), "9000");
-    EXPECT_FALSE(page.panel.select_customer.enabled());
-    EXPECT_FALSE(page.panel.select_account.enabled());
-    page.OptOnline[CorrespondencePage::kClear].UserClicks();
-    EXPECT_TRUE(command.enabled());
+    EXPECT_EQ(page.ZEMLO_FormTypeCodes.Code(), "C");
+    EXPECT_EQ(page.ZEMLO_FormTypeCodes.Tag, "C");
+    EXPECT_EQ(page.txtFormNum.text(), "3100004-9");
+    EXPECT_EQ(fakes_.status.LastText(), "Ready");
   }
+  EXPECT_THAT(fakes_.host.MessageTexts(), IsEmpty());
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+TEST_F(CustomerRoad, KeepsTheTypeOfAPickedAccountForTheLetterThatIsChosenThen) {
+  auto& page = document_.pages().correspondence;
+  page.ZEMLO_FormTypeCodes.LookupFormType("R");  // of a letter before
+  GivenAccountTypes();
+  UserPicksAccount(page.panel.select_account, Acme());
+  EXPECT_THAT(fakes_.host.MessageTexts(),
+              ElementsAre("Please select a correspondence type from the Correspondence Names list."));
+  EXPECT_EQ(page.ZEMLO_FormTypeCodes.rows()->RecordCount(), 2u) << "the type is offered";
+  UserPicksLetterType("120");
+  EXPECT_EQ(page.ZEMLO_FormTypeCodes.Code(), "C");
+  EXPECT_EQ(page.txtFormNum.text(), "3100004-9");
+
+  page.ZEMLO_FormTypeCodes.Tag = "W";  // a type that the next letter does not go with
+  UserPicksLetterType("120");
+  EXPECT_EQ(page.ZEMLO_FormTypeCodes.Code(), "");
+  EXPECT_THAT(fakes_.errors.reports, IsEmpty());
+}
+
+TEST_F(CustomerRoad, ClearsThePageWhenTheAccountDialogIsCancelled) {
+  auto& page = document_.pages().correspondence;
+  GivenAccountTypes();
+  UserPicksAccount(page.panel.select_account, Acme());
+  page.panel.EnableSelection(true);
+  fakes_.host.user_in_form = [](platform::Form& form) { form.Close(); };
+  page.panel.select_account.UserClicks();
+  EXPECT_EQ(page.panel.name.caption() + page.txtFormNum.text() + page.ZEMLO_FormTypeCodes.GetText(), "");
+  EXPECT_EQ(document_.customer().CustomerId, "");
+  EXPECT_TRUE(page.panel.select_account.enabled());
 }
 
 }  // namespace
