@@ -127,6 +127,7 @@ class PlaceSearch {
 /// A street as it was entered, in the words that are compared.
 struct Reading {
   std::string pre;
+  std::string name;
   std::string name_key;
   std::string suffix;
   std::string post;
@@ -136,12 +137,13 @@ struct Reading {
 std::vector<Reading> ReadingsOf(const StreetName& street) {
   std::vector<Reading> readings;
   for (const auto& reading : StreetReadings(street))
-    readings.push_back({reading.pre, CommonKey(reading.name), reading.suffix, reading.post, 0});
+    readings.push_back({reading.pre, reading.name, CommonKey(reading.name), reading.suffix, reading.post, 0});
   // The last word may be a suffix that is misspelled beyond recognition.
   if (street.suffix.empty()) {
     const auto blank = street.name.rfind(' ');
     if (blank != std::string::npos)
-      readings.push_back({street.pre, CommonKey(street.name.substr(0, blank)), "?", street.post, 1});
+      readings.push_back({street.pre, street.name.substr(0, blank), CommonKey(street.name.substr(0, blank)),
+                          "?", street.post, 1});
   }
   return readings;
 }
@@ -199,7 +201,10 @@ class MatchSearch {
     if (line_.kind != DeliveryKind::kStreet) return kTooFar;
     int nearest = kTooFar;
     for (const auto& reading : readings_) {
-      const auto name = reading.distance + NameDistance(reading.name_key, file_.Text(street.name_key), limit);
+      // "VALELY" is near "VALLEY", not near "VLY".
+      const auto name =
+          reading.distance + std::min(NameDistance(reading.name, file_.Text(street.name), limit),
+                                      NameDistance(reading.name_key, file_.Text(street.name_key), limit));
       if (name > limit || name >= nearest) continue;
       const auto parts = file_.NameOf(street);
       nearest = std::min(
