@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kCustomersAboveAccounts = 5;
 constexpr int kAccountsInSight = 4;
+constexpr int kStatusLines = 2;
 
 }  // namespace
 
@@ -44,6 +45,7 @@ void AccountDialogView::LayOut() {
   list->addWidget(accounts_);
   auto* status = new QLabel(this);
   status->setWordWrap(true);
+  status->setMinimumHeight(kStatusLines * status->fontMetrics().lineSpacing());
   Bind(form_.status_bar, *status);
   auto* ends = new QHBoxLayout;
   ends->addWidget(status, 1);

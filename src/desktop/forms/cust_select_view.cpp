@@ -20,11 +20,14 @@ namespace {
 constexpr const char* kWidest[] = {"", "Lower Kettleford", "00-000000000-00", "(000) 000-0000",
                                    "Mail returned"};
 constexpr int kSmallestNameInCharacters = 24;
+constexpr int kWidthInCharacters = 120;
 constexpr int kCellSpace = 16;
+constexpr int kChosenLines = 2;
 
 QLabel* MakeLine(platform::Label& label, QWidget* parent) {
   auto* line = new QLabel(parent);
   line->setWordWrap(true);
+  line->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   Bind(label, *line);
   return line;
 }
@@ -72,7 +75,9 @@ void CustSelectView::SetList(int rows) {
   int width = list_->fontMetrics().averageCharWidth() * kSmallestNameInCharacters;
   for (int column = 1; column < model_->columnCount(); ++column) {
     const auto caption = model_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
-    const auto metrics = list_->fontMetrics();
+    auto bold = list_->font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
     const int needed = kCellSpace + std::max(metrics.horizontalAdvance(QLatin1String(kWidest[column])),
                                              heading->fontMetrics().horizontalAdvance(caption));
     list_->setColumnWidth(column, needed);
@@ -96,23 +101,28 @@ void CustSelectView::LayOut() {
   auto* line = new QHBoxLayout;
   line->addWidget(CaptionFor(*find_, "&Find:"));
   line->addWidget(find_, 1);
-  auto* commands = new QHBoxLayout;
-  commands->addWidget(MakeLine(select_.chosen_text, this), 1);
   auto* edit = MakeButton(select_.cmdEdit, this);
   auto* add = MakeButton(select_.cmdNew, this);
   for (auto* button : {edit, add}) {
     button->setAutoDefault(false);  // Enter is the list's and the dialog's
-    commands->addWidget(button, 0, Qt::AlignTop);
+    line->addWidget(button);
   }
+  auto* chosen = MakeLine(select_.chosen_text, this);
+  chosen->setMinimumHeight(kChosenLines *
+                           chosen->fontMetrics().lineSpacing());  // nothing moves when it comes
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addLayout(line);
   layout->addWidget(MakeLine(select_.status, this));
   layout->addWidget(list_, 1);
-  layout->addLayout(commands);
+  layout->addWidget(chosen);
   setTabOrder(find_, list_);
   setTabOrder(list_, edit);
   setTabOrder(edit, add);
+}
+
+QSize CustSelectView::sizeHint() const {
+  return QWidget::sizeHint().expandedTo({fontMetrics().averageCharWidth() * kWidthInCharacters, 0});
 }
 
 void CustSelectView::Begin() {

@@ -24,6 +24,7 @@ class CustSelectView : public QWidget {
   /// So many rows of the list are seen at least, where the screen has room.
   CustSelectView(customers::ZEMLO_CustSelect& select, int rows, QWidget* parent = nullptr);
 
+  QSize sizeHint() const override;
   /// The keyboard into the line.
   void Begin();
   bool HasKeyboard() const { return find_->hasFocus() || list_->hasFocus(); }

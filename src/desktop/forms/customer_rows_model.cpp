@@ -27,17 +27,26 @@ Ranges BoldRanges(const customers::FoundCell& cell) {
   return ranges;
 }
 
-/// One line of text, cut where the cell ends.
-void DrawLine(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place, QString text,
-              const Ranges& ranges) {
-  auto widest = option.font;
-  widest.setBold(!ranges.empty());
-  text = QFontMetrics(widest).elidedText(text, Qt::ElideRight, place.width());
-  QTextLayout layout(text, option.font);
-  layout.setFormats(ranges);
+QTextLine LayOutLine(QTextLayout& layout) {
   layout.beginLayout();
   const auto line = layout.createLine();
   layout.endLayout();
+  return line;
+}
+
+/// One line of text, cut where the cell ends.
+void DrawLine(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place, const QString& text,
+              const Ranges& ranges) {
+  QTextLayout layout(text, option.font);
+  layout.setFormats(ranges);
+  auto line = LayOutLine(layout);
+  if (line.isValid() && line.naturalTextWidth() > place.width()) {
+    auto widest = option.font;
+    widest.setBold(!ranges.empty());
+    layout.setText(QFontMetrics(widest).elidedText(text, Qt::ElideRight, place.width()));
+    layout.setFormats(ranges);
+    line = LayOutLine(layout);
+  }
   if (!line.isValid()) return;
   const bool is_selected = option.state.testFlag(QStyle::State_Selected);
   const bool is_active = option.state.testFlag(QStyle::State_Active);
