@@ -82,7 +82,7 @@ std::string CommaRecord(const std::vector<std::string>& fields) {
       record += "\"" + platform::ReplaceAll(field, "\"", "\"\"") + "\"";
     }
   }
-  return record + "\r\n";
+  return record + "\n";
 }
 
 }  // namespace postal

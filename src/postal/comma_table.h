@@ -34,7 +34,7 @@ class CommaTableReader {
   std::size_t line_ = 1;
 };
 
-/// The fields as a record with its line end, quoted where they have to be.
+/// The fields as a record, quoted where they have to be, with a line feed behind it.
 std::string CommaRecord(const std::vector<std::string>& fields);
 
 }  // namespace postal

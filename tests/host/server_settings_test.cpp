@@ -11,6 +11,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 class ServerSettingsFile : public ::testing::Test {
@@ -46,6 +47,23 @@ TEST_F(ServerSettingsFile, NamesWhatItCannotTake) {
                   EndsWith("line 2: \"CustomerDelete\" is no right; there are CustomerEdit, CustomerAdd "
                            "and UpdateCustNotify. It counts for nothing."),
                   EndsWith("line 5: [Other] X is no setting and counts for nothing.")));
+}
+
+TEST_F(ServerSettingsFile, NamesAProgramThatVerifiesAddresses) {
+  const auto settings = With("[AddressVerification]\nProgram=/bin/sh\nTimeOutSeconds=7\n");
+  EXPECT_EQ(settings.AddressProgram(), "/bin/sh");
+  EXPECT_EQ(settings.AddressTimeOut(), std::chrono::seconds(7));
+  EXPECT_THAT(settings.faults(), IsEmpty());
+  EXPECT_TRUE(With("[AddressVerification]\nProgram=\n").AddressProgram().empty());
+
+  const auto wrong = With("[AddressVerification]\nProgram=sh\nTimeOutSeconds=0\nTimeOut=5\n");
+  // Never another way than the office has asked for.
+  EXPECT_EQ(wrong.AddressProgram(), "sh");
+  EXPECT_EQ(wrong.AddressTimeOut(), std::chrono::seconds(5));
+  EXPECT_THAT(wrong.faults(),
+              ElementsAre(HasSubstr("line 2: [AddressVerification] Program \"sh\" is no program"),
+                          HasSubstr("line 3: [AddressVerification] TimeOutSeconds \"0\" is no number"),
+                          HasSubstr("line 4: [AddressVerification] TimeOut is no setting")));
 }
 
 TEST_F(ServerSettingsFile, BeginsWithEveryRightForEverybodyAndIsKept) {
