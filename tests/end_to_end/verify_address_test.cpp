@@ -64,7 +64,7 @@ TEST_F(VerifyAddress, BadLinesAreNamedAndTheRestGoesOn) {
   EXPECT_EQ(run.err,
             "Line 2 of the list has 3 fields for 4 columns. It is left out.\n"
             "1 addresses: 1 passed, 0 suggested, 0 none; 1 lines are left out.\n");
-  EXPECT_THAT(run.out, HasSubstr("88312,passed,1200 DEPOT ST,,HARTSFIELD,KV,883120431,13,Hartsfield\r\n"));
+  EXPECT_THAT(run.out, HasSubstr("88312,passed,1200 DEPOT ST,,HARTSFIELD,KV,883120431,13,Hartsfield\n"));
 }
 
 TEST_F(VerifyAddress, AWrongStreetFileIsNamedAtTheNextStartAndVerifiesNothing) {

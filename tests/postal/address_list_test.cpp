@@ -60,10 +60,10 @@ TEST_F(AddressListTest, ReadsQuotesLineBreaksAndTheMarkAtTheStart) {
   EXPECT_EQ(
       result_,
       "zip,Line_1,line 2,City,STATE,Note,verdict,verified_line1,verified_line2,verified_city,verified_state,"
-      "verified_zip,verified_county_code,verified_county\r\n"
+      "verified_zip,verified_county_code,verified_county\n"
       "88312,\"12, \"\"Elm\"\" St\",,Hartsfield,KV,\"two\r\nlines\",passed,\"12, \"\"Elm\"\" "
-      "St\",,Hartsfield,KV,88312,,\r\n"
-      "88313,none,,Hartsfield,KV,,none,,,,,,,\r\n");
+      "St\",,Hartsfield,KV,88312,,\n"
+      "88313,none,,Hartsfield,KV,,none,,,,,,,\n");
 }
 
 TEST_F(AddressListTest, NamesBadLinesAndGoesOn) {
