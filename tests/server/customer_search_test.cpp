@@ -148,6 +148,8 @@ TEST_F(CustomerSearch, TakesAnyTextForWhatItSays) {
     EXPECT_THAT(Found(nobody), IsEmpty()) << nobody;
   }
   EXPECT_THAT(Found(std::string_view("near\0fuels", 10)), ElementsAre("7"));
+  EXPECT_THAT(Found("n o f n o f n o f n o f n o f n o f n o f n o f n o f n o"), ElementsAre("7"));
+  EXPECT_THAT(Found("n 7 o 7 7 f 7 7 7 n 7 7 7 7 o 7 7 7 7 7 f 7 7 7 7 7 7 n"), ElementsAre("7"));
   EXPECT_THAT(Found(std::string(10'000, 'n')), IsEmpty());
   EXPECT_THAT(Found(platform::ReplaceAll(std::string(5'000, 'x'), "x", "n ")), IsEmpty());
   EXPECT_THAT(Found(platform::ReplaceAll(std::string(5'000, 'x'), "x", "1 ")), IsEmpty());

@@ -125,17 +125,21 @@ void ReadWithoutCountryCode(CustomerQuery::Part& ways) {
   }
 }
 
+void AddPart(CustomerQuery& query, CustomerQuery::Part part) {
+  if (std::ranges::find(query.parts, part) == query.parts.end()) query.parts.push_back(std::move(part));
+}
+
 void AddParts(CustomerQuery& query, const Words& words) {
   for (std::size_t at = 0; at < words.size();) {
     const auto end = std::find_if_not(words.begin() + static_cast<std::ptrdiff_t>(at), words.end(), IsDigits);
     const auto digits = static_cast<std::size_t>(end - words.begin()) - at;
     if (digits == 0) {
-      query.parts.push_back({{words[at++]}});
+      AddPart(query, {{words[at++]}});
       continue;
     }
     auto ways = ReadDigits(std::span(words).subspan(at, digits));
     ReadWithoutCountryCode(ways);
-    query.parts.push_back(std::move(ways));
+    AddPart(query, std::move(ways));
     at += digits;
   }
 }
