@@ -93,6 +93,14 @@ void Find(benchmark::State& state, const std::string& text, int first) {
   }
 }
 
+/// One that a customer has.
+void FindTelephone(benchmark::State& state) {
+  const auto number = Register::Of(state)
+                          .database->Select("SELECT PHN_NBR FROM customer WHERE CUST_ID = '1000500'")
+                          ->FirstText();
+  Find(state, "(" + number.substr(0, 3) + ") " + number.substr(3, 3) + "-" + number.substr(6), 1);
+}
+
 /// A customer changes the last name there and back, in a transaction with the index.
 void Save(benchmark::State& state) {
   auto& database = *Register::Of(state).database;
@@ -136,7 +144,7 @@ BENCHMARK_CAPTURE(Find, Prefix, "merr", 1)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, TwoWords, "hat merr", 1)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, WordAndCity, "merr oakhaven", 1)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, WordAndZip, "merr 892", 1)->Apply(Sizes);
-BENCHMARK_CAPTURE(Find, Telephone, "(555) 240-1187", 1)->Apply(Sizes);
+BENCHMARK(FindTelephone)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, TelephonePrefix, "555-2", 1)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, Account, "62-001000500-01", 1)->Apply(Sizes);
 BENCHMARK_CAPTURE(Find, AccountPrefix, "62-00100", 1)->Apply(Sizes);
