@@ -4,6 +4,8 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/text.h"
+
 namespace server {
 namespace {
 
@@ -17,6 +19,7 @@ constexpr std::int64_t kLeastGap = 16;
 // The words are those of customer_search already, apart at blanks; the tokenizer has nothing to do but to
 // leave the marks in place (https://sqlite.org/fts5.html). Beginnings of up to seven characters have lists of
 // their own: of a longer one there are so few in numbers and names that their lists are put together quickly.
+constexpr std::size_t kLongestListed = 7;
 constexpr auto kTables = std::to_array<const char*>({
     // No reference to the customer: it could not go without the words being told.
     R"(CREATE TABLE customer_search (
@@ -32,6 +35,29 @@ std::string Beginning(const std::string& word) {
   return '"' + word + "\" *";
 }
 
+// Behind every word that begins with what stands before it.
+constexpr const char* kLastCharacter = "\U0010FFFF";
+
+bool HasWordBetween(Database& database, const std::string& first, const std::string& behind) {
+  return !database
+              .Select("SELECT 1 AS IS_THERE FROM customer_term WHERE term >= ? AND term < ? LIMIT 1",
+                      {first, behind})
+              ->IsEmpty();
+}
+
+/// What finds the same as the beginning `word` and has a list of its own, where that can be: "oakhave" for
+/// "oakhaven" where no other word begins so. Else `word`, whose list is put together at each search.
+std::string Listed(Database& database, const std::string& word) {
+  const std::string listed(platform::FirstCharacters(word, kLongestListed));
+  if (listed.size() == word.size()) return word;
+  // The words of the index as a table, for this connection alone.
+  database.Change(
+      "CREATE VIRTUAL TABLE IF NOT EXISTS temp.customer_term USING fts5vocab(main, customer_index, row)");
+  const bool others = HasWordBetween(database, listed, word) ||
+                      HasWordBetween(database, word + kLastCharacter, listed + kLastCharacter);
+  return others ? word : listed;
+}
+
 template <typename Items, typename ToText>
 std::string Group(const Items& items, std::string_view joint, ToText&& to_text) {
   std::string group;
@@ -39,18 +65,19 @@ std::string Group(const Items& items, std::string_view joint, ToText&& to_text) 
   return group + ")";
 }
 
-std::string Everything(const CustomerQuery& query) {
-  const auto way = [](const CustomerQuery::Words& words) { return Group(words, " AND ", Beginning); };
+std::string Everything(Database& database, const CustomerQuery& query) {
+  const auto beginning = [&](const std::string& word) { return Beginning(Listed(database, word)); };
+  const auto way = [&](const CustomerQuery::Words& words) { return Group(words, " AND ", beginning); };
   const auto part = [&](const CustomerQuery::Part& ways) { return Group(ways, " OR ", way); };
   return Group(query.parts, " AND ", part);
 }
 
-std::string Expression(const CustomerQuery& query, CustomerFit fit) {
-  const auto all = Everything(query);
+std::string Expression(Database& database, const CustomerQuery& query, CustomerFit fit) {
+  const auto all = Everything(database, query);
   const auto number = Group(query.numbers, " OR ", [](const std::string& whole) {
     return std::string("\"") + kWholeNumberMark + whole + '"';
   });
-  const auto name = Beginning(kNameStartMark + query.first_word);
+  const auto name = Beginning(Listed(database, kNameStartMark + query.first_word));
   switch (fit) {
     case CustomerFit::kNumber:
       return number + " AND " + all;
@@ -182,7 +209,7 @@ std::vector<std::string> FittingCustomers(Database& database, const CustomerQuer
            (SELECT rowid AS POS FROM customer_index WHERE customer_index MATCH ?
             ORDER BY rowid LIMIT ? OFFSET ?) AS found
            JOIN customer_search ON customer_search.SRCH_POS = found.POS ORDER BY found.POS)",
-      {Expression(query, fit), limit, skipped});
+      {Expression(database, query, fit), limit, skipped});
   std::vector<std::string> ids;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) ids.push_back(rows->Text(row, "CUST_ID"));
   return ids;
@@ -190,11 +217,11 @@ std::vector<std::string> FittingCustomers(Database& database, const CustomerQuer
 
 std::int64_t CountFitting(Database& database, const CustomerQuery& query, CustomerFit fit) {
   constexpr std::int64_t kAll = -1;
-  return CountOf(database, Expression(query, fit), kAll);
+  return CountOf(database, Expression(database, query, fit), kAll);
 }
 
 std::int64_t CountFitting(Database& database, const CustomerQuery& query, std::int64_t most) {
-  return CountOf(database, Everything(query), most);
+  return CountOf(database, Everything(database, query), most);
 }
 
 }  // namespace server

@@ -16,8 +16,10 @@ using platform::RecordSet;
 using Words = CustomerQuery::Words;
 
 constexpr std::size_t kMostWords = 32;
-// "+1 (555) 011-4201 89214"; more groups than that are read together or one by one.
+// "+1 (555) 011-4201 89214"; more groups than that are one number.
 constexpr std::size_t kMostGroups = 5;
+// Fewer digits than that are part of a number ("62-0001", "24/7"): half the register has one that begins so.
+constexpr std::size_t kLeastDigitsApart = 3;
 constexpr std::size_t kLocalPhoneDigits = 7;
 constexpr std::size_t kPhoneDigits = 10;
 constexpr std::size_t kAccountDigits = 13;
@@ -73,6 +75,14 @@ class Keywords {
     for (std::size_t first = 0; first < groups.size(); ++first) Add(Joined(std::span(groups).subspan(first)));
     AddWhole(Joined(groups));
   }
+  /// Digits in groups are looked for together.
+  void AddDigitsOf(const Words& words) {
+    for (auto first = words.begin(); first != words.end();) {
+      first = std::find_if(first, words.end(), IsDigits);
+      const auto end = std::find_if_not(first, words.end(), IsDigits);
+      for (; first != end; ++first) Add(Joined({first, end}));
+    }
+  }
   void AddWhole(const std::string& number) { Add(kWholeNumberMark + number); }
   std::string Text() const { return Joined(words_, " "); }
 
@@ -96,9 +106,14 @@ std::string SortName(const RecordSet& customers, std::size_t row) {
   return words.empty() ? kNoName : Joined(words, " ");
 }
 
+bool StandApart(const Words& numbers) {
+  return numbers.size() == 1 ||
+         std::ranges::all_of(numbers, [](const auto& number) { return number.size() >= kLeastDigitsApart; });
+}
+
 /// The ways to cut the groups into numbers.
 CustomerQuery::Part ReadDigits(std::span<const std::string> groups) {
-  if (groups.size() > kMostGroups) return {{Joined(groups)}, Words(groups.begin(), groups.end())};
+  if (groups.size() > kMostGroups) return {{Joined(groups)}};
   CustomerQuery::Part ways;
   const auto way_count = std::uint32_t{1} << (groups.size() - 1);
   for (std::uint32_t way = 0; way < way_count; ++way) {
@@ -109,7 +124,7 @@ CustomerQuery::Part ReadDigits(std::span<const std::string> groups) {
       else
         numbers.push_back(groups[group]);
     }
-    ways.push_back(std::move(numbers));
+    if (StandApart(numbers)) ways.push_back(std::move(numbers));
   }
   return ways;
 }
@@ -149,7 +164,9 @@ void AddParts(CustomerQuery& query, const Words& words) {
 CustomerKeywords KeywordsOf(const RecordSet& customers, std::size_t row) {
   Keywords keywords;
   for (const auto column : kNames) {
-    keywords.AddAll(WordsOf(customers, row, column));
+    const auto words = WordsOf(customers, row, column);
+    keywords.AddAll(words);
+    keywords.AddDigitsOf(words);
     keywords.AddAll(PartsAtApostrophes(customers, row, column));
   }
   for (const auto column : kPlaces) keywords.AddAll(WordsOf(customers, row, column));

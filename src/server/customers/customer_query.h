@@ -33,7 +33,7 @@ CustomerKeywords KeywordsOf(const platform::RecordSet& customers, std::size_t ro
 struct CustomerQuery {
   using Words = std::vector<std::string>;
   /// Ways to read a part; it is met where all words of one way begin words of the customer. Groups of digits
-  /// are read together and apart: "555 011 4201" is a telephone number, "100004 89214" a customer in a city.
+  /// are read together and apart: "555 011 4201" is a telephone number, "100004 89214" a customer and a zip.
   using Part = std::vector<Words>;
 
   std::vector<Part> parts;
