@@ -106,5 +106,39 @@ TEST_F(DesktopByKeyboard, ALetterIsMadeFromTheFirstKeyToThePrintedPage) {
   EXPECT_TRUE(Says(Printed().front().filename().string())) << "where the letter went";
 }
 
+TEST_F(DesktopByKeyboard, AnAccountIsPickedByItsCustomersNameAndOfferedAgainByItself) {
+  TabTo("Select Account");
+  OnNextModal([](QWidget& dialog) {
+    EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
+    Type("hat merr");
+    EXPECT_TRUE(WaitFor([&] { return Says(dialog, "customer matches."); })) << "while one types";
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([] { return FocusName() == "Account List"; }));
+    EXPECT_TRUE(Says(dialog, "Displaying Tax Liability Assessments for Hattie Merriweather"));
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }));
+  });
+  Press(Qt::Key_Space);
+  auto& page = desktop_.office().workspace().pages().correspondence;
+  EXPECT_EQ(page.panel.customer_id.caption(), "100002");
+  EXPECT_EQ(page.ZEMLO_FormTypeCodes.Code(), "C");
+  EXPECT_EQ(page.txtFormNum.text(), "3100008-2");
+
+  page.OptOnline[workspace::CorrespondencePage::kClear].UserClicks();
+  TabTo("Select Customer");
+  OnNextModal([](QWidget& dialog) {
+    EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
+    EXPECT_TRUE(WaitFor([&] { return Says(dialog, "The customers you chose last."); }));
+    Press(Qt::Key_Down);
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([&] { return Says(dialog, "Chosen: 100002"); }));
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }));
+  });
+  Press(Qt::Key_Space);
+  EXPECT_EQ(page.panel.customer_id.caption(), "100002");
+}
+
 }  // namespace
 }  // namespace tests
