@@ -243,6 +243,7 @@ TEST_F(CustomerSave, RefusesAWrongValueWithItsName) {
       {{{"MID_NM", "R2"}}, "MID_NM"},
       {{{"SUFX_NM", "Esqu"}}, "SUFX_NM"},
       {{{"CUST_TYP_CD", "1"}}, "CUST_TYP_CD"},
+      {{{"CUST_BSNS_NM", "Merriweather Fuel"}}, "CUST_BSNS_NM"},
       {{{"CUST_TYP_CD", "B"}}, "CUST_TYP_CD"},
       {{{"PHN_NBR", "555"}}, "PHN_NBR"},
       {{{"ACCNT_NBR", "62"}}, "ACCNT_NBR"},

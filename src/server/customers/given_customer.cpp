@@ -124,11 +124,15 @@ void RequireNames(const CustomerValues& before, const CustomerValues& after, boo
     if (platform::CharacterCount(name) < least) Refuse(column, name, why);
   };
   if (individual) {
+    const auto& business = At(after, "CUST_BSNS_NM");
+    if (!business.empty()) Refuse("CUST_BSNS_NM", business, "a person has none.");
     require("FIRST_NM", 1, "a person has a first name.");
     require("LAST_NM", 1, "a person has a last name.");
     return;
   }
-  if (IsIndividual(after)) Refuse("LAST_NM", At(after, "LAST_NM"), "a business has none.");
+  const auto& last_name = At(after, "LAST_NM");
+  if (!last_name.empty() && last_name != At(before, "LAST_NM"))
+    Refuse("LAST_NM", last_name, "a business has none.");
   const auto least = At(after, "CUST_BSNS_NM").find('%') == std::string::npos ? 2U : 3U;
   require("CUST_BSNS_NM", least, "the name of a business has two characters or more.");
 }
@@ -195,7 +199,7 @@ CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const Custom
 }
 
 bool IsIndividual(const CustomerValues& values) {
-  return !At(values, "LAST_NM").empty();
+  return !At(values, "LAST_NM").empty() && At(values, "CUST_BSNS_NM").empty();
 }
 
 bool HasAddress(const CustomerValues& values, std::string_view prefix) {

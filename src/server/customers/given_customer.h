@@ -25,7 +25,8 @@ std::optional<CustomerValues> FindCustomerValues(Database& database, const std::
 /// null or left out is not among them; what differs from `before` in punctuation only comes as it is there.
 CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const CustomerValues& before);
 
-/// Who has a last name is a person; everybody else is a business. Decision [customer-type].
+/// Who has a last name and no business name is a person; everybody else is a business. Decision
+/// [customer-type].
 bool IsIndividual(const CustomerValues& values);
 /// Whether any line, city, state or zip code is there.
 bool HasAddress(const CustomerValues& values, std::string_view prefix);
