@@ -10,8 +10,8 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 TEST(WrongUsage, EveryCommandSaysWhatIsWrongAndHasAHelp) {
-  for (const std::string command : {"init", "customers", "types", "letter", "trial", "history", "unrecorded",
-                                    "bookmarks", "context", "merge"}) {
+  for (const std::string command : {"init", "customers", "customer", "types", "letter", "trial", "history",
+                                    "unrecorded", "bookmarks", "context", "merge"}) {
     EXPECT_EQ(RunLetters({command, "--no-such-option"}).status, 2) << command;
     const auto help = RunLetters({command, "--help"});
     EXPECT_EQ(help.status, 0) << command;

@@ -8,6 +8,7 @@ namespace apps {
 
 int RunInit(const QStringList& words);
 int RunCustomers(const QStringList& words);
+int RunCustomer(const QStringList& words);
 int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);

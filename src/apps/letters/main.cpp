@@ -25,6 +25,7 @@ struct Command {
 constexpr Command kCommands[] = {
     {"init", "Prepares a data folder", apps::RunInit},
     {"customers", "Lists customers", apps::RunCustomers},
+    {"customer", "Shows a customer and its history of changes", apps::RunCustomer},
     {"types", "Lists the letter types", apps::RunTypes},
     {"letter", "Produces a letter", apps::RunLetter},
     {"history", "Finds letters that were produced", apps::RunHistory},
