@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include <sys/types.h>
-
 namespace postal {
 
 /// A program that answers lines with lines, in a process group of its own. One thread.
@@ -40,7 +38,7 @@ class ProgramProcess {
   std::string LastWords() const;
 
   const std::string name_;
-  pid_t process_ = -1;
+  int process_ = -1;  // a process number
   int questions_ = -1;
   int answers_ = -1;
   int errors_ = -1;
