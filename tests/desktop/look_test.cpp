@@ -13,6 +13,7 @@
 #include "composition/frm_batch.h"
 #include "composition/frm_letter.h"
 #include "customers/frm_cust_select.h"
+#include "customers/maintenance/cust_maint.h"
 #include "customers/select_cust_form_inq.h"
 #include "desktop/forms/form_views.h"
 #include "desktop/look/office_style.h"
@@ -127,6 +128,78 @@ TEST_P(TheLook, OfLettersFoundSortedAndSearched) {
   Look(*columns, "letters_columns");
   columns->close();
   menu->close();
+}
+
+/// The dialog on a customer whose addresses the user has entered.
+class MaintainedOnScreen : public TheLook {
+ protected:
+  MaintainedOnScreen() {
+    auto& outside = sample.services;
+    outside.utilities.control_keys = U" ";
+    outside.reference.AnswersWhatContains(
+        "FLS_CODE", fakes::RowsOf("", {{{"CD_TBL_CD", "KV"}, {"CD_TBL_DES", "KV - Korvada"}}}));
+    outside.host.user_at_message = nullptr;
+  }
+  void Open(customers::ZEMLO_CustMaint& form, const char* type) {
+    form.SetCustomerType(type);
+    form.SetCustomerType();
+    form.mTxtCust[0].SetText("HATTIE");
+    form.mTxtCust[2].SetText("MERRIWEATHER");
+    form.mTxtCust[4].SetText("MEADOW & SONS FUEL HAULAGE COOPERATIVE OF LOWER KETTLEFORD");
+    form.mTxtCust[5].SetText("ANN LEE");
+    form.mPhone.SetValue("4055212485");
+    form.mFuelTaxAcct.SetValue("6200010000101");
+    for (const auto& side : {customers::kMailingSide, customers::kResidentSide}) {
+      form.mTxtCust[side.Line1()].SetText("12 DEPOT ST");
+      form.mTxtCust[side.City()].SetText("MILLRACE");
+      form.mTxtCust[side.Zip()].SetText("89033");
+      form.mCboState[side.number].Code("KV");
+      form.ShowCounty(side.number, "Kestrel", "20");
+    }
+    form.SetCustomerMode("UPD");
+  }
+};
+
+TEST_P(MaintainedOnScreen, OfABusinessWithErrors) {
+  customers::ZEMLO_CustMaint form(sample.services.services(), "Letters");
+  Open(form, "B");
+  tests::OnNextModal([&](QWidget& window) {
+    tests::WaitForSight(window);
+    form.mTxtCust[4].SetText("A");
+    form.mPhone.SetText("405");
+    form.mTxtCust[9].SetText("1234-56789");
+    form.mCboState[0].UserEditsText("ZZ");
+    Look(window, "maintain_business_errors");
+    form.Hide();
+  });
+  shell.ShowModal(form);
+}
+
+TEST_P(MaintainedOnScreen, OfAnIndividualWithBothSuggestions) {
+  customers::ZEMLO_CustMaint form(sample.services.services(), "Letters");
+  Open(form, "I");
+  tests::OnNextModal([&](QWidget& window) {
+    tests::WaitForSight(window);
+    form.mTxtCust[6].SetText("12 DEPO ST");
+    form.mTxtCust[10].SetText("7 ORCHID RD");
+    form.mCmdOption[0].UserClicks();
+    sample.services.server.ReplyWith("Customer", {{{"FINALIST_IND", 3},
+                                                   {"MAIL_ADDR_1", "12 DEPOT ST"},
+                                                   {"MAIL_CITY", "MILLRACE"},
+                                                   {"MAIL_ST", "KV"},
+                                                   {"MAIL_ZIP_CD", "890331212"},
+                                                   {"MAIL_COUNTY", "Kestrel"},
+                                                   {"RES_ADDR_1", "7 ORCHARD RD"},
+                                                   {"RES_CITY", "OAKHAVEN"},
+                                                   {"RES_ST", "KV"},
+                                                   {"RES_ZIP_CD", "892140007"},
+                                                   {"RES_COUNTY", "Oak"}}});
+    sample.services.RunEvents();
+    form.mChkAccept[0].UserClicks();
+    Look(window, "maintain_individual_suggested");
+    form.Hide();
+  });
+  shell.ShowModal(form);
 }
 
 void Find(tests::SamplePages& sample, customers::ZEMLO_CustSelect& select) {
@@ -261,6 +334,8 @@ TEST_P(TheLook, OfAPreview) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Palettes, TheLook, testing::Values("light", "dark"),
+                         [](const auto& palette) { return std::string(palette.param); });
+INSTANTIATE_TEST_SUITE_P(Palettes, MaintainedOnScreen, testing::Values("light", "dark"),
                          [](const auto& palette) { return std::string(palette.param); });
 
 }  // namespace

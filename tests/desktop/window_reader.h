@@ -79,7 +79,9 @@ inline bool IsWorked(const QAccessibleInterface& part) {
 /// walks, not the widgets.
 inline void CollectNameless(QAccessibleInterface& part, std::vector<std::string>& nameless) {
   const auto name = part.text(QAccessible::Name);
-  const bool bad = name.trimmed().isEmpty() || name.contains(QLatin1Char('&'));
+  // An ampersand between blanks is a word; any other one is the mark of a mnemonic.
+  const bool bad =
+      name.trimmed().isEmpty() || QString(name).remove(QLatin1String(" & ")).contains(QLatin1Char('&'));
   const auto* widget = qobject_cast<QWidget*>(part.object());
   const bool drawn = widget == nullptr || widget->isVisible();
   if (IsWorked(part) && drawn && bad) {

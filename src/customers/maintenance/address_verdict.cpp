@@ -10,8 +10,6 @@ namespace customers {
 
 namespace {
 
-constexpr const char* kNoSuggestion = "No suggestion available.";
-
 constexpr long kMailingFailed = 1;
 constexpr long kResidentFailed = 2;
 constexpr long kBothFailed = 3;

@@ -191,10 +191,6 @@ void ZEMLO_CustMaint::MoveFocus(platform::Control& control) {
   if (control.enabled() && control.visible()) FocusWanted(control);
 }
 
-void ZEMLO_CustMaint::OnLoad() {
-  Procedure("Form_Load", [&] { CentreWanted(); });
-}
-
 void ZEMLO_CustMaint::OnActivate() {
   Procedure("Form_Activate", [&] {
     opening_ = SaveValues(*this, ResidentItems::kAlways);

@@ -72,11 +72,8 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   platform::Event<platform::Control&> FocusWanted;
   /// tab_order has changed.
   platform::Event<> TabOrderChanged;
-  /// The window is to stand in the middle of the screen.
-  platform::Event<> CentreWanted;
 
  protected:
-  void OnLoad() override;
   void OnActivate() override;
   bool OnQueryUnload() override;
   void OnUnload() override;
@@ -111,6 +108,7 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   void ShowFailure(const std::string& error);
   void TakeReply();
   void ShowVerdict(const platform::RecordSet& rows, std::size_t row);
+  void FocusSuggestion();
   void TellRescheduled();
 
   const platform::Services& services_;

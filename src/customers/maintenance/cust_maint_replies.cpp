@@ -138,6 +138,16 @@ void ZEMLO_CustMaint::ShowVerdict(const platform::RecordSet& rows, std::size_t r
   save.SetCaption("Save");
   mCmdOption[option_number::kClose].SetEnabled(true);
   if (!text.empty()) services_.host.ShowMessage({text, platform::MessageIcon::kNone, message_title_});
+  FocusSuggestion();
+}
+
+/// To what the user may accept now, else to what he has to mend.
+void ZEMLO_CustMaint::FocusSuggestion() {
+  for (const auto& side : {kMailingSide, kResidentSide}) {
+    if (mFraFinalist[side.number].enabled()) return MoveFocus(mChkAccept[side.number]);
+  }
+  const auto& failed = HasMailingSuggestion() ? kMailingSide : kResidentSide;
+  MoveFocus(mTxtCust[failed.Line1()]);
 }
 
 void ZEMLO_CustMaint::TellRescheduled() {

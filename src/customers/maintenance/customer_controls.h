@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "composition/letter_combo.h"
 #include "platform/controls/check_box.h"
@@ -67,6 +69,7 @@ inline constexpr std::size_t kBusiness = 0;
 inline constexpr std::size_t kIndividual = 1;
 }  // namespace type_number
 
+inline constexpr const char* kNoSuggestion = "No suggestion available.";
 inline constexpr const char* kVerifyAndSave = "Verify && Save";
 
 /// The controls of the dialog in which a customer is maintained.
@@ -110,6 +113,9 @@ struct CustomerControls {
   /// Whether a suggested mailing address is on the form, or the words that there is none.
   bool HasMailingSuggestion() const;
   bool HasResidentSuggestion() const;
+  /// Numbers of the suggested fields that differ from what was entered, in more than case and punctuation;
+  /// none where no address is suggested.
+  std::vector<std::size_t> DifferingFields(const AddressSide& side);
   /// The code of a side's state.
   std::string State(const AddressSide& side) { return mCboState[side.number].Code(); }
   /// Shows a state by its code; one that is in no table stands as it is, to be mended.

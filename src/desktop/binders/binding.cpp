@@ -1,6 +1,7 @@
 #include "desktop/binders/binding.h"
 
 #include "desktop/binders/invalid_mark.h"
+#include "desktop/look/qt_text.h"
 
 namespace desktop {
 
@@ -15,7 +16,7 @@ void Binding::ShowLook() {
   // Only what differs: showing a widget that has no parent yet would open a window.
   const bool taken_off = widget_.isHidden() && widget_.testAttribute(Qt::WA_WState_ExplicitShowHide);
   if (control_.visible() == taken_off) widget_.setVisible(control_.visible());
-  InvalidMark::Show(widget_, control_.marked_invalid());
+  InvalidMark::Show(widget_, control_.marked_invalid(), ToQt(control_.invalid_reason()));
 }
 
 }  // namespace desktop

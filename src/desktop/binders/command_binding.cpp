@@ -24,7 +24,8 @@ class CommandBinding : public Binding {
  private:
   void ShowCaption() {
     auto caption = ToQt(command_.caption());
-    const auto place = caption.contains(QLatin1Char('&')) ? -1 : caption.indexOf(QLatin1Char(mnemonic_));
+    const bool has_one = QString(caption).remove(QLatin1String("&&")).contains(QLatin1Char('&'));
+    const auto place = has_one ? -1 : caption.indexOf(QLatin1Char(mnemonic_));
     if (place >= 0) caption.insert(place, QLatin1Char('&'));
     if (button_.text() == caption && !button_.accessibleName().isEmpty()) return;
     button_.setText(caption);

@@ -36,15 +36,15 @@ bool InvalidMark::IsOn(const QWidget& field) {
   return Of(field) != nullptr;
 }
 
-void InvalidMark::Show(QWidget& field, bool invalid) {
+void InvalidMark::Show(QWidget& field, bool invalid, const QString& reason) {
   auto* mark = Of(field);
-  if (invalid == (mark != nullptr)) return;
-  if (invalid) {
-    (new InvalidMark(field))->show();
-  } else {
-    delete mark;
-  }
-  field.setAccessibleDescription(invalid ? QLatin1String(kDescription) : QString());
+  if (!invalid && mark == nullptr) return;
+  if (invalid && mark == nullptr) (new InvalidMark(field))->show();
+  if (!invalid) delete mark;
+  const auto why = !invalid ? QString() : reason.isEmpty() ? QString::fromLatin1(kDescription) : reason;
+  if (field.accessibleDescription() == why) return;
+  field.setAccessibleDescription(why);
+  field.setToolTip(why);
 }
 
 bool InvalidMark::eventFilter(QObject* field, QEvent* event) {
@@ -56,6 +56,10 @@ void InvalidMark::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setPen(QPen(MarkColor(palette()), kThickness));
   painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  // More than a colour: a corner that a right value has not.
+  const int corner = height() / 3;
+  painter.setBrush(painter.pen().color());
+  painter.drawPolygon(QPolygon({{width() - corner, 0}, {width(), 0}, {width(), corner}}));
 }
 
 }  // namespace desktop

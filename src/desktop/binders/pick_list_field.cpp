@@ -40,8 +40,10 @@ void FocusByClick(QWidget* widget) {
 
 }  // namespace
 
-PickListField::PickListField(QWidget* parent) : QComboBox(parent), view_(new QListView(this)) {
+PickListField::PickListField(QWidget* parent) : QComboBox(parent) {
   setEditable(true);
+  // After the line edit: a field's place in the tab order is that of its first child with it as proxy.
+  view_ = new QListView(this);
   setCompleter(nullptr);
   setInsertPolicy(NoInsert);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);

@@ -54,7 +54,7 @@ class PickListField : public QComboBox {
   platform::Connection content_changed_;
   platform::Connection look_changed_;
   PickListModel model_;
-  QListView* view_;
+  QListView* view_ = nullptr;
 };
 
 void Bind(platform::PickList& list, PickListField& field);

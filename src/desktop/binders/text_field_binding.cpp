@@ -5,15 +5,18 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QValidator>
 
 #include "desktop/binders/binding.h"
 #include "desktop/binders/typed_key.h"
 #include "desktop/look/qt_text.h"
+#include "platform/controls/typed_text.h"
 
 namespace desktop {
 namespace {
@@ -66,13 +69,15 @@ class TextFieldBinding : public Binding {
         FilterComposed(*static_cast<QInputMethodEvent*>(event));
         return false;
       case QEvent::MouseButtonPress:
+        field_.MouseDown();
+        return false;
       case QEvent::Drop:
         field_.MouseDown();
-        if (event->type() == QEvent::Drop) ReleaseMouseAfterwards();
-        return false;
+        ReleaseMouseAfterwards();
+        return TakeDrop(*static_cast<QDropEvent*>(event));
       case QEvent::MouseButtonRelease:
         ReleaseMouseAfterwards();
-        return false;
+        return PasteSelection(*static_cast<QMouseEvent*>(event));
       case QEvent::ContextMenu:
         ShowMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
         return true;
@@ -90,6 +95,7 @@ class TextFieldBinding : public Binding {
   /// Whether the key goes no further.
   bool PressKey(const QKeyEvent& event) {
     field_.KeyDown(PressedKey(event));
+    if (event.matches(QKeySequence::Paste)) return Paste(QApplication::clipboard()->text());
     const auto typed = TypedCharacter(event);
     if (!typed || !field_.key_filter || edit_.isReadOnly()) return false;
     if (const auto taken = Filter(*typed)) edit_.insert(QString::fromUcs4(&*taken, 1));
@@ -110,6 +116,35 @@ class TextFieldBinding : public Binding {
       if (const auto character = Filter(key)) taken += QString::fromUcs4(&*character, 1);
     }
     event.setCommitString(taken, event.replacementStart(), event.replacementLength());
+  }
+
+  /// Whether the text goes in here, and no further.
+  bool Paste(const QString& text) {
+    if (edit_.isReadOnly() || !edit_.isEnabled()) return false;
+    const auto line = platform::PastedLine(FromQt(text));
+    if (field_.paste_filter && !field_.paste_filter(line)) {
+      QApplication::beep();
+    } else if (!line.empty()) {
+      edit_.insert(ToQt(line));
+    }
+    return true;
+  }
+
+  /// A text of the field itself is only moved.
+  bool TakeDrop(QDropEvent& drop) {
+    if (drop.source() == &edit_ || !drop.mimeData()->hasText()) return false;
+    edit_.setCursorPosition(edit_.cursorPositionAt(drop.position().toPoint()));
+    if (!Paste(drop.mimeData()->text())) return false;
+    drop.acceptProposedAction();
+    return true;
+  }
+
+  /// What is marked somewhere goes in with the middle button, where the host has that.
+  bool PasteSelection(const QMouseEvent& release) {
+    auto* clipboard = QApplication::clipboard();
+    if (release.button() != Qt::MiddleButton || !clipboard->supportsSelection()) return false;
+    edit_.setCursorPosition(edit_.cursorPositionAt(release.position().toPoint()));
+    return Paste(clipboard->text(QClipboard::Selection));
   }
 
   /// The edit has yet to act on the release (the middle button pastes) or on the drop.
@@ -134,7 +169,7 @@ class TextFieldBinding : public Binding {
 
   void PasteByMouse() {
     field_.MouseDown();
-    edit_.paste();
+    Paste(QApplication::clipboard()->text());
     field_.MouseUp();
   }
 
@@ -142,10 +177,32 @@ class TextFieldBinding : public Binding {
   QLineEdit& edit_;
 };
 
+/// Tells the field when it is left.
+class LeavingTeller : public QObject {
+ public:
+  LeavingTeller(platform::NumberField& field, QLineEdit& edit) : QObject(&edit), field_(field) {
+    edit.installEventFilter(this);
+  }
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::FocusOut) field_.UserLeaves();
+    return false;
+  }
+
+ private:
+  platform::NumberField& field_;
+};
+
 }  // namespace
 
 void Bind(platform::TextField& field, QLineEdit& edit) {
   new TextFieldBinding(field, edit);
+}
+
+void Bind(platform::NumberField& field, QLineEdit& edit) {
+  new TextFieldBinding(field, edit);
+  new LeavingTeller(field, edit);
 }
 
 }  // namespace desktop
