@@ -9,6 +9,7 @@ namespace apps {
 int RunInit(const QStringList& words);
 int RunCustomers(const QStringList& words);
 int RunCustomer(const QStringList& words);
+int RunMaintainCustomer(const QStringList& words);  ///< the first word is "add" or "edit"
 int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);

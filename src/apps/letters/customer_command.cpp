@@ -77,7 +77,11 @@ Listing ChangesOf(const RequestRecord* record) {
 }  // namespace
 
 int RunCustomer(const QStringList& words) {
-  CommandLine line("customer", "Shows a customer as it is stored, or its history of changes");
+  const bool maintains = words.value(0) == QLatin1String("add") || words.value(0) == QLatin1String("edit");
+  if (maintains) return RunMaintainCustomer(words);
+  CommandLine line("customer",
+                   "Shows a customer as it is stored, or its history of changes; \"customer add\" and "
+                   "\"customer edit\" change it");
   line.DataOption()
       .Option("id", "NUMBER", "The customer's number.")
       .Option("history", "", "Who changed what when, the newest change first, instead of the customer.")
