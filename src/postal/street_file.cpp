@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "platform/failure.h"
+#include "platform/file_access.h"
 #include "platform/text.h"
 #include "postal/address_words.h"
 
@@ -68,6 +69,12 @@ struct StreetFile::Row {
 };
 
 StreetFile StreetFile::Read(const std::filesystem::path& folder) {
+  for (const auto& file : {CitiesFile(folder), RangesFile(folder)}) {
+    if (platform::IsThere(file)) continue;
+    throw platform::Failure(platform::Failure::Kind::kNotFound,
+                            "The street file \"" + file.string() +
+                                "\" is missing. Put the office's own there, or call \"zemlo-letters init\".");
+  }
   TableFaults faults;
   StreetFile file;
   file.TakeText("");

@@ -61,6 +61,11 @@ TEST_F(StreetFileTest, NamesWhatIsWrongWithLineColumnAndRemedy) {
   }
 }
 
+TEST_F(StreetFileTest, SaysWhereAMissingTableComesFrom) {
+  std::filesystem::remove(Folder() / "ranges.tsv");
+  EXPECT_NE(Faults().find("ranges.tsv\" is missing. Put the office's own there, or call"), std::string::npos);
+}
+
 TEST_F(StreetFileTest, WantsOnePreferredCityForEachZip) {
   WriteRanges("");
   WriteCities("88312 Hartsfield P KV 13 Hartsfield\n88312 Moss_Creek P KV 13 Hartsfield\n");
