@@ -7,6 +7,7 @@
 #include "apps/letters/headless_office.h"
 #include "apps/letters/page_user.h"
 #include "customers/customer_edit.h"
+#include "customers/maintenance/cust_maint.h"
 #include "platform/text.h"
 
 namespace apps {
