@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -14,10 +13,9 @@
 #include <system_error>
 #include <thread>
 
+#include "platform/child_process.h"
 #include "platform/failure.h"
 #include "platform/text.h"
-
-extern char** environ;
 
 namespace postal {
 namespace {
@@ -55,40 +53,6 @@ struct Ends {
   int TakeOurs() { return std::exchange(ours, -1); }
 };
 
-/// What it starts with: no signal blocked or ignored, and a process group of its own.
-class Surroundings {
- public:
-  Surroundings(int input, int output, int error) {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, error, STDERR_FILENO);
-    posix_spawnattr_init(&attributes_);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes_, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&attributes_, &signals);
-    posix_spawnattr_setflags(&attributes_,
-                             POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-  }
-  Surroundings(const Surroundings&) = delete;
-  Surroundings& operator=(const Surroundings&) = delete;
-  ~Surroundings() {
-    posix_spawn_file_actions_destroy(&actions_);
-    posix_spawnattr_destroy(&attributes_);
-  }
-  int Start(const std::string& program, pid_t& process) {
-    std::string name = program;
-    std::array<char*, 2> arguments = {name.data(), nullptr};
-    return posix_spawn(&process, program.c_str(), &actions_, &attributes_, arguments.data(), environ);
-  }
-
- private:
-  posix_spawn_file_actions_t actions_ = {};
-  posix_spawnattr_t attributes_ = {};
-};
-
 /// Whether the process has ended; it is not reaped, so that its number stays its own.
 bool HasEnded(pid_t process) {
   siginfo_t info = {};
@@ -105,9 +69,9 @@ ProgramProcess::ProgramProcess(const std::filesystem::path& program)
   Ends errors;
   int error = EMFILE;
   if (questions.Open() && answers.Open() && errors.Open())
-    error = Surroundings(questions.theirs, answers.theirs, errors.theirs).Start(program.string(), process_);
+    error = platform::ChildProcess{{program.string()}, questions.theirs, answers.theirs, errors.theirs}.Start(
+        process_);
   if (error != 0) {
-    process_ = -1;
     throw Failure(Failure::Kind::kUnavailable,
                   "The program " + name_ +
                       " that verifies addresses does not start: " + std::generic_category().message(error) +

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/child_process.h"
 #include "platform/failure.h"
 
 namespace wordprocessor {
@@ -52,43 +52,6 @@ std::vector<std::string> EnvironmentFor(const std::filesystem::path& folder) {
   return environment;
 }
 
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  pointers.reserve(texts.size() + 1);
-  for (auto& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
-/// What a new process starts with: our ends of the pipes, no signal blocked or ignored, and a process group
-/// of its own, so that Ctrl-C in a terminal reaches this program alone.
-class SpawnSettings {
- public:
-  SpawnSettings(int input, int output) {
-    posix_spawn_file_actions_init(&actions_);
-    posix_spawn_file_actions_adddup2(&actions_, input, STDIN_FILENO);
-    posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
-    posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawnattr_init(&attributes_);
-    sigset_t signals;
-    sigemptyset(&signals);
-    posix_spawnattr_setsigmask(&attributes_, &signals);
-    sigfillset(&signals);
-    posix_spawnattr_setsigdefault(&attributes_, &signals);
-    posix_spawnattr_setflags(&attributes_,
-                             POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-  }
-  SpawnSettings(const SpawnSettings&) = delete;
-  SpawnSettings& operator=(const SpawnSettings&) = delete;
-  ~SpawnSettings() {
-    posix_spawn_file_actions_destroy(&actions_);
-    posix_spawnattr_destroy(&attributes_);
-  }
-
-  posix_spawn_file_actions_t actions_ = {};
-  posix_spawnattr_t attributes_ = {};
-};
-
 }  // namespace
 
 LayoutProcess::LayoutProcess(const std::filesystem::path& program, const std::filesystem::path& work_folder,
@@ -104,13 +67,13 @@ LayoutProcess::~LayoutProcess() {
 void LayoutProcess::Start(const std::filesystem::path& program, std::uint64_t memory_limit) {
   auto orders = MakePipe();
   auto reports = MakePipe();
-  std::vector<std::string> arguments = {program.string(), folder().string(), std::to_string(memory_limit)};
-  auto environment = EnvironmentFor(folder());
-  const SpawnSettings settings(orders.read.number(), reports.write.number());
-  const int error = posix_spawn(&process_, program.c_str(), &settings.actions_, &settings.attributes_,
-                                Pointers(arguments).data(), Pointers(environment).data());
+  const platform::ChildProcess office = {
+      .command = {program.string(), folder().string(), std::to_string(memory_limit)},
+      .input = orders.read.number(),
+      .output = reports.write.number(),
+      .environment = EnvironmentFor(folder())};
+  const int error = office.Start(process_);
   if (error != 0) {
-    process_ = -1;
     throw Failure(Failure::Kind::kUnavailable,
                   "The layout program \"" + program.string() +
                       "\" does not start: " + std::generic_category().message(error) +
