@@ -16,6 +16,8 @@ namespace {
 constexpr const char* kNoRight = "Insufficient privileges to Edit customers.";
 constexpr const char* kNoRightToAdd = "Insufficient privileges to Add customers.";
 
+constexpr const char* kNoCustomer = "The customer is no longer in the register. Choose the customer again.";
+
 std::string MaintenanceApplication() {
   return std::string(platform::kApplicationName) + ".CustEdit";
 }
@@ -50,7 +52,7 @@ bool CustomerEdit::MayAdd() const {
 void CustomerEdit::Edit(const std::string& customer_id) {
   if (is_under_way_) return;
   is_under_way_ = true;
-  const bool sent = platform::Trap(services_, "CustomerEdit.SendCustInq", [&] {
+  const bool sent = platform::Trap(services_, "frmBatchData.SendCustInq", [&] {
     namespace request_key = platform::request_key;
     const auto is = [](std::string_view key, std::string value) {
       return platform::Criterion(platform::KeyNamed(key), std::move(value));
@@ -77,28 +79,36 @@ void CustomerEdit::DataReady(const std::string& application) {
     });
     const auto error =
         services_.messages.GetReplyError(application, "CustomerEdit.DataReady", reply->message_key);
-    if (error.empty()) return CustomerMaint(*reply);
+    if (error.empty()) {
+      std::string saved_id;
+      platform::Trap(services_, "frmBatchData.CustomerMaint", [&] { saved_id = CustomerMaint(*reply); });
+      services_.status.ShowStatus("Ready");  // after the dialog, whose saves leave the status empty
+      return End(saved_id);
+    }
     ShowRefusal(error);
     services_.status.ShowStatus(reply->timed_out ? "Search timed out" : "Search was not successful");
   });
 }
 
-void CustomerEdit::CustomerMaint(const workspace::Reply& reply) {
+std::string CustomerEdit::CustomerMaint(const workspace::Reply& reply) {
   const auto record = services_.messages.GetRecord(MaintenanceApplication(), "Customer", reply.message_key);
-  services_.status.ShowStatus("Ready");
-  if (!record || record->RecordCount() == 0)
-    return ShowRefusal("The customer is no longer in the register. Choose the customer again.");
+  const bool is_there = record && record->RecordCount() > 0;
+  if (!is_there || !MayEdit()) {
+    ShowRefusal(is_there ? kNoRight : kNoCustomer);
+    return "";
+  }
   const auto& rows = *record->Recordset();
-  if (!MayEdit()) return ShowRefusal(kNoRight);
   ZEMLO_CustMaint form(services_, message_title_);
   form.SetCustomerType(TypeOf(rows));
   form.SetCustomerType();
-  ProcessCustomerEdit(form, rows);
-  End(form.saved() ? form.CustID : "");
+  platform::Trap(services_, "frmBatchData.ProcessCustomerEdit", [&] { ProcessCustomerEdit(form, rows); });
+  return form.saved() ? form.CustID : "";
 }
 
 void CustomerEdit::ProcessCustomerEdit(ZEMLO_CustMaint& form, const platform::RecordSet& row) {
-  MoveCustomerEditInfo(services_, row, form);
+  const bool filled = platform::Trap(services_, "frmBatchData.MoveCustomerEditInfo",
+                                     [&] { MoveCustomerEditInfo(services_, row, form); });
+  if (!filled) return;  // a dialog with half of a customer would store it so
   form.SetCustomerMode("UPD");
   services_.host.SetMousePointer(platform::MousePointer::kNormal);
   services_.host.ShowModal(form);

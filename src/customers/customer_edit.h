@@ -42,7 +42,8 @@ class CustomerEdit {
 
  private:
   void DataReady(const std::string& application);
-  void CustomerMaint(const workspace::Reply& reply);
+  /// Returns the id of the customer that was stored; "" for none.
+  std::string CustomerMaint(const workspace::Reply& reply);
   void ProcessCustomerEdit(ZEMLO_CustMaint& form, const platform::RecordSet& row);
   void Add(const char* type, const std::vector<std::string>& seeds);
   void ShowRefusal(const std::string& text);

@@ -106,7 +106,8 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   void vemtMessage_DataReady(const std::string& application);
   void vemtMessage_MsgTimeout();
   void ShowFailure(const std::string& error);
-  void TakeReply();
+  bool TakeReply();
+  [[noreturn]] static void FailUnnamed();
   void ShowVerdict(const platform::RecordSet& rows, std::size_t row);
   void FocusSuggestion();
   void TellRescheduled();

@@ -1,3 +1,4 @@
+#include <charconv>
 #include <utility>
 
 #include "customers/maintenance/address_verdict.h"
@@ -6,6 +7,7 @@
 #include "platform/agreed/rights.h"
 #include "platform/failure.h"
 #include "platform/identity.h"
+#include "platform/text.h"
 #include "platform/xml/xml.h"
 #include "workspace/messaging/at_exit.h"
 
@@ -31,11 +33,25 @@ std::optional<std::size_t> FailedRow(const platform::RecordSet& rows) {
   return std::nullopt;
 }
 
-/// What the first element XML_COL of the text counts; 0 where it has none.
+/// What the first element XML_COL of the text counts; 0 where there is no text, no such element or no number.
 std::int64_t CountIn(const std::string& memo) {
+  if (platform::IsBlank(memo)) return 0;
   const auto text = platform::XmlDocument::Parse(memo).OrFail();
   const auto count = text.FirstByTagName("XML_COL");
-  return count ? platform::Value(count.Text()).AsInteger() : 0;
+  if (!count) return 0;
+  const auto text_of_count = count.Text();
+  const auto digits = platform::Trim(text_of_count);
+  const auto* const end = digits.data() + digits.size();
+  std::int64_t number = 0;
+  const auto [stopped, failed] = std::from_chars(digits.data(), end, number);
+  return failed == std::errc() && stopped == end ? number : 0;
+}
+
+/// The customer that was stored; "" where the answer names none.
+std::string SavedCustomer(const platform::RecordSet& rows) {
+  if (rows.IsEmpty() || !rows.HasColumn("CUST_ID")) return "";
+  const auto id = rows.Text(0, "CUST_ID");
+  return platform::IsBlank(id) ? "" : id;
 }
 
 }  // namespace
@@ -95,8 +111,9 @@ void ZEMLO_CustMaint::vemtMessage_DataReady(const std::string& application) {
       const auto error = services_.messages.GetReplyError(
           ThisApplication(), "ZEMLO_CustMaint.VemtMessage_DataReady", message_key_);
       if (!error.empty()) return ShowFailure(error);
-      TakeReply();
+      const bool names_customer = TakeReply();
       TellRescheduled();
+      if (!names_customer) FailUnnamed();
     });
     if (!done && shown()) EnableControls(true);
   });
@@ -113,25 +130,27 @@ void ZEMLO_CustMaint::ShowFailure(const std::string& error) {
   }
 }
 
-void ZEMLO_CustMaint::TakeReply() {
+/// Returns whether the answer names the customer that was stored, or that was not for its addresses.
+bool ZEMLO_CustMaint::TakeReply() {
   const auto record = services_.messages.GetRecord(ThisApplication(), kRecordName, message_key_);
-  if (!record || !record->Recordset()) {
-    Hide();
-    throw platform::Failure(
-        platform::Failure::Kind::kDamaged,
-        "The server's answer names no customer. Look the customer up to see what was stored.");
+  const auto rows = record ? record->Recordset() : nullptr;
+  if (rows) {
+    if (const auto failed = FailedRow(*rows)) {
+      ShowVerdict(*rows, *failed);
+      return true;
+    }
+    const auto id = SavedCustomer(*rows);
+    saved_ = !id.empty();
+    if (saved_) CustID = id;
   }
-  const auto& rows = *record->Recordset();
-  if (const auto failed = FailedRow(rows)) return ShowVerdict(rows, *failed);
-  saved_ = true;
-  if (!rows.IsEmpty() && rows.HasColumn("CUST_ID") && !rows.Text(0, "CUST_ID").empty())
-    CustID = rows.Text(0, "CUST_ID");
   Hide();
+  return saved_;
 }
 
 void ZEMLO_CustMaint::ShowVerdict(const platform::RecordSet& rows, std::size_t row) {
   AddressVerdict verdict(*this, changes_, rows, row);
   const auto text = verdict.Show();
+  DataChanged = true;  // nothing of it is stored; the same suggestion again changes no text
   mFraCustomer.SetEnabled(true);
   auto& save = mCmdOption[option_number::kSave];
   save.SetEnabled(true);
@@ -139,6 +158,13 @@ void ZEMLO_CustMaint::ShowVerdict(const platform::RecordSet& rows, std::size_t r
   mCmdOption[option_number::kClose].SetEnabled(true);
   if (!text.empty()) services_.host.ShowMessage({text, platform::MessageIcon::kNone, message_title_});
   FocusSuggestion();
+}
+
+/// Decision [saved-unnamed].
+void ZEMLO_CustMaint::FailUnnamed() {
+  throw platform::Failure(
+      platform::Failure::Kind::kDamaged,
+      "The server's answer names no customer. Look the customer up to see what was stored.");
 }
 
 /// To what the user may accept now, else to what he has to mend.

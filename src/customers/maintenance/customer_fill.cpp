@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "platform/parties/trap.h"
 #include "platform/text.h"
 
 namespace customers {
@@ -57,9 +58,13 @@ void FillSide(const platform::Services& services, const platform::RecordSet& row
 }  // namespace
 
 std::string GetCountyDescription(const platform::Services& services, const std::string& code) {
-  const auto rows = services.reference.Select("SELECT CNTY_NM FROM MVR_COUNTY_TAX WHERE CNTY_CD = '" +
-                                              platform::ReplaceAll(code, "'", "''") + "'");
-  return rows->IsEmpty() ? "" : rows->Text(0, "CNTY_NM");
+  std::string name;
+  platform::Trap(services, "frmBatchData.GetCountyDescription", [&] {
+    const auto rows = services.reference.Select("SELECT CNTY_NM FROM MVR_COUNTY_TAX WHERE CNTY_CD = '" +
+                                                platform::ReplaceAll(code, "'", "''") + "'");
+    if (!rows->IsEmpty()) name = rows->Text(0, "CNTY_NM");
+  });
+  return name;
 }
 
 void MoveCustomerEditInfo(const platform::Services& services, const platform::RecordSet& rows,

@@ -14,7 +14,8 @@ namespace customers {
 void MoveCustomerEditInfo(const platform::Services& services, const platform::RecordSet& rows,
                           ZEMLO_CustMaint& form);
 
-/// The county's name in the local reference database; "" for a code it has not. Throws what Select throws.
+/// The county's name in the local reference database; "" for a code it has not. A failure is reported, and
+/// the name is "" then: a caption keeps no customer from being maintained.
 std::string GetCountyDescription(const platform::Services& services, const std::string& code);
 
 }  // namespace customers

@@ -179,6 +179,21 @@ TEST_F(AddressVerdictTest, LeavesAnAcceptedSuggestionWhereTheOtherAddressFails) 
   EXPECT_THAT(Sent(), Contains("MAIL_ADDR_1=12 DEPOT AVE"));
 }
 
+TEST_F(AddressVerdictTest, KeepsAskingBeforeWhatDidNotPassIsLost) {
+  OpenIndividual();
+  UserSavesChanged(true, false);
+  ServerFinds(1);
+  Text(6).SetText("12 DEPOT STR");
+  UserSaves();
+  ServerFinds(1);  // no suggestion, as before
+  EXPECT_TRUE(form.DataChanged);
+  outside.host.messages.clear();
+  outside.host.answers = {platform::MessageAnswer::kCancel};
+  UserCloses();
+  EXPECT_THAT(Messages(), ElementsAre("Would you like to save changes to your data ?"));
+  EXPECT_TRUE(form.shown());
+}
+
 TEST_F(AddressVerdictTest, SaysNothingOfAVerdictNobodyKnows) {
   OpenIndividual();
   UserSavesChanged(true, false);

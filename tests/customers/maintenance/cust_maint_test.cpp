@@ -9,6 +9,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 constexpr auto kQuestion = "Would you like to save changes to your data ?";
 
@@ -161,6 +162,27 @@ TEST_F(CustMaintTest, ReportsAnAnswerThatNamesNoCustomer) {
   EXPECT_THAT(outside.errors.Procedures(), ElementsAre("ZEMLO_CustMaint.vemtMessage_DataReady"));
 }
 
+TEST_F(CustMaintTest, TakesABlankIdForNoCustomerAndStillTellsOfItsLetters) {
+  const fakes::ScriptedReply answers[] = {
+      {},
+      fakes::ScriptedReply::With("Customer", {}),
+      fakes::ScriptedReply::With("Customer", {{{"CUST_ID", " "}, {"FINALIST_IND", 0}}})};
+  for (auto answer : answers) {
+    outside.host.messages.clear();
+    outside.errors.reports.clear();
+    OpenIndividual();
+    UserChangesAName();
+    UserSaves();
+    outside.server.Reply(
+        std::move(answer).And("XML_ROW", {{{"MEMO", "<XML_ROW><XML_COL>3</XML_COL></XML_ROW>"}}}));
+    outside.RunEvents();
+    EXPECT_FALSE(form.shown());
+    EXPECT_FALSE(form.saved());
+    EXPECT_THAT(Messages(), ElementsAre("3 letters corrected and scheduled for tonight's batch"));
+    EXPECT_THAT(outside.errors.Procedures(), ElementsAre("ZEMLO_CustMaint.vemtMessage_DataReady"));
+  }
+}
+
 TEST_F(CustMaintTest, TellsHowManyLettersGoOutAgain) {
   struct Case {
     const char* memo;
@@ -174,6 +196,9 @@ TEST_F(CustMaintTest, TellsHowManyLettersGoOutAgain) {
       {"<XML_ROW><XML_COL>3</XML_COL></XML_ROW>", false, {}},
       {"<XML_ROW><XML_COL>0</XML_COL></XML_ROW>", true, {}},
       {"<XML_ROW/>", true, {}},
+      {"", true, {}},
+      {"<XML_ROW><XML_COL> </XML_COL></XML_ROW>", true, {}},
+      {"<XML_ROW><XML_COL>none</XML_COL></XML_ROW>", true, {}},
   };
   for (const auto& [memo, authorized, messages] : cases) {
     outside.host.messages.clear();
@@ -252,6 +277,7 @@ TEST_F(CustomerEditTest, FetchesACustomerAndTellsWhoWasSaved) {
   outside.server.ReplyWith("Customer", {Individual()});
   outside.RunEvents();
   EXPECT_THAT(saved, ElementsAre("100002"));
+  EXPECT_EQ(outside.status.LastText(), "Ready");
   EXPECT_FALSE(edit.IsUnderWay());
   EXPECT_THAT(outside.reference.statements,
               Contains("SELECT CNTY_NM FROM MVR_COUNTY_TAX WHERE CNTY_CD = '22'"));
@@ -273,6 +299,22 @@ TEST_F(CustomerEditTest, OpensNothingWithoutTheRightOrWithoutTheCustomer) {
       ElementsAre("Insufficient privileges to Edit customers.", "Insufficient privileges to Add customers.",
                   "The customer is no longer in the register. Choose the customer again."));
   EXPECT_THAT(saved, IsEmpty());
+}
+
+TEST_F(CustomerEditTest, OpensWithoutTheNameOfACounty) {
+  fakes::FakeServices bare;  // its reference database refuses every statement
+  CustomerEdit maintenance(bare.services(), "Letters");
+  std::string county = "22";
+  bare.host.user_in_form = [&](platform::Form& shown) {
+    const auto& dialog = dynamic_cast<ZEMLO_CustMaint&>(shown);
+    county = dialog.mLblCounty[0].caption() + "/" + dialog.mLblCounty[0].Tag;
+  };
+  maintenance.Edit("100002");
+  bare.server.ReplyWith("Customer", {Individual()});
+  bare.RunEvents();
+  EXPECT_EQ(county, "/22");
+  EXPECT_THAT(bare.errors.Procedures(), Contains("frmBatchData.GetCountyDescription"));
+  EXPECT_THAT(bare.errors.Procedures(), Not(Contains("frmBatchData.MoveCustomerEditInfo")));
 }
 
 TEST_F(CustomerEditTest, SeedsANewCustomer) {
