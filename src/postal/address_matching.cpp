@@ -4,10 +4,10 @@
 #include <array>
 #include <cstdio>
 #include <limits>
+#include <ranges>
 #include <utility>
 #include <vector>
 
-#include "postal/address_words.h"
 #include "postal/spelling.h"
 
 namespace postal {
@@ -163,14 +163,13 @@ class MatchSearch {
       : file_(file),
         address_(address),
         line_(address.delivery),
-        key_(line_.kind == DeliveryKind::kStreet ? CommonKey(StreetText(line_.street))
-                                                 : CommonKey(line_.street.name)) {}
+        key_(line_.kind == DeliveryKind::kStreet ? StreetKey(line_.street) : CommonKey(line_.street.name)) {}
 
   std::optional<Match> Run() {
     PlaceSearch places(file_, address_);
     if (const auto entered = places.Entered()) {
       LookUp(*entered);
-      if (best_) return best_;
+      if (best_) return is_tie_ ? std::nullopt : best_;
     }
     if (line_.kind == DeliveryKind::kStreet) readings_ = ReadingsOf(line_.street);
     for (const auto& place : places.All()) Look(place);
@@ -178,12 +177,31 @@ class MatchSearch {
   }
 
  private:
-  /// Under the very key: most addresses are right.
+  /// Under the very key: most addresses are right. Of several streets that have it, the one that is spelled
+  /// as it was entered is meant.
   void LookUp(const Place& place) {
-    for (const auto& street : file_.StreetsOf(*place.zip)) {
-      if (street.kind == line_.kind && file_.Text(street.key) == key_)
-        OfferExact(place, street, place.distance);
+    const auto key_of = [&](const Street& street) {
+      return std::pair(street.kind, std::string_view(file_.Text(street.key)));
+    };
+    const auto streets = std::ranges::equal_range(file_.StreetsOf(*place.zip),
+                                                  std::pair(line_.kind, std::string_view(key_)), {}, key_of);
+    if (streets.size() == 1) return static_cast<void>(OfferExact(place, streets.front(), place.distance));
+    auto nearest = std::numeric_limits<std::size_t>::max();
+    for (const auto& street : streets) nearest = std::min(nearest, WordsThatDiffer(street));
+    for (const auto& street : streets)
+      OfferExact(place, street, place.distance + (WordsThatDiffer(street) > nearest ? 1 : 0));
+  }
+
+  std::size_t WordsThatDiffer(const Street& street) const {
+    auto entered = std::views::split(line_.street_words, ' ');
+    const auto text = StreetText(file_.NameOf(street));
+    std::size_t count = 0;
+    auto word = entered.begin();
+    for (const auto& other : std::views::split(text, ' ')) {
+      if (word == entered.end() || !std::ranges::equal(*word, other)) ++count;
+      if (word != entered.end()) ++word;
     }
+    return count;
   }
 
   void Look(const Place& place) {

@@ -336,6 +336,7 @@ bool ReadHouse(Words words, DeliveryLine& line) {
   }
   line.unit = TakeUnits(words, name + 1);
   words.erase(words.begin(), words.begin() + static_cast<std::ptrdiff_t>(name));
+  line.street_words = Joined(words);
   SpellRoadName(words);
   line.street = ReadStreet(std::move(words));
   line.kind = DeliveryKind::kStreet;
@@ -428,9 +429,29 @@ std::string DeliveryText(const DeliveryLine& line) {
   return "";
 }
 
+/// Words that stand in the names of many streets, and name none of them alone.
+bool IsCommonWord(const std::string& word) {
+  return !Directional(word).empty() || !Suffix(word).empty() || word == "SAINT";
+}
+
+std::string KeyOfWords(Words words) {
+  // From behind, so that what is joined is not looked at again.
+  for (auto at = words.size(); at-- > 0;) JoinDirectionals(words, at);
+  for (auto& word : words) word = CommonForm(word);
+  return Joined(words);
+}
+
+/// "12|N|LAKE|DR||STE 4"; a line that is no street's as it is.
+std::string KeyOfLine(const std::string& line) {
+  const auto words = WordsOf(line);
+  const auto read = ReadDelivery(words);
+  if (read.kind != DeliveryKind::kStreet) return Joined(words);
+  return std::to_string(read.number) + read.number_rest + "|" + StreetKey(read.street) + "|" + read.unit;
+}
+
 std::string KeyOfLines(const platform::PostalAddress& address) {
   const auto standard = Standardised(address);
-  return CommonKey(standard.line1) + "|" + CommonKey(standard.line2) + "|" + CommonKey(standard.city) + "|" +
+  return KeyOfLine(standard.line1) + "|" + KeyOfLine(standard.line2) + "|" + CommonKey(standard.city) + "|" +
          standard.state;
 }
 
@@ -443,14 +464,21 @@ std::string StandardWords(std::string_view text) {
 std::string CommonKey(std::string_view text) {
   auto words = WordsOf(text);
   SpellRoadName(words);
-  // From behind, so that what is joined is not looked at again.
-  for (auto at = words.size(); at-- > 0;) JoinDirectionals(words, at);
-  std::string key;
-  for (const auto& word : words) {
-    if (!key.empty()) key += ' ';
-    key += CommonForm(word);
-  }
-  return key;
+  return KeyOfWords(std::move(words));
+}
+
+std::string StreetKey(const StreetName& street) {
+  auto words = SplitAtBlanks(street.name);
+  const bool has_letter_for_name = NamesRoadByNumber(words) && !Directional(words.back()).empty();
+  const bool keeps_words = has_letter_for_name || std::ranges::all_of(words, IsCommonWord);
+  const auto name = keeps_words ? street.name : KeyOfWords(std::move(words));
+  return street.pre + "|" + name + "|" + street.suffix + "|" + street.post;
+}
+
+StreetName ReadStreetName(std::string_view text) {
+  auto words = WordsOf(text);
+  SpellRoadName(words);
+  return ReadStreet(std::move(words));
 }
 
 std::string StreetText(const StreetName& street) {

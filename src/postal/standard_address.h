@@ -32,10 +32,11 @@ enum class DeliveryKind : std::uint8_t {
 /// The line that the carrier delivers by.
 struct DeliveryLine {
   DeliveryKind kind = DeliveryKind::kNone;
-  std::uint32_t number = 0;      ///< of the house or box
-  std::string number_rest = {};  ///< what follows it: "A", " 1/2"
-  StreetName street = {};        ///< of a route: its number as the name
-  std::string unit = {};         ///< "APT 4"; "" for none
+  std::uint32_t number = 0;       ///< of the house or box
+  std::string number_rest = {};   ///< what follows it: "A", " 1/2"
+  StreetName street = {};         ///< of a route: its number as the name
+  std::string street_words = {};  ///< the street in the words that were entered
+  std::string unit = {};          ///< "APT 4"; "" for none
 };
 
 struct StandardAddress {
@@ -66,8 +67,13 @@ bool IsSameButForForm(const platform::PostalAddress& entered, const platform::Po
 
 /// In capitals, without accents and punctuation, one blank between words.
 std::string StandardWords(std::string_view text);
-/// What every spelling of the same street or city has in common.
+/// What every spelling of the same name has in common.
 std::string CommonKey(std::string_view text);
+/// What every spelling of the same street has in common. A name that is nothing but a directional, a suffix
+/// or both keeps its words: N ST is not NORTH ST, and AVENUE E is not AVENUE EAST.
+std::string StreetKey(const StreetName& street);
+/// The parts of a street without house number, as ReadAddress reads them.
+StreetName ReadStreetName(std::string_view text);
 std::string StreetText(const StreetName& street);
 /// The parts of a street without house number; more than one where a word may be part of the name as well,
 /// the likeliest first.

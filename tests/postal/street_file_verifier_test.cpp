@@ -2,6 +2,7 @@
 
 #include "platform/failure.h"
 #include "platform/tab_table.h"
+#include "platform/text.h"
 #include "server/setup/demo_streets.h"
 #include "tests/postal/street_world.h"
 
@@ -100,6 +101,30 @@ TEST_F(StreetFileVerifierTest, SaysNothingWhereNoneIsNear) {
     EXPECT_EQ(InHartsfield(line), "unknown") << line;
   }
   EXPECT_EQ(Verdict({}), "unknown");
+}
+
+/// A street passed under the name of another one: NORTH ST as N ST.
+TEST_F(StreetFileVerifierTest, StreetsThatAreSpelledAlmostAlikeAreNotOne) {
+  for (const auto& [line, verdict] : {
+           std::pair{"12 North St", "passed: 12 NORTH ST 0002"},
+           {"12 N Street", "passed: 12 N ST 0001"},
+           {"60 N St", "suggested: 60 NORTH ST 0002"},
+           {"12 E St", "suggested: 12 EAST ST 0003"},
+           {"12 Ave W", "suggested: 12 AVENUE W 0004"},
+           {"12 Avenue West", "suggested: 12 AVENUE W 0004"},
+           {"12 North Bend Road", "passed: 12 NORTH BEND RD 0005"},
+           {"12 N Bend Road", "passed: 12 N BEND RD 0006"},
+           {"60 N Bend Rd", "suggested: 60 NORTH BEND RD 0005"},
+           {"12 Co Rd S", "passed: 12 COUNTY ROAD S 0007"},
+           {"12 County Road South", "suggested: 12 COUNTY ROAD S 0007"},
+           {"12 S Lake Dr", "passed: 12 SOUTH LAKE DR 0008"},
+           {"12 Mnt Vernon Court", "unknown"},
+           {"60 Mt Vernon Ct", "suggested: 60 MOUNT VERNON CT 0010"},
+       }) {
+    auto found = Verdict({line, "", "Moss Creek", "KV", "88321", "", ""});
+    found = platform::ReplaceAll(found, ", , MOSS CREEK KV 88321", " ");
+    EXPECT_EQ(found, verdict) << line;
+  }
 }
 
 TEST_F(StreetFileVerifierTest, KnowsNothingOfStatesThatTheFileDoesNotCover) {
