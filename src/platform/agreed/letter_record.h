@@ -39,6 +39,26 @@ inline constexpr std::string_view kAdd = "ADD";     ///< a new letter
 inline constexpr std::string_view kUpdate = "UPD";  ///< printed again
 }  // namespace record_action
 
+/// ACTION of a batch item, BTCH_ACTN_CD of its letter. The code table LTRBATCH has their words.
+namespace batch_action {
+inline constexpr std::string_view kReprint = "REP";     ///< printed again as it is stored
+inline constexpr std::string_view kBatchAgain = "REB";  ///< made again from today's data
+inline constexpr std::string_view kCancel = "DEL";  ///< an item that waits is taken back; no letter has it
+}  // namespace batch_action
+
+/// What came of a letter that something was asked of.
+namespace item_outcome {
+inline constexpr std::string_view kTaken = "T";
+inline constexpr std::string_view kAlready = "A";  ///< as asked for already: nothing was changed
+inline constexpr std::string_view kRefused = "R";
+}  // namespace item_outcome
+
+/// ADDR_TYP_CD: which of a customer's addresses a letter went to.
+namespace letter_address {
+inline constexpr int kMailing = 1;
+inline constexpr int kResidential = 2;
+}  // namespace letter_address
+
 /// SYS_RFRNC_CD: who produced the letter.
 namespace letter_origin {
 inline constexpr std::string_view kOnline = "O";

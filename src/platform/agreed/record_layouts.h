@@ -78,6 +78,24 @@ inline constexpr auto kRescheduledColumns = std::to_array<std::string_view>({"ME
 inline constexpr auto kLettersPrintedColumns =
     std::to_array<std::string_view>({"ACTION", "STATION_ID", "CTL_TOT", "TW_TOT", "CTL_PRNTD", "TW_PRNTD"});
 
+/// A letter given to the coming batch run: ACTION is one of batch_action.
+inline constexpr auto kBatchItemColumns = std::to_array<std::string_view>({"ACTION", "SEQ_NBR"});
+
+/// What came of each letter that was given, in the order sent: OUTCOME is one of item_outcome, MEMO says in a
+/// sentence why a letter was not taken (null where it was), the rest is the letter as it stands now.
+inline constexpr auto kBatchItemOutcomeColumns =
+    std::to_array<std::string_view>({"SEQ_NBR", "OUTCOME", "MEMO", "BTCH_ACTN_CD", "PRNT_STTS_CD"});
+
+/// A letter that waits for the coming batch run, or is claimed by the run BTCH_SEQ_NBR (null while none has).
+inline constexpr auto kWaitingItemColumns =
+    std::to_array<std::string_view>({"SEQ_NBR", "ACTION", "RQST_TS", "RQST_USER_ID", "BTCH_SEQ_NBR",
+                                     "LTR_TYP_ID", "CUST_ID", "FORM_NBR", "PRNT_STTS_CD"});
+
+/// What came of a returned letter: OUTCOME is one of item_outcome, MEMO says it in a sentence, ADDR_TYP_CD is
+/// the address it had been sent to.
+inline constexpr auto kReturnMailColumns =
+    std::to_array<std::string_view>({"SEQ_NBR", "CUST_ID", "ADDR_TYP_CD", "OUTCOME", "MEMO"});
+
 inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {record_name::kContextInput, kContextInputColumns},
     {record_name::kContext, kContextColumns},
@@ -89,6 +107,10 @@ inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {record_name::kCustomerForms, kCustomerFormColumns},
     {record_name::kCustomerChanges, kCustomerChangeColumns},
     {record_name::kRescheduled, kRescheduledColumns},
+    {record_name::kBatchItems, kBatchItemColumns},
+    {record_name::kBatchItemOutcomes, kBatchItemOutcomeColumns},
+    {record_name::kWaitingItems, kWaitingItemColumns},
+    {record_name::kReturnMailOutcome, kReturnMailColumns},
 });
 
 /// Looked up without regard to case; nothing when there is no such layout.
