@@ -84,6 +84,8 @@ TEST_F(MaintainingACustomer, IsDoneWithTheKeyboardAlone) {
   tests::Settle();
   auto& suggested = Named("Suggested mailing address");
   EXPECT_EQ(suggested.accessibleDescription(), QStringLiteral("Differs from the address entered."));
+  QTest::keyClicks(&suggested, QStringLiteral("7"));
+  EXPECT_EQ(form.mTxtCust[14].text(), "7 ORCHARD RD") << "nobody has verified what is typed here";
   EXPECT_EQ(Named("Suggested mailing city").accessibleDescription(), QString());
   // Without a window system a list that was open keeps the window from being the active one.
   QTest::keyClick(&Named("Mailing: accept Finalist"), Qt::Key_Space);

@@ -12,7 +12,10 @@ constexpr const char* kStates = "STATE";  // code table
 
 CustomerControls::CustomerControls(const platform::Services& services)
     : mCboState{composition::ZEMLO_LetterCombo(services, kStates),
-                composition::ZEMLO_LetterCombo(services, kStates)} {}
+                composition::ZEMLO_LetterCombo(services, kStates)} {
+  for (auto field = text_number::kSuggestedMailing; field < mTxtCust.size(); ++field)
+    mTxtCust[field].read_only = true;
+}
 
 bool CustomerControls::HasMailingSuggestion() const {
   return !platform::Trim(mTxtCust[kMailingSide.SuggestedLine1()].text()).empty();

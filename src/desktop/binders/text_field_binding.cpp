@@ -50,6 +50,7 @@ class TextFieldBinding : public Binding {
   TextFieldBinding(platform::TextField& field, QLineEdit& edit)
       : Binding(field, edit), field_(field), edit_(edit) {
     edit_.setText(ToQt(field_.text()));
+    edit_.setReadOnly(field_.read_only);
     edit_.setValidator(new LengthLimit(field_, this));
     edit_.installEventFilter(this);
     connect(&edit_, &QLineEdit::textChanged, this,

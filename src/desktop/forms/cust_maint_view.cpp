@@ -239,7 +239,6 @@ void CustMaintView::AddSuggested(QGridLayout& layout, int row, const char* capti
   auto* edit = MakeText(
       number, QStringLiteral("%1 %2").arg(QLatin1String(place),
                                           what.isEmpty() ? QStringLiteral("address, second line") : what));
-  edit->setReadOnly(true);
   auto* mark = MakeDifferenceMark();
   difference_marks_[number] = mark;
   layout.addWidget(new QLabel(QLatin1String(caption)), row, 0);

@@ -40,6 +40,8 @@ class TextField : public Control {
 
   /// Characters the user may type at most; 0 for any number. Code may set more.
   std::size_t max_length = 0;
+  /// Shown and copied from, but not changed by the user. Set before the field is shown.
+  bool read_only = false;
   /// Whether a typed character is taken, and as what; nothing drops it with a beep. Empty takes every key.
   std::function<std::optional<char32_t>(char32_t key)> key_filter;
   /// Whether a text may be pasted, dropped or put in from a menu; one that may not is dropped with a beep.
