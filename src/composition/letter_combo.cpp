@@ -56,7 +56,7 @@ ZEMLO_LetterCombo::ZEMLO_LetterCombo(const platform::Services& services, std::st
 std::string ZEMLO_LetterCombo::Code() {
   std::string code;
   Member("Code", [&] {
-    if (!CheckRecordSource()) return;
+    if (read_failed_ || !CheckRecordSource()) return;  // asked at every key, it would report at every key
     rows()->MoveFirst();
     const auto row =
         rows()->Find(kDescriptionColumn, RecordSet::Match::kEquals, platform::Trim(shown_text()));
@@ -150,6 +150,7 @@ void ZEMLO_LetterCombo::LookupFormType(std::string_view types) {
     if (types.empty()) return;
     SetRows(FormTypeRows(services_.utilities, types));
     source_set_ = true;
+    read_failed_ = false;
   });
 }
 
@@ -204,7 +205,7 @@ void ZEMLO_LetterCombo::UserPicks(std::size_t row) {
 
 void ZEMLO_LetterCombo::UserLeaves() {
   Member("mCboCodes_LostFocus", [&] {
-    if (!rows() || platform::Trim(shown_text()).empty()) return;
+    if (!rows() || platform::Trim(shown_text()).empty()) return Left();
     rows()->MoveFirst();
     const auto row = rows()->Find(kDescriptionColumn, RecordSet::Match::kLike, shown_text() + "%");
     SetColors(kInputBackground, kBlack);
@@ -217,13 +218,15 @@ void ZEMLO_LetterCombo::UserLeaves() {
   });
 }
 
-/// Returns whether the list has rows to look into. Where reading them failed, the next use tries again.
+/// Returns whether the list has rows to look into. Where reading them failed, the next use tries again, but
+/// not the mere question for the code.
 bool ZEMLO_LetterCombo::CheckRecordSource() {
   if (source_set_) return true;
-  return Member("CheckRecordSource", [&] {
+  source_set_ = Member("CheckRecordSource", [&] {
     SetRows(services_.reference.Select(PickListStatement(code_type_, services_.settings.Region())));
-    source_set_ = true;
   });
+  read_failed_ = !source_set_;
+  return source_set_;
 }
 
 /// Returns whether there is such a row; the first row is current where there is none.

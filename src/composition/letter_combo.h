@@ -90,6 +90,7 @@ class ZEMLO_LetterCombo : public platform::PickList {
 
   std::string code_type_;
   bool source_set_ = false;
+  bool read_failed_ = false;
   bool text_is_rows_ = true;  // the shown text was taken from a row, or is none
 };
 

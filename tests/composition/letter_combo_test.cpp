@@ -84,7 +84,7 @@ TEST_F(LetterComboTest, WhatOnlyWritesTheTextDoesNotFillIt) {
 TEST_F(LetterComboTest, RowsThatCouldNotBeReadAreReportedAndAskedForAgain) {
   fakes::FakeServices empty;
   ZEMLO_LetterCombo early(empty.services(), "LETTERS");
-  EXPECT_EQ(early.Code(), "");
+  for (int asked = 0; asked < 3; ++asked) EXPECT_EQ(early.Code(), "");
   early.Code("110");
   EXPECT_THAT(empty.errors.Procedures(),
               ElementsAre("ZEMLO_CodesCombo.CheckRecordSource", "ZEMLO_CodesCombo.CheckRecordSource"));
