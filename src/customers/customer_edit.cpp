@@ -25,7 +25,7 @@ std::string MaintenanceApplication() {
 /// "I" for an individual, "B" for a business; "" for a customer without a name.
 std::string TypeOf(const platform::RecordSet& rows) {
   const auto has = [&](const char* column) { return !platform::IsBlank(rows.Text(column)); };
-  if (has("LAST_NM") && !has("CUST_BSNS_NM")) return "I";
+  if (has("LAST_NM")) return "I";
   return has("CUST_BSNS_NM") ? "B" : "";
 }
 

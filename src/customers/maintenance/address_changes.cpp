@@ -1,6 +1,7 @@
 #include "customers/maintenance/address_changes.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/text.h"
 
@@ -51,10 +52,20 @@ void AddressChanges::CheckChangedAddress(bool& mailing_changed, bool& resident_c
   resident_changed = DiffersFrom(opening_, present, kResidentSide.prefix);
 }
 
-void AddressChanges::RememberSent() {
+void AddressChanges::NoteSent() {
+  sent_.clear();
   for (auto field = kMailingSide.Line1(); field <= kResidentSide.Zip(); ++field)
-    controls_.mTxtCust[field].Tag = controls_.mTxtCust[field].text();
-  for (auto& list : controls_.mCboState) list.Tag = list.Code();
+    sent_.push_back(controls_.mTxtCust[field].text());
+  for (auto& list : controls_.mCboState) sent_.push_back(list.Code());
+}
+
+void AddressChanges::RememberVerified() {
+  if (sent_.empty()) return;
+  const auto sent = std::exchange(sent_, {});
+  auto value = sent.begin();
+  for (auto field = kMailingSide.Line1(); field <= kResidentSide.Zip(); ++field)
+    controls_.mTxtCust[field].Tag = *value++;
+  for (auto& list : controls_.mCboState) list.Tag = *value++;
 }
 
 }  // namespace customers

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "customers/maintenance/customer_controls.h"
 #include "customers/maintenance/snapshot.h"
 
@@ -20,12 +23,16 @@ class AddressChanges {
   bool AcceptAllFinalist() const;
   /// Which addresses differ from those the dialog was shown with; neither where it was not shown yet.
   void CheckChangedAddress(bool& mailing_changed, bool& resident_changed) const;
-  /// Every address field and state list keeps its value as the one that is sent now.
-  void RememberSent();
+  /// The addresses are sent to be verified as they stand now.
+  void NoteSent();
+  /// What was sent last is verified: every address field and state list keeps in its tag what it was then.
+  /// Nothing where nothing was sent. Decision [verdict-remembered].
+  void RememberVerified();
 
  private:
   CustomerControls& controls_;
   const Snapshot& opening_;
+  std::vector<std::string> sent_;
 };
 
 }  // namespace customers

@@ -51,6 +51,8 @@ void ZEMLO_CustMaint::Connect() {
     connections_.push_back(std::move(connection));
   };
   for (auto& field : mTxtCust) keep(field.Changed.Connect([this] { TextChanged(); }));
+  for (const auto& side : {kMailingSide, kResidentSide})
+    keep(mTxtCust[side.Zip()].Changed.Connect([this, side] { ShowCountyOfZip(side); }));
   for (auto& list : mCboState) {
     keep(list.ContentChanged.Connect([this] { RunChecks(); }));
     keep(list.Left.Connect([this] { RunChecks(); }));
@@ -191,9 +193,14 @@ void ZEMLO_CustMaint::MoveFocus(platform::Control& control) {
   if (control.enabled() && control.visible()) FocusWanted(control);
 }
 
+void ZEMLO_CustMaint::OnLoad() {
+  Procedure("Form_Load", [&] { CentreWanted(); });
+}
+
 void ZEMLO_CustMaint::OnActivate() {
   Procedure("Form_Activate", [&] {
-    opening_ = SaveValues(*this, ResidentItems::kAlways);
+    TakeSnapshot(opening_, ResidentItems::kAlways);
+    KeepCounties();
     DataChanged = false;  // what filled the fields was not the user
     for (auto& frame : mFraFinalist) frame.SetEnabled(false);
     EnableControls(true);

@@ -53,7 +53,7 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   bool CustomerMaintExitStateGet() const { return exit_state_; }
   /// Whether the server has stored the customer.
   bool saved() const { return saved_; }
-  /// A text was changed since the last save was sent.
+  /// A text was changed that is not stored.
   bool DataChanged = false;
   ChangeFlags flags;
   /// The resident address the customer had when the dialog was shown.
@@ -70,15 +70,24 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
 
   /// The keyboard is to go to a control, which can be used then.
   platform::Event<platform::Control&> FocusWanted;
+  /// The dialog is to stand in the middle of the screen.
+  platform::Event<> CentreWanted;
   /// tab_order has changed.
   platform::Event<> TabOrderChanged;
 
  protected:
+  void OnLoad() override;
   void OnActivate() override;
   bool OnQueryUnload() override;
   void OnUnload() override;
 
  private:
+  struct CountyOfZip {
+    std::string zip;
+    std::string caption;
+    std::string code;
+  };
+
   void Connect();
   template <typename Work>
   bool Procedure(std::string_view name, Work&& work);
@@ -98,6 +107,10 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   void CloseDialog();
   void CopyAddress(const AddressSide& from, const AddressSide& to);
   void EnableControls(bool enabled);
+  void EnableEntry(bool enabled);
+  bool TakeSnapshot(Snapshot& snapshot, ResidentItems resident);
+  void KeepCounties();
+  void ShowCountyOfZip(const AddressSide& side);
   std::string WhyNoSave() const;
 
   void InitializeMessage();
@@ -118,6 +131,7 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   std::string mode_;
   Snapshot opening_;
   Snapshot current_;
+  std::vector<CountyOfZip> counties_;  // of the addresses that the customer came with
   KeyFilters filters_;
   FieldRules rules_;
   AddressChanges changes_;
@@ -128,7 +142,6 @@ class ZEMLO_CustMaint : public platform::Form, public CustomerControls {
   std::string message_key_;
   bool is_saving_ = false;
   bool timed_out_ = false;
-  bool close_at_once_ = false;
   bool exit_state_ = false;
   bool saved_ = false;
   bool is_checking_ = false;

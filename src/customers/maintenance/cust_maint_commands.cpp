@@ -6,6 +6,16 @@
 // What the user does in the dialog.
 namespace customers {
 
+namespace {
+
+constexpr std::size_t kZipAreaLength = 5;
+
+std::string ZipArea(const platform::TextField& zip) {
+  return zip.text().substr(0, kZipAreaLength);
+}
+
+}  // namespace
+
 void ZEMLO_CustMaint::TextChanged() {
   DataChanged = true;
   mCmdOption[option_number::kSave].SetCaption(kVerifyAndSave);
@@ -42,17 +52,19 @@ void ZEMLO_CustMaint::VerifyAndSave() {
   const bool valid = rules_.AreFieldsValid();
   is_checking_ = false;
   if (!valid) return FocusFirstInvalid();
-  const bool with_resident = mode_ == "UPD";
   std::shared_ptr<platform::RecordSet> record;
-  const bool taken = platform::Trap(services_, "ZEMLO_CustMaint.SaveValues", [&] {
-    current_ = SaveValues(*this, with_resident ? ResidentItems::kAlways : ResidentItems::kWhereEntered);
-  });
-  const bool built = taken && platform::Trap(services_, "ZEMLO_CustMaint.BuildRecordset", [&] {
-                       record = BuildRecordset({*this, changes_, opening_, current_, mode_, CustID}, flags);
-                     });
+  const auto resident = mode_ == "UPD" ? ResidentItems::kAlways : ResidentItems::kWhereEntered;
+  const bool built =
+      TakeSnapshot(current_, resident) && platform::Trap(services_, "ZEMLO_CustMaint.BuildRecordset", [&] {
+        record = BuildRecordset({*this, changes_, opening_, current_, mode_, CustID}, flags);
+      });
   if (!built || !SendMessage(record)) return;
   exit_state_ = false;
   DataChanged = false;
+}
+
+bool ZEMLO_CustMaint::TakeSnapshot(Snapshot& snapshot, ResidentItems resident) {
+  return Procedure("SaveValues", [&] { snapshot = SaveValues(*this, resident); });
 }
 
 void ZEMLO_CustMaint::FocusFirstInvalid() {
@@ -61,7 +73,8 @@ void ZEMLO_CustMaint::FocusFirstInvalid() {
 }
 
 void ZEMLO_CustMaint::CloseDialog() {
-  const bool asks = !std::exchange(close_at_once_, false) && DataChanged;
+  // Decision [unstored-changes].
+  const bool asks = DataChanged || SaveValues(*this, ResidentItems::kAlways) != opening_;
   auto answer = platform::MessageAnswer::kNo;
   if (asks) {
     answer = services_.host.ShowMessage({.text = "Would you like to save changes to your data ?",
@@ -92,7 +105,30 @@ void ZEMLO_CustMaint::EnableControls(bool enabled) {
   mCmdOption[option_number::kSameAsMailing].SetEnabled(enabled && rules_.CanCopy(kMailingSide));
   mCmdOption[option_number::kSameAsResident].SetEnabled(enabled && rules_.CanCopy(kResidentSide));
   for (auto& frame : mFraAddress) frame.SetEnabled(enabled);
+  EnableEntry(enabled);
+}
+
+/// What was sent stays as it was sent until the answer: name and numbers, and whether a suggestion is
+/// accepted.
+void ZEMLO_CustMaint::EnableEntry(bool enabled) {
   mFraCustomer.SetEnabled(enabled);
+  for (auto& box : mChkAccept) box.SetEnabled(enabled);
+}
+
+void ZEMLO_CustMaint::KeepCounties() {
+  counties_.clear();
+  for (const auto& side : {kMailingSide, kResidentSide}) {
+    const auto& label = mLblCounty[side.number];
+    counties_.push_back({ZipArea(mTxtCust[side.Zip()]), label.caption(), label.Tag});
+  }
+}
+
+/// Decision [county-of-zip].
+void ZEMLO_CustMaint::ShowCountyOfZip(const AddressSide& side) {
+  const auto known = std::ranges::find(counties_, ZipArea(mTxtCust[side.Zip()]), &CountyOfZip::zip);
+  const auto county = known == counties_.end() ? CountyOfZip() : *known;
+  mLblCounty[side.number].SetCaption(county.caption);
+  mLblCounty[side.number].Tag = county.code;
 }
 
 }  // namespace customers

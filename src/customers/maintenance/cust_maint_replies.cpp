@@ -105,8 +105,10 @@ void ZEMLO_CustMaint::vemtMessage_DataReady(const std::string& application) {
     const workspace::AtExit end(services_, kProcedure, [&] {
       services_.host.SetMousePointer(platform::MousePointer::kNormal);
       services_.status.ShowStatus("");
+      DataChanged = shown();
     });
     is_saving_ = false;
+    DataChanged = true;  // while the dialog stays: nothing was stored. Decision [unstored-changes].
     const bool done = platform::Trap(services_, kProcedure, [&] {
       const auto error = services_.messages.GetReplyError(
           ThisApplication(), "ZEMLO_CustMaint.VemtMessage_DataReady", message_key_);
@@ -122,7 +124,6 @@ void ZEMLO_CustMaint::vemtMessage_DataReady(const std::string& application) {
 void ZEMLO_CustMaint::ShowFailure(const std::string& error) {
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
   services_.status.ShowStatus("Query Not Successful.");
-  close_at_once_ = true;
   if (timed_out_) {
     Hide();
   } else {
@@ -150,8 +151,8 @@ bool ZEMLO_CustMaint::TakeReply() {
 void ZEMLO_CustMaint::ShowVerdict(const platform::RecordSet& rows, std::size_t row) {
   AddressVerdict verdict(*this, changes_, rows, row);
   const auto text = verdict.Show();
-  DataChanged = true;  // nothing of it is stored; the same suggestion again changes no text
-  mFraCustomer.SetEnabled(true);
+  if (!text.empty()) changes_.RememberVerified();
+  EnableEntry(true);
   auto& save = mCmdOption[option_number::kSave];
   save.SetEnabled(true);
   save.SetCaption("Save");

@@ -58,11 +58,11 @@ class SaveRecord {
     if (!request_.changes.AcceptAllFinalist() && request_.changes.AddressChanged()) {
       rows_->Set("FINALIST_IND", kTrue);
       rows_->Set("ACTION", request_.mode + "F");
-      request_.changes.RememberSent();
+      request_.changes.NoteSent();
       return;
     }
     rows_->Set("ACTION", request_.mode);
-    if (!Updates()) rows_->Set("FUEL_TAX_IND", "Y");
+    if (request_.mode == "ADD") rows_->Set("FUEL_TAX_IND", "Y");
   }
   void WriteItems(ChangeFlags& flags) {
     for (std::size_t place = 0; place < request_.current.size(); ++place) {

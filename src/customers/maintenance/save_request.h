@@ -31,7 +31,7 @@ struct SaveRequest {
 };
 
 /// The record "Customer" with its one row, as the server takes it. Columns that are not sent are null. Sets
-/// the flags of what differs from the opening values, and has the addresses remember what is sent to be
+/// the flags of what differs from the opening values, and has the addresses note what is sent to be
 /// verified.
 std::shared_ptr<platform::RecordSet> BuildRecordset(const SaveRequest& request, ChangeFlags& flags);
 

@@ -71,6 +71,7 @@ CustMaintView::CustMaintView(customers::ZEMLO_CustMaint& form, QWidget* parent)
     connections_.push_back(std::move(connection));
   };
   keep(form_.TabOrderChanged.Connect([this] { SetTabs(); }));
+  keep(form_.CentreWanted.Connect([this] { Centre(); }));
   keep(form_.FocusWanted.Connect([this](platform::Control& control) {
     if (const auto widget = widgets_.find(&control); widget != widgets_.end()) widget->second->setFocus();
   }));
@@ -301,6 +302,10 @@ bool CustMaintView::eventFilter(QObject* watched, QEvent* event) {
 
 void CustMaintView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
+  form_.Load();  // says where it stands, before it is seen
+}
+
+void CustMaintView::Centre() {
   auto place = window()->frameGeometry();
   place.moveCenter(screen()->availableGeometry().center());
   window()->move(place.topLeft());

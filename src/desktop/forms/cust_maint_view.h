@@ -42,6 +42,7 @@ class CustMaintView : public QWidget {
   void AddSuggested(QGridLayout& layout, int row, const char* caption, std::size_t number);
   void MarkDifferences();
   void SetTabs();
+  void Centre();
 
   customers::ZEMLO_CustMaint& form_;
   std::map<const platform::Control*, QWidget*> widgets_;

@@ -70,6 +70,16 @@ TEST_F(CustMaintTest, AsksBeforeChangesAreLost) {
   EXPECT_THAT(Messages(), ElementsAre(kQuestion, kQuestion));
 }
 
+TEST_F(CustMaintTest, AsksBeforeAChangedPhoneIsLostThatCannotBeSavedAlone) {
+  OpenIndividual();
+  form.mPhone.SetText("(405) 521 2486");
+  EXPECT_FALSE(Command(0).enabled());
+  outside.host.answers = {platform::MessageAnswer::kYes};
+  UserCloses();
+  EXPECT_THAT(Messages(), ElementsAre(kQuestion));
+  EXPECT_THAT(Sent(), Contains("PHN_NBR=4055212486"));
+}
+
 TEST_F(CustMaintTest, LosesThemWhereTheUserSaysNo) {
   OpenIndividual();
   UserChangesAName();
@@ -103,6 +113,7 @@ TEST_F(CustMaintTest, SavesOnceAndClosesWithWhoWasSaved) {
   EXPECT_EQ(outside.status.LastText(), "Saving Customer Information ...");
   for (const std::size_t number : {0, 1, 2, 3}) EXPECT_FALSE(Command(number).enabled());
   EXPECT_FALSE(form.mFraAddress[0].enabled());
+  EXPECT_FALSE(form.mChkAccept[0].enabled());
   Text(4).SetText("ACME INC");  // typed on while it is on its way
   UserSaves();
   UserCloses();
@@ -128,12 +139,14 @@ TEST_F(CustMaintTest, KeepsWhatWasTypedWhenTheServerRefuses) {
   EXPECT_EQ(outside.status.LastText(), "");
   EXPECT_TRUE(form.shown());
   EXPECT_EQ(Text(2).text(), "SMYTHE");
-  EXPECT_TRUE(Command(0).enabled()) << "it can be tried again";
   EXPECT_TRUE(form.mFraAddress[0].enabled());
-  Text(2).SetText("SMYTH");
+  EXPECT_TRUE(form.mChkAccept[0].enabled());
+  form.mPhone.UserLeaves();
+  EXPECT_TRUE(Command(0).enabled()) << "it can be tried again";
+  outside.host.answers = {platform::MessageAnswer::kCancel};
   UserCloses();
-  EXPECT_FALSE(form.shown());
-  EXPECT_EQ(Messages().size(), 1u) << "no question after a failed save";
+  EXPECT_TRUE(form.shown());
+  EXPECT_THAT(Messages(), ElementsAre(testing::_, kQuestion));
   EXPECT_THAT(outside.server.error_askers, Contains("ZEMLO_CustMaint.VemtMessage_DataReady"));
 }
 
@@ -237,6 +250,15 @@ TEST_F(CustMaintTest, CopiesOneAddressIntoTheOther) {
   EXPECT_EQ(form.mLblCounty[0].Tag, "9");
 }
 
+TEST_F(CustMaintTest, ShowsACountyOnlyBesideItsZip) {
+  OpenIndividual();
+  const auto county = [&] { return form.mLblCounty[0].caption() + "/" + form.mLblCounty[0].Tag; };
+  Text(9).SetText("89033");
+  EXPECT_EQ(county(), "/");
+  Text(9).SetText("89214-0007");
+  EXPECT_EQ(county(), "Hartsfield/22");
+}
+
 TEST_F(CustMaintTest, DisablesNamesThatAreKeptElsewhere) {
   auto dealer = Business();
   dealer.emplace_back("DLR_IND", "Y");
@@ -281,6 +303,21 @@ TEST_F(CustomerEditTest, FetchesACustomerAndTellsWhoWasSaved) {
   EXPECT_FALSE(edit.IsUnderWay());
   EXPECT_THAT(outside.reference.statements,
               Contains("SELECT CNTY_NM FROM MVR_COUNTY_TAX WHERE CNTY_CD = '22'"));
+}
+
+TEST_F(CustomerEditTest, TakesWhoHasALastNameForAPersonAndLeavesTheBusinessNameStored) {
+  auto both = Individual();
+  both.emplace_back("CUST_BSNS_NM", "LANTERN FUEL");
+  outside.host.user_in_form = [&](platform::Form& shown) {
+    auto& dialog = dynamic_cast<ZEMLO_CustMaint&>(shown);
+    dialog.mTxtCust[2].SetText("SMYTHE");
+    dialog.mCmdOption[0].UserClicks();
+  };
+  edit.Edit("100002");
+  outside.server.ReplyWith("Customer", {both});
+  outside.RunEvents();
+  EXPECT_THAT(Sent(), testing::IsSupersetOf({"CUST_TYP_CD=0", "LAST_NM=SMYTHE"}));
+  EXPECT_THAT(Sent(), Not(Contains(testing::StartsWith("CUST_BSNS_NM"))));
 }
 
 TEST_F(CustomerEditTest, OpensNothingWithoutTheRightOrWithoutTheCustomer) {
