@@ -24,6 +24,8 @@ using platform::Failure;
 
 constexpr auto kTimeToEnd = std::chrono::milliseconds(500);
 constexpr std::size_t kWordsKept = 500;
+/// How often is looked whether to go on.
+constexpr std::int64_t kLongestWait = 50;  // milliseconds
 
 void Close(int& descriptor) {
   if (descriptor >= 0) close(descriptor);
@@ -102,7 +104,7 @@ bool ProgramProcess::HasSpokenUnasked() {
   return is_closed_ || !arrived_.empty();
 }
 
-std::string ProgramProcess::Ask(std::string_view line, Time deadline) {
+std::string ProgramProcess::Ask(std::string_view line, Time deadline, const std::stop_token& ending) {
   std::string question(line);
   question += '\n';
   for (std::size_t done = 0; done < question.size();) {
@@ -110,10 +112,11 @@ std::string ProgramProcess::Ask(std::string_view line, Time deadline) {
     if (sent > 0) {
       done += static_cast<std::size_t>(sent);
     } else if (errno == EAGAIN) {
-      Await(true, deadline);
+      if (is_closed_) Fail("has ended without an answer.");
+      if (arrived_.size() > kLongestLine) Fail("writes, and does not read what it is asked.");
+      Await(true, deadline, ending);
     } else if (errno != EINTR) {
-      throw Failure(Failure::Kind::kUnavailable,
-                    "The program " + name_ + " that verifies addresses has ended." + LastWords());
+      Fail("has ended.");
     }
   }
   for (;;) {
@@ -124,18 +127,21 @@ std::string ProgramProcess::Ask(std::string_view line, Time deadline) {
       return answer;
     }
     if (arrived_.size() > kLongestLine)
-      throw Failure(Failure::Kind::kUnavailable,
-                    "The program " + name_ + " that verifies addresses answers a line of more than " +
-                        std::to_string(kLongestLine) + " characters." + LastWords());
-    if (is_closed_)
-      throw Failure(
-          Failure::Kind::kUnavailable,
-          "The program " + name_ + " that verifies addresses has ended without an answer." + LastWords());
-    Await(false, deadline);
+      Fail("answers a line of more than " + std::to_string(kLongestLine) + " characters.");
+    if (is_closed_) Fail("has ended without an answer.");
+    Await(false, deadline, ending);
   }
 }
 
-void ProgramProcess::Await(bool is_writing, Time deadline) {
+void ProgramProcess::Fail(const std::string& what) const {
+  throw Failure(Failure::Kind::kUnavailable,
+                "The program " + name_ + " that verifies addresses " + what + LastWords());
+}
+
+void ProgramProcess::Await(bool is_writing, Time deadline, const std::stop_token& ending) {
+  if (ending.stop_requested())
+    throw Failure(Failure::Kind::kUnavailable,
+                  "The address was not verified, because the program was closed. Nothing was stored.");
   const auto left =
       std::chrono::ceil<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now()).count();
   if (left <= 0)
@@ -144,7 +150,7 @@ void ProgramProcess::Await(bool is_writing, Time deadline) {
   std::array<pollfd, 3> ends = {{{is_closed_ ? -1 : answers_, POLLIN, 0},
                                  {errors_, POLLIN, 0},
                                  {is_writing ? questions_ : -1, POLLOUT, 0}}};
-  poll(ends.data(), ends.size(), static_cast<int>(std::min<std::int64_t>(left, 60'000)));
+  poll(ends.data(), ends.size(), static_cast<int>(std::min<std::int64_t>(left, kLongestWait)));
   ReadErrors();
   ReadAnswers();
 }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -27,12 +28,13 @@ class ProgramProcess {
 
   /// Writes `line` and a line feed, and returns the line it answers, without its end. Throws Failure
   /// kTimedOut at `deadline`, kUnavailable where the program has closed its input or output or writes too
-  /// long a line; with the last words of its standard error.
-  std::string Ask(std::string_view line, Time deadline);
+  /// much, with the last words of its standard error, and when `ending` is stopped.
+  std::string Ask(std::string_view line, Time deadline, const std::stop_token& ending);
 
  private:
   /// Waits until something can be read or, where `is_writing`, written, and reads it.
-  void Await(bool is_writing, Time deadline);
+  void Await(bool is_writing, Time deadline, const std::stop_token& ending);
+  [[noreturn]] void Fail(const std::string& what) const;
   void ReadErrors();
   void ReadAnswers();
   std::string LastWords() const;

@@ -123,13 +123,14 @@ ProgramVerifier::ProgramVerifier(std::filesystem::path program, std::chrono::mil
 
 ProgramVerifier::~ProgramVerifier() = default;
 
-AddressVerdict ProgramVerifier::Verify(const PostalAddress& address) {
+AddressVerdict ProgramVerifier::Judge(const PostalAddress& address, const std::stop_token& ending) {
   const auto id = ++last_id_;
-  const auto line = Ask(QuestionOf(address, id));
+  const auto line = Ask(QuestionOf(address, id), ending);
   try {
     auto verdict = Answer(program_, line).Read(id);
-    if (verdict.kind == AddressVerdict::Kind::kPassed && !IsSameButForForm(address, verdict.address))
-      verdict.kind = AddressVerdict::Kind::kSuggested;
+    if (verdict.kind != AddressVerdict::Kind::kPassed) return verdict;
+    verdict.address = Standardised(verdict.address);
+    if (!IsSameButForForm(address, verdict.address)) verdict.kind = AddressVerdict::Kind::kSuggested;
     return verdict;
   } catch (const Failure&) {
     process_.reset();  // what else it has to say is no better
@@ -137,12 +138,12 @@ AddressVerdict ProgramVerifier::Verify(const PostalAddress& address) {
   }
 }
 
-std::string ProgramVerifier::Ask(const std::string& question) {
+std::string ProgramVerifier::Ask(const std::string& question, const std::stop_token& ending) {
   const auto deadline = std::chrono::steady_clock::now() + time_out_;
   if (process_ && process_->HasSpokenUnasked()) process_.reset();
   if (!process_) process_ = std::make_unique<ProgramProcess>(program_);
   try {
-    return process_->Ask(question, deadline);
+    return process_->Ask(question, deadline, ending);
   } catch (const Failure&) {
     process_.reset();
     throw;

@@ -16,7 +16,8 @@ class ProgramProcess;
 /// docs/operations.md describes both. The program is started for the first address and kept; one that is
 /// slow, dead or talks nonsense is ended with its process group, and started anew for the next address.
 ///
-/// What the program passes in other words than were entered is suggested, so that the user sees it.
+/// What the program passes is standardised; in other words than were entered it is suggested, so that the
+/// user sees it.
 class ProgramVerifier : public platform::AddressVerifier {
  public:
   /// `time_out`: from the question to the whole answer, the start of the program included.
@@ -24,12 +25,12 @@ class ProgramVerifier : public platform::AddressVerifier {
   /// Ends the program with its process group.
   ~ProgramVerifier() override;
 
-  /// Throws Failure kTimedOut where no whole answer came in time, kUnavailable where the program does not
-  /// start, has ended, or answers something else than docs/operations.md says.
-  platform::AddressVerdict Verify(const platform::PostalAddress& address) override;
-
  private:
-  std::string Ask(const std::string& question);
+  /// Throws Failure kTimedOut where no whole answer came in time, kUnavailable where the program does not
+  /// start, has ended, or answers something else than docs/operations.md says, and when `ending` is stopped.
+  platform::AddressVerdict Judge(const platform::PostalAddress& address,
+                                 const std::stop_token& ending) override;
+  std::string Ask(const std::string& question, const std::stop_token& ending);
 
   const std::filesystem::path program_;
   const std::chrono::milliseconds time_out_;

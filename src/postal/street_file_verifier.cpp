@@ -14,7 +14,8 @@ StreetFileVerifier::StreetFileVerifier(std::filesystem::path folder) : folder_(s
 
 StreetFileVerifier::~StreetFileVerifier() = default;
 
-platform::AddressVerdict StreetFileVerifier::Verify(const platform::PostalAddress& address) {
+platform::AddressVerdict StreetFileVerifier::Judge(const platform::PostalAddress& address,
+                                                   const std::stop_token&) {
   if (!file_) {
     try {
       file_ = std::make_unique<const StreetFile>(StreetFile::Read(folder_));
@@ -22,7 +23,7 @@ platform::AddressVerdict StreetFileVerifier::Verify(const platform::PostalAddres
       throw Failure(Failure::Kind::kUnavailable, "The address cannot be verified. " + failure.description());
     }
   }
-  return Judge(*file_, address);
+  return postal::Judge(*file_, address);
 }
 
 }  // namespace postal

@@ -25,11 +25,12 @@ class StreetFileVerifier : public platform::AddressVerifier {
   explicit StreetFileVerifier(std::filesystem::path folder);
   ~StreetFileVerifier() override;
 
+ private:
   /// Throws Failure kUnavailable where the tables are missing or wrong: all faults with file, line and
   /// column.
-  platform::AddressVerdict Verify(const platform::PostalAddress& address) override;
+  platform::AddressVerdict Judge(const platform::PostalAddress& address,
+                                 const std::stop_token& ending) override;
 
- private:
   const std::filesystem::path folder_;
   std::unique_ptr<const StreetFile> file_;
 };

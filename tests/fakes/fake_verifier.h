@@ -17,7 +17,8 @@ class FakeVerifier : public platform::AddressVerifier {
   std::string fault;                                         ///< not "": there is no verdict
   std::vector<platform::PostalAddress> asked;
 
-  platform::AddressVerdict Verify(const platform::PostalAddress& address) override {
+ private:
+  platform::AddressVerdict Judge(const platform::PostalAddress& address, const std::stop_token&) override {
     using platform::UpperCase;
     asked.push_back(address);
     if (!fault.empty()) throw platform::Failure(platform::Failure::Kind::kUnavailable, fault);

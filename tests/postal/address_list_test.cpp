@@ -14,14 +14,16 @@ using platform::AddressVerdict;
 /// Passes what it gets, in capitals of its own.
 class Echo : public platform::AddressVerifier {
  public:
-  AddressVerdict Verify(const platform::PostalAddress& address) override {
+  std::vector<platform::PostalAddress> asked;
+
+ private:
+  AddressVerdict Judge(const platform::PostalAddress& address, const std::stop_token&) override {
     asked.push_back(address);
     if (address.line1 == "fails") throw platform::Failure(platform::Failure::Kind::kTimedOut, "Too slow.");
     if (address.line1 == "none") return {};
     return {address.line1 == "near" ? AddressVerdict::Kind::kSuggested : AddressVerdict::Kind::kPassed,
             address};
   }
-  std::vector<platform::PostalAddress> asked;
 };
 
 class AddressListTest : public testing::Test {

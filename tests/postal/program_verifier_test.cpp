@@ -107,9 +107,27 @@ TEST_F(ProgramVerifierTest, TextsTravelWhole) {
   EXPECT_EQ(verifier.Verify(Address("12 \"Élan\" \\ St")).address.line1, "12 \"\xC3\x89LAN\" \\ ST");
 }
 
-TEST_F(ProgramVerifierTest, WhatItPassesInOtherWordsIsSuggested) {
-  ProgramVerifier verifier(Program(std::string("reply['line1'] = '1202 DEPOT ST'; ") + kSays), kPatience);
-  EXPECT_EQ(verifier.Verify(Address("1200 depot st")).kind, Kind::kSuggested);
+TEST_F(ProgramVerifierTest, WhatItPassesIsStandardisedAndIsTheSameAddress) {
+  ProgramVerifier verifier(
+      Program(std::string("reply['line1'] = question['line1'].split('=')[-1]; reply['state'] = 'kv'; ") +
+              kSays),
+      kPatience);
+  struct PassedCase {
+    const char* entered;  // what the program passes stands behind "="
+    Kind kind;
+    const char* line1;
+  };
+  for (const auto& [entered, kind, line1] : {
+           PassedCase{" 1200 Depot  Street ", Kind::kPassed, "1200 DEPOT ST"},
+           {"1200 depot st=1202 depot st", Kind::kSuggested, "1202 DEPOT ST"},
+           {"12 North St=12 N St", Kind::kSuggested, "12 N ST"},
+           {"12345 Saint Christopher Martyr St", Kind::kUnknown, ""},
+       }) {
+    const auto verdict = verifier.Verify(Address(entered));
+    EXPECT_EQ(verdict.kind, kind) << entered;
+    EXPECT_EQ(verdict.address.line1, line1);
+    EXPECT_EQ(verdict.address.state, kind == Kind::kUnknown ? "" : "KV");
+  }
 }
 
 TEST_F(ProgramVerifierTest, AnUnknownAddressBringsNone) {
@@ -164,12 +182,36 @@ TEST_F(ProgramVerifierTest, ASlowProgramFailsWithinItsTimeAndIsEnded) {
 }
 
 TEST_F(ProgramVerifierTest, AProgramThatDoesNotReadCannotHoldTheServer) {
-  const auto file = Folder() / "deaf";
-  std::ofstream(file) << "#!/bin/sh\nexec sleep 100\n";
-  std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-  ProgramVerifier verifier(file, 300ms);
-  const std::string long_line(4'000'000, 'x');
-  EXPECT_TRUE(FailureOf(verifier, long_line.c_str()).starts_with("slow: "));
+  struct DeafCase {
+    const char* does;
+    std::chrono::milliseconds time_out;
+    const char* said;
+  };
+  for (const auto& [does, time_out, said] : {
+           DeafCase{"sleep 100", 300ms, "slow: "},
+           {"sleep 100 >&-", kPatience, "has ended without an answer."},
+           {"yes", kPatience, "writes, and does not read what it is asked."},
+       }) {
+    const auto file = Folder() / "deaf";
+    std::ofstream(file) << "#!/bin/sh\nexec " << does << "\n";
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    ProgramVerifier verifier(file, time_out);
+    const std::string long_line(4'000'000, 'x');
+    const auto failure = FailureOf(verifier, long_line.c_str());
+    EXPECT_NE(failure.find(said), std::string::npos) << failure;
+  }
+}
+
+TEST_F(ProgramVerifierTest, IsNotWaitedForWhenEverythingEnds) {
+  ProgramVerifier verifier(Program("time.sleep(100)"), kPatience);
+  std::stop_source ending;
+  std::jthread user([&] {
+    ComesTrue([&] { return !Starts().empty(); });
+    ending.request_stop();
+  });
+  const auto before = std::chrono::steady_clock::now();
+  EXPECT_THROW(verifier.Verify(Address("1200 depot st"), ending.get_token()), Failure);
+  EXPECT_LT(std::chrono::steady_clock::now() - before, kPatience / 2);
 }
 
 TEST_F(ProgramVerifierTest, ADeadProgramTellsItsLastWords) {

@@ -20,7 +20,7 @@ class StreetFileTest : public StreetWorld {
 
 TEST_F(StreetFileTest, HoldsEachStreetOnceAZipWithItsRangesInOrder) {
   const auto file = StreetFile::Read(Folder());
-  EXPECT_EQ(file.RangeCount(), 28U);
+  EXPECT_EQ(file.RangeCount(), 29U);
   const auto* zip = file.FindZip("88312");
   ASSERT_NE(zip, nullptr);
   EXPECT_EQ(file.StreetsOf(*zip).size(), 12U);

@@ -120,6 +120,10 @@ TEST_F(StreetFileVerifierTest, StreetsThatAreSpelledAlmostAlikeAreNotOne) {
            {"12 S Lake Dr", "passed: 12 SOUTH LAKE DR 0008"},
            {"12 Mnt Vernon Court", "unknown"},
            {"60 Mt Vernon Ct", "suggested: 60 MOUNT VERNON CT 0010"},
+           // Where the register has no room for it.
+           {"1 St Christophers Blvd", "passed: 1 SAINT CHRISTOPHERS BLVD 0011"},
+           {"1234 St Christophers Blvd", "unknown"},
+           {"1234 Saint Christofers Bd", "unknown"},
        }) {
     auto found = Verdict({line, "", "Moss Creek", "KV", "88321", "", ""});
     found = platform::ReplaceAll(found, ", , MOSS CREEK KV 88321", " ");

@@ -41,6 +41,7 @@ class StreetWorld : public testing::Test {
         "88312 P - - - - 1 999 B BOX\n"
         "88312 R - 2 - - 1 90 B BOX\n"
         "88321 S - Granary Rd - 1 99 B 9999\n"
+        "88321 S - Saint_Christophers Blvd - 1 9999 B 0011\n"
         "88321 S - N St - 1 49 B 0001\n"
         "88321 S - North St - 1 99 B 0002\n"
         "88321 S - East St - 1 99 B 0003\n"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <stop_token>
 #include <string>
 
 /// Postal verification of addresses.
@@ -19,6 +21,12 @@ struct PostalAddress {
   bool operator==(const PostalAddress&) const = default;
 };
 
+// What the register has room for, in characters.
+inline constexpr std::size_t kLongestAddressLine = 25;
+inline constexpr std::size_t kLongestCity = 22;
+inline constexpr std::size_t kLongestState = 2;
+inline constexpr std::size_t kLongestZip = 9;
+
 /// What the verification says of an address.
 struct AddressVerdict {
   enum class Kind {
@@ -35,8 +43,14 @@ class AddressVerifier {
  public:
   virtual ~AddressVerifier() = default;
 
-  /// Throws Failure kUnavailable or kTimedOut where no verdict can be had, saying why and what to do.
-  virtual AddressVerdict Verify(const PostalAddress& address) = 0;
+  /// An address that the register has no room for is neither passed nor suggested, but unknown. Throws
+  /// Failure kUnavailable or kTimedOut where no verdict can be had, saying why and what to do; soon, once
+  /// `ending` is stopped.
+  AddressVerdict Verify(const PostalAddress& address, const std::stop_token& ending = {});
+
+ private:
+  /// Verify, whatever the register has room for.
+  virtual AddressVerdict Judge(const PostalAddress& address, const std::stop_token& ending) = 0;
 };
 
 }  // namespace platform
