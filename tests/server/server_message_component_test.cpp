@@ -59,6 +59,10 @@ class MessageComponent : public testing::Test {
                        "CORRHIST");
     return message;
   }
+  int LettersRecorded() const {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    return std::stoi(database.Select("SELECT COUNT(*) FROM letter_history")->FirstText());
+  }
   void WaitForAll() {
     events_.RunUntil([this] { return !component_->HasWorkUnderWay(); });
   }
@@ -76,6 +80,12 @@ class MessageComponent : public testing::Test {
   std::vector<std::string> heard_;
   std::unique_ptr<Hearer> workspace_;
 };
+
+const fakes::Row kLetter = {{"ACTION", "ADD"},
+                            {"LTR_TYP_ID", "101"},
+                            {"CUST_ID", "100001"},
+                            {"PRNT_STTS_CD", "F"},
+                            {"XML_CONTEXT", "<XML_CONTEXT/>"}};
 
 /// Keeps the server from answering changing requests for as long as it lives.
 class BusyData {
@@ -139,7 +149,7 @@ TEST_F(MessageComponent, AListenerMayGoWhileItHearsItsTimeOut) {
 
 TEST_F(MessageComponent, ATimeOutComesFirstThenItsErrorReplyAndTheLateAnswerIsDropped) {
   auto busy = std::make_unique<BusyData>(folder_.path());
-  const auto message = Recording(*workspace_, {{"ACTION", "ADD"}});
+  const auto message = Recording(*workspace_, kLetter);
   message->SendAndWait(true, 30ms, 10);
   WaitForAll();
   EXPECT_THAT(heard_, ElementsAre("workspace timed out", "workspace ready ZEMLO_Corresp"));
@@ -151,6 +161,7 @@ TEST_F(MessageComponent, ATimeOutComesFirstThenItsErrorReplyAndTheLateAnswerIsDr
   EXPECT_THAT(heard_, ElementsAre("workspace timed out", "workspace ready ZEMLO_Corresp",
                                   "workspace ready ZEMLO_Corresp"));
   EXPECT_THAT(Error(message->MessageKey()), HasSubstr("did not answer in time"));
+  EXPECT_EQ(LettersRecorded(), 0) << "it was told that nothing was done, and may have asked again";
 }
 
 TEST_F(MessageComponent, MessageKeysAreUnique) {
@@ -173,19 +184,13 @@ TEST_F(MessageComponent, OldRepliesGoButRowsThatWereHandedOutStay) {
 TEST_F(MessageComponent, WhatWasSentIsDoneWhenTheComponentGoes) {
   constexpr int kRecorded = 20;
   for (int letter = 0; letter < kRecorded; ++letter) {
-    Recording(*workspace_, {{"ACTION", "ADD"},
-                            {"LTR_TYP_ID", "101"},
-                            {"CUST_ID", "100001"},
-                            {"PRNT_STTS_CD", "F"},
-                            {"XML_CONTEXT", "<XML_CONTEXT/>"}})
-        ->Send();
+    Recording(*workspace_, kLetter)->Send();
   }
   workspace_.reset();
   component_.reset();
   events_.RunPending();
   EXPECT_THAT(heard_, ElementsAre());
-  server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
-  EXPECT_EQ(database.Select("SELECT COUNT(*) FROM letter_history")->FirstText(), std::to_string(kRecorded));
+  EXPECT_EQ(LettersRecorded(), kRecorded);
 }
 
 TEST_F(MessageComponent, DownloadsOfAListenerAreWorkUnderWay) {

@@ -148,8 +148,9 @@ void ServerMessageComponent::Send(const platform::RequestMessage& message,
   const auto maker = state_->made_by.extract(key);
   state_->under_way[key] = {maker.empty() ? std::weak_ptr<platform::ReplyListener*>() : maker.mapped(),
                             message.application()};
-  deadlines_.Add(key, DeadlineWatch::Clock::now() + time_out);
-  server_.Submit(std::move(text), [this, weak = std::weak_ptr(state_), key](std::string reply_text) {
+  const auto deadline = DeadlineWatch::Clock::now() + time_out;
+  deadlines_.Add(key, deadline);
+  const auto answered = [this, weak = std::weak_ptr(state_), key](std::string reply_text) {
     deadlines_.Remove(key);
     events_.Post([weak, key, reply_text = std::move(reply_text)] {
       const auto state = weak.lock();
@@ -159,7 +160,8 @@ void ServerMessageComponent::Send(const platform::RequestMessage& message,
         state->Deliver(*message_under_way, key, ReadOrRefuse(key, reply_text));
       }
     });
-  });
+  };
+  server_.Submit(std::move(text), answered, deadline);
 }
 
 bool ServerMessageComponent::HasWorkUnderWay() const {

@@ -19,10 +19,10 @@ ApplicationServer::~ApplicationServer() {
   thread_.join();
 }
 
-void ApplicationServer::Submit(std::string request_text, Answered answered) {
+void ApplicationServer::Submit(std::string request_text, Answered answered, Deadline deadline) {
   {
     const std::lock_guard lock(mutex_);
-    waiting_.push_back({std::move(request_text), std::move(answered)});
+    waiting_.push_back({std::move(request_text), std::move(answered), deadline});
   }
   changed_.notify_one();
 }
@@ -36,7 +36,7 @@ void ApplicationServer::Run() {
     auto submitted = std::move(waiting_.front());
     waiting_.pop_front();
     lock.unlock();
-    submitted.answered(processor.Answer(submitted.request_text));
+    submitted.answered(processor.Answer(submitted.request_text, submitted.deadline));
   }
 }
 

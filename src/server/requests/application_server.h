@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <filesystem>
@@ -23,17 +24,20 @@ class ApplicationServer {
   ApplicationServer(const ApplicationServer&) = delete;
   ApplicationServer& operator=(const ApplicationServer&) = delete;
   /// What was submitted is answered first: a letter that was printed is recorded, though its sender is going.
-  /// Queries of letters are broken off.
+  /// Queries of letters are broken off, and a verification, with the save that asked for it.
   ~ApplicationServer();
 
   using Answered = std::function<void(std::string reply_text)>;
-  /// From any thread; returns at once. `answered` is called on the server's thread and must not throw.
-  void Submit(std::string request_text, Answered answered);
+  using Deadline = std::chrono::steady_clock::time_point;
+  /// From any thread; returns at once. `answered` is called on the server's thread and must not throw. What
+  /// the request changes is not changed any more after `deadline`.
+  void Submit(std::string request_text, Answered answered, Deadline deadline = Deadline::max());
 
  private:
   struct Submitted {
     std::string request_text;
     Answered answered;
+    Deadline deadline;
   };
   void Run();
 

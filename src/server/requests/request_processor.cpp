@@ -36,6 +36,13 @@ void ForgetOldRequests(Database& database, platform::Timestamp now) {
   }
 }
 
+/// Whoever asked has been told that nothing was done, and asks again.
+void RequireTime(RequestProcessor::Deadline deadline) {
+  if (std::chrono::steady_clock::now() >= deadline)
+    throw platform::Failure(platform::Failure::Kind::kTimedOut,
+                            "The application server did not come to the request in time. Nothing was saved.");
+}
+
 }  // namespace
 
 RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const ServerParties& parties,
@@ -47,12 +54,12 @@ RequestProcessor::RequestProcessor(std::filesystem::path data_folder, const Serv
 
 RequestProcessor::~RequestProcessor() = default;
 
-std::string RequestProcessor::Answer(std::string_view request_text) noexcept {
+std::string RequestProcessor::Answer(std::string_view request_text, Deadline deadline) noexcept {
   Reply refusal;
   try {
     const auto request = ReadRequest(request_text);
     refusal.message_key = request.message_key;
-    return AnswerOrFail(request);
+    return AnswerOrFail(request, deadline);
   } catch (const std::exception& failure) {
     refusal.error = failure.what();
   } catch (...) {
@@ -64,11 +71,12 @@ std::string RequestProcessor::Answer(std::string_view request_text) noexcept {
   return WriteReply(refusal);
 }
 
-std::string RequestProcessor::AnswerOrFail(const Request& request) {
+std::string RequestProcessor::AnswerOrFail(const Request& request, Deadline deadline) {
   const auto& route = FindRoute(request);
   const RequestKeys keys(request.keys, route.keys);
   auto& database = OpenDatabase();
   const auto verified = Verify(route, request, keys);
+  if (route.changes) RequireTime(deadline);
   Transaction transaction(database,
                           route.changes ? Transaction::Purpose::kChanging : Transaction::Purpose::kReading);
   if (route.changes) {
@@ -82,6 +90,7 @@ std::string RequestProcessor::AnswerOrFail(const Request& request) {
   if (route.changes) {
     database.Change("INSERT INTO request_log (MSG_KEY, RCVD_TS, REPLY) VALUES (?, ?, ?)",
                     {request.message_key, exchange.now, text});
+    RequireTime(deadline);  // others may have kept the database for seconds
   }
   transaction.Commit();
   return text;
@@ -105,7 +114,7 @@ std::vector<VerifiedAddress> RequestProcessor::Verify(const Route& route, const 
   }
   for (const auto& address : asked) {
     platform::While("verifying an address; nothing was saved", [&] {
-      verified.push_back({address, parties_.verifier.Verify(address)});
+      verified.push_back({address, parties_.verifier.Verify(address, ending_)});
     });
   }
   return verified;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <stop_token>
@@ -20,6 +21,8 @@ struct Route;
 /// Stays on the thread of its first request. Decision [stored-replies].
 class RequestProcessor {
  public:
+  using Deadline = std::chrono::steady_clock::time_point;
+
   /// `data_folder`: the folder that `init` has made. `ending`, stopped from any thread, breaks off what takes
   /// long and changes nothing.
   RequestProcessor(std::filesystem::path data_folder, const ServerParties& parties,
@@ -28,11 +31,11 @@ class RequestProcessor {
 
   /// Always an answer, never a failure: what goes wrong is the reply's error text, and nothing is stored
   /// then. A changing request whose key has been answered before gets the same reply again and changes
-  /// nothing.
-  std::string Answer(std::string_view request_text) noexcept;
+  /// nothing. Nothing is changed after `deadline`, when nobody waits for the answer any more.
+  std::string Answer(std::string_view request_text, Deadline deadline = Deadline::max()) noexcept;
 
  private:
-  std::string AnswerOrFail(const Request& request);
+  std::string AnswerOrFail(const Request& request, Deadline deadline);
   /// Outside of any transaction of changes: a verifier may take seconds.
   std::vector<VerifiedAddress> Verify(const Route& route, const Request& request, const RequestKeys& keys);
   Database& OpenDatabase();
