@@ -51,7 +51,7 @@ void WindowlessShell::Show(platform::Form& form) {
   form.Activate();
   const bool answered =
       std::ranges::any_of(form_answerers_, [&form](const FormAnswerer& answerer) { return answerer(form); });
-  if (!answered) form.Close();
+  if (!answered && !form.Close()) form.Hide();  // nobody is there to leave it otherwise
 }
 
 std::optional<std::string> WindowlessShell::AskSaveFile(const std::string&) {

@@ -82,6 +82,13 @@ TEST(WindowlessShell, AFormNobodyAnswersIsCancelled) {
   shell.ShowModal(form);
   EXPECT_FALSE(form.shown());
 
+  struct Refusing : platform::Form {
+    using Form::Form;
+    bool OnQueryUnload() override { return false; }
+  } refusing("Select Customer");
+  shell.ShowModal(refusing);
+  EXPECT_FALSE(refusing.shown());
+
   platform::Form known("Known");
   shell.AnswerFormsWith([&](platform::Form& asked) {
     if (&asked != &known) return false;
