@@ -18,6 +18,7 @@ constexpr const char* kNothingTyped =
     "Type a name, a city or zip code, a customer ID, a fuel tax account or a phone number.";
 constexpr const char* kChosenLast = "The customers you chose last.";
 constexpr const char* kSearching = "Searching customers.";
+constexpr const char* kSavedIsChosen = "The customer that was saved is chosen.";
 constexpr const char* kNotInThisVersion = "This version of the program does not do this yet.";
 
 /// "1,234".
@@ -73,7 +74,8 @@ ZEMLO_CustSelect::ZEMLO_CustSelect(const platform::Services& services, CustomerM
 }
 
 void ZEMLO_CustSelect::EnableCommands() {
-  cmdEdit.SetEnabled(maintenance_.edit && !chosen_.CustID.empty() &&
+  const bool is_one_meant = !chosen_.CustID.empty() || (has_moved_ && current_);
+  cmdEdit.SetEnabled(maintenance_.edit && is_one_meant &&
                      services_.utilities.IsAuthorized(right::kEditCustomer));
   cmdNew.SetEnabled(maintenance_.add && services_.utilities.IsAuthorized(right::kAddCustomer));
 }
@@ -98,9 +100,14 @@ void ZEMLO_CustSelect::Start() {
   AskRecent();
 }
 
-void ZEMLO_CustSelect::Reset() {
+void ZEMLO_CustSelect::Leave() {
   finder_.Forget();
-  choose_when_found_ = false;
+  choose_when_found_ = awaits_saved_ = false;
+  if (maintenance_.forget) maintenance_.forget();
+}
+
+void ZEMLO_CustSelect::Reset() {
+  Leave();
   chosen_ = {};
   chosen_text.SetCaption("");
   EnableCommands();
@@ -108,10 +115,11 @@ void ZEMLO_CustSelect::Reset() {
 
 void ZEMLO_CustSelect::TypingRests() {
   const auto typed = TypedText();
-  if (typed == asked_text_ && !has_failed_) return;
+  if (awaits_saved_ || (typed == asked_text_ && !has_failed_)) return;
   asked_text_ = typed;
   has_failed_ = choose_when_found_ = false;
   awaits_found_ = !typed.empty();
+  ShowRows(std::move(rows_), std::nullopt);  // they answer another text: Enter must take none of them
   if (typed.empty()) return AskRecent();
   Say(kSearching);
   finder_.AskFor(asked_text_, 1, [this](CustomerAnswer answer) { ShowFound(std::move(answer)); });
@@ -131,7 +139,7 @@ void ZEMLO_CustSelect::AskRecent() {
 bool ZEMLO_CustSelect::UserPressesEnter() {
   TypingRests();
   if (awaits_found_) return choose_when_found_ = true;
-  if (!current_ || rows_.at(*current_).values.CustID == chosen_.CustID) return false;
+  if (!current_ || IsChosen(*current_)) return false;
   UserChooses(*current_);
   return true;
 }
@@ -154,6 +162,7 @@ void ZEMLO_CustSelect::UserMovesTo(std::size_t row) {
   if (row >= rows_.size()) return;
   current_ = row;
   has_moved_ = true;
+  EnableCommands();
   if (row + 1 == rows_.size()) EndInSight();
   RowsChanged();
 }
@@ -161,8 +170,13 @@ void ZEMLO_CustSelect::UserMovesTo(std::size_t row) {
 void ZEMLO_CustSelect::UserChooses(std::size_t row) {
   if (row >= rows_.size()) return;
   current_ = row;
+  has_moved_ = choose_when_found_ = false;
   RowsChanged();
-  TakeChosen(FoundCustomer(rows_[row]));  // what hears of it may bring other rows
+  if (!IsChosen(row)) TakeChosen(FoundCustomer(rows_[row]));  // what hears of it may bring other rows
+}
+
+bool ZEMLO_CustSelect::IsChosen(std::size_t row) const {
+  return choice_stands_ && rows_.at(row).values.CustID == chosen_.CustID;
 }
 
 void ZEMLO_CustSelect::UserLeavesList() {
@@ -176,6 +190,7 @@ void ZEMLO_CustSelect::EndInSight() {
 
 void ZEMLO_CustSelect::TakeChosen(const FoundCustomer& customer) {
   has_moved_ = false;
+  choice_stands_ = true;
   chosen_ = customer.values;
   chosen_text.SetCaption(ChosenLine(chosen_));
   recent_.Add(chosen_.CustID);
@@ -185,8 +200,10 @@ void ZEMLO_CustSelect::TakeChosen(const FoundCustomer& customer) {
 }
 
 void ZEMLO_CustSelect::Edit() {
-  platform::Trap(services_, "ZEMLO_CustSelect.cmdEdit_Click",
-                 [&] { maintenance_.edit(chosen_.CustID, WhenSaved()); });
+  platform::Trap(services_, "ZEMLO_CustSelect.cmdEdit_Click", [&] {
+    UserLeavesList();
+    if (!chosen_.CustID.empty()) maintenance_.edit(chosen_.CustID, WhenSaved());
+  });
 }
 
 void ZEMLO_CustSelect::Add() {
@@ -197,9 +214,12 @@ void ZEMLO_CustSelect::Add() {
 CustomerMaintenance::Saved ZEMLO_CustSelect::WhenSaved() {
   return [this, alive = std::weak_ptr<bool>(alive_)](const std::string& customer_id) {
     if (alive.expired() || customer_id.empty()) return;
-    awaits_found_ = false;
+    if (std::exchange(awaits_found_, false)) has_failed_ = true;  // its answer is dropped
+    awaits_saved_ = true;
     finder_.AskForIds({customer_id}, [this](CustomerAnswer answer) {
-      answer.error.empty() ? ShowSaved(std::move(answer.customers)) : Say(answer.error);
+      awaits_saved_ = false;
+      answer.error.empty() ? ShowSaved(std::move(answer.customers)) : SavedIsNotThere(answer.error);
+      TypingRests();  // what was typed meanwhile
     });
   };
 }
@@ -242,14 +262,24 @@ void ZEMLO_CustSelect::AddFound(CustomerAnswer answer) {
 }
 
 void ZEMLO_CustSelect::ShowSaved(std::vector<FoundCustomer> found) {
-  if (found.empty()) return Say("The customer that was saved is not in the register any more.");
+  if (found.empty()) return SavedIsNotThere("The customer that was saved is not in the register any more.");
   const auto listed = std::ranges::find_if(rows_, IsSame(found.front()));
   const auto place = static_cast<std::size_t>(listed == rows_.end() ? 0 : listed - rows_.begin());
   if (listed == rows_.end())
     rows_.insert(rows_.begin(), std::move(found.front()));
   else
     *listed = std::move(found.front());
-  UserChooses(place);
+  current_ = place;
+  RowsChanged();
+  Say(kSavedIsChosen);
+  TakeChosen(FoundCustomer(rows_[place]));
+}
+
+// Nobody is chosen then: what stood there is not what is stored.
+void ZEMLO_CustSelect::SavedIsNotThere(const std::string& why) {
+  Reset();
+  Say(why);
+  SelectionChanged();
 }
 
 // Enter came first: the customer of that id, or the only one.
@@ -264,6 +294,7 @@ void ZEMLO_CustSelect::ShowRows(std::vector<FoundCustomer> rows, std::optional<s
   rows_ = std::move(rows);
   current_ = current;
   has_moved_ = false;
+  EnableCommands();
   RowsChanged();
 }
 

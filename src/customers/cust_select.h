@@ -50,6 +50,8 @@ class ZEMLO_CustSelect {
   /// The customers on offer, and the one the keyboard stands on.
   const std::vector<FoundCustomer>& rows() const { return rows_; }
   std::optional<std::size_t> current_row() const { return current_; }
+  /// Whether the user has moved in the list since its rows came or one was chosen.
+  bool has_moved() const { return has_moved_; }
   FoundCell Cell(std::size_t row, FoundColumn column) const;
   /// What a row warns of; "" for nothing, and while AlertsOn is off.
   std::string_view AlertOf(std::size_t row) const;
@@ -58,8 +60,15 @@ class ZEMLO_CustSelect {
 
   /// The dialog has been loaded: brings the customers chosen last.
   void Start();
+  /// The dialog is left: no reply is awaited any more, and no maintenance opens.
+  void Leave();
   /// Nobody is chosen any more, and no reply is awaited.
   void Reset();
+  /// What the choice has begun did not succeed: choosing the same customer again begins it again.
+  void ChoiceFailed() { choice_stands_ = false; }
+  /// Whether a customer was saved whose new values are still to come: until then the old ones are not handed
+  /// out.
+  bool AwaitsSaved() const { return awaits_saved_; }
 
   // What the user does.
   /// 150 ms after the last key (the view has the clock): asks for what is typed by now, if it has changed.
@@ -71,6 +80,7 @@ class ZEMLO_CustSelect {
   bool UserGoesBack();
   void UserMovesBy(int rows);
   void UserMovesTo(std::size_t row);
+  /// Choosing the one who is chosen already is no change.
   void UserChooses(std::size_t row);
   /// The user leaves the list for a command: the row he has moved to since is chosen.
   void UserLeavesList();
@@ -84,7 +94,9 @@ class ZEMLO_CustSelect {
   void ShowFound(CustomerAnswer answer);
   void AddFound(CustomerAnswer answer);
   void ShowSaved(std::vector<FoundCustomer> found);
+  void SavedIsNotThere(const std::string& why);
   void ChooseAwaited();
+  bool IsChosen(std::size_t row) const;
   void ShowRows(std::vector<FoundCustomer> rows, std::optional<std::size_t> current);
   std::string FoundText() const;
   void Say(const std::string& text);
@@ -101,9 +113,10 @@ class ZEMLO_CustSelect {
   CustomerFinder finder_;
 
   std::string asked_text_;          // what the rows on offer answer, or will
-  bool has_failed_ = false;         // the answer to it: it may be asked again
+  bool has_failed_ = false;         // the answer to it, or it was dropped: it may be asked again
   bool awaits_found_ = false;       // the first rows of what is typed
   bool choose_when_found_ = false;  // Enter came before the answer
+  bool awaits_saved_ = false;
 
   std::vector<FoundCustomer> rows_;
   std::size_t total_ = 0;
@@ -112,6 +125,7 @@ class ZEMLO_CustSelect {
   std::optional<std::size_t> current_;
   bool has_moved_ = false;  // the user, since rows came or one was chosen
   SelectedCustomer chosen_;
+  bool choice_stands_ = false;
 
   const std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);  // for a save that ends later
   std::vector<platform::Connection> connections_;

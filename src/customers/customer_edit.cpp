@@ -68,6 +68,14 @@ void CustomerEdit::Edit(const std::string& customer_id) {
   if (!sent) End("");
 }
 
+void CustomerEdit::Forget() {
+  if (!pending_.IsAwaited()) return;
+  pending_.Forget();
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  services_.status.ShowStatus("Ready");
+  End("");
+}
+
 void CustomerEdit::DataReady(const std::string& application) {
   if (application != MaintenanceApplication()) return;
   platform::Trap(services_, "CustomerEdit.DataReady", [&] {
@@ -146,6 +154,7 @@ void CustomerEdit::Add(const char* type, const std::vector<std::string>& seeds) 
 }
 
 void CustomerEdit::ShowRefusal(const std::string& text) {
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
   services_.host.ShowMessage({text, platform::MessageIcon::kCritical, message_title_});
 }
 

@@ -27,6 +27,8 @@ class CustomerEdit {
 
   /// Asks the server for the customer, and shows it to be changed when it has come. Returns at once.
   void Edit(const std::string& customer_id);
+  /// The customer that has been asked for is not shown any more when it comes. One on the screen stays there.
+  void Forget();
   // A new customer, seeded as ZEMLO_CustMaint takes it: business name, fuel tax account, mailing city; first
   // name, last name, fuel tax account, mailing city. Return when the dialog has closed.
   void AddBusiness(const std::vector<std::string>& seeds);

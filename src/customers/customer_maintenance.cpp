@@ -45,6 +45,7 @@ class Opener {
     if (Begin(std::move(saved))) edit_->Edit(customer_id);
   }
   void Add(const std::string& typed, CustomerMaintenance::Saved saved) {
+    Forget();  // it would open over the question
     const auto answer =
         services_.host.ShowMessage({kWhichKind, platform::MessageIcon::kQuestion, message_title_,
                                     platform::MessageButtons::kYesNoCancel, platform::MessageAnswer::kYes});
@@ -54,10 +55,14 @@ class Opener {
     else
       edit_->AddIndividual(IndividualSeeds(typed));
   }
+  void Forget() {
+    if (edit_) edit_->Forget();
+  }
 
  private:
   // Made anew each time: the title is known when the workspace is shown.
   bool Begin(CustomerMaintenance::Saved saved) {
+    Forget();
     if (edit_ && edit_->IsUnderWay()) return false;
     edit_ = std::make_unique<CustomerEdit>(services_, message_title_);
     told_ = edit_->Saved.Connect(std::move(saved));
@@ -79,7 +84,8 @@ CustomerMaintenance MaintenanceOver(const platform::Services& services, const st
           },
           [opener](const std::string& typed, CustomerMaintenance::Saved saved) {
             opener->Add(typed, std::move(saved));
-          }};
+          },
+          [opener] { opener->Forget(); }};
 }
 
 std::vector<std::string> BusinessSeeds(std::string_view typed) {

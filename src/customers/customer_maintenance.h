@@ -17,10 +17,13 @@ struct CustomerMaintenance {
   std::function<void(const std::string& customer_id, Saved saved)> edit = {};
   /// `typed` is what nobody was found by: it is offered as the new customer's name or account.
   std::function<void(const std::string& typed, Saved saved)> add = {};
+  /// What was begun and is not on the screen yet is not wanted any more.
+  std::function<void()> forget = {};
 };
 
 /// Opens the maintenance dialog over whatever stands. A new customer is asked about first: a business or an
-/// individual. `services` and `message_title`, as it is then, outlive the result.
+/// individual. What is begun takes the place of a customer that is still on the way. `services` and
+/// `message_title`, as it is then, outlive the result.
 CustomerMaintenance MaintenanceOver(const platform::Services& services, const std::string& message_title);
 
 /// A typed text as seeds of a new business (name, account, city) or individual (first and last name, account,

@@ -11,7 +11,9 @@ frmCustSelect::frmCustSelect(const platform::Services& services, CustomerMainten
   };
   ok_clicked_ = cmdOk.Click.Connect([this, run] {
     run([this] {
+      if (ZEMLO_CustSelect1.AwaitsSaved()) return;
       ZEMLO_CustSelect1.UserLeavesList();
+      ZEMLO_CustSelect1.Leave();
       Hide();
     });
   });

@@ -7,6 +7,7 @@
 namespace customers {
 namespace {
 
+using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -153,6 +154,7 @@ TEST_F(CustSelect, IsWorkedWithArrowsAndEnter) {
   select_.UserMovesBy(-1);
   EXPECT_TRUE(select_.UserPressesEnter());
   EXPECT_FALSE(select_.UserPressesEnter()) << "the dialog may take it";
+  select_.UserChooses(1);
   EXPECT_THAT(happened_, ElementsAre("chosen 2"));
   EXPECT_EQ(select_.CUSTNAME(), "ACME 2");
   EXPECT_EQ(select_.chosen().MailZip, "89214-1234");
@@ -183,6 +185,30 @@ TEST_F(CustSelect, ChoosesWhomEnterMeantWhenItComesBeforeTheAnswer) {
     EXPECT_TRUE(select_.UserPressesEnter()) << "still awaited";
     ServerFinds(found);
     EXPECT_EQ(select_.CustID(), chosen) << typed;
+  }
+
+  UserTypes("acme");
+  ServerFinds(RowsNumbered(1, 2));
+  select_.txtFind.SetText("acme x");
+  select_.UserPressesEnter();
+  select_.UserChooses(1);
+  ServerFinds(RowsNumbered(3, 3));
+  EXPECT_EQ(select_.CustID(), "2") << "a row that was clicked since is meant";
+}
+
+// The first row of the text before was chosen.
+TEST_F(CustSelect, ChoosesNobodyWithEnterOnceTheTextIsEmptied) {
+  UserTypes("acme");
+  ServerFinds(RowsNumbered(1, 2));
+  select_.UserChooses(1);
+  for (const char* emptied_by : {"the user", "Esc"}) {
+    UserTypes("acm");
+    ServerFinds(RowsNumbered(1, 2));
+    select_.txtFind.SetText(emptied_by == std::string("Esc") ? "acm" : "");
+    select_.UserGoesBack();
+    EXPECT_FALSE(select_.UserPressesEnter()) << emptied_by;
+    ServerFinds(RowsNumbered(2, 2));
+    EXPECT_EQ(select_.CustID(), "2");
   }
 }
 
@@ -267,28 +293,35 @@ TEST_F(CustSelect, ChoosesWhatWasSavedInMaintenance) {
   EXPECT_TRUE(select_.cmdNew.enabled());
   UserTypes("acme");
   ServerFinds(RowsNumbered(1, 2));
-  select_.UserChooses(1);
-  select_.cmdEdit.UserClicks();
+  select_.UserChooses(0);
+  select_.UserMovesBy(1);
+  select_.cmdEdit.UserClicks();  // the row that the user has moved to
   saved_("2");
   EXPECT_THAT(fakes_.server.LastRequest().Keys(), ElementsAre("KORVADSK|key:CUST_IDS|=|2"));
   fakes_.server.ReplyWith("CUSTOMER", {CustomerRow("2", "NEW NAME")});
   fakes_.RunEvents();
-  EXPECT_THAT(happened_, ElementsAre("chosen 2", "edit 2", "chosen 2"));
+  EXPECT_THAT(happened_, ElementsAre("chosen 1", "chosen 2", "edit 2", "chosen 2"));
   EXPECT_EQ(select_.CUSTNAME(), "NEW NAME");
   EXPECT_EQ(select_.rows().at(1).values.CUSTNAME, "NEW NAME");
 
+  UserTypes("lee");  // not answered yet
   select_.cmdNew.UserClicks();
   saved_("3");
+  EXPECT_TRUE(select_.AwaitsSaved());
+  UserTypes("lee t");
   fakes_.server.ReplyWith("CUSTOMER", {CustomerRow("3", "LEE")});
   fakes_.RunEvents();
   EXPECT_EQ(select_.CustID(), "3");
   EXPECT_THAT(Ids(), ElementsAre("3", "1", "2"));
+  EXPECT_THAT(fakes_.server.LastRequest().Keys(), Contains("KORVADSK|key:CUST_FIND|like|lee t"));
+  ServerFinds({CustomerRow("3", "LEE")});
 
   select_.cmdEdit.UserClicks();
   saved_("3");
   fakes_.server.ReplyWith("CUSTOMER", {});  // deleted meanwhile
   fakes_.RunEvents();
   EXPECT_EQ(select_.status.caption(), "The customer that was saved is not in the register any more.");
+  EXPECT_EQ(select_.CustID() + select_.chosen_text.caption(), "") << "what stood there is not stored";
 }
 
 TEST_F(CustSelect, OffersMaintenanceToThoseWhoMayDoIt) {
