@@ -40,9 +40,9 @@ void CustomerSelection::TakeAccount(workspace::PageIndex page, const CustomerFor
   dialog.mKvcboDocType.Enable(true);
   services.host.ShowModal(dialog);
   account_type_ = dialog.mKvcboDocType.Code();
-  if (dialog.cancelled) return ClearCustForm(services, form, uses_.customer, uses_.request);
+  if (dialog.cancelled) return ClearCustForm(services, form, uses_.customer, uses_.request_of(page));
   FillCustomerField(services, dialog.ZEMLO_CustSelect1.chosen(), page, uses_.customer, form.panel);
-  uses_.fill_form_info(page, {account_type_, dialog.DocumentNumber()});
+  uses_.fill_form_info(page, {dialog.FormType(), dialog.DocumentNumber()});
 }
 
 }  // namespace customers

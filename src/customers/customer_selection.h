@@ -30,7 +30,8 @@ class CustomerSelection {
     const platform::Services& services;
     const std::string& message_title;
     CurrentCustomer& customer;
-    workspace::LetterRequestFields& request;
+    /// The request fields of a page.
+    std::function<workspace::LetterRequestFields&(workspace::PageIndex page)> request_of;
     CustomerMaintenance maintenance;
     /// Shows the form on the page.
     std::function<void(workspace::PageIndex page, const PickedForm& form)> fill_form_info;

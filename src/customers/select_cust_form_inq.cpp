@@ -48,13 +48,17 @@ std::vector<platform::Grid::Column> AccountColumns() {
   return columns;
 }
 
+constexpr const char* kNotSuccessful = "Search was not successful";
+constexpr const char* kButtonClick = "ZEMLO_SelectCustFormInq.mCmdButton_Click";
+
 std::string InquiryApplication() {
   return std::string(platform::kApplicationName) + ".CustFormInq";
 }
 
-/// "0001234-5"; the number as it is where it is none.
+/// "0001234-5"; the number as it is where it is none, "" where there is none.
 std::string FormNumberText(const platform::RecordSet& rows, std::size_t row) {
   std::string number(Trim(rows.Text(row, "FORM_NBR")));
+  if (number.empty()) return "";
   const bool is_number =
       std::ranges::all_of(number, [](char character) { return character >= '0' && character <= '9'; });
   if (is_number && number.size() < platform::kFormNumberDigits)
@@ -64,8 +68,7 @@ std::string FormNumberText(const platform::RecordSet& rows, std::size_t row) {
 
 /// The day of a text that may have a time of day behind it.
 std::optional<platform::Date> DayOf(std::string_view text) {
-  constexpr std::size_t kDayLength = 10;
-  return platform::ParseDate(text.substr(0, kDayLength));
+  return platform::ParseDate(text.substr(0, std::min(text.find_first_of(" T"), text.size())));
 }
 
 }  // namespace
@@ -105,10 +108,8 @@ void ZEMLO_SelectCustFormInq::ConnectEvents() {
   }));
   keep(mSdgGrid.Click.Connect([this] { GridClick(); }));
   keep(mSdgGrid.RowLoaded.Connect([this](std::size_t row) { RowLoaded(row); }));
-  keep(mCmdButton[kCancel].Click.Connect(
-      [this] { Handle("ZEMLO_SelectCustFormInq.mCmdButton_Click", [this] { Cancel(); }); }));
-  keep(mCmdButton[kOk].Click.Connect(
-      [this] { Handle("ZEMLO_SelectCustFormInq.mCmdButton_Click", [this] { Ok(); }); }));
+  keep(mCmdButton[kCancel].Click.Connect([this] { Handle(kButtonClick, [this] { Cancel(); }); }));
+  keep(mCmdButton[kOk].Click.Connect([this] { Handle(kButtonClick, [this] { Ok(); }); }));
   keep(mVemtMessage_->DataReady.Connect([this](const std::string& name) { DataReady(name); }));
   keep(mVemtMessage_->MsgTimeout.Connect([this] {
     Handle("ZEMLO_SelectCustFormInq.mVemtMessage_MsgTimeout", [this] { pending_.TimedOut(); });
@@ -131,13 +132,21 @@ void ZEMLO_SelectCustFormInq::OnLoad() {
   });
 }
 
+// A type that could not be set has made no change to be ignored: the next one is the user's.
+void ZEMLO_SelectCustFormInq::OnActivate() {
+  skip_next_type_change = false;
+}
+
 // Also by the close box, which is "Cancel": there is nothing to take then.
 void ZEMLO_SelectCustFormInq::OnUnload() {
   cancelled = true;
   document_number_.clear();
-  if (!pending_.IsAwaited()) return;
-  pending_.Forget();  // the reply will come to nobody
-  services_.host.SetMousePointer(platform::MousePointer::kNormal);
+  Leave();
+}
+
+void ZEMLO_SelectCustFormInq::Leave() {
+  ZEMLO_CustSelect1.Leave();
+  DropInquiry();
 }
 
 void ZEMLO_SelectCustFormInq::DefaultFieldColor() {
@@ -149,7 +158,8 @@ void ZEMLO_SelectCustFormInq::CheckEdit() {
   platform::Trap(services_, "ZEMLO_SelectCustFormInq.CheckEdit", [&] {
     error_list_.clear();
     DefaultFieldColor();
-    if (mKvcboDocType.Length() >= 1) return;
+    const bool is_chosen = mKvcboDocType.Length() >= 1 && !mKvcboDocType.Code().empty();
+    if (is_chosen) return;
     services_.utilities.MarkFieldInvalid(mKvcboDocType);
     error_list_ += "Account Type is required" + std::string(platform::kLineBreak);
   });
@@ -175,26 +185,42 @@ void ZEMLO_SelectCustFormInq::DocTypeChanged() {
 }
 
 void ZEMLO_SelectCustFormInq::Inquire() {
-  if (IsRefused() || customer_id_.empty()) return;
+  DropAccounts();  // also where the choice is refused: they are another customer's, or of another type
+  if (IsRefused()) return ZEMLO_CustSelect1.ChoiceFailed();
+  if (!customer_id_.empty()) SendPI();
+}
+
+void ZEMLO_SelectCustFormInq::DropAccounts() {
+  DropInquiry();
   platform::RequestRecord nothing(services_.reference);
   nothing.Source(platform::record_name::kCustomerForms);
   nothing.Open();
   mSdgGrid.Bind(nothing.Recordset());
   mCmdButton[kOk].SetEnabled(false);  // the row it would take is gone
-  SendPI();
+  UpdateStatus("");
+}
+
+void ZEMLO_SelectCustFormInq::DropInquiry() {
+  if (!pending_.IsAwaited()) return;
+  pending_.Forget();  // the reply will come to nobody
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
 }
 
 void ZEMLO_SelectCustFormInq::SendPI() {
-  platform::Trap(services_, "ZEMLO_SelectCustFormInq.SendPI", [&] {
+  const bool is_sent = platform::Trap(services_, "ZEMLO_SelectCustFormInq.SendPI", [&] {
     using platform::Criterion;
     using platform::KeyNamed;
     namespace request_key = platform::request_key;
     UpdateStatus("Requesting " + mKvcboDocType.Description() + " for " + ZEMLO_CustSelect1.CUSTNAME());
+    asked_type_ = mKvcboDocType.Code();
     envelope_.Send({.type = platform::message_type::kCustomerForms,
                     .name = "CustFormInq",
                     .keys = {Criterion(KeyNamed(request_key::kCustomer), customer_id_),
-                             Criterion(KeyNamed(request_key::kFormTypeAsked), mKvcboDocType.Code())}});
+                             Criterion(KeyNamed(request_key::kFormTypeAsked), asked_type_)}});
   });
+  if (is_sent) return;
+  UpdateStatus(kNotSuccessful);
+  ZEMLO_CustSelect1.ChoiceFailed();
 }
 
 void ZEMLO_SelectCustFormInq::DataReady(const std::string& application) {
@@ -215,8 +241,10 @@ void ZEMLO_SelectCustFormInq::ShowReply(const workspace::Reply& reply) {
   const auto error = services_.messages.GetReplyError(
       InquiryApplication(), "SelectCustFormInq.mVemtMessage_DataReady", reply.message_key);
   if (error.empty()) return ShowForms(reply);
+  ZEMLO_CustSelect1.ChoiceFailed();
+  services_.host.SetMousePointer(platform::MousePointer::kNormal);
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
-  UpdateStatus(reply.timed_out ? "Search timed out" : "Search was not successful");
+  UpdateStatus(reply.timed_out ? "Search timed out" : kNotSuccessful);
 }
 
 void ZEMLO_SelectCustFormInq::ShowForms(const workspace::Reply& reply) {
@@ -230,7 +258,6 @@ void ZEMLO_SelectCustFormInq::ShowForms(const workspace::Reply& reply) {
   rows->MoveFirst();
   mSdgGrid.Bind(rows);
   mSdgGrid.SortBy("STP_DT");
-  rows->MoveFirst();
   UpdateStatus("Displaying " + forms + "for " + customer);
 }
 
@@ -254,27 +281,43 @@ void ZEMLO_SelectCustFormInq::RowLoaded(std::size_t row) {
 void ZEMLO_SelectCustFormInq::Cancel() {
   document_number_.clear();
   cancelled = true;
+  Leave();
   Hide();
 }
 
 void ZEMLO_SelectCustFormInq::Ok() {
-  if (IsRefused()) return;
+  if (ZEMLO_CustSelect1.AwaitsSaved() || IsRefused()) return;
   TakeForm();
+  Leave();
   Hide();
 }
 
-// A value without a text leaves what was there.
+// A value without a text leaves what was there. So does one that cannot be read: it is reported, and the
+// account can be taken without it.
 void ZEMLO_SelectCustFormInq::TakeForm() {
   const auto row = mSdgGrid.rows()->CurrentRow();
   if (!row) throw platform::Failure(platform::Failure::Kind::kNotFound, "No account is selected.");
   mSdgGrid.EnsureRowLoaded(*row);
   const auto& rows = *mSdgGrid.rows();
   const auto text = [&](std::string_view column) { return std::string(Trim(rows.Text(*row, column))); };
+  const auto take = [&](std::string_view column, auto& into, auto&& read) {
+    platform::Trap(services_, kButtonClick, [&] {
+      const auto given = text(column);
+      if (given.empty()) return;
+      const auto value = read(given);
+      if (!value) {
+        throw platform::Failure(
+            platform::Failure::Kind::kDamaged,
+            "The account's " + std::string(column) + " cannot be read: " + platform::Quoted(given) + ".");
+      }
+      into = value;
+    });
+  };
   if (!text("FORM_NBR").empty()) document_number_ = Trim(FormNumberText(rows, *row));
-  if (const auto due = text("BAL_DUE"); !due.empty()) due_amount_ = platform::Money::Parse(due);
-  if (const auto day = text("LST_PYMT_DT"); !day.empty()) last_payment_date_ = DayOf(day);
+  take("BAL_DUE", due_amount_, [](const std::string& due) { return platform::Money::Parse(due); });
+  take("LST_PYMT_DT", last_payment_date_, DayOf);
   if (const auto status = text("CTTN_STTS_TXT"); !status.empty()) status_ = status;
-  if (const auto day = text("STP_DT"); !day.empty()) stop_date_ = DayOf(day);
+  take("STP_DT", stop_date_, DayOf);
 }
 
 void ZEMLO_SelectCustFormInq::UpdateStatus(const std::string& text) {

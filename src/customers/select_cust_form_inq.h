@@ -24,7 +24,8 @@ namespace customers {
 ///
 /// Whoever shows it loads it, sets `skip_next_type_change` and then the account type, and reads it when it is
 /// off the screen. It hears its replies itself, under an application name of its own; a newer inquiry takes
-/// the place of the one before. Its close box is "Cancel".
+/// the place of the one before. Its close box is "Cancel". It lists accounts of the customer and the type
+/// that are chosen, or none.
 class ZEMLO_SelectCustFormInq : public platform::Form {
  public:
   /// `services` and `message_title`, which heads its message boxes, outlive the form.
@@ -49,9 +50,12 @@ class ZEMLO_SelectCustFormInq : public platform::Form {
   std::optional<platform::Date> LastPaymentDate() const { return last_payment_date_; }
   const std::string& Status() const { return status_; }
   std::optional<platform::Date> StopDate() const { return stop_date_; }
+  /// The code of the account type whose forms are listed, whatever has been typed since.
+  const std::string& FormType() const { return asked_type_; }
 
  protected:
   void OnLoad() override;
+  void OnActivate() override;
   void OnUnload() override;
 
  private:
@@ -62,6 +66,8 @@ class ZEMLO_SelectCustFormInq : public platform::Form {
   void SelectionChanged();
   void DocTypeChanged();
   void Inquire();
+  void DropAccounts();
+  void DropInquiry();
   void SendPI();
   void DataReady(const std::string& application);
   void ShowReply(const workspace::Reply& reply);
@@ -70,6 +76,7 @@ class ZEMLO_SelectCustFormInq : public platform::Form {
   void RowLoaded(std::size_t row);
   void Cancel();
   void Ok();
+  void Leave();
   void TakeForm();
   void UpdateStatus(const std::string& text);
   template <typename Work>
@@ -82,6 +89,7 @@ class ZEMLO_SelectCustFormInq : public platform::Form {
   std::unique_ptr<platform::ReplyListener> mVemtMessage_;
   workspace::RequestEnvelope envelope_;
   std::string customer_id_;
+  std::string asked_type_;
   std::string error_list_;
   std::string shown_type_;  // the account type's text, to tell its changes
 

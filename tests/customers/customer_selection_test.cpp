@@ -54,12 +54,17 @@ class CustomerSelectionTest : public testing::Test {
   const std::string message_title_ = "Letters";
   CurrentCustomer customer_;
   workspace::LetterRequestFields request_;
+  workspace::LetterRequestFields search_;
   CustomerPanel panel_;
   composition::ZEMLO_LetterCombo form_type_{fakes_.services(), "REFDOCTYP"};
   platform::TextField form_number_;
   std::vector<std::string> filled_;
-  CustomerSelection selection_{{fakes_.services(), message_title_, customer_, request_,
-                                /*maintenance=*/{}, [this](PageIndex page, const PickedForm& form) {
+  CustomerSelection selection_{{fakes_.services(), message_title_, customer_,
+                                [this](PageIndex page) -> workspace::LetterRequestFields& {
+                                  return page == PageIndex::kTracking ? search_ : request_;
+                                },
+                                MaintenanceOver(fakes_.services(), message_title_),
+                                [this](PageIndex page, const PickedForm& form) {
                                   filled_.push_back(std::to_string(static_cast<int>(page)) + " " +
                                                     form.form_type + " " + form.form_number);
                                 }}};
@@ -185,6 +190,7 @@ TEST_F(CustomerSelectionTest, ClearsThePageWhenTheAccountDialogIsCancelled) {
   customer_.CustomerId = "9000";
   panel_.name.SetCaption("OLD");
   form_number_.SetText("3100004-9");
+  request_.form_number = search_.form_number = "3100004";
   UserWorks<ZEMLO_SelectCustFormInq>([&](ZEMLO_SelectCustFormInq& dialog) {
     UserFinds(dialog.ZEMLO_CustSelect1, "4711");
     dialog.Close();
@@ -193,6 +199,55 @@ TEST_F(CustomerSelectionTest, ClearsThePageWhenTheAccountDialogIsCancelled) {
   EXPECT_EQ(customer_.CustomerId + panel_.name.caption() + form_number_.text(), "");
   EXPECT_TRUE(panel_.select_account.enabled());
   EXPECT_THAT(filled_, IsEmpty());
+  EXPECT_EQ(request_.form_number, "");
+  EXPECT_EQ(search_.form_number, "3100004") << "the other page's";
+}
+
+// The maintenance opened over the workspace, of a customer whom nobody waited for any more.
+TEST_F(CustomerSelectionTest, OpensNoMaintenanceOnceItsDialogIsLeft) {
+  const auto edits = [&](ZEMLO_CustSelect& select) {
+    UserFinds(select, "4711");
+    select.UserChooses(0);
+    select.cmdEdit.UserClicks();
+    EXPECT_EQ(fakes_.status.LastText(), "Requesting Customer Information");
+  };
+  const auto customer_comes = [&] {
+    EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+    fakes_.server.ReplyWith("Customer", {{{"CUST_ID", "4711"}, {"LAST_NM", "SMITH"}}});
+    fakes_.RunEvents();
+  };
+  for (const bool with_ok : {true, false}) {
+    UserWorks<frmCustSelect>([&](frmCustSelect& dialog) {
+      edits(dialog.ZEMLO_CustSelect1);
+      (with_ok ? dialog.cmdOk : dialog.cmdCancel).UserClicks();
+      customer_comes();
+    });
+    selection_.SelectCustomer(PageIndex::kTracking, panel_);
+  }
+  UserWorks<ZEMLO_SelectCustFormInq>([&](ZEMLO_SelectCustFormInq& dialog) {
+    edits(dialog.ZEMLO_CustSelect1);
+    dialog.mCmdButton[ZEMLO_SelectCustFormInq::kCancel].UserClicks();
+    customer_comes();
+  });
+  selection_.SelectAccount(PageIndex::kTracking, form_);
+  EXPECT_EQ(fakes_.host.shown_forms.size(), 3u) << "the dialogs alone";
+}
+
+TEST_F(CustomerSelectionTest, BeginsWithTheCustomerWhoWasAskedForLast) {
+  int shown = 0;
+  UserWorks<platform::Form>([&](platform::Form& form) {
+    if (++shown > 1) return;
+    auto& select = static_cast<frmCustSelect&>(form).ZEMLO_CustSelect1;
+    UserFinds(select, "4711");
+    select.UserChooses(0);
+    select.cmdEdit.UserClicks();
+    select.cmdNew.UserClicks();
+    EXPECT_EQ(shown, 2) << "the new one, and not that of \"Edit...\" as well";
+    fakes_.server.ReplyWith("Customer", {{{"CUST_ID", "4711"}, {"LAST_NM", "SMITH"}}});
+    fakes_.RunEvents();
+    EXPECT_EQ(shown, 2);
+  });
+  selection_.SelectCustomer(PageIndex::kTracking, panel_);
 }
 
 }  // namespace

@@ -32,6 +32,10 @@ class SelectCustFormInq : public testing::Test {
     form_.mKvcboDocType.Code(account_type);
     form_.Activate();
   }
+  void UserTypesType(const std::string& text) {
+    form_.mKvcboDocType.UserEditsText(text);
+    form_.mKvcboDocType.UserLeaves();
+  }
   void UserChoosesCustomer(const std::string& id, const std::string& name) {
     form_.ZEMLO_CustSelect1.txtFind.SetText(id);
     form_.ZEMLO_CustSelect1.UserPressesEnter();
@@ -130,15 +134,51 @@ TEST_F(SelectCustFormInq, RefusesToGoOnWithoutAnAccountType) {
   EXPECT_TRUE(form_.mKvcboDocType.marked_invalid());
   EXPECT_EQ(fakes_.server.requests.size(), 1u) << "the search's own";
 
-  form_.skip_next_type_change = false;
-  form_.mKvcboDocType.UserPicks(1);
+  form_.mKvcboDocType.UserPicks(1);  // nothing that the opener has set up
   EXPECT_FALSE(form_.mKvcboDocType.marked_invalid());
   ServerFindsForms({kNotice});
   form_.mSdgGrid.UserSelects({0});
-  form_.mKvcboDocType.Clear();
+  UserTypesType("Xyz");  // no type either
   Ok().UserClicks();
   EXPECT_TRUE(form_.shown());
   EXPECT_EQ(fakes_.host.messages.size(), 2u);
+
+  UserChoosesCustomer("4712", "LEE");
+  EXPECT_EQ(fakes_.host.messages.size(), 3u);
+  EXPECT_TRUE(form_.mSdgGrid.rows()->IsEmpty()) << "they are another customer's";
+  EXPECT_FALSE(Ok().enabled());
+  const auto sent = fakes_.server.requests.size();
+  UserTypesType("Warr");
+  EXPECT_EQ(fakes_.server.requests.size(), sent + 1);
+}
+
+TEST_F(SelectCustFormInq, HandsOutTheTypeOfTheListWhateverHasBeenTypedSince) {
+  GivenItIsOpenFor();
+  UserChoosesCustomer("4711", "ACME");
+  ServerFindsForms({kNotice});
+  form_.mSdgGrid.UserSelects({0});
+  form_.mKvcboDocType.UserEditsText("Warrant");
+  Ok().UserClicks();
+  EXPECT_EQ(form_.FormType() + " " + form_.DocumentNumber(), "C 0001234-5");
+}
+
+TEST_F(SelectCustFormInq, TakesAnAccountWithoutTheValuesThatCannotBeRead) {
+  GivenItIsOpenFor();
+  UserChoosesCustomer("4711", "ACME");
+  ServerFindsForms({{{"FORM_NBR", "1234"},
+                     {"FORM_CK_DGT_NBR", "5"},
+                     {"STP_DT", "2024-13-01"},
+                     {"BAL_DUE", "1,5"},
+                     {"LST_PYMT_DT", "2024-02-29 10.15.00"}},
+                    {{"FORM_CK_DGT_NBR", "5"}, {"STP_DT", "2025-01-01"}}});
+  EXPECT_EQ(ShownRow(1).front(), "Account #=") << "a check digit of nothing";
+  form_.mSdgGrid.UserSelects({0});
+  Ok().UserClicks();
+  EXPECT_EQ(form_.DocumentNumber(), "0001234-5");
+  EXPECT_EQ(form_.DueAmount(), std::nullopt);
+  EXPECT_EQ(form_.LastPaymentDate(), platform::ParseDate("2024-02-29"));
+  EXPECT_EQ(fakes_.errors.reports.size(), 2u);
+  EXPECT_FALSE(form_.shown());
 }
 
 TEST_F(SelectCustFormInq, IgnoresTheTypeChangeOfItsOpenerOnceOnly) {
@@ -159,15 +199,23 @@ TEST_F(SelectCustFormInq, SaysWhatCameOfTheInquiry) {
   fakes_.RunEvents();
   EXPECT_EQ(form_.status_bar.caption(), "No Notices returned for ACME");
   form_.mKvcboDocType.UserPicks(1);
+  fakes_.host.user_at_message = [&](const platform::Message&) {
+    EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
+  };
   fakes_.server.ReplyWithError("The server is closed on Sundays.");
   fakes_.RunEvents();
   EXPECT_EQ(form_.status_bar.caption(), "Search was not successful");
-  form_.mKvcboDocType.UserPicks(1);
+  EXPECT_TRUE(form_.ZEMLO_CustSelect1.UserPressesEnter()) << "the same customer may be chosen again";
   fakes_.server.TimesOut();
   fakes_.RunEvents();
   EXPECT_EQ(form_.status_bar.caption(), "Search timed out");
   EXPECT_THAT(fakes_.host.MessageTexts(),
               ElementsAre("The server is closed on Sundays.", "The server did not answer."));
+  fakes_.server.on_send = [](const fakes::SentRequest&) {
+    throw platform::Failure(platform::Failure::Kind::kUnavailable, "The server is gone.");
+  };
+  form_.mKvcboDocType.UserPicks(1);
+  EXPECT_EQ(form_.status_bar.caption(), "Search was not successful");
   EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
 }
 
@@ -192,12 +240,14 @@ TEST_F(SelectCustFormInq, IsCancelledByItsCommandAndByItsCloseBox) {
   EXPECT_TRUE(form_.cancelled);
   EXPECT_FALSE(form_.shown());
   EXPECT_EQ(form_.DocumentNumber(), "");
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal) << "the reply would come to nobody";
 
   form_.cancelled = false;
   form_.Activate();
+  form_.mKvcboDocType.UserPicks(2);
   EXPECT_TRUE(form_.Close());
   EXPECT_TRUE(form_.cancelled);
-  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal) << "the reply would come to nobody";
+  EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
 }
 
 }  // namespace

@@ -152,6 +152,13 @@ class TheAccountDialog : public CustomerDialogs {
     Present(dialog);
   }
 
+  void AccountsCome() {
+    services.server.ReplyWith("CUSTOMERFORM", {{{"FORM_NBR", "1234"}, {"FORM_CK_DGT_NBR", "5"}},
+                                               {{"FORM_NBR", "1235"}, {"FORM_CK_DGT_NBR", "6"}}});
+    services.RunEvents();
+    tests::Settle();
+  }
+
   customers::ZEMLO_SelectCustFormInq form{services.services(), title, {}};
   desktop::AccountDialogView* view = new desktop::AccountDialogView(form);
   desktop::FormDialog dialog{form, view, nullptr};
@@ -164,10 +171,7 @@ TEST_F(TheAccountDialog, GoesFromTheNameToTheAccountByKeyboardAlone) {
   ServerFinds(2);
   UserPresses(Qt::Key_Return);
   ASSERT_TRUE(ServerIsAsked(2));
-  services.server.ReplyWith("CUSTOMERFORM", {{{"FORM_NBR", "1234"}, {"FORM_CK_DGT_NBR", "5"}},
-                                             {{"FORM_NBR", "1235"}, {"FORM_CK_DGT_NBR", "6"}}});
-  services.RunEvents();
-  tests::Settle();
+  AccountsCome();
   EXPECT_EQ(Focus(), "Account List");
   UserPresses(Qt::Key_Return);
   EXPECT_TRUE(dialog.isVisible()) << "no account is selected";
@@ -177,6 +181,20 @@ TEST_F(TheAccountDialog, GoesFromTheNameToTheAccountByKeyboardAlone) {
   EXPECT_FALSE(dialog.isVisible());
   EXPECT_FALSE(form.cancelled);
   EXPECT_EQ(form.DocumentNumber(), "0001235-6");
+}
+
+// The rest of a name went into the list of accounts.
+TEST_F(TheAccountDialog, LeavesTheKeyboardToWhoeverTypesOn) {
+  UserTypes("acme");
+  ASSERT_TRUE(ServerIsAsked(1));
+  ServerFinds(2);
+  UserPresses(Qt::Key_Return);
+  ASSERT_TRUE(ServerIsAsked(2));
+  UserTypes("x");
+  AccountsCome();
+  EXPECT_EQ(Focus(), "Find");
+  form.mSdgGrid.SortBy("FORM_NBR");
+  EXPECT_EQ(Focus(), "Find");
 }
 
 TEST_F(TheAccountDialog, IsCancelledByEscape) {

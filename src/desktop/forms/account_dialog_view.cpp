@@ -1,5 +1,7 @@
 #include "desktop/forms/account_dialog_view.h"
 
+#include <utility>
+
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -31,6 +33,8 @@ AccountDialogView::AccountDialogView(customers::ZEMLO_SelectCustFormInq& form, Q
   LayOut();
   ok_->setDefault(true);
   connect(accounts_, &QAbstractItemView::doubleClicked, this, [this] { ok_->click(); });
+  customer_chosen_ = form_.ZEMLO_CustSelect1.SelectionChanged.Connect([this] { awaits_accounts_ = true; });
+  typed_ = form_.ZEMLO_CustSelect1.txtFind.Changed.Connect([this] { awaits_accounts_ = false; });
   accounts_changed_ = form_.mSdgGrid.ContentChanged.Connect([this] { MoveKeyboardToAccounts(); });
 }
 
@@ -63,10 +67,11 @@ void AccountDialogView::LayOut() {
   setTabOrder(ok_, cancel_);
 }
 
-// Only from the line where the customer was chosen: whoever is elsewhere stays there.
+// Only from the line where the customer was chosen: whoever is elsewhere, or goes on finding, stays there.
 void AccountDialogView::MoveKeyboardToAccounts() {
   const auto& rows = form_.mSdgGrid.rows();
-  if (!rows || rows->IsEmpty() || !select_->HasKeyboard()) return;
+  if (!rows || rows->IsEmpty() || !std::exchange(awaits_accounts_, false)) return;
+  if (!select_->HasKeyboard() || form_.ZEMLO_CustSelect1.has_moved()) return;
   accounts_->setFocus();
   if (!accounts_->selectionModel()->hasSelection()) accounts_->selectionModel()->clearCurrentIndex();
 }

@@ -9,8 +9,8 @@
 
 namespace desktop {
 
-/// "Select Account". When the accounts of a customer come, the keyboard goes to their list; Enter on one is
-/// "OK". The form outlives the view.
+/// "Select Account". When the accounts of a customer come, the keyboard goes to their list, once, where the
+/// user has done nothing else since he chose the customer; Enter on one is "OK". The form outlives the view.
 class AccountDialogView : public QWidget {
  public:
   explicit AccountDialogView(customers::ZEMLO_SelectCustFormInq& form, QWidget* parent = nullptr);
@@ -28,6 +28,9 @@ class AccountDialogView : public QWidget {
   GridView* accounts_;
   QPushButton* ok_;
   QPushButton* cancel_;
+  bool awaits_accounts_ = false;  // of the customer just chosen
+  platform::Connection customer_chosen_;
+  platform::Connection typed_;
   platform::Connection accounts_changed_;
 };
 

@@ -34,7 +34,10 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
           services, letter_request, [this] { SelectNewType(); },
           [this](const std::string& request_name) { Reprint(request_name); }),
       customer_inquiry({services, envelope, data.customer, data.pages.tracking.panel}),
-      customer_selection({services, data.message_title, data.customer, data.request,
+      customer_selection({services, data.message_title, data.customer,
+                          [&data](PageIndex page) -> LetterRequestFields& {
+                            return page == PageIndex::kTracking ? data.search.letter : data.request;
+                          },
                           customers::MaintenanceOver(services, data.message_title),
                           [&services, &data](PageIndex page, const customers::PickedForm& form) {
                             FillFormInfo(services, data.message_title, data.pages, page, form);
