@@ -138,6 +138,10 @@ AddressVerdict ProgramVerifier::Judge(const PostalAddress& address, const std::s
   }
 }
 
+bool ProgramVerifier::IsSamePlace(const PostalAddress& one, const PostalAddress& other) const {
+  return postal::IsSamePlace(one, other);
+}
+
 std::string ProgramVerifier::Ask(const std::string& question, const std::stop_token& ending) {
   const auto deadline = std::chrono::steady_clock::now() + time_out_;
   if (process_ && process_->HasSpokenUnasked()) process_.reset();

@@ -25,6 +25,9 @@ class ProgramVerifier : public platform::AddressVerifier {
   /// Ends the program with its process group.
   ~ProgramVerifier() override;
 
+
+  bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other) const override;
+
  private:
   /// Throws Failure kTimedOut where no whole answer came in time, kUnavailable where the program does not
   /// start, has ended, or answers something else than docs/operations.md says, and when `ending` is stopped.

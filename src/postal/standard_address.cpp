@@ -550,6 +550,10 @@ platform::PostalAddress Standardised(const platform::PostalAddress& entered) {
   return address;
 }
 
+bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other) {
+  return KeyOfLines(one) == KeyOfLines(other) && ReadAddress(one).zip == ReadAddress(other).zip;
+}
+
 bool IsSameButForForm(const platform::PostalAddress& entered, const platform::PostalAddress& found) {
   const auto entered_zip = ReadAddress(entered);
   const auto found_zip = ReadAddress(found);

@@ -65,6 +65,9 @@ platform::PostalAddress Standardised(const platform::PostalAddress& address);
 /// place of a unit, the county, and a plus-four that `entered` has not.
 bool IsSameButForForm(const platform::PostalAddress& entered, const platform::PostalAddress& found);
 
+/// Whether the two are one place: the same but for the form, and for a plus-four.
+bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other);
+
 /// In capitals, without accents and punctuation, one blank between words.
 std::string StandardWords(std::string_view text);
 /// What every spelling of the same name has in common.

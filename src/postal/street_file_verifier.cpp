@@ -4,6 +4,7 @@
 
 #include "platform/failure.h"
 #include "postal/address_matching.h"
+#include "postal/standard_address.h"
 #include "postal/street_file.h"
 
 namespace postal {
@@ -24,6 +25,11 @@ platform::AddressVerdict StreetFileVerifier::Judge(const platform::PostalAddress
     }
   }
   return postal::Judge(*file_, address);
+}
+
+bool StreetFileVerifier::IsSamePlace(const platform::PostalAddress& one,
+                                     const platform::PostalAddress& other) const {
+  return postal::IsSamePlace(one, other);
 }
 
 }  // namespace postal

@@ -25,6 +25,8 @@ class StreetFileVerifier : public platform::AddressVerifier {
   explicit StreetFileVerifier(std::filesystem::path folder);
   ~StreetFileVerifier() override;
 
+  bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other) const override;
+
  private:
   /// Throws Failure kUnavailable where the tables are missing or wrong: all faults with file, line and
   /// column.

@@ -30,6 +30,10 @@ class FakeVerifier : public platform::AddressVerifier {
                         .state = UpperCase(address.state),
                         .zip = address.zip}};
   }
+  bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other) const override {
+    return platform::EqualsIgnoringCase(one.line1, other.line1) &&
+           one.zip.substr(0, 5) == other.zip.substr(0, 5);
+  }
 };
 
 }  // namespace fakes

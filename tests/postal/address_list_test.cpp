@@ -24,6 +24,9 @@ class Echo : public platform::AddressVerifier {
     return {address.line1 == "near" ? AddressVerdict::Kind::kSuggested : AddressVerdict::Kind::kPassed,
             address};
   }
+  bool IsSamePlace(const platform::PostalAddress&, const platform::PostalAddress&) const override {
+    return false;
+  }
 };
 
 class AddressListTest : public testing::Test {

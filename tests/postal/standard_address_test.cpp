@@ -140,6 +140,18 @@ TEST(StandardAddressTest, StandardisingTwiceChangesNothingMore) {
   }
 }
 
+TEST(StandardAddressTest, APlaceIsTheSameHoweverItIsWritten) {
+  const PostalAddress place{
+      .line1 = "12 N MAIN ST", .line2 = "APT 4", .city = "OAKHAVEN", .state = "KV", .zip = "892140001"};
+  auto other = place;
+  EXPECT_TRUE(IsSamePlace(place, {"12 North Main Street Apt. 4", "", "Oakhaven", "kv", "89214"}));
+  other.line2 = "APT 5";
+  EXPECT_FALSE(IsSamePlace(place, other));
+  other = place;
+  other.zip = "89215";
+  EXPECT_FALSE(IsSamePlace(place, other));
+}
+
 TEST(StandardAddressTest, TakesAnyBytes) {
   std::mt19937 draw(7);
   const std::vector<std::string> pieces = {"12",  " ",  "ST", "N",        "#",   "/",    "-",   "APT",

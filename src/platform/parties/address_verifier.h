@@ -48,6 +48,10 @@ class AddressVerifier {
   /// `ending` is stopped.
   AddressVerdict Verify(const PostalAddress& address, const std::stop_token& ending = {});
 
+  /// Whether the post goes to the same place by both, however they are written: capitals, punctuation,
+  /// abbreviations, a plus-four. Looks nothing up and never fails.
+  virtual bool IsSamePlace(const PostalAddress& one, const PostalAddress& other) const = 0;
+
  private:
   /// Verify, whatever the register has room for.
   virtual AddressVerdict Judge(const PostalAddress& address, const std::stop_token& ending) = 0;

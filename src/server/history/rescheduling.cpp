@@ -16,9 +16,12 @@ namespace print_status = platform::print_status;
 constexpr const char* kMakeAgain = "REB";  // of LTRBATCH
 constexpr const char* kSentToResidential = "2";
 
-bool IsSamePlace(const Address& one, const Address& other) {
-  return one.line_1 == other.line_1 && one.line_2 == other.line_2 && one.city == other.city &&
-         one.state == other.state && one.zip == other.zip;
+platform::PostalAddress PostalOf(const Address& address) {
+  return {.line1 = address.line_1,
+          .line2 = address.line_2,
+          .city = address.city,
+          .state = address.state,
+          .zip = address.zip};
 }
 
 /// What a letter type asks of its address, each read once.
@@ -36,16 +39,36 @@ class RulesOfTypes {
   std::map<std::string, FieldRules> rules_;
 };
 
-/// Whether the letter in that row failed because of what has been corrected.
-bool IsCorrected(const platform::RecordSet& letters, std::size_t row, const Customer& before,
-                 const Customer& after, const std::string& home_state, FieldRules rules) {
-  if (!JudgeAddresses(after, home_state, rules).IsUsable()) return false;
-  if (letters.Text(row, "PRNT_STTS_CD") != print_status::kMailReturned)
-    return !JudgeAddresses(before, home_state, rules).IsUsable();
-  return letters.Text(row, "ADDR_TYP_CD") == kSentToResidential
-             ? !IsSamePlace(before.residential, after.residential)
-             : !IsSamePlace(before.mail, after.mail);
-}
+/// What a correction is judged by.
+struct Correction {
+  const Customer& before;
+  const Customer& after;
+  const platform::AddressVerifier& verifier;
+  const std::string home_state;
+
+  bool IsUsable(const Customer& customer, FieldRules rules) const {
+    return JudgeAddresses(customer, home_state, rules).IsUsable();
+  }
+
+  /// Whether letters that came back from that address can go to it now: it is another place, or its mark of
+  /// returned mail has gone.
+  bool Mends(Address Customer::*place, FieldRules rules) const {
+    const auto& was = before.*place;
+    const auto& is = after.*place;
+    Customer alone;
+    alone.*place = is;
+    return IsUsable(alone, rules) &&
+           ((was.marked_bad && !is.marked_bad) || !verifier.IsSamePlace(PostalOf(was), PostalOf(is)));
+  }
+
+  /// Whether the letter in that row failed because of what has been corrected.
+  bool IsOf(const platform::RecordSet& letters, std::size_t row, FieldRules rules) const {
+    if (letters.Text(row, "PRNT_STTS_CD") != print_status::kMailReturned)
+      return !IsUsable(before, rules) && IsUsable(after, rules);
+    const bool to_residential = letters.Text(row, "ADDR_TYP_CD") == kSentToResidential;
+    return Mends(to_residential ? &Customer::residential : &Customer::mail, rules);
+  }
+};
 
 }  // namespace
 
@@ -58,12 +81,12 @@ std::int64_t RescheduleCorrectedLetters(Exchange& exchange, const Customer& befo
       {after.id, print_status::kAddressNotVerified, print_status::kMailReturned,
        print_status::kDataIncomplete});
   if (letters->IsEmpty()) return 0;
-  const auto home_state = FindOffice(database).state;
+  const Correction correction{before, after, exchange.verifier, FindOffice(database).state};
   RulesOfTypes rules(database);
   std::int64_t corrected = 0;
   for (std::size_t row = 0; row < letters->RecordCount(); ++row) {
     const auto type_rules = rules.Of(letters->Text(row, "LTR_TYP_ID"));
-    if (!IsCorrected(*letters, row, before, after, home_state, type_rules)) continue;
+    if (!correction.IsOf(*letters, row, type_rules)) continue;
     corrected += database.Change(
         "UPDATE letter_history SET PRNT_STTS_CD = ?, BTCH_ACTN_CD = ?, PRCS_ERR_TXT = NULL,"
         " LST_UPDT_INSP_ID = ? WHERE SEQ_NBR = ?",

@@ -83,8 +83,8 @@ std::string RequestProcessor::AnswerOrFail(const Request& request, Deadline dead
     if (auto earlier = EarlierReply(database, request.message_key); !earlier.empty()) return earlier;
   }
   Reply reply{.message_key = request.message_key, .error = "", .records = {}};
-  Exchange exchange{request,          keys,    reply,           database, parties_.clock.Now(),
-                    template_folder_, ending_, parties_.rights, verified};
+  Exchange exchange{request,          keys,    reply,           database,          parties_.clock.Now(),
+                    template_folder_, ending_, parties_.rights, parties_.verifier, verified};
   route.Answer(exchange);
   auto text = WriteReply(reply);
   if (route.changes) {
@@ -105,9 +105,16 @@ std::vector<VerifiedAddress> RequestProcessor::Verify(const Route& route, const 
     Transaction transaction(*database_, Transaction::Purpose::kReading);
     if (EarlierReply(*database_, request.message_key).empty()) {
       Reply none;
-      Exchange exchange{
-          request,         keys,    none, *database_, parties_.clock.Now(), template_folder_, ending_,
-          parties_.rights, verified};
+      Exchange exchange{request,
+                        keys,
+                        none,
+                        *database_,
+                        parties_.clock.Now(),
+                        template_folder_,
+                        ending_,
+                        parties_.rights,
+                        parties_.verifier,
+                        verified};
       asked = route.AddressesToVerify(exchange);
     }
     transaction.Commit();

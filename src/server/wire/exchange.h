@@ -30,6 +30,7 @@ struct Exchange {
   const std::filesystem::path& template_folder;
   std::stop_token ending;  ///< stops when the server is to end soon
   const platform::UserRights& rights;
+  const platform::AddressVerifier& verifier;     ///< verifies nothing here: that may take seconds
   const std::vector<VerifiedAddress>& verified;  ///< what Route::AddressesToVerify named
 
   platform::Date Today() const { return platform::Date(std::chrono::floor<std::chrono::days>(now)); }
