@@ -25,7 +25,6 @@ class ProgramVerifier : public platform::AddressVerifier {
   /// Ends the program with its process group.
   ~ProgramVerifier() override;
 
-
   bool IsSamePlace(const platform::PostalAddress& one, const platform::PostalAddress& other) const override;
 
  private:

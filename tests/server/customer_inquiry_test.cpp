@@ -142,7 +142,7 @@ TEST_F(CustomerInquiry, BringsAllThatMaintainingTakes) {
   EXPECT_EQ(values("100005", {"CUST_TYP_CD", "MID_NM", "SUFX_NM", "RES_COUNTY"}), "0|Ellis|Jr|Heronslake|");
   EXPECT_EQ(values("100013", {"MAIL_RTND_IND", "RES_RTND_IND", "DRVR_LIC_IND", "DRVR_LIC_NBR", "DLR_IND"}),
             "Y|N|Y|D44101372|N|");
-  EXPECT_EQ(values("100020", {"CUST_TYP_CD"}), "1|") << "business and person: the business counts";
+  EXPECT_EQ(values("100020", {"CUST_TYP_CD"}), "0|") << "business and person";
   EXPECT_TRUE(whole("100019")->Get("MAIL_COUNTY").IsNull()) << "in another state";
   EXPECT_EQ(whole("7"), nullptr);
 }

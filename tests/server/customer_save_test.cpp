@@ -119,6 +119,25 @@ TEST_F(CustomerSave, GivesANewCustomerAnIdThatNobodyHad) {
   EXPECT_EQ(Record(add("m-2"), "Customer")->Text("CUST_ID"), "100032");
 }
 
+TEST_F(CustomerSave, GoesOnBehindTheHistoryOfThoseWhoHaveGone) {
+  const auto gone = [&](const char* id) {
+    Execute("INSERT INTO customer_change VALUES ('" + std::string(id) +
+            "', 2, 'PHN_NBR', '2026-01-01 09.00.00', 'DEMO01', NULL, '5552345678')");
+  };
+  gone("100040");
+  gone("100002");
+  const auto add = [&](const std::string& key) {
+    return Record(Ask({.type = 8, .records = {{"Customer", {NewBusiness()}}}, .message_key = key}),
+                  "Customer")
+        ->Text("CUST_ID");
+  };
+  EXPECT_EQ(add("m-1"), "100041") << "the last customer was deleted before the first one was added";
+  gone("100042");
+  EXPECT_EQ(add("m-2"), "100043");
+  ASSERT_EQ(Ask(Change("m-3", {{"PHN_NBR", "5558765432"}})).error, "") << "put back under its id";
+  EXPECT_EQ(Stored("UPDT_NBR"), "3");
+}
+
 TEST_F(CustomerSave, RefusesWhoHasNoRight) {
   rights_.withheld = {{"DEMO01", "CustomerEdit"}, {"DEMO01", "CustomerAdd"}};
   EXPECT_THAT(Ask(Change("m-1", NewAddress())).error,
@@ -162,11 +181,11 @@ TEST_F(CustomerSave, StoresAPassedAddressAsItWasStandardised) {
   ASSERT_EQ(Ask(Change("m-1", NewAddress())).error, "");
   EXPECT_EQ(Stored("MAIL_ADDR_1 || '/' || MAIL_CITY || MAIL_ZIP_CD || MAIL_VRFY_CD || MAIL_CNTY_CD"),
             "9 MAIN ST/HARTSFIELD88312V13");
-  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "NY") << "the mark of the address that was changed goes";
+  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "YY") << "nobody has cleared the box";
   EXPECT_EQ(Stored("QZ_CNTY_NBR"), "22") << "of the residential address";
   EXPECT_THAT(verifier_.asked, SizeIs(1));
-  ASSERT_EQ(Ask(Change("m-2", {{"RES_RTND_IND", "N"}, {"MAIL_RTND_IND", "Y"}}, "2")).error, "");
-  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "YN");
+  ASSERT_EQ(Ask(Change("m-2", {{"RES_RTND_IND", "Y"}, {"MAIL_RTND_IND", "N"}}, "2")).error, "");
+  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "NY");
 }
 
 TEST_F(CustomerSave, BringsBackWhatIsSuggestedAndStoresNothing) {
@@ -250,10 +269,14 @@ TEST_F(CustomerSave, RefusesAWrongValueWithItsName) {
       {{{"MAIL_ADDR_1", "    "}}, "MAIL_ADDR_1"},
       {{{"MAIL_CITY", "Oak7"}}, "MAIL_CITY"},
       {{{"MAIL_ST", "K"}}, "MAIL_ST"},
-      {{{"MAIL_ZIP_CD", "89\"14"}}, "MAIL_ZIP_CD"},
-      {{{"MAIL_CNTY_CD", "99"}}, "MAIL_CNTY_CD"},
+      {{{"MAIL_ZIP_CD", "8921A"}}, "MAIL_ZIP_CD"},
+      {{{"MAIL_ZIP_CD", "892145"}}, "MAIL_ZIP_CD"},
+      {{{"MAIL_ADDR_1", "9 Main\u2028St"}}, "MAIL_ADDR_1"},
+      {{{"MAIL_ADDR_2", "Apt \u202E4"}}, "MAIL_ADDR_2"},
+      {{{"MAIL_ADDR_1", "9 Main St"}, {"MAIL_CNTY_CD", "99"}}, "MAIL_CNTY_CD"},
       {{{"RES_ADDR_1", ""}}, "RES_ADDR_1"},
       {{{"MAIL_RTND_IND", "1"}}, "MAIL_RTND_IND"},
+      {{{"RES_RTND_IND", ""}}, "RES_RTND_IND"},
   };
   int key = 0;
   for (const auto& [row, name] : cases) {
@@ -270,6 +293,35 @@ TEST_F(CustomerSave, LeavesWhatIsStoredAgainstARuleUntilItIsChanged) {
           .error,
       "");
   EXPECT_EQ(Stored("PHN_NBR", "100010"), "+44 20 7946 0958");
+  Execute("UPDATE customer SET MAIL_CNTY_CD = '99', MAIL_ST = 'kv' WHERE CUST_ID = '100010'");
+  EXPECT_EQ(Ask(Change("m-2", {{"MAIL_CNTY_CD", "99"}, {"MAIL_ST", "KV"}}, "2", "100010")).error, "");
+  EXPECT_EQ(Stored("MAIL_CNTY_CD || MAIL_ST", "100010"), "99kv");
+}
+
+TEST_F(CustomerSave, KeepsTheBusinessNameOfAPersonWhoHasOne) {
+  const auto save = [&](const std::string& key, fakes::Row row, const std::string& version) {
+    row.emplace_back("CUST_TYP_CD", "0");
+    return Ask(Change(key, row, version, "100020")).error;
+  };
+  EXPECT_EQ(save("m-1", {{"FIRST_NM", "Rufina"}}, "1"), "");
+  EXPECT_EQ(Stored("FIRST_NM || CUST_BSNS_NM", "100020"), "RufinaHalfway House Truck Stop");
+}
+
+TEST_F(CustomerSave, TakesNoCountyOfTheAddressBefore) {
+  using Kind = AddressVerdict::Kind;
+  verifier_.verdicts = {{"9 Main St", {Kind::kUnknown, {}}}};
+  Execute(
+      "UPDATE county SET ZIP_PRFX = CASE QZ_CNTY_NBR WHEN '13' THEN '8' WHEN '22' THEN '8831' ELSE '' END");
+  auto elsewhere = NewAddress();
+  elsewhere[0].second = "UPD";
+  elsewhere[1].second = 0;
+  elsewhere.emplace_back("MAIL_CNTY_CD", "22");  // still that of 77 Orchard Rd
+  ASSERT_EQ(Ask(Change("m-1", elsewhere)).error, "");
+  EXPECT_EQ(Stored("MAIL_CNTY_CD"), "22") << "the longest beginning";
+  for (auto& [column, value] : elsewhere)
+    if (column == "MAIL_ZIP_CD") value = "10001";
+  ASSERT_EQ(Ask(Change("m-2", elsewhere, "2")).error, "");
+  EXPECT_EQ(Stored("MAIL_CNTY_CD IS NULL"), "1");
 }
 
 TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
@@ -279,6 +331,7 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
                 " VALUES ('") +
             type + "', '100016', '" + status + "', " + address_type + ", 'No address.')");
   };
+  // The mailing address failed its verification, the other one as well, and it is marked bad.
   letter("V", "101", "NULL");  // 1: no address could be used
   letter("M", "101", "1");     // 2: came back from the mailing address
   letter("M", "101", "2");     // 3: from the other one
@@ -301,6 +354,26 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
   EXPECT_EQ(reply.error, "");
   EXPECT_EQ(Count(reply), "<XML_ROW><XML_COL>4</XML_COL></XML_ROW>");
   EXPECT_EQ(states(), "WREB WREB M F WREB WREB ");
+
+  const auto returned = [&](const std::string& what) {
+    Execute("UPDATE letter_history SET PRNT_STTS_CD = 'M', BTCH_ACTN_CD = NULL");
+    Execute("UPDATE customer SET " + what + " WHERE CUST_ID = '100016'");
+  };
+  const auto save = [&](const std::string& key, fakes::Row row, const std::string& version) {
+    EXPECT_EQ(Ask(Change(key, std::move(row), version, "100016")).error, "");
+    return states();
+  };
+  returned("RES_BAD_FLG = 'N', RES_VRFY_CD = 'V'");
+  verifier_.verdicts = {{"4 Lost Rd", {AddressVerdict::Kind::kUnknown, {}}}};
+  auto failed = NewAddress("4 Lost Rd");
+  failed[0].second = "UPD";
+  failed[1].second = 0;
+  EXPECT_EQ(save("m-3", failed, "3"), "M M M M M M ") << "changed, but not corrected";
+  returned("MAIL_ADDR_1 = '9 Main St', MAIL_ZIP_CD = '883120001', MAIL_VRFY_CD = 'V'");
+  EXPECT_EQ(save("m-4", NewAddress("9 MAIN ST"), "4"), "M M M M M M ") << "the same place";
+  returned("MAIL_BAD_FLG = 'Y'");
+  EXPECT_EQ(save("m-5", NewAddress("10 Main St"), "5"), "M M M M M M ") << "still marked";
+  EXPECT_EQ(save("m-6", {{"MAIL_RTND_IND", "N"}}, "6"), "WREB WREB M WREB WREB WREB ");
 }
 
 }  // namespace

@@ -34,6 +34,14 @@ bool StoreCustomerChanges(Exchange& exchange, const std::string& customer, std::
   return any;
 }
 
+std::int64_t LastChange(Database& database, const std::string& customer) {
+  return database
+      .Select("SELECT COALESCE(MAX(UPDT_NBR), 0) AS LAST_NBR FROM customer_change WHERE CUST_ID = ?",
+              {customer})
+      ->Get("LAST_NBR")
+      .AsInteger();
+}
+
 std::string ChangesSince(Database& database, const std::string& customer, std::int64_t number) {
   const auto rows = database.Select(
       "SELECT * FROM customer_change WHERE CUST_ID = ? AND UPDT_NBR > ? ORDER BY UPDT_NBR, COL_NM",

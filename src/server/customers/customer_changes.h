@@ -13,6 +13,9 @@ namespace server {
 bool StoreCustomerChanges(Exchange& exchange, const std::string& customer, std::int64_t number,
                           const CustomerValues& before, const CustomerValues& after);
 
+/// The number of the last change that is kept of a customer, also of one that has gone; 0 for none.
+std::int64_t LastChange(Database& database, const std::string& customer);
+
 /// Who changed what when since the change of that number, in a clause; "" where nothing was kept.
 std::string ChangesSince(Database& database, const std::string& customer, std::int64_t number);
 

@@ -35,6 +35,8 @@ constexpr std::string_view kBusiness = "1";
 constexpr const char* kVerified = "V";
 constexpr const char* kFailed = "F";
 
+constexpr std::size_t kZipLength = 5;  // without its plus-four
+
 struct AddressPlace {
   std::string_view prefix;
   int failed;  ///< its part of FINALIST_IND
@@ -143,9 +145,7 @@ Plan MakePlan(Exchange& exchange) {
   for (auto& [column, value] : GivenCustomerValues(rows, plan.before)) plan.after[column] = value;
   for (const auto& place : kAddressPlaces) {
     const auto mark = Column(place.prefix, "RTND_IND");
-    if (!rows.HasColumn(mark) || rows.Get(mark).IsNull()) {
-      if (plan.adds || plan.IsChanged(place.prefix)) plan.after[mark] = "N";
-    }
+    if (plan.adds) plan.after.try_emplace(mark, "N");
     plan.after.try_emplace(Column(place.prefix, "VRFY_CD"), kVerified);  // an address that is not there
   }
   if (plan.adds) plan.after.try_emplace("FUEL_TAX_IND", "Y");
@@ -169,10 +169,11 @@ std::string CountyName(Database& database, const std::string& code) {
   return rows->IsEmpty() ? "" : rows->FirstText();
 }
 
-/// The county that the zip code says, else the one that was sent.
+/// The county that the zip code says, by the longest beginning that fits, else the one that was sent.
 std::string CountyOf(Database& database, const platform::PostalAddress& address, const std::string& sent) {
   const auto rows = database.Select(
-      "SELECT QZ_CNTY_NBR FROM county WHERE ZIP_PRFX <> '' AND SUBSTR(?, 1, LENGTH(ZIP_PRFX)) = ZIP_PRFX",
+      R"(SELECT QZ_CNTY_NBR FROM county WHERE ZIP_PRFX <> '' AND SUBSTR(?, 1, LENGTH(ZIP_PRFX)) = ZIP_PRFX
+         ORDER BY LENGTH(ZIP_PRFX) DESC, QZ_CNTY_NBR LIMIT 1)",
       {address.zip});
   return rows->IsEmpty() ? sent : rows->FirstText();
 }
@@ -181,6 +182,19 @@ void RequireCounty(Database& database, std::string_view column, const std::strin
   if (code.empty() || !CountyName(database, code).empty()) return;
   throw Failure(Failure::Kind::kRefused, std::string(column) + " cannot be " + platform::Quoted(code) +
                                              ": there is no such county. Nothing was saved.");
+}
+
+/// The county that came with an address; "" where it is the one of the address before, which lay elsewhere.
+std::string SentCounty(const Plan& plan, std::string_view prefix) {
+  const auto sent = plan.after.find(Column(prefix, "CNTY_CD"));
+  if (sent == plan.after.end()) return "";
+  const auto stored = plan.before.find(sent->first);
+  if (stored == plan.before.end() || stored->second != sent->second) return sent->second;
+  const auto area = [&](const CustomerValues& values) {
+    const auto address = AddressOf(values, prefix);
+    return std::pair(address.state, address.zip.substr(0, kZipLength));
+  };
+  return area(plan.before) == area(plan.after) ? sent->second : "";
 }
 
 /// Puts what came of the verification into what is stored.
@@ -195,13 +209,14 @@ void TakeVerdict(Exchange& exchange, Plan& plan, std::string_view prefix) {
   auto address = AddressOf(plan.after, prefix);
   const auto& verdict = VerdictOn(exchange, address);
   const bool passed = verdict.kind == AddressVerdict::Kind::kPassed;
+  const auto sent_county = SentCounty(plan, prefix);
   if (passed) address = verdict.address;
   SetAddress(plan.after, prefix, address);
   plan.after[mark] = passed ? kVerified : kFailed;
   if (passed && !CountyName(exchange.database, address.county_code).empty())
     plan.after[county] = address.county_code;
   else
-    plan.after[county] = CountyOf(exchange.database, address, plan.after[county]);
+    plan.after[county] = CountyOf(exchange.database, address, sent_county);
 }
 
 /// The customer's own county is that of where they live, or else get their mail.
@@ -209,8 +224,8 @@ void SettleCounties(Exchange& exchange, Plan& plan) {
   bool changed = false;
   for (const auto& place : kAddressPlaces) {
     const auto column = Column(place.prefix, "CNTY_CD");
-    RequireCounty(exchange.database, column, plan.after[column]);
     if (plan.IsChanged(place.prefix)) {
+      RequireCounty(exchange.database, column, plan.after[column]);
       TakeVerdict(exchange, plan, place.prefix);
       changed = true;
     } else {
@@ -267,7 +282,8 @@ int FailedAddresses(const Exchange& exchange, const Plan& plan) {
 }
 
 std::int64_t Update(Exchange& exchange, const Plan& plan) {
-  const auto number = plan.version + 1;
+  // A customer that was deleted and put back under its id has a history that goes further.
+  const auto number = std::max(plan.version, LastChange(exchange.database, plan.customer)) + 1;
   if (!StoreCustomerChanges(exchange, plan.customer, number, plan.before, plan.after)) return 0;
   const auto before = FindCustomer(exchange.database, plan.customer);
   UpdateStoredCustomer(exchange.database, plan.customer, number, plan.before, plan.after);

@@ -14,7 +14,7 @@ namespace {
 
 using platform::Failure;
 
-enum class Characters { kAny, kName, kCity, kZip, kCode, kMark };
+enum class Characters { kAny, kName, kCity, kZip, kState, kCounty, kMark };
 
 struct KeptColumn {
   std::string_view name;
@@ -35,16 +35,16 @@ constexpr auto kKeptColumns = std::to_array<KeptColumn>({
     {"MAIL_ADDR_1", platform::kLongestAddressLine},
     {"MAIL_ADDR_2", platform::kLongestAddressLine},
     {"MAIL_CITY", platform::kLongestCity, Characters::kCity},
-    {"MAIL_ST", platform::kLongestState, Characters::kCode},
+    {"MAIL_ST", platform::kLongestState, Characters::kState},
     {"MAIL_ZIP_CD", platform::kLongestZip, Characters::kZip},
-    {"MAIL_CNTY_CD", 3, Characters::kZip},
+    {"MAIL_CNTY_CD", 3, Characters::kCounty},
     {"MAIL_RTND_IND", 1, Characters::kMark},
     {"RES_ADDR_1", platform::kLongestAddressLine},
     {"RES_ADDR_2", platform::kLongestAddressLine},
     {"RES_CITY", platform::kLongestCity, Characters::kCity},
-    {"RES_ST", platform::kLongestState, Characters::kCode},
+    {"RES_ST", platform::kLongestState, Characters::kState},
     {"RES_ZIP_CD", platform::kLongestZip, Characters::kZip},
-    {"RES_CNTY_CD", 3, Characters::kZip},
+    {"RES_CNTY_CD", 3, Characters::kCounty},
     {"RES_RTND_IND", 1, Characters::kMark},
     {"FUEL_TAX_IND", 1, Characters::kMark},
 });
@@ -69,25 +69,50 @@ const std::string& Part(const CustomerValues& values, std::string_view prefix, s
   return At(values, std::string(prefix) + std::string(part));
 }
 
+constexpr std::string_view kYesOrNo = "it is \"Y\" or \"N\".";
+
 [[noreturn]] void Refuse(std::string_view column, std::string_view value, std::string_view why) {
   throw Failure(Failure::Kind::kRefused, std::string(column) + " cannot be " + platform::Quoted(value) +
                                              ": " + std::string(why) + " Nothing was saved.");
 }
 
-bool HasControlCharacters(std::string_view text) {
-  return std::ranges::any_of(text, [](char c) { return (c >= 0 && c < ' ') || c == '\x7F'; });
+// Blanks that part words as the plain one does, and what joins the letters of some languages.
+constexpr auto kHarmless =
+    std::to_array<std::string_view>({" ", "\u00A0", "\u202F", "\u3000", "\u200C", "\u200D"});
+
+bool IsControl(std::string_view character) {
+  const char first = character.front();
+  if (first == '\xC2') return character[1] < '\xA0';
+  return (first >= 0 && first < ' ') || first == '\x7F';
 }
 
+/// Whether a line break is in it, or what nobody sees: a mark of direction, a space without width.
+bool HoldsUnseen(std::string_view text) {
+  if (!platform::IsValidUtf8(text)) return true;
+  while (!text.empty()) {
+    const auto character = platform::FirstCharacters(text, 1);
+    const bool is_blank = platform::IsBlank(character);
+    if (IsControl(character) || (is_blank && std::ranges::find(kHarmless, character) == kHarmless.end()))
+      return true;
+    text.remove_prefix(character.size());
+  }
+  return false;
+}
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 bool IsAsciiLetter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
-bool IsAsciiLetterOrDigit(char c) {
-  return IsAsciiLetter(c) || (c >= '0' && c <= '9');
+
+bool IsZip(std::string_view text) {
+  return (text.size() == 5 || text.size() == 9) && std::ranges::all_of(text, IsDigit);
 }
 
 /// Why the characters are wrong; "" where they are not.
 std::string_view WhyNot(Characters characters, std::string_view text) {
-  if (HasControlCharacters(text)) return "it holds line breaks or characters that show nothing.";
+  if (HoldsUnseen(text)) return "it holds line breaks or characters that show nothing.";
   switch (characters) {
     case Characters::kAny:
       return "";
@@ -96,11 +121,15 @@ std::string_view WhyNot(Characters characters, std::string_view text) {
     case Characters::kCity:
       return platform::HoldsOnlyLetters(text, U" '\u2019-.") ? "" : "the name of a city is made of letters.";
     case Characters::kZip:
-      return std::ranges::all_of(text, IsAsciiLetterOrDigit) ? "" : "it is made of digits and letters.";
-    case Characters::kCode:
+      return IsZip(text) ? "" : "a zip code has five digits, or nine.";
+    case Characters::kState:
       return text.size() == 2 && std::ranges::all_of(text, IsAsciiLetter) ? "" : "a state has two letters.";
+    case Characters::kCounty:
+      return std::ranges::all_of(text, [](char c) { return IsDigit(c) || IsAsciiLetter(c); })
+                 ? ""
+                 : "it is made of digits and letters.";
     case Characters::kMark:
-      return text == "Y" || text == "N" ? "" : "it is \"Y\" or \"N\".";
+      return text == "Y" || text == "N" ? "" : kYesOrNo;
   }
   return "";
 }
@@ -125,7 +154,8 @@ void RequireNames(const CustomerValues& before, const CustomerValues& after, boo
   };
   if (individual) {
     const auto& business = At(after, "CUST_BSNS_NM");
-    if (!business.empty()) Refuse("CUST_BSNS_NM", business, "a person has none.");
+    if (!business.empty() && At(before, "CUST_BSNS_NM").empty())
+      Refuse("CUST_BSNS_NM", business, "a person has none.");
     require("FIRST_NM", 1, "a person has a first name.");
     require("LAST_NM", 1, "a person has a last name.");
     return;
@@ -162,6 +192,7 @@ void CheckLockedNames(const CustomerValues& before, const CustomerValues& after)
 
 std::string WithoutPunctuation(std::string_view column, std::string value) {
   if (column.ends_with("ZIP_CD")) return platform::ReplaceAll(platform::ReplaceAll(value, "-", ""), " ", "");
+  if (column.ends_with("_ST")) return platform::UpperCase(value);
   if (column != "PHN_NBR" && column != "ACCNT_NBR") return value;
   const auto is_punctuation = [](char c) {
     return std::string_view(" ()-./+").find(c) != std::string_view::npos;
@@ -192,6 +223,7 @@ CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const Custom
     if (!rows.HasColumn(column.name) || rows.Get(column.name).IsNull()) continue;
     auto given = WithoutPunctuation(column.name, std::string(platform::TrimBlanks(rows.Text(column.name))));
     const auto& stored = At(before, column.name);
+    if (column.characters == Characters::kMark && given.empty()) Refuse(column.name, "", kYesOrNo);
     const bool is_stored = !stored.empty() && given == WithoutPunctuation(column.name, stored);
     values[std::string(column.name)] = is_stored ? stored : std::move(given);
   }
@@ -199,7 +231,7 @@ CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const Custom
 }
 
 bool IsIndividual(const CustomerValues& values) {
-  return !At(values, "LAST_NM").empty() && At(values, "CUST_BSNS_NM").empty();
+  return !At(values, "LAST_NM").empty();
 }
 
 bool HasAddress(const CustomerValues& values, std::string_view prefix) {

@@ -21,12 +21,12 @@ inline constexpr std::string_view kResidentialPrefix = "RES_";
 /// Those of a customer as it is stored; nothing where there is none.
 std::optional<CustomerValues> FindCustomerValues(Database& database, const std::string& id);
 
-/// Those that the record brings, without blanks around them, phone and zip codes without punctuation. What is
-/// null or left out is not among them; what differs from `before` in punctuation only comes as it is there.
+/// Those that the record brings, without blanks around them, phone and zip codes without punctuation, states
+/// in capitals. What is null or left out is not among them; what differs from `before` in that form only
+/// comes as it is there. Throws Failure kRefused for a mark of no characters.
 CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const CustomerValues& before);
 
-/// Who has a last name and no business name is a person; everybody else is a business. Decision
-/// [customer-type].
+/// Who has a last name is a person; everybody else is a business. Decision [customer-type].
 bool IsIndividual(const CustomerValues& values);
 /// Whether any line, city, state or zip code is there.
 bool HasAddress(const CustomerValues& values, std::string_view prefix);

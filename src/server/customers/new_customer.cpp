@@ -26,9 +26,20 @@ Value OfText(const std::string& text) {
 std::int64_t LastCustomer(Database& database) {
   const auto noted = database.Select("SELECT CONTENT FROM server_info WHERE NAME = ?", {kLastCustomer});
   if (!noted->IsEmpty()) return noted->Get("CONTENT").AsInteger();
-  return database.Select("SELECT COALESCE(MAX(CAST(CUST_ID AS INTEGER)), 0) AS LAST_NBR FROM customer")
+  return database
+      .Select(R"(SELECT COALESCE(MAX(CAST(CUST_ID AS INTEGER)), 0) AS LAST_NBR FROM
+                   (SELECT CUST_ID FROM customer UNION ALL SELECT CUST_ID FROM customer_change) AS known)")
       ->Get("LAST_NBR")
       .AsInteger();
+}
+
+/// Another program may have put customers in, and taken them out again; their history stays.
+bool IsKnown(Database& database, const std::string& id) {
+  return !database
+              .Select(R"(SELECT 1 FROM customer WHERE CUST_ID = ?
+                         UNION ALL SELECT 1 FROM customer_change WHERE CUST_ID = ? LIMIT 1)",
+                      {id, id})
+              ->IsEmpty();
 }
 
 }  // namespace
@@ -36,9 +47,7 @@ std::int64_t LastCustomer(Database& database) {
 std::string TakeNewCustomerId(Database& database) {
   constexpr std::int64_t kFirst = 100'001;
   auto number = std::max(LastCustomer(database) + 1, kFirst);
-  // Another program may have put customers in.
-  while (!database.Select("SELECT 1 FROM customer WHERE CUST_ID = ?", {std::to_string(number)})->IsEmpty())
-    ++number;
+  while (IsKnown(database, std::to_string(number))) ++number;
   database.Change("DELETE FROM server_info WHERE NAME = ?", {kLastCustomer});
   database.Change("INSERT INTO server_info (NAME, CONTENT) VALUES (?, ?)",
                   {kLastCustomer, std::to_string(number)});

@@ -9,8 +9,7 @@ namespace server {
 /// Decision [customer-type].
 inline constexpr std::string_view kSelectCustomers =
     R"(SELECT customer.*,
-         CASE WHEN TRIM(COALESCE(customer.CUST_BSNS_NM, '')) = '' AND TRIM(COALESCE(customer.LAST_NM, '')) <> ''
-           THEN '0' ELSE '1' END AS CUST_TYP_CD,
+         CASE WHEN TRIM(COALESCE(customer.LAST_NM, '')) <> '' THEN '0' ELSE '1' END AS CUST_TYP_CD,
          customer.MAIL_BAD_FLG AS MAIL_RTND_IND, customer.RES_BAD_FLG AS RES_RTND_IND,
          mail_county.QZ_CNTY_DESC AS MAIL_COUNTY, res_county.QZ_CNTY_DESC AS RES_COUNTY
        FROM customer
