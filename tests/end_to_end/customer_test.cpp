@@ -22,6 +22,8 @@ TEST_F(ShownCustomer, IsAsItIsStoredWithItsHistory) {
   EXPECT_THAT(Letters("customer", {"--id", "100002", "--history", "--json"}).out,
               AllOf(HasSubstr("\"user\": \"CLERK7\""), HasSubstr("\"old\": \"5550117722\""),
                     HasSubstr("\"new\": \"\"")));
+  ServerSql("DELETE FROM customer WHERE CUST_ID = '100002'");
+  EXPECT_THAT(Letters("customer", {"--id", "100002", "--history"}).out, HasSubstr("CLERK7"));
 }
 
 TEST_F(ShownCustomer, ThatIsNotThereIsARefusal) {
@@ -44,7 +46,10 @@ class CorrectedCustomer : public PreparedOffice {
 TEST_F(CorrectedCustomer, IsStoredWithWhatTheVerificationSuggests) {
   const auto refused = Maintain("edit", {"--id", "100001", "--zip", "88321"});
   EXPECT_EQ(refused.status, 1);
-  EXPECT_THAT(refused.err, HasSubstr("The suggested address is displayed."));
+  EXPECT_THAT(refused.err,
+              AllOf(HasSubstr("The suggested address is displayed."),
+                    HasSubstr("Suggested mailing address: 1200 DEPOT ST, STE 4, HARTSFIELD KV 88312-0431\n"
+                              "The customer was not stored.")));
   EXPECT_EQ(Letters("customer", {"--id", "100001", "--history", "--json"}).out, "[\n]\n");
 
   const auto stored = Maintain("edit", {"--id", "100001", "--zip", "88321", "--accept-suggestion"});
@@ -61,6 +66,23 @@ TEST_F(CorrectedCustomer, IsHeldToTheDialogsRules) {
   EXPECT_EQ(Maintain("edit", {"--id", "100001", "--phone", "405 521 2485"}).status, 0);
   EXPECT_EQ(Maintain("edit", {"--id", "7", "--phone", "405 521 2485"}).status, 1);
   EXPECT_EQ(Maintain("add", {"--zip", "88312"}).status, 2);
+}
+
+TEST_F(CorrectedCustomer, IsNotStoredWhereOneOfTwoAddressesHasNoSuggestion) {
+  const auto refused = Maintain("edit", {"--id", "100002", "--address", "1 Nowhere At All", "--resident-zip",
+                                         "98214", "--accept-suggestion", "--quiet"});
+  EXPECT_EQ(refused.status, 1);
+  EXPECT_THAT(refused.err, HasSubstr("The mailing address did not pass, and nothing is suggested for it.\n"
+                                     "Suggested resident address: "));
+  EXPECT_EQ(Letters("customer", {"--id", "100002", "--history", "--json"}).out, "[\n]\n");
+}
+
+TEST_F(CorrectedCustomer, HasNoReturnedMailAnyMoreWhereThatIsSaid) {
+  ServerSql("UPDATE customer SET MAIL_BAD_FLG = 'Y' WHERE CUST_ID = '100001'");
+  const auto stored = RunLetters(
+      {"customer", "--data", data_.path().string(), "edit", "--id", "100001", "--return-mail", "no"});
+  EXPECT_EQ(stored.status, 0) << stored.err;
+  EXPECT_THAT(Letters("customer", {"--id", "100001"}).out, ContainsRegex("MAIL_RTND_IND +N"));
 }
 
 }  // namespace

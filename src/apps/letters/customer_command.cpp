@@ -1,6 +1,7 @@
 #include <array>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -74,14 +75,30 @@ Listing ChangesOf(const RequestRecord* record) {
   return listing;
 }
 
+/// Where "add" or "edit" stands, behind options that every command has.
+std::optional<qsizetype> WordOfMaintenance(const QStringList& words) {
+  qsizetype at = 0;
+  for (;;) {
+    const auto option = words.value(at);
+    if (option != QLatin1String("--quiet") && !option.startsWith(QLatin1String("--data"))) break;
+    at += option == QLatin1String("--data") ? 2 : 1;
+  }
+  const auto word = words.value(at);
+  if (word != QLatin1String("add") && word != QLatin1String("edit")) return std::nullopt;
+  return at;
+}
+
 }  // namespace
 
 int RunCustomer(const QStringList& words) {
-  const bool maintains = words.value(0) == QLatin1String("add") || words.value(0) == QLatin1String("edit");
-  if (maintains) return RunMaintainCustomer(words);
+  if (const auto what = WordOfMaintenance(words)) {
+    auto options = words;
+    options.move(*what, 0);
+    return RunMaintainCustomer(options);
+  }
   CommandLine line("customer",
-                   "Shows a customer as it is stored, or its history of changes; \"customer add\" and "
-                   "\"customer edit\" change it");
+                   "Shows a customer as it is stored, or its history of changes. \"customer add --help\" and "
+                   "\"customer edit --help\" say how one is added and changed");
   line.DataOption()
       .Option("id", "NUMBER", "The customer's number.")
       .Option("history", "", "Who changed what when, the newest change first, instead of the customer.")
@@ -93,6 +110,15 @@ int RunCustomer(const QStringList& words) {
   HeadlessOffice::Options options;
   options.tell_left_behind = false;
   HeadlessOffice office(line.Data(), std::move(options));
+  if (line.IsSet("history")) {
+    const auto changes =
+        AskServer(office, {{request_key::kCustomer, id}, {request_key::kCustomerChanges, "Y"}},
+                  record_name::kCustomerChanges);
+    if (changes != nullptr) {
+      Print(ChangesOf(changes.get()), line.IsSet("json"));  // of a customer who has gone, too
+      return kDone;
+    }
+  }
   const auto customer = AskServer(office,
                                   {{request_key::kElementName, std::string(request_key::kCustomers)},
                                    {request_key::kFirstRow, "1"},
@@ -102,13 +128,7 @@ int RunCustomer(const QStringList& words) {
                                   record_name::kCustomer);
   if (customer == nullptr)
     throw Failure(Failure::Kind::kNotFound, "There is no customer " + platform::Quoted(id) + ".");
-  if (!line.IsSet("history")) {
-    Print(ValuesOf(*customer->Recordset()), line.IsSet("json"));
-    return kDone;
-  }
-  const auto changes = AskServer(office, {{request_key::kCustomer, id}, {request_key::kCustomerChanges, "Y"}},
-                                 record_name::kCustomerChanges);
-  Print(ChangesOf(changes.get()), line.IsSet("json"));
+  Print(line.IsSet("history") ? ChangesOf(nullptr) : ValuesOf(*customer->Recordset()), line.IsSet("json"));
   return kDone;
 }
 

@@ -128,7 +128,9 @@ int VerifyList(const CommandLine& line, platform::AddressVerifier& verifier) {
 }  // namespace
 
 int RunVerifyAddress(const QStringList& words) {
-  CommandLine line("verify-address", "Verifies an address, or a list of them, as a save would");
+  CommandLine line("verify-address",
+                   "Verifies an address, or a list of them, as a save would: passed, suggested or none. "
+                   "Nothing is stored");
   line.DataOption();
   for (const auto& option : kAddressOptions)
     line.Option(option.name, "TEXT", option.meaning, Takes::kAnyText);
@@ -137,7 +139,8 @@ int RunVerifyAddress(const QStringList& words) {
               "the columns "
               "line1, line2, city, state and zip; others may be among them. Lines that are wrong are named "
               "and left "
-              "out, and the exit status is 1 then.")
+              "out, and the exit status is 1 then. The result has the list's columns, \"verdict\", and the "
+              "address passed or suggested in \"verified_line1\" and so on.")
       .Option("output", "FILE", "With --csv: writes the result there instead of to standard output.")
       .JsonOption();
   if (const auto status = line.Parse(words)) return *status;
