@@ -110,6 +110,16 @@ TEST_F(MaintainingACustomer, SelectsTheWholeTextOfAFieldThatIsEntered) {
   EXPECT_EQ(form.mTxtCust[4].text(), "B");
 }
 
+TEST_F(MaintainingACustomer, CopiesNoAddressOnEnter) {
+  Open("B");
+  for (const std::size_t field : {10, 12}) form.mTxtCust[field].SetText("MILLRACE");
+  form.mTxtCust[13].SetText("89033");
+  form.mCboState[1].Code("KV");
+  ASSERT_TRUE(form.mCmdOption[customers::option_number::kSameAsResident].enabled());
+  UserPresses(Qt::Key_Return);  // the save is disabled yet
+  EXPECT_EQ(form.mTxtCust[8].text(), "");
+}
+
 TEST_F(MaintainingACustomer, SaysWhyAFieldIsWrong) {
   Open("B");
   UserTypes("A");

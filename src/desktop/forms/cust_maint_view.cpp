@@ -42,12 +42,18 @@ const CustMaintView::SideCaptions CustMaintView::kResidentCaptions{
 
 namespace {
 
-constexpr int kCharactersOfNumber = 17;
-constexpr int kCharactersOfZip = 14;
+constexpr auto kWidestPhone = "(000) 000-0000 ";
+constexpr auto kWidestAccount = "00-000000000-00 ";
+constexpr auto kWidestZip = "00000-0000 ";
+constexpr auto kLongLastName = "MERRIWEATHER-FEATHERSTONE";
+constexpr auto kLongSuggestion = "MERRIWEATHER-FEATHERSTONE RD";  // as wide as 25 bold characters
 constexpr auto kDiffers = "Differs from the address entered.";
 
-void KeepWide(QLineEdit& edit, int characters) {
-  edit.setMinimumWidth(edit.fontMetrics().averageCharWidth() * characters);
+/// The text is seen whole. (A line edit's own hint is for seventeen letters "x".)
+void KeepWide(QLineEdit& edit, const char* text) {
+  const auto wide = [&](const QString& shown) { return edit.fontMetrics().horizontalAdvance(shown); };
+  const int around = edit.sizeHint().width() - wide(QString(17, QLatin1Char('x')));
+  edit.setMinimumWidth(around + wide(QLatin1String(text)));
 }
 
 QLabel* MakeDifferenceMark() {
@@ -171,7 +177,9 @@ QGroupBox* CustMaintView::MakeCustomer() {
     layout->addWidget(caption, line.row, line.column);
     for (const auto number : line.fields) {
       const bool whole_line = number == text_number::kBusinessName || number == text_number::kContactName;
-      layout->addWidget(MakeText(number, {}), line.row, line.column + 1, 1, whole_line ? 3 : 1);
+      auto* edit = MakeText(number, {});
+      if (number == text_number::kLastName) KeepWide(*edit, kLongLastName);
+      layout->addWidget(edit, line.row, line.column + 1, 1, whole_line ? 3 : 1);
     }
     ShowCaption(line.label, *caption, line.fields, line.mnemonics);
   }
@@ -185,7 +193,8 @@ QGroupBox* CustMaintView::MakeCustomer() {
   account->installEventFilter(this);
   AddField(*layout, 2, 2, "Fuel &Tax Acct #:", *account);
   widgets_[&form_.mFuelTaxAcct] = account;
-  for (auto* number : {phone, account}) KeepWide(*number, kCharactersOfNumber);
+  KeepWide(*phone, kWidestPhone);
+  KeepWide(*account, kWidestAccount);
   layout->setColumnStretch(1, 1);
   layout->setColumnStretch(3, 1);
   return box;
@@ -211,7 +220,7 @@ QGroupBox* CustMaintView::MakeEntered(const AddressSide& side, const SideCaption
   widgets_[&form_.mCboState[side.number]] = state;
   add(3, 0, captions.state, *state, name("state"));
   auto* zip = MakeText(side.Zip(), {});
-  KeepWide(*zip, kCharactersOfZip);
+  KeepWide(*zip, kWidestZip);
   add(3, 2, captions.zip, *zip, name("zip"));
   for (const int row : {0, 1, 2}) {
     auto* item = layout->itemAtPosition(row, 1)->widget();
@@ -240,6 +249,7 @@ void CustMaintView::AddSuggested(QGridLayout& layout, int row, const char* capti
   auto* edit = MakeText(
       number, QStringLiteral("%1 %2").arg(QLatin1String(place),
                                           what.isEmpty() ? QStringLiteral("address, second line") : what));
+  KeepWide(*edit, kLongSuggestion);
   auto* mark = MakeDifferenceMark();
   difference_marks_[number] = mark;
   layout.addWidget(new QLabel(QLatin1String(caption)), row, 0);

@@ -1,6 +1,7 @@
 #include "desktop/shell/form_dialog.h"
 
 #include <QCloseEvent>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -27,6 +28,11 @@ FormDialog::FormDialog(platform::Form& form, QWidget* view, QWidget* parent)
   const auto smallest = view->minimumSizeHint().expandedTo(view->minimumSize());
   const bool fits = smallest.boundedTo(RoomOnScreen(*this)) == smallest;
   layout_->addWidget(fits ? view : Scrolled(view), 1);
+  for (auto* button : findChildren<QPushButton*>()) {
+    if (!button->isDefault()) continue;
+    button->setDefault(false);  // the dialog has to hear it, or takes another one for Enter
+    button->setDefault(true);
+  }
   if (!fits) resize(view->sizeHint().boundedTo(RoomOnScreen(*this)));
   KeepOnScreen(*this);
   setWindowTitle(ToQt(form.caption()));
