@@ -43,9 +43,9 @@ struct Window {
   /// Returns when the matches are painted.
   void Find(const std::string& text) {
     bool has_come = false;
-    const auto come = select.RowsChanged.Connect([&has_come] { has_come = true; });
     select.txtFind.SetText(text);
     select.TypingRests();
+    const auto come = select.RowsChanged.Connect([&has_come] { has_come = true; });
     while (!has_come) QApplication::processEvents(QEventLoop::WaitForMoreEvents);
     benchmark::DoNotOptimize(view.grab());
   }
