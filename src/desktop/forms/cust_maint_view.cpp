@@ -45,8 +45,9 @@ namespace {
 constexpr auto kWidestPhone = "(000) 000-0000 ";
 constexpr auto kWidestAccount = "00-000000000-00 ";
 constexpr auto kWidestZip = "00000-0000 ";
-constexpr auto kLongLastName = "MERRIWEATHER-FEATHERSTONE";
-constexpr auto kLongSuggestion = "MERRIWEATHER-FEATHERSTONE RD";  // as wide as 25 bold characters
+// What can be longer, as far as a screen of 800 points has room for it all.
+constexpr auto kLongLastName = "MERRIWEATHER-LEE";
+constexpr auto kLongSuggestion = "1200 FEATHERSTONE BLVD NW";
 constexpr auto kDiffers = "Differs from the address entered.";
 
 /// The text is seen whole. (A line edit's own hint is for seventeen letters "x".)
