@@ -1,6 +1,8 @@
 #include "apps/office.h"
 
 #include <algorithm>
+#include <chrono>
+#include <future>
 
 #include "apps/address_verification.h"
 #include "apps/checked_templates.h"
@@ -17,6 +19,7 @@
 #include "reference/reference_database.h"
 #include "server/link/communications_client.h"
 #include "server/link/customer_directory.h"
+#include "server/link/data_preparation.h"
 #include "server/link/server_message_component.h"
 #include "wordprocessor/document/template_folder.h"
 
@@ -24,6 +27,20 @@ namespace apps {
 
 /// In the order of their making: each may use those above it.
 struct Office::Rooms {
+  /// The server's data are ready. Made beside the thread that has to keep a window painted, if there is one.
+  struct PreparedData {
+    PreparedData(const host::DataFolder& folder, const OfficeHost& host) {
+      constexpr std::chrono::milliseconds kNobodyNotices(100);
+      auto prepared =
+          std::async(std::launch::async, [&] { server::PrepareData(folder.root(), host.tell_long_work); });
+      const auto is_done = [&](std::chrono::milliseconds patience) {
+        return prepared.wait_for(patience) == std::future_status::ready;
+      };
+      if (host.wait && !is_done(kNobodyNotices)) host.wait([&] { return is_done({}); });
+      prepared.get();
+    }
+  };
+
   Rooms(const host::DataFolder& data_folder, const OfficeHost& host)
       : folder(data_folder),
         settings(folder),
@@ -31,6 +48,7 @@ struct Office::Rooms {
         errors(folder.ErrorLog(), clock, host.error_listener),
         reference(settings.LocalDatabasePath(), clock),
         utilities(reference, settings, server_settings, clock),
+        prepared_data(folder, host),
         downloads(host.events, folder.root(), wordprocessor::RequireTemplate),
         verifier(MakeAddressVerifier(folder, server_settings)),
         messages(host.events, downloads, folder.root(), {clock, server_settings, *verifier}),
@@ -52,6 +70,7 @@ struct Office::Rooms {
   host::DiskFiles files;
   reference::ReferenceDatabase reference;
   reference::OfficeUtilities utilities;
+  const PreparedData prepared_data;
   server::CommunicationsClientProvider downloads;
   const std::unique_ptr<platform::AddressVerifier> verifier;
   server::ServerMessageComponent messages;

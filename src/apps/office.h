@@ -28,6 +28,8 @@ struct OfficeHost {
   host::ErrorLog::Listener error_listener;
   /// Returns when `done` holds and keeps the window painted until then; nothing just waits.
   std::function<void(const std::function<bool()>& done)> wait = {};
+  /// Gets a sentence when the office is about to work for minutes before it can begin; from any thread.
+  std::function<void(const std::string& text)> tell_long_work = {};
 };
 
 /// One workspace with its outside parties, on one data folder: the only place where the rooms are joined.

@@ -245,13 +245,17 @@ TEST_F(CustomerSearch, CatchesUpWithWhatOthersDid) {
     }
     database_.Change("DELETE FROM customer WHERE CUST_ID LIKE '10-%' AND ? = 20", {count});
     EXPECT_EQ(server::LacksCustomerWords(database_), count > 0) << count;
-    server::BringCustomerWordsUpToDate(database_);
+    server::CatchUpWithCustomers(database_);
     EXPECT_FALSE(server::LacksCustomerWords(database_)) << count;
     ExpectSoundIndex();
   }
   EXPECT_EQ(server::CountCustomers(database_, "silver", 10'000), 2120);
+  database_.Change("UPDATE customer SET OT_BAL = 5");
+  EXPECT_FALSE(server::LacksCustomerWords(database_)) << "nobody is found by it";
   database_.Change("UPDATE customer SET LAST_NM = 'Brandvold'");
+  EXPECT_TRUE(server::LacksCustomerWords(database_));
   server::BringCustomerWordsUpToDate(database_);
+  EXPECT_FALSE(server::LacksCustomerWords(database_));
   EXPECT_EQ(server::CountCustomers(database_, "silver", 10'000), 0);
   EXPECT_EQ(server::CountCustomers(database_, "brandv", 10'000), 2120);
   ExpectSoundIndex();

@@ -75,6 +75,24 @@ TEST_F(ServerData, TakeNewLetterDefinitionsAndMissingTemplatesFromANewerProduct)
   EXPECT_TRUE(std::filesystem::exists(folder_ / "data/server/templates/kvcorr.dot"));
 }
 
+TEST_F(ServerData, TakeInStatesAndTheCountiesOfZipCodesThatOlderDataLack) {
+  const auto options = OwnProduct();
+  server::CreateServerData(options);
+  const auto contents = Contents(folder_ / "data");
+  {
+    server::Database database(server::DatabaseFile(folder_ / "data"), server::Database::Opening::kExisting);
+    for (const auto* change :
+         {"DELETE FROM state", "UPDATE county SET ZIP_PRFX = ''", "UPDATE customer SET MAIL_CNTY_CD = NULL"})
+      database.Change(change);
+  }
+  server::CreateServerData(options);
+  EXPECT_EQ(Contents(folder_ / "data"), contents);
+  server::Database database(server::DatabaseFile(folder_ / "data"), server::Database::Opening::kExisting);
+  EXPECT_EQ(
+      database.Select("SELECT COUNT(*) AS NUMBER_OF FROM state WHERE ST_CD IN ('KV', 'ZZ')")->FirstText(),
+      "1");
+}
+
 TEST_F(ServerData, AWrongLetterDefinitionStopsTheMakingAndNamesItsPlace) {
   const auto options = OwnProduct();
   const auto definitions = folder_ / "product/server/letter_fields.tsv";

@@ -31,7 +31,8 @@ Desktop::Desktop(const host::DataFolder& folder)
       notices_(shell_),
       office_(folder, {shell_, shell_, events_, preview_, notices_,
                        [this](const std::string& description, const std::string&) { TellError(description); },
-                       [this](const std::function<bool()>& done) { shell_.WaitUntil(done); }}) {
+                       [this](const std::function<bool()>& done) { shell_.WaitUntil(done); },
+                       [this](const std::string& text) { TellLongWork(text); }}) {
   desktop::RegisterFormViews(shell_);
   shell_.guard().awaits_reply = [this] { return office_.workspace().pending_request().IsAwaited(); };
 }
@@ -82,6 +83,15 @@ void Desktop::TellFaults() {
   const auto others = faults.size() - 1;
   if (others > 0)
     TellError(faults.front() + " There are " + std::to_string(others) + " more faults like it.");
+}
+
+// From any thread, before there is anything else to show.
+void Desktop::TellLongWork(const std::string& text) {
+  events_.Post([this, text] {
+    desktop::FitToScreen(window(), kUsualSize);
+    window().ShowStatus(desktop::ToQt(text));
+    window().show();
+  });
 }
 
 // From any thread.

@@ -36,6 +36,7 @@ class Desktop {
   void Pressed(int button);
   bool Close();
   void TellFaults();
+  void TellLongWork(const std::string& text);
   void TellError(const std::string& description);
 
   QSettings own_settings_;

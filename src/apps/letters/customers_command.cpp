@@ -10,6 +10,7 @@
 #include "host/settings_file.h"
 #include "host/system_clock.h"
 #include "server/link/customer_directory.h"
+#include "server/link/data_preparation.h"
 
 namespace apps {
 
@@ -33,6 +34,7 @@ int RunCustomers(const QStringList& words) {
       line.Data().ErrorLog(), clock,
       [](const std::string& description, const std::string&) { std::cerr << description << '\n'; });
   const customers::DisplayEncoders encoders(errors);
+  server::PrepareData(line.Data().root(), [](const std::string& text) { Notices() << text << '\n'; });
   server::CustomerDirectory directory(line.Data().root());
   for (const auto& customer : directory.Find(line.Value("find"), std::numeric_limits<int>::max())) {
     listing.rows.push_back({customer.CustID, customer.CUSTNAME, customer.City(),

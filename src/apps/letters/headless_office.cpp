@@ -15,10 +15,17 @@ HeadlessOffice::HeadlessOffice(const host::DataFolder& folder, Options options)
       options_(std::move(options)),
       shell_(loop_, {std::cerr, Notices()}, options_.answers),
       preview_(loop_, options_.entries.IsEmpty() ? options_.preview : host::WindowlessPreview::Wish::kClose),
-      office_(folder, {shell_, shell_, loop_, preview_, outcome_,
+      office_(folder, {shell_,
+                       shell_,
+                       loop_,
+                       preview_,
+                       outcome_,
                        [this](const std::string& description, const std::string& procedure) {
                          TellReport(description, procedure);
-                       }}) {
+                       },
+                       {},
+                       [this](const std::string& text) { Notices() << text << '\n'
+                                                                   << std::flush; }}) {
   for (const auto& fault : office_.Faults()) Notices() << fault << '\n';
   shell_.AnswerFormsWith([this](platform::Form& form) { return AnswerLetterForm(form); });
   if (options_.tell_steps) {

@@ -124,8 +124,12 @@ int RunInit(const QStringList& words) {
   const auto product = ProductDataFolder();
   const auto places = PlacesOf(folder);
   const bool is_demo = plan.kind == host::OfficeKind::kDemo;
-  const server::InitOptions server_data{folder.root(), product, is_demo ? *customers : 0,
-                                        is_demo ? *letters : 0, host::SystemClock().Today()};
+  const server::InitOptions server_data{folder.root(),
+                                        product,
+                                        is_demo ? *customers : 0,
+                                        is_demo ? *letters : 0,
+                                        host::SystemClock().Today(),
+                                        [](const std::string& text) { Notices() << text << '\n'; }};
   RequireGoodTables(server_data);
   platform::MakeFolder(folder.root());
   if (line.IsSet("group")) host::ShareWithGroup(folder.root(), line.Value("group"));

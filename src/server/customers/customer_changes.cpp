@@ -12,6 +12,10 @@ using platform::Value;
 
 namespace request_key = platform::request_key;
 
+// As much as a message box can show. The history has all of it.
+constexpr std::size_t kMostChangesTold = 3;
+constexpr std::size_t kMostValuesTold = 6;
+
 Value OrNull(const std::string& text) {
   return text.empty() ? Value() : Value(text);
 }
@@ -44,22 +48,29 @@ std::int64_t LastChange(Database& database, const std::string& customer) {
 
 std::string ChangesSince(Database& database, const std::string& customer, std::int64_t number) {
   const auto rows = database.Select(
-      "SELECT * FROM customer_change WHERE CUST_ID = ? AND UPDT_NBR > ? ORDER BY UPDT_NBR, COL_NM",
+      "SELECT * FROM customer_change WHERE CUST_ID = ? AND UPDT_NBR > ? ORDER BY UPDT_NBR DESC, COL_NM",
       {customer, number});
+  if (rows->IsEmpty()) return "a program that keeps no history";
   std::string text;
-  std::string last_change;
+  std::string change;
+  std::size_t changes = 0;
+  std::size_t values = 0;
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
-    const auto change = rows->Text(row, "UPDT_NBR");
-    if (change != last_change) {
-      text += (text.empty() ? "" : "; ") + rows->Text(row, "UPDT_USER_ID") + " on " +
-              rows->Text(row, "UPDT_TS") + ": ";
-    } else {
-      text += ", ";
+    const bool begins = rows->Text(row, "UPDT_NBR") != change;
+    change = rows->Text(row, "UPDT_NBR");
+    if (begins && ++changes <= kMostChangesTold) {
+      text +=
+          (text.empty() ? "" : "; ") + rows->Text(row, "UPDT_USER_ID") + " on " + rows->Text(row, "UPDT_TS");
+      values = 0;
     }
-    last_change = change;
-    text += rows->Text(row, "COL_NM") + " from " + platform::Quoted(rows->Text(row, "OLD_TXT")) + " to " +
+    const auto words = WordsForColumn(rows->Text(row, "COL_NM"));
+    if (changes > kMostChangesTold || words.empty() || ++values > kMostValuesTold) continue;
+    text += (values == 1 ? ": " : ", ") + std::string(words) + " from " +
+            platform::Quoted(rows->Text(row, "OLD_TXT")) + " to " +
             platform::Quoted(rows->Text(row, "NEW_TXT"));
   }
+  if (changes > kMostChangesTold)
+    text += "; and " + std::to_string(changes - kMostChangesTold) + " times before";
   return text;
 }
 

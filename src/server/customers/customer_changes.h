@@ -16,7 +16,8 @@ bool StoreCustomerChanges(Exchange& exchange, const std::string& customer, std::
 /// The number of the last change that is kept of a customer, also of one that has gone; 0 for none.
 std::int64_t LastChange(Database& database, const std::string& customer);
 
-/// Who changed what when since the change of that number, in a clause; "" where nothing was kept.
+/// Who changed what when since the change of that number, in a clause in a clerk's words: the newest changes,
+/// and how many more there were. "a program that keeps no history" where nothing was kept.
 std::string ChangesSince(Database& database, const std::string& customer, std::int64_t number);
 
 /// Answers the key CUST_ID, with CUST_CHANGES "Y", with that customer's history: record "CUSTOMER_CHANGE",

@@ -161,6 +161,51 @@ std::int64_t PositionFor(Database& database, const std::string& name, const std:
 
 void CreateCustomerIndex(Database& database) {
   for (const auto* table : kTables) database.Change(table);
+  NoteCustomersToIndex(database);
+}
+
+void NoteCustomersToIndex(Database& database) {
+  database.Change(
+      "CREATE TABLE IF NOT EXISTS customer_to_index (CUST_ID VARCHAR(12) PRIMARY KEY) WITHOUT ROWID");
+  std::string columns;
+  for (const auto column : SearchedColumns()) columns += (columns.empty() ? "" : ", ") + std::string(column);
+  const auto trigger = [&](const std::string& name, const std::string& event,
+                           std::initializer_list<const char*> ids) {
+    std::string notes;
+    // No conflict clause: that of the statement which changes the customer would take its place.
+    for (const std::string id : ids) {
+      notes += "INSERT INTO customer_to_index (CUST_ID) SELECT " + id + " WHERE " + id +
+               " NOT IN (SELECT CUST_ID FROM customer_to_index); ";
+    }
+    database.Change("CREATE TRIGGER IF NOT EXISTS " + name + " AFTER " + event + " ON customer BEGIN " +
+                    notes + "END");
+  };
+  trigger("customer_was_put_in", "INSERT", {"NEW.CUST_ID"});
+  trigger("customer_was_changed", "UPDATE OF " + columns, {"OLD.CUST_ID", "NEW.CUST_ID"});
+  trigger("customer_was_taken_out", "DELETE", {"OLD.CUST_ID"});
+}
+
+std::vector<std::string> CustomersToIndex(Database& database) {
+  const auto rows = database.Select("SELECT CUST_ID FROM customer_to_index ORDER BY CUST_ID");
+  std::vector<std::string> ids;
+  for (std::size_t row = 0; row < rows->RecordCount(); ++row) ids.push_back(rows->Text(row, "CUST_ID"));
+  return ids;
+}
+
+std::int64_t CountCustomersToIndex(Database& database) {
+  return database.Select("SELECT COUNT(*) AS NUMBER_OF FROM customer_to_index")->Get("NUMBER_OF").AsInteger();
+}
+
+bool HasCustomersToIndex(Database& database) {
+  return !database.Select("SELECT CUST_ID FROM customer_to_index LIMIT 1")->IsEmpty();
+}
+
+void ForgetCustomerToIndex(Database& database, const std::string& id) {
+  database.Change("DELETE FROM customer_to_index WHERE CUST_ID = ?", {id});
+}
+
+void ForgetCustomersToIndex(Database& database) {
+  database.Change("DELETE FROM customer_to_index");
 }
 
 CustomerIndexFilling::CustomerIndexFilling(Database& database) : database_(database) {

@@ -18,6 +18,18 @@ enum class CustomerFit { kNumber, kNameStart, kOther };
 /// order of the names, and the words with the positions that have them (customer_index).
 void CreateCustomerIndex(Database& database);
 
+/// From now on the database itself notes who is put in, taken out, or changed in what they are found by, by
+/// whichever program (customer_to_index). Nothing happens where it does already. The customers' table is
+/// there.
+void NoteCustomersToIndex(Database& database);
+/// Those that are noted, by their ids, and how many they are.
+std::vector<std::string> CustomersToIndex(Database& database);
+std::int64_t CountCustomersToIndex(Database& database);
+bool HasCustomersToIndex(Database& database);
+/// Takes that note away, or all of them: the index is as it should be.
+void ForgetCustomerToIndex(Database& database, const std::string& id);
+void ForgetCustomersToIndex(Database& database);
+
 /// Makes the index anew, for all customers at once: much faster than one by one.
 class CustomerIndexFilling {
  public:

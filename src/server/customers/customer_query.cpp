@@ -161,6 +161,13 @@ void AddParts(CustomerQuery& query, const Words& words) {
 
 }  // namespace
 
+std::vector<std::string_view> SearchedColumns() {
+  std::vector<std::string_view> columns(kNames.begin(), kNames.end());
+  columns.insert(columns.end(), kPlaces.begin(), kPlaces.end());
+  columns.insert(columns.end(), kNumbers.begin(), kNumbers.end());
+  return columns;
+}
+
 CustomerKeywords KeywordsOf(const RecordSet& customers, std::size_t row) {
   Keywords keywords;
   for (const auto column : kNames) {

@@ -21,6 +21,10 @@ struct CustomerKeywords {
   std::string sort_name;
 };
 
+/// The columns of a customer that its keywords are made of. The database's notes of changed customers go by
+/// them (customer_index.h): another one takes a step of the schema.
+std::vector<std::string_view> SearchedColumns();
+
 /// Before a whole number: it is found exactly.
 inline constexpr char kWholeNumberMark = '=';
 /// Before the first word of a name.

@@ -97,8 +97,8 @@ void RequireVersion(Exchange& exchange, const Plan& plan) {
   }
   const auto changes = ChangesSince(exchange.database, plan.customer, *version);
   throw Failure(Failure::Kind::kRefused,
-                "The customer " + platform::Quoted(plan.customer) + " has been changed since you opened it" +
-                    (changes.empty() ? "" : " by " + changes) +
+                "The customer " + platform::Quoted(plan.customer) +
+                    " has been changed since you opened it by " + changes +
                     ". Nothing of yours was saved; open the customer again and enter your change there.");
 }
 
@@ -131,6 +131,15 @@ bool ReadType(const RecordSet& rows, const Plan& plan) {
                     ": a person does not become a business, nor the other way round. Nothing was saved.");
 }
 
+/// Where no states have been taken in, any two letters do.
+void RequireState(Database& database, std::string_view column, const std::string& code) {
+  const auto missing = database.Select(
+      "SELECT ST_CD FROM state WHERE NOT EXISTS (SELECT 1 FROM state WHERE ST_CD = ?) LIMIT 1", {code});
+  if (code.empty() || missing->IsEmpty()) return;
+  throw Failure(Failure::Kind::kRefused, std::string(column) + " cannot be " + platform::Quoted(code) +
+                                             ": there is no such state. Nothing was saved.");
+}
+
 Plan MakePlan(Exchange& exchange) {
   const auto& rows = *exchange.request.Rows(record_name::kCustomer);
   if (rows.RecordCount() != 1) {
@@ -150,6 +159,11 @@ Plan MakePlan(Exchange& exchange) {
   }
   if (plan.adds) plan.after.try_emplace("FUEL_TAX_IND", "Y");
   CheckCustomer(plan.before, plan.after, ReadType(rows, plan));
+  for (const auto& place : kAddressPlaces) {
+    const auto column = Column(place.prefix, "ST");
+    if (plan.after[column] != plan.before[column])
+      RequireState(exchange.database, column, plan.after[column]);
+  }
   return plan;
 }
 

@@ -11,6 +11,10 @@ namespace {
 constexpr std::int64_t kAtATime = 10'000;
 // So many are put in one by one; with more, all of them at once are faster.
 constexpr std::size_t kMostOneByOne = 2'000;
+// The same for those that are noted: of so many customers one.
+constexpr std::int64_t kOneByOneOf = 20;
+// With fewer it is done before anybody wonders.
+constexpr std::int64_t kTakesSeconds = 50'000;
 
 struct ChangedCustomer {
   std::string id;
@@ -68,6 +72,11 @@ void FillIndex(Database& database) {
     return true;
   });
   filling.Finish();
+  ForgetCustomersToIndex(database);
+}
+
+bool ManyAreNoted(Database& database) {
+  return CountCustomersToIndex(database) > Count(database, "customer") / kOneByOneOf;
 }
 
 }  // namespace
@@ -77,16 +86,32 @@ void BringCustomerWordsUpToDate(Database& database) {
   const auto changed = Changed(database);
   if (changed.size() > kMostOneByOne || Count(database, "customer_search") == 0) return FillIndex(database);
   for (const auto& [id, keywords] : changed) PutIntoCustomerIndex(database, id, keywords);
+  ForgetCustomersToIndex(database);
+}
+
+void CatchUpWithCustomers(Database& database) {
+  if (ManyAreNoted(database)) return FillIndex(database);
+  for (const auto& id : CustomersToIndex(database)) IndexCustomer(database, id);
 }
 
 void IndexCustomer(Database& database, const std::string& id) {
   const auto customer = database.Select("SELECT * FROM customer WHERE CUST_ID = ?", {id});
-  if (customer->IsEmpty()) return TakeOutOfCustomerIndex(database, id);
-  PutIntoCustomerIndex(database, id, KeywordsOf(*customer, 0));
+  if (customer->IsEmpty())
+    TakeOutOfCustomerIndex(database, id);
+  else
+    PutIntoCustomerIndex(database, id, KeywordsOf(*customer, 0));
+  ForgetCustomerToIndex(database, id);
 }
 
 bool LacksCustomerWords(Database& database) {
-  return Count(database, "customer") != Count(database, "customer_search");
+  return HasCustomersToIndex(database);
+}
+
+std::string WhyIndexingTakesLong(Database& database, bool is_upgrade) {
+  const auto customers = Count(database, "customer");
+  if (customers < kTakesSeconds || !(is_upgrade || ManyAreNoted(database))) return "";
+  return "The index of " + std::to_string(customers) +
+         " customers is being made. That takes a minute or more; what you asked for comes then.";
 }
 
 }  // namespace server

@@ -19,34 +19,35 @@ enum class Characters { kAny, kName, kCity, kZip, kState, kCounty, kMark };
 struct KeptColumn {
   std::string_view name;
   std::size_t longest;
+  std::string_view shown;  ///< what a clerk calls it
   Characters characters = Characters::kAny;
 };
 
 // By the record's names. Nobody but the server sets QZ_CNTY_NBR and *_VRFY_CD.
 constexpr auto kKeptColumns = std::to_array<KeptColumn>({
-    {"CUST_BSNS_NM", 72},
-    {"CO_CNTCT_NM", 30},
-    {"FIRST_NM", 20, Characters::kName},
-    {"MID_NM", 20, Characters::kName},
-    {"LAST_NM", 25, Characters::kName},
-    {"SUFX_NM", 3},
-    {"PHN_NBR", 10},
-    {"ACCNT_NBR", 13},
-    {"MAIL_ADDR_1", platform::kLongestAddressLine},
-    {"MAIL_ADDR_2", platform::kLongestAddressLine},
-    {"MAIL_CITY", platform::kLongestCity, Characters::kCity},
-    {"MAIL_ST", platform::kLongestState, Characters::kState},
-    {"MAIL_ZIP_CD", platform::kLongestZip, Characters::kZip},
-    {"MAIL_CNTY_CD", 3, Characters::kCounty},
-    {"MAIL_RTND_IND", 1, Characters::kMark},
-    {"RES_ADDR_1", platform::kLongestAddressLine},
-    {"RES_ADDR_2", platform::kLongestAddressLine},
-    {"RES_CITY", platform::kLongestCity, Characters::kCity},
-    {"RES_ST", platform::kLongestState, Characters::kState},
-    {"RES_ZIP_CD", platform::kLongestZip, Characters::kZip},
-    {"RES_CNTY_CD", 3, Characters::kCounty},
-    {"RES_RTND_IND", 1, Characters::kMark},
-    {"FUEL_TAX_IND", 1, Characters::kMark},
+    {"CUST_BSNS_NM", 72, "business name"},
+    {"CO_CNTCT_NM", 30, "contact name"},
+    {"FIRST_NM", 20, "first name", Characters::kName},
+    {"MID_NM", 20, "middle name", Characters::kName},
+    {"LAST_NM", 25, "last name", Characters::kName},
+    {"SUFX_NM", 3, "suffix"},
+    {"PHN_NBR", 10, "telephone"},
+    {"ACCNT_NBR", 13, "fuel tax account"},
+    {"MAIL_ADDR_1", platform::kLongestAddressLine, "mailing address line 1"},
+    {"MAIL_ADDR_2", platform::kLongestAddressLine, "mailing address line 2"},
+    {"MAIL_CITY", platform::kLongestCity, "mailing city", Characters::kCity},
+    {"MAIL_ST", platform::kLongestState, "mailing state", Characters::kState},
+    {"MAIL_ZIP_CD", platform::kLongestZip, "mailing zip", Characters::kZip},
+    {"MAIL_CNTY_CD", 3, "mailing county", Characters::kCounty},
+    {"MAIL_RTND_IND", 1, "mailing return mail", Characters::kMark},
+    {"RES_ADDR_1", platform::kLongestAddressLine, "resident address line 1"},
+    {"RES_ADDR_2", platform::kLongestAddressLine, "resident address line 2"},
+    {"RES_CITY", platform::kLongestCity, "resident city", Characters::kCity},
+    {"RES_ST", platform::kLongestState, "resident state", Characters::kState},
+    {"RES_ZIP_CD", platform::kLongestZip, "resident zip", Characters::kZip},
+    {"RES_CNTY_CD", 3, "resident county", Characters::kCounty},
+    {"RES_RTND_IND", 1, "resident return mail", Characters::kMark},
+    {"FUEL_TAX_IND", 1, "fuel tax mark", Characters::kMark},
 });
 constexpr auto kServersColumns =
     std::to_array<std::string_view>({"MAIL_VRFY_CD", "RES_VRFY_CD", "QZ_CNTY_NBR"});
@@ -228,6 +229,11 @@ CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const Custom
     values[std::string(column.name)] = is_stored ? stored : std::move(given);
   }
   return values;
+}
+
+std::string_view WordsForColumn(std::string_view column) {
+  const auto* const found = std::ranges::find(kKeptColumns, column, &KeptColumn::name);
+  return found == kKeptColumns.end() ? "" : found->shown;
 }
 
 bool IsIndividual(const CustomerValues& values) {

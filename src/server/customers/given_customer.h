@@ -26,6 +26,9 @@ std::optional<CustomerValues> FindCustomerValues(Database& database, const std::
 /// comes as it is there. Throws Failure kRefused for a mark of no characters.
 CustomerValues GivenCustomerValues(const platform::RecordSet& rows, const CustomerValues& before);
 
+/// What a clerk calls a column that a save may bring, "mailing city"; "" for one that only the server sets.
+std::string_view WordsForColumn(std::string_view column);
+
 /// Who has a last name is a person; everybody else is a business. Decision [customer-type].
 bool IsIndividual(const CustomerValues& values);
 /// Whether any line, city, state or zip code is there.

@@ -23,6 +23,8 @@ constexpr auto kTables = std::to_array<std::string_view>({
     R"(CREATE TABLE county (
          QZ_CNTY_NBR VARCHAR(3) PRIMARY KEY, QZ_CNTY_DESC TEXT NOT NULL, TRP_ID VARCHAR(1) NOT NULL,
          TRP_DIST_ID VARCHAR(4) NOT NULL, ZIP_PRFX VARCHAR(5) NOT NULL DEFAULT ''))",
+    // Where an address may lie, by the code table that `init` took in last.
+    "CREATE TABLE state (ST_CD VARCHAR(2) PRIMARY KEY)",
     // *_BAD_FLG: mail came back from the address. QZ_CNTY_NBR is the customer's own county, the one whose
     // officers see the letters; *_CNTY_CD the addresses'. *_IND: who else keeps the customer.
     R"(CREATE TABLE customer (
@@ -126,9 +128,11 @@ bool HasCurrentTables(Database& database) {
   return StoredVersion(database) == std::to_string(kSchemaVersion);
 }
 
-void PrepareSchema(Database& database) {
+void PrepareSchema(Database& database, const std::function<void(const std::string&)>& tell) {
   const auto current = std::to_string(kSchemaVersion);
-  if (HasCurrentTables(database) && !LacksCustomerWords(database)) return;
+  const bool is_upgrade = !HasCurrentTables(database);
+  if (!is_upgrade && !LacksCustomerWords(database)) return;
+  if (const auto why = WhyIndexingTakesLong(database, is_upgrade); tell && !why.empty()) tell(why);
   Transaction transaction(database, Transaction::Purpose::kChanging);
   // Asked again: another program may have carried them over meanwhile.
   const auto version = StoredVersion(database);
@@ -137,7 +141,10 @@ void PrepareSchema(Database& database) {
                                                "\", this program needs \"" + current +
                                                "\". Use the program they were made with.");
   }
-  BringCustomerWordsUpToDate(database);
+  if (version == current)
+    CatchUpWithCustomers(database);
+  else
+    BringCustomerWordsUpToDate(database);
   database.Change("UPDATE server_info SET CONTENT = ? WHERE NAME = ?", {current, kVersionName});
   transaction.Commit();
 }

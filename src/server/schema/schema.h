@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "server/storage/database.h"
 
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 8;
+inline constexpr std::int64_t kSchemaVersion = 9;
 
 /// The entry of server_info with the text of the letter definitions as they were read last.
 inline constexpr const char* kDefinitions = "letter definitions";
@@ -23,7 +25,7 @@ bool HasCurrentTables(Database& database);
 
 /// Throws Failure kRefused where the data were made by a program with other tables, kDamaged where there is
 /// no version at all. Data of an older program that can be carried over are; everything or nothing. Customers
-/// that were put in by other means become findable.
-void PrepareSchema(Database& database);
+/// that were put in by other means become findable. `tell` gets a sentence before what takes minutes.
+void PrepareSchema(Database& database, const std::function<void(const std::string&)>& tell = {});
 
 }  // namespace server

@@ -110,17 +110,23 @@ void CustomersAreMaintained(Database& database) {
                                 "ALTER TABLE county ADD COLUMN ZIP_PRFX VARCHAR(5) NOT NULL DEFAULT ''"}) {
     ChangeTables(database, statement);
   }
-  // The county that was kept was that of the addresses, where they lie in this state.
-  for (const std::string prefix : {"MAIL_", "RES_"}) {
-    database.Change("UPDATE customer SET " + prefix + "CNTY_CD = QZ_CNTY_NBR WHERE " + prefix +
-                    "ST = (SELECT OFFICE_ST FROM office ORDER BY OFFICE_NBR LIMIT 1)");
-  }
+  // The county that was kept was the customer's: that of where they live, else of where they get their mail.
+  // Of the other address it is known where that has the same zip code, and else by `init` (office_tables.h).
+  const std::string home = "(SELECT OFFICE_ST FROM office ORDER BY OFFICE_NBR LIMIT 1)";
+  database.Change("UPDATE customer SET RES_CNTY_CD = QZ_CNTY_NBR WHERE RES_ST = " + home);
+  database.Change("UPDATE customer SET MAIL_CNTY_CD = QZ_CNTY_NBR WHERE MAIL_ST = " + home +
+                  " AND (RES_CNTY_CD IS NULL OR SUBSTR(MAIL_ZIP_CD, 1, 5) = SUBSTR(RES_ZIP_CD, 1, 5))");
 }
 
 void CustomersAreFoundByBeginnings(Database& database) {
   for (const auto* statement : {"DROP TABLE customer_word", "DROP TABLE customer_search"})
     ChangeTables(database, statement);
   CreateCustomerIndex(database);
+}
+
+void ChangedCustomersAreNoted(Database& database) {
+  ChangeTables(database, "CREATE TABLE state (ST_CD VARCHAR(2) PRIMARY KEY)");
+  NoteCustomersToIndex(database);
 }
 
 struct Step {
@@ -136,6 +142,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"5", LettersGetTheirMessages},
     {"6", CustomersAreMaintained},
     {"7", CustomersAreFoundByBeginnings},
+    {"8", ChangedCustomersAreNoted},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 

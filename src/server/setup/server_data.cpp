@@ -19,6 +19,7 @@
 #include "server/setup/demo_customers.h"
 #include "server/setup/demo_history.h"
 #include "server/setup/letter_definitions.h"
+#include "server/setup/office_tables.h"
 #include "server/storage/server_folders.h"
 
 namespace server {
@@ -58,9 +59,10 @@ void StoreDefinitions(Database& database, const InitOptions& options) {
 
 void BringUpToDate(const fs::path& file, const InitOptions& options) {
   Database database(file, Database::Opening::kExisting);
-  PrepareSchema(database);
+  PrepareSchema(database, options.tell);
   Transaction transaction(database, Transaction::Purpose::kChanging);
   BringCustomerWordsUpToDate(database);
+  TakeInOfficeTables(database, options.product_data_folder);
   if (!HasCurrentDefinitions(database, options)) StoreDefinitions(database, options);
   transaction.Commit();
 }
@@ -71,6 +73,7 @@ void Fill(const fs::path& file, const InitOptions& options) {
   CreateTables(database);
   StoreDefinitions(database, options);
   CreateDemoAdministration(database, options.product_data_folder, options.customers, options.today);
+  TakeInOfficeTables(database, options.product_data_folder);
   BringCustomerWordsUpToDate(database);
   CreateDemoHistory(database, options.product_data_folder, options.letters, options.today);
   CreateHistoryIndexes(database);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 
 #include "platform/table_faults.h"
 #include "platform/value.h"
@@ -14,6 +16,7 @@ struct InitOptions {
   int customers = 300;      ///< invented; 0 for an office that brings its own
   int letters = 0;          ///< in their history
   platform::Date today;
+  std::function<void(const std::string&)> tell = {};  ///< gets a sentence before what takes minutes
 };
 
 /// Reads the letter definitions of an installation and adds to `faults` what keeps them from being taken in,
