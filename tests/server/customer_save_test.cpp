@@ -247,6 +247,9 @@ TEST_F(CustomerSave, MarksAnAddressThatTheClerkSavesAllTheSame) {
   auto anyway = NewAddress();
   anyway[0].second = "UPD";
   anyway[1].second = 0;
+  auto accepted = Change("m-0", anyway);
+  accepted.keys.emplace_back("key:FINALIST_ACCEPT", "3");
+  EXPECT_THAT(Ask(accepted).error, HasSubstr("\"9 Main St\" does not pass")) << "it was not seen so";
   ASSERT_EQ(Ask(Change("m-1", anyway)).error, "");
   EXPECT_EQ(Stored("MAIL_ADDR_1 || MAIL_VRFY_CD || MAIL_CNTY_CD"), "9 Main StF13");
 }

@@ -47,6 +47,11 @@ std::int64_t CountIn(const std::string& memo) {
   return failed == std::errc() && stopped == end ? number : 0;
 }
 
+/// Which ones, as the server takes them.
+int AcceptedSuggestions(const std::array<platform::CheckBox, 2>& boxes) {
+  return (boxes[kMailingSide.number].ticked() ? 1 : 0) + (boxes[kResidentSide.number].ticked() ? 2 : 0);
+}
+
 /// The customer that was stored; "" where the answer names none.
 std::string SavedCustomer(const platform::RecordSet& rows) {
   if (rows.IsEmpty() || !rows.HasColumn("CUST_ID")) return "";
@@ -74,6 +79,10 @@ bool ZEMLO_CustMaint::SendMessage(const std::shared_ptr<platform::RecordSet>& re
         namespace request_key = platform::request_key;
         if (mode_ == "UPD" && !version.empty())
           message_->AddKey(platform::Criterion(platform::KeyNamed(request_key::kCustomerVersion), version));
+        if (const auto accepted = AcceptedSuggestions(mChkAccept); accepted != 0) {
+          message_->AddKey(platform::Criterion(platform::KeyNamed(request_key::kAcceptedSuggestions),
+                                               std::to_string(accepted)));
+        }
         message_->AddRecord(std::make_shared<platform::RequestRecord>(record), kRecordName);
         message_->BuildMessage();
         timed_out_ = false;

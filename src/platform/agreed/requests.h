@@ -31,7 +31,9 @@ inline constexpr std::string_view kSingleCredential = "SINGLECUSTCRED";
 inline constexpr std::string_view kFirstRow = "START";  ///< of those found, from 1
 inline constexpr std::string_view kLastRow = "END";
 inline constexpr std::string_view kFormTypeAsked = "REF_TYP_CD";
-inline constexpr std::string_view kCustomerVersion = "UPDT_NBR";      ///< the one a change was made from
+inline constexpr std::string_view kCustomerVersion = "UPDT_NBR";  ///< the one a change was made from
+inline constexpr std::string_view kAcceptedSuggestions =
+    "FINALIST_ACCEPT";  ///< which addresses are suggestions: 1 mailing, 2 resident, 3 both
 inline constexpr std::string_view kCustomerChanges = "CUST_CHANGES";  ///< "Y": its history instead
 inline constexpr std::string_view kLetterType = "LTR_TYP_ID";
 inline constexpr std::string_view kFillBookmarks = "POPULATE_LTR_BOOKMARKS";

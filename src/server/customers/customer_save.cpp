@@ -211,6 +211,19 @@ std::string SentCounty(const Plan& plan, std::string_view prefix) {
   return area(plan.before) == area(plan.after) ? sent->second : "";
 }
 
+/// A suggestion that was accepted is stored as it was seen, or not at all.
+void RequireSuggestionsToPass(const Exchange& exchange, const Plan& plan, int failed) {
+  const auto accepted = exchange.keys.Number(request_key::kAcceptedSuggestions).value_or(0);
+  for (const auto& place : kAddressPlaces) {
+    if ((accepted & failed & place.failed) == 0) continue;
+    throw Failure(
+        Failure::Kind::kRefused,
+        "The accepted suggestion " + platform::Quoted(AddressOf(plan.after, place.prefix).line1) +
+            " does not pass the verification itself. Nothing was saved; do not accept it, or correct "
+            "the address.");
+  }
+}
+
 /// Puts what came of the verification into what is stored.
 void TakeVerdict(Exchange& exchange, Plan& plan, std::string_view prefix) {
   const auto county = Column(prefix, "CNTY_CD");
@@ -325,12 +338,13 @@ std::vector<platform::PostalAddress> AddressesToVerify(Exchange& exchange) {
 
 void SaveCustomer(Exchange& exchange) {
   auto plan = MakePlan(exchange);
-  const auto failed = plan.must_pass ? FailedAddresses(exchange, plan) : 0;
-  if (failed != 0) {
+  const auto failed = FailedAddresses(exchange, plan);
+  if (plan.must_pass && failed != 0) {
     auto& row = AnswerRow(exchange, plan.customer, failed);
     for (const auto& place : kAddressPlaces) AnswerAddress(exchange, plan, place.prefix, row);
     return;
   }
+  RequireSuggestionsToPass(exchange, plan, failed);
   SettleCounties(exchange, plan);
   std::int64_t corrected = 0;
   if (plan.adds)

@@ -17,7 +17,7 @@ namespace server {
 ///
 /// Throws Failure kPermissionDenied where the user may not do that, kNotFound where the customer has gone,
 /// kRefused for a change made from an older state, naming who changed what when, and for a value that breaks
-/// a rule. Decision [verified-saves].
+/// a rule, an accepted suggestion (FINALIST_ACCEPT) that does not pass among them. Decision [verified-saves].
 void SaveCustomer(Exchange& exchange);
 
 /// The addresses that SaveCustomer wants to be verified. Throws what it throws.

@@ -111,7 +111,7 @@ std::string WhyIndexingTakesLong(Database& database, bool is_upgrade) {
   const auto customers = Count(database, "customer");
   if (customers < kTakesSeconds || !(is_upgrade || ManyAreNoted(database))) return "";
   return "The index of " + std::to_string(customers) +
-         " customers is being made. That takes a minute or more; what you asked for comes then.";
+         " customers is being made. That can take minutes; what you asked for comes then.";
 }
 
 }  // namespace server

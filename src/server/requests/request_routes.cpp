@@ -43,7 +43,8 @@ constexpr auto kWholeCustomerKeys = std::to_array<KnownKey>({{request_key::kElem
                                                              {request_key::kCustomer}});
 constexpr auto kCustomerChangeKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kCustomerChanges}});
-constexpr auto kSaveKeys = std::to_array<KnownKey>({{request_key::kCustomerVersion}});
+constexpr auto kSaveKeys =
+    std::to_array<KnownKey>({{request_key::kCustomerVersion}, {request_key::kAcceptedSuggestions}});
 constexpr auto kCustomerFormKeys =
     std::to_array<KnownKey>({{request_key::kCustomer}, {request_key::kFormTypeAsked}});
 constexpr auto kCustomerSearchKeys =

@@ -109,6 +109,7 @@ TEST_F(SaveRequestTest, AddsWithoutVerificationWhatWasVerified) {
   EXPECT_THAT(Sent(), IsSupersetOf({"ACTION=ADD", "FUEL_TAX_IND=Y", "MAIL_ADDR_1=12 DEPOT AVE",
                                     "MAIL_ADDR_2=STE 4", "MAIL_ZIP_CD=890331212", "MAIL_CNTY_CD=20"}));
   EXPECT_THAT(Sent(), Not(Contains(StartsWith("RES_ADDR_1"))));
+  EXPECT_THAT(outside.server.LastRequest().Keys(), ElementsAre("KORVADSK|key:FINALIST_ACCEPT|=|1"));
 }
 
 TEST_F(SaveRequestTest, SendsAMarkOfReturnedMailOnlyWhereItChanged) {
