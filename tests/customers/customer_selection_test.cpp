@@ -134,15 +134,6 @@ TEST_F(CustomerSelectionTest, LeavesThePageAsItWasWhenNobodyIsChosen) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
-TEST_F(CustomerSelectionTest, RefusesTheCloseBoxOfTheCustomerDialog) {
-  UserWorks<frmCustSelect>([](frmCustSelect& dialog) {
-    EXPECT_FALSE(dialog.Close());
-    EXPECT_TRUE(dialog.shown());
-    dialog.cmdCancel.UserClicks();
-  });
-  selection_.SelectCustomer(PageIndex::kTracking, panel_);
-}
-
 TEST_F(CustomerSelectionTest, GivesTheCommandsBackWhenADialogCannotBeShown) {
   fakes_.host.user_in_form = [](platform::Form&) {
     throw platform::Failure(platform::Failure::Kind::kNotFound, "There is no such window.");

@@ -78,16 +78,6 @@ TEST_F(TheCustomerDialog, FindsWhileOneTypesAndIsWorkedFromItsLine) {
   EXPECT_EQ(form.ZEMLO_CustSelect1.CustID(), "2");
 }
 
-TEST_F(TheCustomerDialog, IsEnterTwiceForACustomerWhoIsTheOnlyOne) {
-  UserTypes("acme");
-  UserPresses(Qt::Key_Return);  // without a rest
-  ASSERT_TRUE(ServerIsAsked(1));
-  ServerFinds(1);
-  UserPresses(Qt::Key_Return);
-  EXPECT_EQ(form.ZEMLO_CustSelect1.CustID(), "1");
-  EXPECT_FALSE(dialog.isVisible());
-}
-
 TEST_F(TheCustomerDialog, ShowsWhatMatchedInBold) {
   UserTypes("oak");
   ASSERT_TRUE(ServerIsAsked(1));
