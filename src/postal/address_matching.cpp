@@ -194,10 +194,9 @@ class MatchSearch {
 
   std::size_t WordsThatDiffer(const Street& street) const {
     auto entered = std::views::split(line_.street_words, ' ');
-    const auto text = StreetText(file_.NameOf(street));
     std::size_t count = 0;
     auto word = entered.begin();
-    for (const auto& other : std::views::split(text, ' ')) {
+    for (const auto& other : std::views::split(file_.Text(street.text), ' ')) {
       if (word == entered.end() || !std::ranges::equal(*word, other)) ++count;
       if (word != entered.end()) ++word;
     }

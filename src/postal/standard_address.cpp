@@ -109,7 +109,7 @@ bool IsNumber(std::string_view word) {
 
 /// "4", "12B", "B": what stands behind "APT".
 bool IsUnitNumber(const std::string& word) {
-  return HasDigit(word) || word.size() == 1;
+  return HasDigit(word) || (word.size() == 1 && IsWordCharacter(word[0]));
 }
 
 /// Whether the words from `at` on are those, parted by blanks.
@@ -244,9 +244,9 @@ std::string TakeUnits(Words& words, std::size_t least) {
     if (words.size() >= least + 2) {
       const auto& before = words[words.size() - 2];
       const auto unit = UnitWord(before);
-      if (unit == "#" && words.size() >= least + 3) {
+      if (unit == "#" && last != "#" && words.size() >= least + 3) {
         const auto outer = UnitWord(words[words.size() - 3]);
-        if (!outer.empty() && UnitHasNumber(outer)) {
+        if (!outer.empty() && outer != "#" && UnitHasNumber(outer)) {
           take(3, std::string(outer) + " " + last);
           continue;
         }

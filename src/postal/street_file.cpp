@@ -191,9 +191,10 @@ Street StreetFile::ReadStreet(const TabTable& table, std::size_t row, DeliveryKi
   name.pre = part("PRE_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
   name.suffix = part("SUFFIX", Suffix, "is no suffix of the post's. Write ST, AVE and so on, or nothing.");
   name.post = part("POST_DIR", Directional, "is no directional. Write N, NE and so on, or nothing.");
+  const auto text = StreetText(name);
+  street.text = TakeText(text);
   // A line of the file is read as the same line of an address is, whatever column a word stands in.
-  street.key = TakeText(kind == DeliveryKind::kStreet ? StreetKey(ReadStreetName(StreetText(name)))
-                                                      : CommonKey(name.name));
+  street.key = TakeText(kind == DeliveryKind::kStreet ? StreetKey(ReadStreetName(text)) : CommonKey(text));
   street.name = TakeText(name.name);
   street.name_key = TakeText(CommonKey(name.name));
   street.pre = TakeText(name.pre);
@@ -256,8 +257,7 @@ StreetFile::Row StreetFile::ReadRow(const TabTable& table, std::size_t row, Tabl
 void StreetFile::Arrange(std::vector<Row> rows) {
   const auto street_of = [this](const Row& row) {
     const auto& street = row.street;
-    return std::tuple(row.zip, street.kind, std::string_view(texts_[street.key]), street.pre, street.name,
-                      street.suffix, street.post);
+    return std::tuple(row.zip, street.kind, std::string_view(texts_[street.key]), street.text);
   };
   std::ranges::sort(rows, [&](const Row& left, const Row& right) {
     const auto left_street = street_of(left);

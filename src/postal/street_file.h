@@ -40,6 +40,7 @@ struct NumberRange {
 /// A street, or the boxes or a route, in one zip. The texts are numbers of StreetFile::Text.
 struct Street {
   std::uint32_t key = 0;       ///< StreetKey; of a route CommonKey of its number
+  std::uint32_t text = 0;      ///< StreetText
   std::uint32_t name = 0;      ///< as it is written
   std::uint32_t name_key = 0;  ///< CommonKey of the name alone
   std::uint32_t first_range = 0;
@@ -94,7 +95,8 @@ class StreetFile {
   /// Places in Zips(); nothing where there is no such zip.
   const Zip* FindZip(std::string_view digits) const;
   const City* FindCity(std::string_view state, std::string_view key) const;
-  /// In the order of their kinds and keys. Two streets may have one key: SAINT JOHN ST and ST JOHN ST.
+  /// In the order of their kinds and keys. Two streets may have one key (SAINT JOHN ST and ST JOHN ST), but
+  /// not one text.
   std::span<const Street> StreetsOf(const Zip& zip) const {
     return std::span(streets_).subspan(zip.first_street, zip.street_count);
   }
