@@ -85,13 +85,15 @@ void Desktop::TellFaults() {
     TellError(faults.front() + " There are " + std::to_string(others) + " more faults like it.");
 }
 
-// From any thread, before there is anything else to show.
+// From any thread, before there is anything else to show. Not through events_: the wait for that work holds
+// it.
 void Desktop::TellLongWork(const std::string& text) {
-  events_.Post([this, text] {
+  const auto show = [this, text] {
     desktop::FitToScreen(window(), kUsualSize);
     window().ShowStatus(desktop::ToQt(text));
     window().show();
-  });
+  };
+  QMetaObject::invokeMethod(&window(), show, Qt::QueuedConnection);
 }
 
 // From any thread.
