@@ -5,6 +5,7 @@
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
 #include "apps/letters/listing.h"
+#include "apps/letters/standard_streams.h"
 #include "customers/display_encoders.h"
 #include "host/error_log.h"
 #include "host/settings_file.h"
