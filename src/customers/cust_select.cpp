@@ -103,6 +103,7 @@ void ZEMLO_CustSelect::Start() {
 void ZEMLO_CustSelect::Leave() {
   finder_.Forget();
   choose_when_found_ = awaits_saved_ = false;
+  once_saved_is_there_ = nullptr;
   if (maintenance_.forget) maintenance_.forget();
 }
 
@@ -211,6 +212,11 @@ void ZEMLO_CustSelect::Add() {
                  [&] { maintenance_.add(TypedText(), WhenSaved()); });
 }
 
+void ZEMLO_CustSelect::OnceSavedIsThere(std::function<void()> step) {
+  if (!awaits_saved_) return step();
+  once_saved_is_there_ = std::move(step);
+}
+
 CustomerMaintenance::Saved ZEMLO_CustSelect::WhenSaved() {
   return [this, alive = std::weak_ptr<bool>(alive_)](const std::string& customer_id) {
     if (alive.expired() || customer_id.empty()) return;
@@ -218,8 +224,11 @@ CustomerMaintenance::Saved ZEMLO_CustSelect::WhenSaved() {
     awaits_saved_ = true;
     finder_.AskForIds({customer_id}, [this](CustomerAnswer answer) {
       awaits_saved_ = false;
-      answer.error.empty() ? ShowSaved(std::move(answer.customers)) : SavedIsNotThere(answer.error);
+      const auto step = std::exchange(once_saved_is_there_, nullptr);
+      const bool is_there = answer.error.empty();
+      is_there ? ShowSaved(std::move(answer.customers)) : SavedIsNotThere(answer.error);
       TypingRests();  // what was typed meanwhile
+      if (step && is_there) step();
     });
   };
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -69,6 +70,9 @@ class ZEMLO_CustSelect {
   /// Whether a customer was saved whose new values are still to come: until then the old ones are not handed
   /// out.
   bool AwaitsSaved() const { return awaits_saved_; }
+  /// Does the step at once, or, while what was saved is read again, when it is there: an answer that fails or
+  /// Leave() drops it.
+  void OnceSavedIsThere(std::function<void()> step);
 
   // What the user does.
   /// 150 ms after the last key (the view has the clock): asks for what is typed by now, if it has changed.
@@ -117,6 +121,7 @@ class ZEMLO_CustSelect {
   bool awaits_found_ = false;       // the first rows of what is typed
   bool choose_when_found_ = false;  // Enter came before the answer
   bool awaits_saved_ = false;
+  std::function<void()> once_saved_is_there_;
 
   std::vector<FoundCustomer> rows_;
   std::size_t total_ = 0;

@@ -10,11 +10,12 @@ frmCustSelect::frmCustSelect(const platform::Services& services, CustomerMainten
     RunHandler([&] { platform::Trap(services_, "frmCustSelect.mCmdOk_Click", work); });
   };
   ok_clicked_ = cmdOk.Click.Connect([this, run] {
-    run([this] {
-      if (ZEMLO_CustSelect1.AwaitsSaved()) return;
-      ZEMLO_CustSelect1.UserLeavesList();
-      ZEMLO_CustSelect1.Leave();
-      Hide();
+    ZEMLO_CustSelect1.OnceSavedIsThere([this, run] {
+      run([this] {
+        ZEMLO_CustSelect1.UserLeavesList();
+        ZEMLO_CustSelect1.Leave();
+        Hide();
+      });
     });
   });
   cancel_clicked_ = cmdCancel.Click.Connect([this, run] { run([this] { Dismiss(); }); });

@@ -307,11 +307,12 @@ TEST_F(CustSelect, ChoosesWhatWasSavedInMaintenance) {
   UserTypes("lee");  // not answered yet
   select_.cmdNew.UserClicks();
   saved_("3");
-  EXPECT_TRUE(select_.AwaitsSaved());
+  select_.OnceSavedIsThere([this] { happened_.push_back("left with " + select_.CustID()); });
   UserTypes("lee t");
   fakes_.server.ReplyWith("CUSTOMER", {CustomerRow("3", "LEE")});
   fakes_.RunEvents();
   EXPECT_EQ(select_.CustID(), "3");
+  EXPECT_EQ(happened_.back(), "left with 3");
   EXPECT_THAT(Ids(), ElementsAre("3", "1", "2"));
   EXPECT_THAT(fakes_.server.LastRequest().Keys(), Contains("KORVADSK|key:CUST_FIND|like|lee t"));
   ServerFinds({CustomerRow("3", "LEE")});

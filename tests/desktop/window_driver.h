@@ -36,13 +36,15 @@ inline void WaitForSight(QWidget& window) {
       QTest::qWaitForWindowExposed(&window, static_cast<int>(std::chrono::milliseconds(kPatience).count())));
 }
 
-/// Runs `work` on the modal window that comes up next: a box whose event loop the test is inside.
+/// Runs `work` on the modal window that comes up next, perhaps over one that is there: a box whose event loop
+/// the test is inside.
 inline void OnNextModal(std::function<void(QWidget& window)> work) {
   auto* timer = new QTimer(qApp);
   timer->setInterval(1);
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, work = std::move(work)] {
+  const QPointer<QWidget> below = QApplication::activeModalWidget();
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, below, work = std::move(work)] {
     auto* window = QApplication::activeModalWidget();
-    if (window == nullptr || !window->isVisible()) return;
+    if (window == nullptr || window == below || !window->isVisible()) return;
     timer->stop();
     timer->deleteLater();
     work(*window);

@@ -1,6 +1,8 @@
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
+#include <algorithm>
 
 #include "apps/corresp/desktop.h"
 #include "tests/desktop/window_driver.h"
@@ -41,16 +43,30 @@ class DesktopByKeyboard : public PreparedOffice {
     for (int stop = 0; stop < 60 && FocusName() != name; ++stop) Press(Qt::Key_Tab);
     ASSERT_EQ(FocusName(), name);
   }
+  /// Types what a caller says into the dialog, and chooses the only customer that it finds.
+  static void Find(QWidget& dialog, const char* text, const std::string& id) {
+    EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
+    Type(text);
+    Press(Qt::Key_Return);
+    EXPECT_TRUE(WaitFor([&] { return Says(dialog, "Chosen: " + id); }));
+  }
+  static bool IsOffered(QWidget& dialog, const QString& command) {
+    return std::ranges::any_of(dialog.findChildren<QPushButton*>(), [&](const QPushButton* button) {
+      return button->isEnabled() && button->accessibleName() == command;
+    });
+  }
+  static void PressUntilClosed(QWidget& dialog, Qt::Key key,
+                               Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    Press(key, modifiers);
+    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }))
+        << dialog.windowTitle().toStdString() << " stays; the keyboard is at " << FocusName();
+  }
   /// Opens the dialog, finds the customer by id, and chooses it.
   void ChooseCustomer(const char* id) {
     TabTo("Select Customer");
     OnNextModal([id](QWidget& dialog) {
-      EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
-      Type(id);
-      Press(Qt::Key_Return);
-      EXPECT_TRUE(WaitFor([&] { return Says(dialog, std::string("Chosen: ") + id); }));
-      Press(Qt::Key_Return);
-      EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }));
+      Find(dialog, id, id);
+      PressUntilClosed(dialog, Qt::Key_Return);
     });
     Press(Qt::Key_Space);
   }
@@ -117,7 +133,8 @@ TEST_F(DesktopByKeyboard, AnAccountIsPickedByItsCustomersNameAndOfferedAgainByIt
     EXPECT_TRUE(Says(dialog, "Displaying Tax Liability Assessments for Hattie Merriweather"));
     Press(Qt::Key_Down);
     Press(Qt::Key_Return);
-    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }));
+    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }))
+        << dialog.windowTitle().toStdString() << " stays; the keyboard is at " << FocusName();
   });
   Press(Qt::Key_Space);
   auto& page = desktop_.office().workspace().pages().correspondence;
@@ -134,10 +151,44 @@ TEST_F(DesktopByKeyboard, AnAccountIsPickedByItsCustomersNameAndOfferedAgainByIt
     Press(Qt::Key_Return);
     EXPECT_TRUE(WaitFor([&] { return Says(dialog, "Chosen: 100002"); }));
     Press(Qt::Key_Return);
-    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }));
+    EXPECT_TRUE(WaitFor([&] { return !dialog.isVisible(); }))
+        << dialog.windowTitle().toStdString() << " stays; the keyboard is at " << FocusName();
   });
   Press(Qt::Key_Space);
   EXPECT_EQ(page.panel.customer_id.caption(), "100002");
+}
+
+TEST_F(DesktopByKeyboard, AWrongZipIsCorrectedAsTheStreetFileSuggests) {
+  TabTo("Select Customer");
+  OnNextModal([](QWidget& dialog) {
+    Find(dialog, "hat merr", "100002");
+    bool is_saved = false;
+    OnNextModal([&is_saved](QWidget& maintenance) {
+      TabTo("Mailing zip");
+      Type("89241");
+      OnNextModal([](QWidget& box) {
+        EXPECT_TRUE(Says(box, "The suggested address is displayed."));
+        PressUntilClosed(box, Qt::Key_Return);
+      });
+      Press(Qt::Key_V, Qt::AltModifier);
+      EXPECT_TRUE(WaitFor([] { return FocusName() == "Mailing: accept Finalist"; }));
+      Press(Qt::Key_Space);
+      PressUntilClosed(maintenance, Qt::Key_Return);
+      is_saved = true;
+    });
+    Press(Qt::Key_E, Qt::AltModifier);
+    EXPECT_TRUE(WaitFor([&] { return is_saved && IsOffered(dialog, "OK"); })) << "what was saved is chosen";
+    EXPECT_TRUE(Says(dialog, "Chosen: 100002"));
+    PressUntilClosed(dialog, Qt::Key_Return);
+  });
+  Press(Qt::Key_Space);
+  EXPECT_TRUE(Says("77 ORCHARD RD"));
+  EXPECT_TRUE(Says("89214-"));
+  EXPECT_EQ(ServerSql("SELECT MAIL_ADDR_1, RES_ADDR_1, substr(MAIL_ZIP_CD, 1, 5) FROM customer"
+                      " WHERE CUST_ID = '100002'"),
+            "77 ORCHARD RD|77 Orchard Rd|89214\n");
+  EXPECT_EQ(ServerSql("SELECT COL_NM, OLD_TXT FROM customer_change WHERE CUST_ID = '100002'"),
+            "MAIL_ADDR_1|77 Orchard Rd\nMAIL_CITY|Oakhaven\nMAIL_ZIP_CD|89214\n");
 }
 
 }  // namespace

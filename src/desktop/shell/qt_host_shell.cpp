@@ -92,7 +92,7 @@ class QtHostShell::WorkScope {
   QtEventQueue::Hold hold_;
 };
 
-/// A box is open: the pointer is one to click with.
+/// A box is open: the pointer is one to click with. At its end the window behind it has the keyboard again.
 class QtHostShell::BoxScope {
  public:
   explicit BoxScope(QtHostShell& shell) : shell_(shell), work_(shell) {
@@ -104,6 +104,7 @@ class QtHostShell::BoxScope {
   ~BoxScope() {
     --shell_.open_boxes_;
     shell_.ShowPointer();
+    shell_.Front()->activateWindow();  // not every host does
   }
 
  private:
