@@ -94,10 +94,6 @@ TEST_F(LetterComboTest, RowsThatCouldNotBeReadAreReportedAndAskedForAgain) {
   EXPECT_EQ(early.Description(), "Seven");
 }
 
-TEST_F(LetterComboTest, IsReachedByTheConnectionOfTheReferenceDatabase) {
-  EXPECT_EQ(list.connection_text(), "Provider=local;Persist Security Info=False;Data Source=reference.db");
-}
-
 TEST_F(LetterComboTest, ACodeShowsItsDescriptionAndIsReadBackTrimmed) {
   list.Code("X9");
   EXPECT_EQ(list.Description(), "Notice of change");
@@ -255,25 +251,6 @@ TEST_F(LetterComboTest, FormTypesStandInTheOrderOfTheirCodes) {
   list.Code("R");
   EXPECT_EQ(list.Code(), "R");
   EXPECT_EQ(outside.reference.statements.size(), 1u);
-}
-
-TEST_F(LetterComboTest, FormTypesNeedNoDatabase) {
-  fakes::FakeServices empty;
-  ZEMLO_LetterCombo form_types(empty.services(), "REFDOCTYP");
-  form_types.LookupFormType("R");
-  form_types.Code("R");
-  EXPECT_THAT(empty.errors.Procedures(), ElementsAre("ZEMLO_CodesCombo.CheckRecordSource"));
-  EXPECT_EQ(empty.reference.statements.size(), 1u);
-}
-
-TEST_F(LetterComboTest, WhatTheRowsDoNotHaveIsReportedWhenAsked) {
-  EXPECT_EQ(list.AdditionalInfo(), "");
-  EXPECT_THAT(Reports(), IsEmpty());
-  list.Code("205");
-  EXPECT_EQ(list.AdditionalInfo(), "");
-  list.LookupFormType("R");
-  EXPECT_EQ(list.OnlineInd(), "");
-  EXPECT_THAT(Reports(), ElementsAre("ZEMLO_CodesCombo.AdditionalInfo", "ZEMLO_CodesCombo.OnlineInd"));
 }
 
 TEST_F(LetterComboTest, AdditionalInfoIsThatOfTheChosenCode) {

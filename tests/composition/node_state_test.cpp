@@ -79,35 +79,6 @@ constexpr Question kQuestions[] = {&Node::IsTableType,
                                    &Node::IsNoUsableAddress};
 static_assert(std::size(kQuestions) == tests::kFieldFlags.size());
 
-struct MaskGetter {
-  const char* name;
-  const char* attribute;
-  std::uint32_t mask;
-  std::int32_t (ZEMLO_NodeState::*get)() const;
-};
-#define MASK(name, attribute, mask)                \
-  MaskGetter {                                     \
-#name, attribute, mask, &ZEMLO_NodeState::name \
-  }
-
-constexpr auto kMaskGetters = std::to_array<MaskGetter>({
-    MASK(GetTypesMask, "State", field_state::kTypes),
-    MASK(GetAttrMask, "State", field_state::kAttributes),
-    MASK(GetFldConstMask, "State", field_state::kTypes | field_state::kAttributes),
-    MASK(GetStatesMask, "State", field_state::kStates),
-    MASK(GetMetaErrorsMask, "State", field_state::kSummaries),
-    MASK(GetEmptyValuesAllowedTypesMask, "State", field_state::kTypesThatMayBeEmpty),
-    MASK(GetErrorsMask, "Err", 0xFFFFFFFF),
-    MASK(GetAddrInputsMask, "AddrState", field_address::kRequirements),
-    MASK(GetAddrNonInputsMask, "AddrState", ~field_address::kRequirements),
-    MASK(GetAddrAttrMask, "AddrState", field_address::kAttributes),
-    MASK(GetMailWarnsMask, "AddrState", field_address::kMailWarnings),
-    MASK(GetResiWarnsMask, "AddrState", field_address::kResidentialWarnings),
-    MASK(GetAddrWarnsMask, "AddrState", field_address::kAllWarnings),
-    MASK(GetAddrErrorsMask, "AddrState", field_address::kErrors),
-    MASK(GetAddrWarnsAndErrorsMask, "AddrState", field_address::kAllWarnings | field_address::kErrors),
-});
-
 struct Derived {
   const char* name;
   const char* attribute;
@@ -172,15 +143,6 @@ TEST(NodeState, EveryPredicateLooksAtItsOwnBitOnly) {
     for (std::size_t place = 0; place < std::size(kQuestions); ++place) {
       const auto& flag = tests::kFieldFlags[place];
       EXPECT_EQ((state.*kQuestions[place])(), attribute == flag.word && bit == flag.bits) << flag.name;
-    }
-  });
-}
-
-TEST(NodeState, EveryMaskHandsOutItsBitsOfItsWord) {
-  ForEveryBit([](const std::string& attribute, std::uint32_t bit, const ZEMLO_NodeState& state) {
-    for (const auto& getter : kMaskGetters) {
-      const auto expected = attribute == getter.attribute ? bit & getter.mask : 0u;
-      EXPECT_EQ(static_cast<std::uint32_t>((state.*getter.get)()), expected) << getter.name;
     }
   });
 }
