@@ -1,69 +1,25 @@
 #include "tracking/letter_grid.h"
 
-#include <algorithm>
-#include <array>
-
 #include "customers/context_customer.h"
+#include "tracking/letter_rules.h"
 
 namespace tracking {
 
-namespace {
-
 using workspace::PageIndex;
 using workspace::TrackingPage;
-
-/// A letter action, and the statuses it is allowed for.
-struct ActionByStatus {
-  std::size_t option;
-  std::string LetterActionLists::*list;
-};
-constexpr auto kByStatus = std::to_array<ActionByStatus>({
-    {TrackingPage::kViewLetter, &LetterActionLists::ActionViewLtr},
-    {TrackingPage::kReprintLocal, &LetterActionLists::ActionPrintLocal},
-    {TrackingPage::kSave, &LetterActionLists::ActionSAV},
-    {TrackingPage::kReturnMail, &LetterActionLists::ActionURM},
-    {TrackingPage::kReprintBatch, &LetterActionLists::ActionPrintBatch},
-    {TrackingPage::kResubmit, &LetterActionLists::ActionResubmit},
-});
-
-// What goes when no letter is selected ("Return Mail" stays as it was), and what takes one letter only.
-constexpr auto kOfSelected = std::to_array<std::size_t>(
-    {TrackingPage::kViewLetter, TrackingPage::kReprintLocal, TrackingPage::kSave, TrackingPage::kViewBookmark,
-     TrackingPage::kResubmit, TrackingPage::kReprintBatch});
-constexpr auto kOfOneLetter = std::to_array<std::size_t>(
-    {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReturnMail, TrackingPage::kViewBookmark});
-
-void Withdraw(platform::OptionButton& option) {
-  option.SetEnabled(false);
-  option.SetSelected(false);
-}
-
-}  // namespace
 
 void LetterGrid::sdgGrid_Click() {
   platform::Trap(uses_.services, "ZEMLO_Correspondence.sdgGrid_Click", [&] {
     const auto& selected = uses_.page.sdgGrid.selected_rows();
     customer_is_owed_ = false;
-    switch (selected.size()) {
-      case 0:
-        return NoneSelected();
-      case 1:
-        return OneSelected(selected.front());
-      default:
-        return SeveralSelected();
+    if (selected.size() == 1) {
+      uses_.page.sdgGrid.MakeCurrent(selected.front());
+      if (!uses_.customer.TrackingCustomerFixed) ShowCustomerOfLetter();
+    } else if (!uses_.customer.TrackingCustomerFixed) {
+      ShowNoCustomer();
     }
   });
-}
-
-void LetterGrid::OneSelected(std::size_t row) {
-  auto& page = uses_.page;
-  page.sdgGrid.MakeCurrent(row);
-  if (!uses_.customer.TrackingCustomerFixed) ShowCustomerOfLetter();
-  const auto status = page.sdgGrid.rows()->Text("PRNT_STTS_CD");
-  for (const auto& [option, list] : kByStatus) {
-    page.OptLetter[option].SetEnabled(LetterActionLists::Allows(uses_.action_lists.*list, status));
-  }
-  page.OptLetter[TrackingPage::kViewBookmark].SetEnabled(true);
+  EnableActions();
 }
 
 void LetterGrid::ShowCustomerOfLetter() {
@@ -103,28 +59,17 @@ void LetterGrid::ShowNoCustomer() {
   uses_.page.panel.ClearFields();
 }
 
-void LetterGrid::NoneSelected() {
-  if (!uses_.customer.TrackingCustomerFixed) ShowNoCustomer();
-  for (const auto option : kOfSelected) Withdraw(uses_.page.OptLetter[option]);
-}
-
-void LetterGrid::SeveralSelected() {
-  auto& options = uses_.page.OptLetter;
-  if (!uses_.customer.TrackingCustomerFixed) ShowNoCustomer();
-  for (const auto option : kOfOneLetter) Withdraw(options[option]);
-  if (AllowsSelected(uses_.action_lists.ActionPrintLocal)) {
-    options[TrackingPage::kReprintLocal].SetEnabled(true);
-  } else {
-    Withdraw(options[TrackingPage::kReprintLocal]);
-  }
-  options[TrackingPage::kResubmit].SetEnabled(true);
-  options[TrackingPage::kReprintBatch].SetEnabled(true);
-}
-
-bool LetterGrid::AllowsSelected(const std::string& list) const {
-  const auto& grid = uses_.page.sdgGrid;
-  return std::ranges::all_of(grid.selected_rows(), [&](std::size_t row) {
-    return LetterActionLists::Allows(list, grid.rows()->Text(row, "PRNT_STTS_CD"));
+void LetterGrid::EnableActions() {
+  platform::Trap(uses_.services, "ZEMLO_Correspondence.sdgGrid_Click", [&] {
+    auto& page = uses_.page;
+    const auto selected = page.sdgGrid.selected_rows().size();
+    for (std::size_t option = 0; option < page.OptLetter.size(); ++option) {
+      // Without a selection it stays as it was: it goes with the current row.
+      if (selected == 0 && option == TrackingPage::kReturnMail) continue;
+      const bool is_allowed = RuleOf(option).Allows(uses_.action_lists, page.sdgGrid);
+      page.OptLetter[option].SetEnabled(is_allowed);
+      if (!is_allowed && selected != 1) page.OptLetter[option].SetSelected(false);
+    }
   });
 }
 

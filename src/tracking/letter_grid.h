@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
 #include "customers/customer_panel.h"
@@ -33,15 +32,14 @@ class LetterGrid {
   void sdgGrid_Click();
   /// A reply has been handled: asks for the customer of the letter that was chosen meanwhile, if one was.
   void ReplyHandled();
+  /// Offers what can be done with the letters selected, as their statuses are now (letter_rules.h). What
+  /// cannot be used with none or several of them is deselected, too.
+  void EnableActions();
 
  private:
-  void OneSelected(std::size_t row);
-  void NoneSelected();
-  void SeveralSelected();
   void ShowCustomerOfLetter();
   void AskForCustomer(const std::string& customer);
   void ShowNoCustomer();
-  bool AllowsSelected(const std::string& list) const;
 
   const Uses uses_;
   bool customer_is_owed_ = false;  // of the selected letter, since a reply was awaited

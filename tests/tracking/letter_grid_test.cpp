@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "tests/fakes/fake_services.h"
+#include "tracking/letter_rules.h"
 #include "workspace/pages/pages.h"
 
 namespace tracking {
@@ -224,6 +225,45 @@ TEST_F(LetterGridTest, ReprintsSeveralLettersWhereEveryStatusIsAllowed) {
     EXPECT_EQ(Offered(), offered) << print_local << " " << rows.size();
     EXPECT_FALSE(page_.OptLetter[TrackingPage::kReturnMail].selected());
   }
+}
+
+// A second table of what needs one letter knew the reasons, and could tell another one than the rule's.
+TEST_F(LetterGridTest, SaysWhyOfExactlyTheActionsItDoesNotOffer) {
+  fakes_.utilities.descriptions = {{{"LTRPRNTCD", "P"}, "Printed "}};
+  lists_ = {.ActionViewLtr = "F", .ActionPrintLocal = "FM", .ActionPrintBatch = "F", .ActionResubmit = "F"};
+  struct Case {
+    std::vector<std::size_t> rows;
+    const char* view;
+    const char* print_local;
+  };
+  const Case cases[] = {
+      {{}, "Select a letter in the list first.", "Select a letter in the list first."},
+      {{1}, "", ""},
+      {{0},
+       "Letters with the print status \"Printed\" do not allow this.",
+       "Letters with the print status \"Printed\" do not allow this."},
+      {{1, 3}, "This goes with one letter only. Select one in the list.", ""},
+      {{0, 1, 2, 3},
+       "This goes with one letter only. Select one in the list.",
+       "Letters with the print status \"Printed\", \"S\" do not allow this. That is 2 of the 4 selected."},
+  };
+  for (const auto& [rows, view, print_local] : cases) {
+    UserSelects(rows);
+    const auto why = [&](std::size_t option) {
+      return RuleOf(option).WhyNot(fakes_.services(), lists_, page_.sdgGrid);
+    };
+    EXPECT_EQ(why(TrackingPage::kViewLetter), view);
+    EXPECT_EQ(why(TrackingPage::kReprintLocal), print_local);
+    for (std::size_t option = 0; option < page_.OptLetter.size(); ++option) {
+      const bool is_kept = rows.empty() && option == TrackingPage::kReturnMail;
+      if (!is_kept) {
+        EXPECT_EQ(page_.OptLetter[option].enabled(), why(option).empty()) << option << " of " << rows.size();
+      }
+    }
+  }
+  GivenLetters({});
+  EXPECT_EQ(kRuleOnline.WhyNot(fakes_.services(), lists_, page_.sdgGrid),
+            "No letters are listed. Search for some first.");
 }
 
 TEST_F(LetterGridTest, KeepsTheLetterActionsWhenTheRequestCannotBeSent) {

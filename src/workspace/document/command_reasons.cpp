@@ -1,12 +1,10 @@
 #include "workspace/document/command_reasons.h"
 
-#include <algorithm>
-#include <array>
 #include <functional>
 #include <string>
 #include <utility>
 
-#include "platform/text.h"
+#include "tracking/letter_rules.h"
 
 namespace workspace {
 
@@ -14,34 +12,8 @@ namespace {
 
 using Reason = std::function<std::string()>;
 
-constexpr const char* kNothingListed = "No letters are listed. Search for some first.";
-constexpr const char* kNoneSelected = "Select a letter in the list first.";
-constexpr const char* kTooMany = "This goes with one letter only. Select one in the list.";
 constexpr const char* kPageHasItsCustomer = "Clear the page first, then choose another customer.";
 constexpr const char* kNothingToClear = "There is nothing to clear.";
-
-constexpr auto kOfOneLetter = std::to_array<std::size_t>(
-    {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReturnMail, TrackingPage::kViewBookmark});
-
-/// Why nothing can be done with the letters selected; "" where their number is right.
-std::string WhyNotWithSelected(const platform::Grid& letters, bool of_one) {
-  if (!letters.rows() || letters.rows()->IsEmpty()) return kNothingListed;
-  const auto selected = letters.selected_rows().size();
-  if (selected == 0) return kNoneSelected;
-  return of_one && selected > 1 ? kTooMany : "";
-}
-
-/// The statuses of the selected letters, as grids describe them: at least one does not allow the action.
-std::string StatusesOf(const platform::Services& services, const platform::Grid& letters) {
-  std::string statuses;
-  for (const auto row : letters.selected_rows()) {
-    const auto code = letters.rows()->Text(row, "PRNT_STTS_CD");
-    const auto described = services.utilities.GetCodeDescription("LTRPRNTCD", code);
-    const auto status = platform::Quoted(platform::Trim(described.empty() ? code : described));
-    if (statuses.find(status) == std::string::npos) statuses += (statuses.empty() ? "" : ", ") + status;
-  }
-  return statuses;
-}
 
 class CommandReasons {
  public:
@@ -59,19 +31,13 @@ class CommandReasons {
       Explain(*command, [] { return kPageHasItsCustomer; });
     }
   }
-  void ExplainLetterAction(platform::Control& action, const platform::Grid& letters, bool of_one) const {
-    Explain(action, [&services = services_, &letters, of_one] {
-      auto reason = WhyNotWithSelected(letters, of_one);
-      if (!reason.empty()) return reason;
-      std::string by_status;
-      platform::Trap(services, "ZEMLO_Correspondence.LetterActClick", [&] {
-        const auto statuses = StatusesOf(services, letters);
-        by_status =
-            letters.selected_rows().size() == 1
-                ? "Letters with the print status " + statuses + " do not allow this."
-                : "Not every selected letter allows this. Their print statuses are: " + statuses + ".";
-      });
-      return by_status;
+  void ExplainLetterAction(platform::Control& action, const tracking::LetterRule& rule,
+                           const tracking::LetterActionLists& lists, const platform::Grid& letters) const {
+    Explain(action, [&services = services_, &rule, &lists, &letters] {
+      std::string reason;
+      platform::Trap(services, "ZEMLO_Correspondence.LetterActClick",
+                     [&] { reason = rule.WhyNot(services, lists, letters); });
+      return reason;
     });
   }
 
@@ -83,24 +49,23 @@ class CommandReasons {
 }  // namespace
 
 void ExplainCommands(const platform::Services& services, Pages& pages, FieldCheck& field_check,
-                     const PendingRequest& pending) {
+                     const tracking::LetterActionLists& lists, const PendingRequest& pending) {
   const CommandReasons reasons(services, pending);
   const auto by_fields = [&field_check](PageIndex page) -> Reason {
     return [&field_check, page] { return field_check.WhyDisabled(page); };
   };
   auto& online = pages.correspondence.OptOnline;
-  auto& tracking = pages.tracking;
+  auto& search = pages.tracking;
   reasons.ExplainPanel(pages.correspondence.panel);
-  reasons.ExplainPanel(tracking.panel);
+  reasons.ExplainPanel(search.panel);
   reasons.Explain(online[CorrespondencePage::kCreateLetter], by_fields(PageIndex::kCorrespondence));
   reasons.Explain(online[CorrespondencePage::kClear], [] { return kNothingToClear; });
   for (const auto option : {CorrespondencePage::kViewLetter, CorrespondencePage::kPrintLetter}) {
-    reasons.ExplainLetterAction(online[option], pages.correspondence.sdgGrid, /*of_one=*/true);
+    reasons.ExplainLetterAction(online[option], tracking::kRuleOnline, lists, pages.correspondence.sdgGrid);
   }
-  reasons.Explain(tracking.search, by_fields(PageIndex::kTracking));
-  for (std::size_t option = 0; option < tracking.OptLetter.size(); ++option) {
-    const bool of_one = std::ranges::find(kOfOneLetter, option) != kOfOneLetter.end();
-    reasons.ExplainLetterAction(tracking.OptLetter[option], tracking.sdgGrid, of_one);
+  reasons.Explain(search.search, by_fields(PageIndex::kTracking));
+  for (std::size_t option = 0; option < search.OptLetter.size(); ++option) {
+    reasons.ExplainLetterAction(search.OptLetter[option], tracking::RuleOf(option), lists, search.sdgGrid);
   }
 }
 

@@ -75,7 +75,7 @@ void ZEMLO_Corresp::ConnectOutside() {
 
 // The controls have what they start with: from here on a change is the user's.
 void ZEMLO_Corresp::ConnectUser() {
-  ExplainCommands(services_, data_.pages, parts_->field_check, data_.pending);
+  ExplainCommands(services_, data_.pages, parts_->field_check, data_.action_lists, data_.pending);
   for (auto& connection : ConnectControls(data_.pages, *parts_))
     connections_.push_back(std::move(connection));
 }
@@ -122,6 +122,7 @@ void ZEMLO_Corresp::Show() {
 void ZEMLO_Corresp::DataSyncComplete() {
   Trap(services_, "ZEMLO_Corresp.mVEMTMessage_DataSyncComplete", [&] {
     tracking::GetLetterAction(services_, data_.action_lists);
+    if (parts_) parts_->letter_grid.EnableActions();
     services_.host.SetMousePointer(MousePointer::kNormal);
     services_.status.ShowStatus("Ready");
   });

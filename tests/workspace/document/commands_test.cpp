@@ -123,7 +123,7 @@ TEST_F(Commands, SayWhyTheyAreDisabled) {
   tracking.sdgGrid.UserSelects({0, 1});
   EXPECT_EQ(why(view), "This goes with one letter only. Select one in the list.");
   EXPECT_EQ(why(tracking.OptLetter[TrackingPage::kReprintLocal]),
-            "Not every selected letter allows this. Their print statuses are: \"Printed\", \"F\".");
+            "Letters with the print status \"Printed\" do not allow this. That is 1 of the 2 selected.");
   tracking.sdgGrid.UserSelects({0});
   EXPECT_EQ(why(view), "Letters with the print status \"Printed\" do not allow this.");
 
