@@ -15,6 +15,10 @@ class LetterHistory : public tests::ServerTest {
     EXPECT_EQ(reply.error, "");
     return reply.records.at(0).rows;
   }
+  void Execute(const std::string& statement) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change(statement);
+  }
 };
 
 TEST_F(LetterHistory, APrintedLetterGetsANumberTheServersTimeAndTheStatusOfAPrintedLetter) {
@@ -74,6 +78,18 @@ TEST_F(LetterHistory, TheContextComesBackAsItWasRecorded) {
       "<XML_CONTEXT State=\"8\"><PARA_A>O`Neill &amp; Co\nx</PARA_A><B> </B></XML_CONTEXT>";
   Recorded(PrintedLetter("m-1", {{"XML_CONTEXT", context}}));
   EXPECT_EQ(Record(Ask(Fetch("1")), "XML_CONTEXT")->FirstText(), context);
+}
+
+TEST_F(LetterHistory, ReturnedMailComesBesideAContextAsItIsToday) {
+  Recorded(PrintedLetter("m-1"));
+  const auto marks = [&] {
+    const auto reply = Ask(Fetch("1"));
+    const auto* customer = Record(reply, "CUSTOMER");
+    return customer->Text("CUST_ID") + customer->Text("MAIL_RTND_IND") + customer->Text("RES_RTND_IND");
+  };
+  EXPECT_EQ(marks(), "100001NN");
+  Execute("UPDATE customer SET RES_BAD_FLG = 'Y' WHERE CUST_ID = '100001'");
+  EXPECT_EQ(marks(), "100001NY");
 }
 
 TEST_F(LetterHistory, TheKeysDecideWhichExplanationsComeWithAStoredContext) {

@@ -268,11 +268,20 @@ void AnswerStoredContext(Exchange& exchange) {
     throw Failure(Failure::Kind::kNotFound,
                   "There is no letter \"" + std::to_string(*number) + "\" in the history.");
   }
-  const auto type =
-      exchange.database.Select("SELECT LTR_TYP_ID FROM letter_history WHERE SEQ_NBR = ?", {*number});
+  const auto letter = exchange.database.Select(R"(
+      SELECT LTR_TYP_ID, customer.CUST_ID, MAIL_BAD_FLG AS MAIL_RTND_IND, RES_BAD_FLG AS RES_RTND_IND
+      FROM letter_history LEFT JOIN customer ON customer.CUST_ID = letter_history.CUST_ID
+      WHERE SEQ_NBR = ?)",
+                                               {*number});
   exchange.reply.AddRecord(record_name::kContext, {"XML_CONTEXT"})
       .Append({WithExplanations(*context, AskedExplanations(exchange.keys),
-                                FindLetterFields(exchange.database, type->FirstText()))});
+                                FindLetterFields(exchange.database, letter->FirstText()))});
+  if (letter->Get("CUST_ID").IsNull()) return;
+  // Of today, where the letter's data are of its own day.
+  const std::vector<std::string> marks = {"CUST_ID", "MAIL_RTND_IND", "RES_RTND_IND"};
+  auto& customer = exchange.reply.AddRecord(record_name::kCustomer, marks);
+  customer.AddNew();
+  for (const auto& mark : marks) customer.Set(mark, letter->Get(mark));
 }
 
 }  // namespace server

@@ -27,9 +27,10 @@ void RecordLetters(Exchange& exchange);
 void StoreLetterMessage(Database& database, const std::string& message_key,
                         const std::vector<std::int64_t>& letters);
 
-/// Answers the key FETCHCONTEXT with the stored context of that letter: record "XML_CONTEXT". The
-/// explanations come with it where EMITFIELDDESCRIPTORS and EXPLAINSTATE ask for them. Throws Failure
-/// kNotFound for a letter that is not there.
+/// Answers the key FETCHCONTEXT with the stored context of that letter: record "XML_CONTEXT". Beside it,
+/// where the letter has a customer, record "CUSTOMER" with CUST_ID, MAIL_RTND_IND and RES_RTND_IND as they
+/// are now. The explanations come with it where EMITFIELDDESCRIPTORS and EXPLAINSTATE ask for them. Throws
+/// Failure kNotFound for a letter that is not there.
 void AnswerStoredContext(Exchange& exchange);
 
 }  // namespace server
