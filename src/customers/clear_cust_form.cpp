@@ -20,6 +20,7 @@ void ClearCustForm(const platform::Services& services, const std::optional<Custo
          {&panel.name, &panel.address, &panel.city_line, &panel.phone, &panel.fuel_tax_account}) {
       field->SetCaption("");
     }
+    panel.ShowReturnedMail({});
     panel.EnableSelection(true);
   });
 }

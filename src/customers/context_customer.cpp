@@ -33,6 +33,7 @@ void ShowCustomerIdOnly(const std::string& id, CurrentCustomer& customer, Custom
     field->SetCaption("");
   }
   panel.customer_id.SetCaption(id);
+  panel.ShowReturnedMail({});
 }
 
 void ShowContextCustomer(const ContextCustomer& named, CurrentCustomer& customer, CustomerPanel& panel) {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "customers/returned_mail.h"
 #include "platform/agreed/record_layouts.h"
 #include "platform/agreed/rights.h"
 #include "platform/text.h"
@@ -43,6 +44,7 @@ std::string ChosenLine(const SelectedCustomer& customer) {
   std::string line = "Chosen: " + customer.CustID + " " + customer.CUSTNAME;
   for (const auto* part : {&customer.City(), &customer.FuelTax, &customer.Phone})
     if (!part->empty()) line += ", " + *part;
+  if (customer.returned.Any()) line += ". " + ReturnedMailText(customer.returned);
   return platform::ReplaceAll(line, "&", "&&");
 }
 
@@ -85,7 +87,7 @@ FoundCell ZEMLO_CustSelect::Cell(std::size_t row, FoundColumn column) const {
 }
 
 std::string_view ZEMLO_CustSelect::AlertOf(std::size_t row) const {
-  return AlertsOn && rows_.at(row).has_returned_mail ? kReturnedMail : "";
+  return rows_.at(row).values.returned.Any() ? kReturnedMail : "";
 }
 
 std::string ZEMLO_CustSelect::TypedText() const {
@@ -197,7 +199,7 @@ void ZEMLO_CustSelect::TakeChosen(const FoundCustomer& customer) {
   recent_.Add(chosen_.CustID);
   EnableCommands();
   SelectionChanged();
-  if (AlertsOn && customer.has_returned_mail) HasAlerts();
+  if (AlertsOn && chosen_.returned.Any()) HasAlerts();
 }
 
 void ZEMLO_CustSelect::Edit() {

@@ -36,7 +36,7 @@ class ZEMLO_CustSelect {
   platform::Label chosen_text;  ///< who is chosen, in a line
   platform::Command cmdEdit{"&Edit..."};
   platform::Command cmdNew{"Ne&w..."};
-  /// Whether rows show alerts (mail that came back), and choosing a customer with one raises HasAlerts.
+  /// Whether choosing a customer with an alert (mail that came back) raises HasAlerts. Rows show it always.
   bool AlertsOn = true;
 
   // The customer that was chosen; empty texts while there is none.
@@ -54,7 +54,7 @@ class ZEMLO_CustSelect {
   /// Whether the user has moved in the list since its rows came or one was chosen.
   bool has_moved() const { return has_moved_; }
   FoundCell Cell(std::size_t row, FoundColumn column) const;
-  /// What a row warns of; "" for nothing, and while AlertsOn is off.
+  /// What a row warns of; "" for nothing.
   std::string_view AlertOf(std::size_t row) const;
   /// Other rows, more of them, or another current one: for the view.
   platform::Event<> RowsChanged;

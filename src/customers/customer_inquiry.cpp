@@ -64,6 +64,7 @@ void CustomerInquiry::FillCustomerInfo(const workspace::Reply& reply) {
     uses_.customer.Clear();
     if (rows) TakeOver(*rows);
     Show();
+    uses_.panel.ShowReturnedMail(rows ? CustomerRecord(*rows, 0).Returned() : platform::ReturnedMail());
   });
 }
 
@@ -102,6 +103,7 @@ void CustomerInquiry::FillCustFromLetter(const workspace::Reply& reply) {
     const bool is_read = platform::Trap(uses_.services, "ZEMLO_Corresp.FillCustFromLetter",
                                         [&] { ShowContext(rows->FirstText()); });
     if (!is_read) AskServer();
+    ShowMarks(reply);
   });
 }
 
@@ -123,6 +125,12 @@ void CustomerInquiry::ShowContext(const std::string& context) {
   } else {
     AskServer();
   }
+}
+
+// A letter's data are as old as the letter: the marks come beside them.
+void CustomerInquiry::ShowMarks(const workspace::Reply& reply) {
+  const auto marks = RowsOf(uses_.services, reply, platform::record_name::kCustomer);
+  if (marks) uses_.panel.ShowReturnedMail(CustomerRecord(*marks, 0).Returned());
 }
 
 void CustomerInquiry::AskServer() {

@@ -35,6 +35,7 @@ class CustomerInquiry {
   void TakeOver(const platform::RecordSet& rows);
   void Show();
   void ShowContext(const std::string& context);
+  void ShowMarks(const workspace::Reply& reply);
   void AskServer();
 
   const Uses uses_;

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "platform/agreed/customer_record.h"
 #include "platform/controls/command.h"
 #include "platform/controls/label.h"
 
@@ -18,9 +19,19 @@ struct CustomerPanel {
   platform::Command select_customer{"Select Customer"};
   platform::Command select_account{"Select Account"};
 
-  /// Empties the six display fields.
+  /// Which of the customer's addresses mail came back from; "" for none. Decision [returned-mail-shown].
+  platform::Label returned_mail;
+
+  /// Empties the six display fields, and the mark of returned mail.
   void ClearFields();
   void EnableSelection(bool enabled);
+
+  void ShowReturnedMail(const platform::ReturnedMail& returned);
+  /// A further address of the customer shown.
+  void AddReturnedMail(const platform::ReturnedMail& returned);
+
+ private:
+  platform::ReturnedMail returned_;
 };
 
 /// The customer that the user works with; every text is empty when absent.

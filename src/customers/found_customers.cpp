@@ -1,10 +1,8 @@
 #include "customers/found_customers.h"
 
-#include <algorithm>
 #include <array>
 
 #include "platform/agreed/customer_record.h"
-#include "platform/text.h"
 
 namespace customers {
 
@@ -21,8 +19,6 @@ constexpr auto kEncodings = std::to_array<Encoding>({
     {&SelectedCustomer::Phone, &DisplayEncoders::FormatPhone},
     {&SelectedCustomer::FuelTax, &DisplayEncoders::EncodeFuelTaxAccountNbr},
 });
-
-constexpr auto kReturnedMailColumns = std::to_array<std::string_view>({"MAIL_RTND_IND", "RES_RTND_IND"});
 
 struct ShownColumn {
   std::string_view caption;
@@ -46,12 +42,6 @@ const std::string& TextOf(const SelectedCustomer& customer, FoundColumn column) 
   return customer.Phone;
 }
 
-bool HasReturnedMail(const platform::RecordSet& records, std::size_t row) {
-  return std::ranges::any_of(kReturnedMailColumns, [&](std::string_view column) {
-    return records.HasColumn(column) && platform::EqualsIgnoringCase(records.Text(row, column), "Y");
-  });
-}
-
 }  // namespace
 
 std::vector<FoundCustomer> ReadFoundCustomers(const platform::RecordSet& records,
@@ -61,7 +51,7 @@ std::vector<FoundCustomer> ReadFoundCustomers(const platform::RecordSet& records
   for (std::size_t row = 0; row < records.RecordCount(); ++row) {
     auto customer = platform::CustomerRecord(records, row).Values();
     for (const auto& [held, encoder] : kEncodings) customer.*held = (encoders.*encoder)(customer.*held);
-    found.push_back({std::move(customer), HasReturnedMail(records, row)});
+    found.push_back({std::move(customer)});
   }
   return found;
 }

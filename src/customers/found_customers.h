@@ -15,7 +15,6 @@ namespace customers {
 /// A customer whom the customer select control offers.
 struct FoundCustomer {
   SelectedCustomer values = {};  ///< as a page shows them
-  bool has_returned_mail = false;
 };
 
 /// The rows of a record "CUSTOMER", in their order.

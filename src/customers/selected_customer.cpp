@@ -39,6 +39,7 @@ void Show(const SelectedCustomer& chosen, const CurrentCustomer& customer, Custo
   panel.phone.SetCaption(chosen.Phone);
   panel.fuel_tax_account.SetCaption(chosen.FuelTax);
   panel.customer_id.SetCaption(chosen.CustID);
+  panel.ShowReturnedMail(chosen.returned);
 }
 
 }  // namespace

@@ -98,6 +98,23 @@ TEST_F(CustomerInquiryTest, ShowsTheCustomerAsThePageWritesIt) {
   EXPECT_THAT(fakes_.errors.reports, IsEmpty());
 }
 
+TEST_F(CustomerInquiryTest, ShowsWhichAddressMailCameBackFrom) {
+  ServerRepliesWithCustomer({{"MAIL_RTND_IND", "Y"}, {"RES_RTND_IND", "N"}});
+  EXPECT_EQ(panel_.returned_mail.caption(), "Mail came back from the mailing address.");
+  panel_.AddReturnedMail({.residential = true});
+  EXPECT_EQ(panel_.returned_mail.caption(), "Mail came back from both addresses.");
+  ServerRepliesWithCustomer({});
+  EXPECT_EQ(panel_.returned_mail.caption(), "");
+
+  // A stored letter's data are as old as the letter: the marks come beside them.
+  const auto letter = fakes::ScriptedReply::With(
+      "XML_CONTEXT", {{{"XML_CONTEXT", "<X><CUSTOMER_ADDR>1 MAIN ST</CUSTOMER_ADDR></X>"}}});
+  ServerRepliesWithLetter(fakes::ScriptedReply(letter).And("CUSTOMER", {{{"RES_RTND_IND", "Y"}}}));
+  EXPECT_EQ(panel_.returned_mail.caption(), "Mail came back from the residential address.");
+  panel_.ClearFields();
+  EXPECT_EQ(panel_.returned_mail.caption(), "");
+}
+
 TEST_F(CustomerInquiryTest, PutsTheNameTogether) {
   struct Case {
     fakes::Row row;

@@ -260,6 +260,26 @@ TEST_F(LetterGenerationTest, TellsWhichAddressFailed) {
   }
 }
 
+TEST_F(LetterGenerationTest, WarnsOfALetterThatGoesToTheOtherAddressForReturnedMail) {
+  struct Case {
+    const char* address_state;
+    std::vector<std::string> messages;
+  };
+  const Case cases[] = {
+      {"20100", {"Mail came back from the mailing address. This letter goes to the residential address."}},
+      {"40090", {"Mail came back from the residential address. This letter goes to the mailing address."}},
+      {"40080", {}},  // the one that came back was not to be used
+      {"80", {}},
+  };
+  GivenTemplate("TAX110.docx");
+  for (const auto& [address_state, messages] : cases) {
+    fakes_.host.messages.clear();
+    UserAsksFor("110");
+    ServerRepliesWith(std::string("<XML_CONTEXT AddrState=\"") + address_state + "\"/>");
+    EXPECT_EQ(fakes_.host.MessageTexts(), messages) << address_state;
+  }
+}
+
 TEST_F(LetterGenerationTest, NeverFallsBackToThePreviousLettersData) {
   GivenTemplate("TAX110.docx");
   UserAsksFor("110");

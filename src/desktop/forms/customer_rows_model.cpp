@@ -91,7 +91,7 @@ int CustomerRowsModel::rowCount(const QModelIndex& parent) const {
 
 int CustomerRowsModel::columnCount(const QModelIndex& parent) const {
   if (parent.isValid()) return 0;
-  return kAlertColumn + (select_.AlertsOn ? 1 : 0);
+  return kAlertColumn + 1;
 }
 
 customers::FoundCell CustomerRowsModel::Cell(const QModelIndex& index) const {

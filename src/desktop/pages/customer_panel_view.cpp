@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
+#include "desktop/binders/command_binding.h"
 #include "desktop/binders/field_layout.h"
 
 namespace desktop {
@@ -26,7 +27,15 @@ CustomerPanelView::CustomerPanelView(customers::CustomerPanel& panel, QWidget* p
   buttons->setSpacing(6);
   buttons->addWidget(MakeButton(panel.select_customer, this, 'C'));
   buttons->addWidget(MakeButton(panel.select_account, this, 'A'));
-  buttons->addStretch();
+  // Beside the buttons: its coming and going moves nothing.
+  auto* returned = new QLabel(this);
+  returned->setWordWrap(true);
+  auto bold = returned->font();
+  bold.setBold(true);
+  returned->setFont(bold);
+  Bind(panel.returned_mail, *returned);
+  buttons->addSpacing(6);
+  buttons->addWidget(returned, 1);
   layout->addLayout(buttons, 4, 0, 1, 4);
 }
 

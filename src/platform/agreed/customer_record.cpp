@@ -24,10 +24,19 @@ std::string CustomerRecord::Name() const {
   return first && last ? *first + " " + *last : name;
 }
 
+bool CustomerRecord::IsMarked(std::string_view column) const {
+  return rows_.HasColumn(column) && EqualsIgnoringCase(rows_.Text(row_, column), "Y");
+}
+
+ReturnedMail CustomerRecord::Returned() const {
+  return {.mailing = IsMarked("MAIL_RTND_IND"), .residential = IsMarked("RES_RTND_IND")};
+}
+
 SelectedCustomer CustomerRecord::Values() const {
   SelectedCustomer customer;
   for (const auto& value : kCustomerValues)
     customer.*value.held = value.column.empty() ? Name() : Trimmed(value.column).value_or("");
+  customer.returned = Returned();
   return customer;
 }
 

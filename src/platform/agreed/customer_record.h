@@ -11,6 +11,15 @@
 /// A customer between the record "CUSTOMER", a list and a page.
 namespace platform {
 
+/// Which of a customer's addresses mail came back from.
+struct ReturnedMail {
+  bool mailing = false;
+  bool residential = false;
+
+  bool Any() const { return mailing || residential; }
+  bool operator==(const ReturnedMail&) const = default;
+};
+
 /// What the customer select control shows of the chosen customer, by the names of its values. An empty
 /// `CustID` means that none was chosen.
 struct SelectedCustomer {
@@ -28,6 +37,7 @@ struct SelectedCustomer {
   std::string ResZip = {};
   std::string Phone = {};
   std::string FuelTax = {};
+  ReturnedMail returned = {};
 
   /// The city the customer is known by in a list: of the mailing address, else of the residential one.
   const std::string& City() const { return MailCity.empty() ? ResCity : MailCity; }
@@ -69,10 +79,15 @@ class CustomerRecord {
   /// The business name; where it is missing or blank, first and last name, if there are both.
   std::string Name() const;
 
+  /// None where the record does not say.
+  ReturnedMail Returned() const;
+
   /// All its values as they are stored, without blanks around them; "" for null.
   SelectedCustomer Values() const;
 
  private:
+  bool IsMarked(std::string_view column) const;
+
   const RecordSet& rows_;
   const std::size_t row_;
 };

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "composition/node_state.h"
 #include "customers/context_customer.h"
 #include "platform/text.h"
 
@@ -30,7 +31,7 @@ bool LetterCustomer::Settle(const LetterData& letter, const platform::XmlDocumen
   const std::string owner_id(
       platform::Trim(letter.customer_id.empty() ? named.id.value_or("") : letter.customer_id));
   const auto& shown_id = letter.page_customer_id;
-  if (owner_id == shown_id) return true;
+  if (owner_id == shown_id) return ShowMarks(context);
   if (owner_id.empty()) {
     if (letter.form_number.empty()) return true;
     throw Failure(Failure::Kind::kDamaged,
@@ -38,6 +39,14 @@ bool LetterCustomer::Settle(const LetterData& letter, const platform::XmlDocumen
   }
   if (!shown_id.empty() && !UserTakes(letter, Known(owner_id, named.name.value_or("")))) return false;
   customers::ShowContextCustomer({owner_id, named.name, named.address}, customer_, panel_);
+  return ShowMarks(context);
+}
+
+// The context is of this moment, and knows both addresses.
+bool LetterCustomer::ShowMarks(const platform::XmlDocument& context) {
+  composition::ZEMLO_NodeState root;
+  root.InitFromNode(context.Root());
+  panel_.ShowReturnedMail({.mailing = root.IsMailMarkedBad(), .residential = root.IsResiMarkedBad()});
   return true;
 }
 

@@ -32,6 +32,7 @@ class LetterCustomer {
   bool Settle(const LetterData& letter, const platform::XmlDocument& context);
 
  private:
+  bool ShowMarks(const platform::XmlDocument& context);
   bool UserTakes(const LetterData& letter, const std::string& owner);
   void TellWhatIsLeft(const std::string& belongs);
 

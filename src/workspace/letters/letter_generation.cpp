@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "customers/returned_mail.h"
 #include "platform/agreed/field_attributes.h"
 #include "platform/agreed/form_numbers.h"
 #include "platform/agreed/letter_record.h"
@@ -62,10 +63,10 @@ void LetterGeneration::SelectNewType(const ChosenLetter& chosen) {
 bool LetterGeneration::RequireTemplate(const TemplateInForce& in_force) const {
   if (in_force.fault.empty()) return true;
   uses_.services.status.ShowReason("No letter was made. " + in_force.fault);
-  TellRefusal(in_force.name.empty() ? "This request can not be processed at this time. "
-                                      "Please create a template to complete this request."
-                                    : "Unable to process this request. No template is available for print.",
-              platform::MessageIcon::kExclamation);
+  Tell(in_force.name.empty() ? "This request can not be processed at this time. "
+                               "Please create a template to complete this request."
+                             : "Unable to process this request. No template is available for print.",
+       platform::MessageIcon::kExclamation);
   return false;
 }
 
@@ -107,6 +108,7 @@ void LetterGeneration::CreateNewCorrespondence(const Reply& reply) {
     if (!uses_.customer.Settle(letter_, document)) return;
 
     if (!root.IsErroneous()) {
+      WarnOfReturnedMail(root);
       FinishLetter(root, letter_, reply.request_name);
     } else if (history != nullptr && letter_.print_status == platform::print_status::kAddressNotVerified) {
       uses_.services.status.ShowStatus("Ready");
@@ -139,6 +141,17 @@ void LetterGeneration::TakeHistoryRow(const platform::RecordSet& row) {
       address_type.empty() ? std::int16_t{0} : WholeNumber<std::int16_t>("address type", address_type);
 }
 
+// A marked address takes no letter: this one goes to the other, which the user may not expect.
+void LetterGeneration::WarnOfReturnedMail(const composition::ZEMLO_NodeState& root) const {
+  const bool leaves_mailing = root.IsMailMarkedBad() && root.IsResiUsed() && !root.IsResiPreferred();
+  const bool leaves_residential = root.IsResiMarkedBad() && root.IsMailUsed() && root.IsResiPreferred();
+  if (!leaves_mailing && !leaves_residential) return;
+  Tell(customers::ReturnedMailText({leaves_mailing, leaves_residential}) +
+           (leaves_mailing ? " This letter goes to the residential address."
+                           : " This letter goes to the mailing address."),
+       platform::MessageIcon::kExclamation);
+}
+
 // "Incomplete" is said of an address that is marked bad, too.
 void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context) const {
   const auto reason = context.Root().Attribute(platform::field_attribute::kExplainedAddress).value_or("");
@@ -148,8 +161,8 @@ void LetterGeneration::TellWhyAddressesFail(const platform::XmlDocument& context
 void LetterGeneration::TellAddressErrors(const composition::ZEMLO_NodeState& root) const {
   // The texts are given, "residental" included.
   const auto tell = [this](const char* which) {
-    TellRefusal(std::string("Request could not be processed due to ") + which + " address is incomplete.",
-                platform::MessageIcon::kCritical);
+    Tell(std::string("Request could not be processed due to ") + which + " address is incomplete.",
+         platform::MessageIcon::kCritical);
   };
   if (root.HasMailWarn() && root.HasResiWarn()) {
     tell("mail and residental");
@@ -183,7 +196,7 @@ void LetterGeneration::CompleteLetter(LetterData& letter) const {
   uses_.services.status.ShowStatus("Ready");
 }
 
-void LetterGeneration::TellRefusal(const std::string& text, platform::MessageIcon icon) const {
+void LetterGeneration::Tell(const std::string& text, platform::MessageIcon icon) const {
   uses_.services.host.ShowMessage({text, icon, uses_.message_title});
 }
 

@@ -62,12 +62,13 @@ class LetterGeneration {
   void SendXMLRequest(RequestDescription& message) const;
   bool RequireTemplate(const TemplateInForce& in_force) const;
   void TakeHistoryRow(const platform::RecordSet& row);
+  void WarnOfReturnedMail(const composition::ZEMLO_NodeState& root) const;
   void TellWhyAddressesFail(const platform::XmlDocument& context) const;
   void TellAddressErrors(const composition::ZEMLO_NodeState& root) const;
   void FinishLetter(const composition::ZEMLO_NodeState& root, LetterData letter,
                     const std::string& request_name) const;
   void CompleteLetter(LetterData& letter) const;
-  void TellRefusal(const std::string& text, platform::MessageIcon icon) const;
+  void Tell(const std::string& text, platform::MessageIcon icon) const;
 
   const Uses uses_;
   LetterData letter_;
