@@ -93,20 +93,41 @@ constexpr auto kTrackingSteps = std::to_array<Step>({
     &Letter::AddSequenceNumber,
 });
 
+constexpr auto kTrackingStepsAgain = std::to_array<Step>({
+    &Letter::DescribeBatchAction,
+    &Letter::DescribePrintStatus,
+});
+constexpr auto kCorrespondenceStepsAgain = std::to_array<Step>({&Letter::DescribePrintStatus});
+
 std::span<const Step> StepsOf(PageIndex grid) {
   if (grid == PageIndex::kCorrespondence) return kCorrespondenceSteps;
   if (grid == PageIndex::kTracking) return kTrackingSteps;
   return {};
 }
 
+std::span<const Step> StepsAgainOf(PageIndex grid) {
+  if (grid == PageIndex::kCorrespondence) return kCorrespondenceStepsAgain;
+  if (grid == PageIndex::kTracking) return kTrackingStepsAgain;
+  return {};
+}
+
 }  // namespace
 
 void RowFormat::sdgGrid_RowLoaded(PageIndex grid, std::size_t row) {
+  Dress(grid, row, StepsOf(grid));
+}
+
+void RowFormat::DressAgain(PageIndex grid, std::size_t row) {
+  Dress(grid, row, StepsAgainOf(grid));
+}
+
+template <typename Steps>
+void RowFormat::Dress(PageIndex grid, std::size_t row, const Steps& steps) {
   const auto rows = pages_.sdgGrid(grid).rows();
   if (!rows) return;
   const platform::RecordSet::Edit edit(*rows);
   Letter letter(services_.utilities, names_, with_diagnostics_, *rows, row);
-  for (const auto step : StepsOf(grid)) {
+  for (const auto step : steps) {
     platform::Trap(services_, "ZEMLO_Correspondence.sdgGrid_RowLoaded", [&] { (letter.*step)(); });
   }
 }

@@ -22,7 +22,13 @@ class RowFormat {
   /// next one goes on. Nothing happens for a grid without rows.
   void sdgGrid_RowLoaded(workspace::PageIndex grid, std::size_t row);
 
+  /// The letter has another batch action or print status: describes these two again.
+  void DressAgain(workspace::PageIndex grid, std::size_t row);
+
  private:
+  template <typename Steps>
+  void Dress(workspace::PageIndex grid, std::size_t row, const Steps& steps);
+
   const platform::Services& services_;
   const bool with_diagnostics_;
   workspace::LetterNames& names_;

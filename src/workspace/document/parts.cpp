@@ -47,16 +47,22 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
       local_reprint({services, data.pending, data.message_title, data.pages, letter_fetch, letter_names,
                      /*batch_browser=*/nullptr}),
-      letter_actions(services, data.pages.tracking, letter_fetch, local_reprint),
+      row_format(services, data.dont_print, letter_names, data.pages),
       letter_grid({services, data.action_lists, data.customer, data.pages.tracking, letter_fetch, gate}),
       correspondence_grid(services, data.pages.correspondence),
-      row_format(services, data.dont_print, letter_names, data.pages),
+      batch_submission({services, data.pending, data.message_title, data.pages, envelope, row_format,
+                        [this] { letter_grid.EnableActions(); }}),
+      return_mail({services, data.pending, data.message_title, data.pages, envelope}),
+      letter_actions({services, data.message_title, data.pages.tracking, letter_fetch, local_reprint,
+                      batch_submission, return_mail}),
       handlers(Handlers()),
       replies(services, data.pending, data.message_title, ReplyRoutes(handlers, data.pages),
               [this, &data] {
                 data.pages.tracking.letter_action.SetEnabled(true);
                 letter_grid.ReplyHandled();
                 local_reprint.ReplyHandled();
+                batch_submission.ReplyHandled();
+                return_mail.ReplyHandled();
               }),
       downloads(services, data.message_title,
                 [this](const std::string& source) { templates.TemplateCame(source); }),
@@ -92,6 +98,9 @@ ReplyHandlers Parts::Handlers() {
     return batch_reprint.HasLettersToReprint(letter_type);
   };
   known.SendBatchCount = [this](std::string_view status) { batch_reprint.SendBatchCount(status); };
+  known.BatchItemsReplied = [this](const Reply& reply) { batch_submission.Replied(reply); };
+  known.BatchItemsFailed = [this] { batch_submission.Failed(); };
+  known.ReturnMailReplied = [this](const Reply& reply) { return_mail.Replied(reply); };
   known.FillCustFromLetter = [this](const Reply& reply) { customer_inquiry.FillCustFromLetter(reply); };
   known.FillCustomerInfo = [this](const Reply& reply) { customer_inquiry.FillCustomerInfo(reply); };
   return known;

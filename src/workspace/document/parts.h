@@ -5,11 +5,13 @@
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
 #include "tracking/batch_reprint.h"
+#include "tracking/batch_submission.h"
 #include "tracking/correspondence_grid.h"
 #include "tracking/letter_actions.h"
 #include "tracking/letter_fetch.h"
 #include "tracking/letter_grid.h"
 #include "tracking/local_reprint.h"
+#include "tracking/return_mail.h"
 #include "tracking/row_format.h"
 #include "workspace/document/letter_dialogs.h"
 #include "workspace/document/reply_handlers.h"
@@ -69,10 +71,12 @@ struct Parts {
   tracking::BatchReprint batch_reprint;
   tracking::LetterFetch letter_fetch;
   tracking::LocalReprint local_reprint;
-  tracking::LetterActions letter_actions;
+  tracking::RowFormat row_format;
   tracking::LetterGrid letter_grid;
   tracking::CorrespondenceGrid correspondence_grid;
-  tracking::RowFormat row_format;
+  tracking::BatchSubmission batch_submission;
+  tracking::ReturnMail return_mail;
+  tracking::LetterActions letter_actions;
   ReplyHandlers handlers;
   ReplyDispatcher replies;
   DownloadNotification downloads;

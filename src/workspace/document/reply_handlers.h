@@ -28,6 +28,11 @@ struct ReplyHandlers {
   std::function<void()> StopLocalReprint;
   /// Whether no letter of a local reprint is left to print; without a handler none is.
   std::function<bool()> LocalReprintIsOver;
+  /// Tells of letters given to the coming batch run, where the reply does.
+  std::function<void(const Reply& reply)> BatchItemsReplied;
+  std::function<void()> BatchItemsFailed;
+  /// Tells what came of a letter that came back.
+  std::function<void(const Reply& reply)> ReturnMailReplied;
   std::function<void(const Reply& reply)> ViewBookMark;
   std::function<void(const Reply& reply)> FillCustFromLetter;
   std::function<void(const Reply& reply)> FillCustomerInfo;

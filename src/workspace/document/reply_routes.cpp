@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/agreed/letter_types.h"
+#include "platform/agreed/requests.h"
 
 namespace workspace {
 
@@ -116,6 +117,14 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
   const Action nothing;
   // Request, action, status afterwards, after an error reply, always.
   return {
+      // Sent under the name of the request before.
+      {"",
+       steps.Take(&Handlers::ReturnMailReplied),
+       Status::kReady,
+       none,
+       none,
+       {},
+       platform::record_name::kReturnMailOutcome},
       {"Letter_History", steps.FillHistory(), Status::kSetByAction, none, steps.EnableLetterGrids()},
       {"Batch_History", steps.Take(&Handlers::FillBatchHistory), Status::kSetByAction, none,
        steps.EnableBatchGrid()},
@@ -123,7 +132,8 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
        steps.Do(&Handlers::EnableCreateLetter), none},
       {"GetNetworkPath", steps.TakeTemplateFolder(), Status::kSetByAction, none, none},
       // The next letter of a run shows a status of its own.
-      {"LetterAU", nothing, Status::kReady, none, none, steps.LocalReprintIsOver()},
+      {"LetterAU", steps.Take(&Handlers::BatchItemsReplied), Status::kReady,
+       steps.Do(&Handlers::BatchItemsFailed), none, steps.LocalReprintIsOver()},
       {"BatchAU", nothing, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
       {"Letter_BKView", steps.Take(&Handlers::ViewBookMark), Status::kReady, none, none},

@@ -59,13 +59,8 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
                           page, {letter_page.panel, letter_page.ZEMLO_FormTypeCodes, letter_page.txtFormNum});
                     }});
   }
-  for (const auto option : {TrackingPage::kViewLetter, TrackingPage::kSave, TrackingPage::kReprintLocal,
-                            TrackingPage::kViewBookmark}) {
+  for (std::size_t option = 0; option < tracking.OptLetter.size(); ++option) {
     rows.push_back({&tracking.OptLetter[option], Sends::kRequest, act_on_letters(option)});
-  }
-  for (const auto option :
-       {TrackingPage::kReturnMail, TrackingPage::kResubmit, TrackingPage::kReprintBatch}) {
-    rows.push_back({&tracking.OptLetter[option], Sends::kRequest, not_yet});
   }
   for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
   return rows;

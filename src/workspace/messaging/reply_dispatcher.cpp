@@ -68,9 +68,16 @@ void ReplyDispatcher::HandleReply(const ReplyRoute& route, const Reply& reply) c
   if (is_ready) services_.status.ShowStatus("Ready");
 }
 
+bool ReplyDispatcher::IsByRecord(const ReplyRoute& route, const Reply& reply) const {
+  return !route.record_name.empty() && RowsOf(services_, reply, route.record_name) != nullptr;
+}
+
 ReplyRoute ReplyDispatcher::RouteOf(const Reply& reply) const {
   for (const auto& route : routes_) {
-    if (route.request_name == reply.request_name) return route;
+    if (IsByRecord(route, reply)) return route;
+  }
+  for (const auto& route : routes_) {
+    if (route.record_name.empty() && route.request_name == reply.request_name) return route;
   }
   return {"", {}, ReplyRoute::StatusAfterwards::kReady, {}, {}};
 }

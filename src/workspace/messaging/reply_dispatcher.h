@@ -26,6 +26,8 @@ struct ReplyRoute {
   std::function<void()> always;    ///< last, whatever came before
   /// Whether kReady holds this time; empty where it always does.
   std::function<bool()> is_ready = {};
+  /// A reply with rows of this record goes this way whatever its request's name; "" for none.
+  std::string record_name = {};
 };
 
 /// Takes every reply to the workspace and walks the table of routes by the name of its request.
@@ -52,6 +54,7 @@ class ReplyDispatcher {
   void HandleError(const ReplyRoute& route, const Reply& reply, const std::string& error) const;
   void HandleReply(const ReplyRoute& route, const Reply& reply) const;
   ReplyRoute RouteOf(const Reply& reply) const;
+  bool IsByRecord(const ReplyRoute& route, const Reply& reply) const;
 
   const platform::Services& services_;
   PendingRequest& pending_;

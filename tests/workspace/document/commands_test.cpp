@@ -84,9 +84,6 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   GivenWorkspaceIsOpen();
   auto& pages = document_.pages();
   const std::vector<platform::Control*> controls = {
-      &pages.tracking.OptLetter[TrackingPage::kReturnMail],
-      &pages.tracking.OptLetter[TrackingPage::kResubmit],
-      &pages.tracking.OptLetter[TrackingPage::kReprintBatch],
       &pages.batch.cmdBatch[BatchPage::kSearch],
       &pages.batch.OptBatchAct[0],
   };
@@ -108,7 +105,6 @@ TEST_F(Commands, SayWhyTheyAreDisabled) {
   EXPECT_EQ(why(online[CorrespondencePage::kCreateLetter]), "Please select a correspondence type");
   EXPECT_EQ(why(tracking.search), "Please select criteria\nLetter option is required");
   EXPECT_EQ(why(online[CorrespondencePage::kViewLetter]), "No letters are listed. Search for some first.");
-  EXPECT_THAT(why(tracking.OptLetter[TrackingPage::kReturnMail]), testing::HasSubstr("does not do this yet"));
   EXPECT_THAT(why(pages.batch.OptBatchAct[0]), testing::HasSubstr("does not do this yet"));
 
   fakes_.utilities.values[{"LTRACTION", "VLT"}] = "F";

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/parties/services.h"
+#include "workspace/messaging/pending_request.h"
+#include "workspace/messaging/request_envelope.h"
+#include "workspace/pages/pages.h"
+
+namespace tracking {
+
+/// A letter came back: the server is asked to mark the address it had been sent to.
+class ReturnMail {
+ public:
+  /// What it works with and on; all of it outlives this.
+  struct Uses {
+    const platform::Services& services;
+    const workspace::PendingRequest& pending;
+    const std::string& message_title;
+    workspace::Pages& pages;
+    workspace::RequestEnvelope& envelope;
+  };
+  explicit ReturnMail(Uses uses) : uses_(uses) {}
+
+  /// For the letter of the tracking page's current row. The pending request name stays that of the request
+  /// before: the reply is known by its record. Returns whether the request is under way; a failure is
+  /// reported.
+  bool SubmitReturnMail();
+
+  /// The reply with the record "RETURN_MAIL".
+  void Replied(const workspace::Reply& reply);
+  /// A reply has been handled: says what came of the letter, in a box where its address was not marked.
+  void ReplyHandled();
+
+ private:
+  struct Outcome {
+    bool is_refused = false;
+    std::string text = {};
+  };
+
+  const Uses uses_;
+  std::optional<Outcome> outcome_;  // yet to be told
+};
+
+}  // namespace tracking
