@@ -2,6 +2,7 @@
 
 #include "platform/agreed/letter_record.h"
 #include "platform/agreed/requests.h"
+#include "platform/text.h"
 #include "workspace/letters/listed_letters.h"
 
 namespace tracking {
@@ -32,7 +33,21 @@ void ReturnMail::Replied(const workspace::Reply& reply) {
     const auto came = RowsOf(uses_.services, reply, platform::record_name::kReturnMailOutcome);
     if (!came) return;
     outcome_ = {came->Text("OUTCOME") == platform::item_outcome::kRefused, came->Text("MEMO")};
+    if (!outcome_->is_refused) ShowMark(*came);
   });
+}
+
+void ReturnMail::ShowMark(const platform::RecordSet& came) const {
+  namespace address = platform::letter_address;
+  const auto marked = came.Get("ADDR_TYP_CD").AsInteger();
+  const platform::ReturnedMail returned{.mailing = marked == address::kMailing,
+                                        .residential = marked == address::kResidential};
+  for (const auto page : {workspace::PageIndex::kCorrespondence, workspace::PageIndex::kTracking}) {
+    auto& panel = uses_.pages.Letter(page).panel;
+    if (platform::Trim(panel.customer_id.caption()) == platform::Trim(came.Text("CUST_ID"))) {
+      panel.AddReturnedMail(returned);
+    }
+  }
 }
 
 void ReturnMail::ReplyHandled() {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/parties/services.h"
+#include "platform/record_set.h"
 #include "workspace/messaging/pending_request.h"
 #include "workspace/messaging/request_envelope.h"
 #include "workspace/pages/pages.h"
@@ -40,6 +41,8 @@ class ReturnMail {
     bool is_refused = false;
     std::string text = {};
   };
+
+  void ShowMark(const platform::RecordSet& came) const;
 
   const Uses uses_;
   std::optional<Outcome> outcome_;  // yet to be told

@@ -191,6 +191,8 @@ TEST_F(LetterItems, OfALetterThatCameBackGoUnderTheNameOfTheRequestBefore) {
             "Ready: The mailing address of 4711 is marked.");
   EXPECT_THAT(fakes_.host.messages, IsEmpty());
   EXPECT_TRUE(Tracking().letter_action.enabled());
+  EXPECT_EQ(Tracking().panel.returned_mail.caption(), "Mail came back from the mailing address.");
+  EXPECT_EQ(document_.pages().correspondence.panel.returned_mail.caption(), "") << "another customer";
 
   UserSubmits({1}, TrackingPage::kReturnMail);
   fakes_.host.messages.clear();
