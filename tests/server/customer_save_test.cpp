@@ -346,12 +346,18 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
   };
   // The mailing address failed its verification, the other one as well, and it is marked bad.
   letter("V", "101", "NULL");  // 1: no address could be used
-  letter("M", "101", "1");     // 2: came back from the mailing address
-  letter("M", "101", "2");     // 3: from the other one
+  letter("P", "101", "1");     // 2: came back from the mailing address
+  letter("P", "101", "2");     // 3: from the other one
   letter("F", "101", "1");     // 4: the printer failed
   letter("E", "110", "NULL");  // 5
   letter("V", "107",
          "NULL");  // 6: has to go where the customer lives, or to the mailing address in this state
+  const auto came_back = [&](const char* letters) {
+    Execute(std::string("INSERT INTO returned_mail SELECT SEQ_NBR, CUST_ID, COALESCE(ADDR_TYP_CD, 1),"
+                        " '2026-11-20', 'DEMO02', NULL FROM letter_history WHERE SEQ_NBR IN (") +
+            letters + ")");
+  };
+  came_back("2, 3");
   const auto states = [&] {
     server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
     const auto rows =
@@ -362,14 +368,16 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
   };
   EXPECT_EQ(Count(Ask(Change("m-1", {{"PHN_NBR", "5552345678"}}, "1", "100016"))),
             "<XML_ROW><XML_COL>0</XML_COL></XML_ROW>");
-  EXPECT_EQ(states(), "V M M F E V ");
+  EXPECT_EQ(states(), "V P P F E V ");
   const auto reply = Ask(Change("m-2", NewAddress(), "2", "100016"));
   EXPECT_EQ(reply.error, "");
   EXPECT_EQ(Count(reply), "<XML_ROW><XML_COL>4</XML_COL></XML_ROW>");
-  EXPECT_EQ(states(), "WREB WREB M F WREB WREB ");
+  EXPECT_EQ(states(), "WREB WREB P F WREB WREB ");
 
   const auto returned = [&](const std::string& what) {
-    Execute("UPDATE letter_history SET PRNT_STTS_CD = 'M', BTCH_ACTN_CD = NULL");
+    Execute("UPDATE letter_history SET PRNT_STTS_CD = 'P', BTCH_ACTN_CD = NULL");
+    for (const auto* table : {"batch_item", "returned_mail"}) Execute(std::string("DELETE FROM ") + table);
+    came_back("1, 2, 3, 4, 5, 6");
     Execute("UPDATE customer SET " + what + " WHERE CUST_ID = '100016'");
   };
   const auto save = [&](const std::string& key, fakes::Row row, const std::string& version) {
@@ -381,12 +389,12 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
   auto failed = NewAddress("4 Lost Rd");
   failed[0].second = "UPD";
   failed[1].second = 0;
-  EXPECT_EQ(save("m-3", failed, "3"), "M M M M M M ") << "changed, but not corrected";
+  EXPECT_EQ(save("m-3", failed, "3"), "P P P P P P ") << "changed, but not corrected";
   returned("MAIL_ADDR_1 = '9 Main St', MAIL_ZIP_CD = '883120001', MAIL_VRFY_CD = 'V'");
-  EXPECT_EQ(save("m-4", NewAddress("9 MAIN ST"), "4"), "M M M M M M ") << "the same place";
+  EXPECT_EQ(save("m-4", NewAddress("9 MAIN ST"), "4"), "P P P P P P ") << "the same place";
   returned("MAIL_BAD_FLG = 'Y'");
-  EXPECT_EQ(save("m-5", NewAddress("10 Main St"), "5"), "M M M M M M ") << "still marked";
-  EXPECT_EQ(save("m-6", {{"MAIL_RTND_IND", "N"}}, "6"), "WREB WREB M WREB WREB WREB ");
+  EXPECT_EQ(save("m-5", NewAddress("10 Main St"), "5"), "P P P P P P ") << "still marked";
+  EXPECT_EQ(save("m-6", {{"MAIL_RTND_IND", "N"}}, "6"), "WREB WREB P WREB WREB WREB ");
 }
 
 }  // namespace

@@ -44,6 +44,7 @@ TEST_F(DemoHistory, HasLettersOfEveryStatusTypeAndKindOverThreeYears) {
   for (const auto* status : {"P", "S", "W", "F", "R", "M", "V", "E"})
     EXPECT_GT(CountsOf("PRNT_STTS_CD")[status], 0) << status;
   EXPECT_EQ(CountsOf("PRNT_STTS_CD").size(), 8U);
+  EXPECT_GT(Letters("WHERE SEQ_NBR IN (SELECT SEQ_NBR FROM returned_mail)")->RecordCount(), 0U);
   EXPECT_GT(CountsOf("SYS_RFRNC_CD")["O"], kCount / 4);
   EXPECT_GT(CountsOf("SYS_RFRNC_CD")["B"], kCount / 4);
   EXPECT_EQ(CountsOf("LTR_TYP_ID").size(), 15U);
@@ -62,7 +63,12 @@ TEST_F(DemoHistory, IsTrueToItself) {
            {"printed before it was processed", "PRNT_TS < LST_PRCS_TS"},
            {"printed again before it was printed", "LST_PRNT_TS < PRNT_TS"},
            {"of tomorrow", "LST_PRNT_TS >= '2026-11-23' OR LST_PRCS_TS >= '2026-11-23'"},
-           {"printed and not printed", "(PRNT_TS IS NULL) <> (PRNT_STTS_CD IN ('V', 'E', 'W', 'F'))"},
+           {"printed and not printed", "(PRNT_TS IS NULL) <> (PRNT_STTS_CD IN ('V', 'E', 'W', 'F', 'M'))"},
+           {"waiting without an item, or not waiting with one",
+            "(PRNT_STTS_CD = 'W') <> (SEQ_NBR IN (SELECT SEQ_NBR FROM batch_item))"},
+           {"returned from an address without a mark",
+            "SEQ_NBR IN (SELECT SEQ_NBR FROM returned_mail JOIN customer USING (CUST_ID)"
+            " WHERE CASE ADDR_TYP_CD WHEN 1 THEN MAIL_BAD_FLG ELSE RES_BAD_FLG END = 'N')"},
            {"failed without saying why", "PRNT_STTS_CD IN ('F', 'R', 'V', 'E') AND PRCS_ERR_TXT IS NULL"},
            {"of the batch without a run", "(SYS_RFRNC_CD = 'B') <> (FLS_BTCH_NBR IS NOT NULL)"},
            {"on line with a batch action", "SYS_RFRNC_CD = 'O' AND BTCH_ACTN_CD IS NOT NULL"},

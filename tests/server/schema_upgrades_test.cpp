@@ -22,6 +22,7 @@ struct OlderTables {
 };
 // Newest first.
 const OlderTables kOlder[] = {
+    {9, {"DROP TABLE letter_action", "DROP TABLE batch_item", "DROP TABLE returned_mail"}},
     {8,
      {"DROP TRIGGER customer_was_put_in", "DROP TRIGGER customer_was_changed",
       "DROP TRIGGER customer_was_taken_out", "DROP TABLE customer_to_index", "DROP TABLE state"}},
@@ -180,6 +181,28 @@ TEST_F(SchemaUpgrade, From6AddressesOfThisStateGetTheCustomersCounty) {
   EXPECT_THAT(Rows("SELECT COALESCE(MAIL_CNTY_CD, '-') || COALESCE(RES_CNTY_CD, '-') || UPDT_NBR ||"
                    " FUEL_TAX_IND || DLR_IND FROM customer ORDER BY CUST_ID"),
               ElementsAre("13-1YN", "13131YN", "-131YN"));
+}
+
+TEST_F(SchemaUpgrade, From9ReturnedLettersMarkTheirAddressAndWaitingOnesAreItems) {
+  GivenVersion(9);
+  for (const auto* row :
+       {"INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, PRNT_STTS_CD, ADDR_TYP_CD, LST_PRNT_TS, "
+        "SYS_RFRNC_CD,"
+        " BTCH_ACTN_CD) VALUES ('101', '100004', 'M', 1, '2026-01-05 09.00.00', 'B', NULL),"
+        " ('101', '100005', 'M', 2, '2026-01-05 09.00.00', 'O', NULL),"  // moved since
+        " ('101', '100006', 'M', NULL, '2026-01-05 09.00.00', 'O', NULL),"
+        " ('101', '100006', 'W', 1, NULL, 'B', 'REB'), ('101', '100006', 'P', 1, NULL, 'B', 'REP')",
+        "INSERT INTO customer_change VALUES ('100005', 2, 'RES_CITY', '2026-02-01 09.00.00', 'A', 'a', 'b'),"
+        " ('100004', 2, 'RES_CITY', '2026-02-01 09.00.00', 'A', 'a', 'b')"})
+    database_->Change(row);
+  Upgrade();
+  EXPECT_THAT(Rows("SELECT PRNT_STTS_CD FROM letter_history ORDER BY SEQ_NBR"),
+              ElementsAre("P", "S", "P", "P", "W", "P"));
+  EXPECT_THAT(Rows("SELECT SEQ_NBR || CUST_ID || RTND_DT FROM returned_mail"),
+              ElementsAre("21000042026-01-05"));
+  EXPECT_THAT(Rows("SELECT MAIL_BAD_FLG || RES_BAD_FLG FROM customer ORDER BY CUST_ID"),
+              ElementsAre("YN", "NN", "NN"));
+  EXPECT_THAT(Rows("SELECT SEQ_NBR || ACTN_CD FROM batch_item"), ElementsAre("5REB"));
 }
 
 TEST_F(SchemaUpgrade, ThatFailsLeavesTheOlderTablesAsTheyWere) {

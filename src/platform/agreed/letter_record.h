@@ -15,8 +15,7 @@ inline constexpr std::string_view kPrintedByBatch = "S";
 inline constexpr std::string_view kWaitsForBatch = "W";
 inline constexpr std::string_view kPrintFailed = "F";
 inline constexpr std::string_view kReprintFailed = "R";
-inline constexpr std::string_view kMerged = "M";        ///< waits for its print
-inline constexpr std::string_view kMailReturned = "M";  ///< as it was meant once
+inline constexpr std::string_view kMerged = "M";  ///< waits for its print
 inline constexpr std::string_view kAddressNotVerified = "V";
 inline constexpr std::string_view kDataIncomplete = "E";
 

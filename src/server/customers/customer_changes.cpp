@@ -38,11 +38,13 @@ bool StoreCustomerChanges(Exchange& exchange, const std::string& customer, std::
   return any;
 }
 
-std::int64_t LastChange(Database& database, const std::string& customer) {
+std::int64_t NextChange(Database& database, const std::string& customer) {
   return database
-      .Select("SELECT COALESCE(MAX(UPDT_NBR), 0) AS LAST_NBR FROM customer_change WHERE CUST_ID = ?",
-              {customer})
-      ->Get("LAST_NBR")
+      .Select(R"(SELECT COALESCE(MAX(UPDT_NBR), 0) + 1 AS NEXT_NBR FROM
+                   (SELECT UPDT_NBR FROM customer_change WHERE CUST_ID = ?
+                    UNION ALL SELECT UPDT_NBR FROM customer WHERE CUST_ID = ?) AS known)",
+              {customer, customer})
+      ->Get("NEXT_NBR")
       .AsInteger();
 }
 

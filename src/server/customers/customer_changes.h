@@ -13,8 +13,9 @@ namespace server {
 bool StoreCustomerChanges(Exchange& exchange, const std::string& customer, std::int64_t number,
                           const CustomerValues& before, const CustomerValues& after);
 
-/// The number of the last change that is kept of a customer, also of one that has gone; 0 for none.
-std::int64_t LastChange(Database& database, const std::string& customer);
+/// The number that the next change of a customer gets. A customer that was deleted and put back under its id
+/// has a history that goes further than its own number.
+std::int64_t NextChange(Database& database, const std::string& customer);
 
 /// Who changed what when since the change of that number, in a clause in a clerk's words: the newest changes,
 /// and how many more there were. "a program that keeps no history" where nothing was kept.

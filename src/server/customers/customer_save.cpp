@@ -13,6 +13,7 @@
 #include "server/customers/customer_changes.h"
 #include "server/customers/customer_words.h"
 #include "server/customers/new_customer.h"
+#include "server/customers/return_mail.h"
 #include "server/history/rescheduling.h"
 
 namespace server {
@@ -309,13 +310,15 @@ int FailedAddresses(const Exchange& exchange, const Plan& plan) {
 }
 
 std::int64_t Update(Exchange& exchange, const Plan& plan) {
-  // A customer that was deleted and put back under its id has a history that goes further.
-  const auto number = std::max(plan.version, LastChange(exchange.database, plan.customer)) + 1;
+  const auto number = NextChange(exchange.database, plan.customer);
   if (!StoreCustomerChanges(exchange, plan.customer, number, plan.before, plan.after)) return 0;
   const auto before = FindCustomer(exchange.database, plan.customer);
   UpdateStoredCustomer(exchange.database, plan.customer, number, plan.before, plan.after);
   IndexCustomer(exchange.database, plan.customer);
-  return RescheduleCorrectedLetters(exchange, before, FindCustomer(exchange.database, plan.customer));
+  const auto corrected =
+      RescheduleCorrectedLetters(exchange, before, FindCustomer(exchange.database, plan.customer));
+  ClearReturnedMail(exchange, plan.customer, plan.after);
+  return corrected;
 }
 
 void Add(Exchange& exchange, Plan& plan) {

@@ -186,14 +186,19 @@ std::int64_t UpdateLetter(Exchange& exchange, const GivenLetter& letter) {
                   "There is no letter \"" + std::to_string(number) + "\" in the history.");
   }
   const auto time = letter.PrintTime(exchange.now);
-  const auto status =
+  auto status =
       print_status::IsFailure(stored->Text("PRNT_STTS_CD")) ? stored->Text("PRNT_STTS_CD") : letter.Status();
+  if (status.empty()) status = stored->Text("PRNT_STTS_CD");
+  // A letter that waits to be made again goes on waiting; it gets the new status when it is taken back.
+  const bool has_item = exchange.database.Change("UPDATE batch_item SET PRNT_STTS_CD = ? WHERE SEQ_NBR = ?",
+                                                 {status, number}) > 0;
+  if (has_item && stored->Text("PRNT_STTS_CD") == print_status::kWaitsForBatch)
+    status = print_status::kWaitsForBatch;
   const auto& first_time = stored->Get("PRNT_TS");
   exchange.database.Change(
       R"(UPDATE letter_history SET PRNT_STTS_CD = ?, PRNT_TS = ?, LST_PRNT_TS = ?, LST_UPDT_INSP_ID = ?
          WHERE SEQ_NBR = ?)",
-      {status.empty() ? stored->Text("PRNT_STTS_CD") : status,
-       first_time.IsNull() && time ? Value(*time) : first_time,
+      {status, first_time.IsNull() && time ? Value(*time) : first_time,
        time ? Value(*time) : stored->Get("LST_PRNT_TS"), exchange.request.user_id, number});
   return number;
 }

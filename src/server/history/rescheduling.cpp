@@ -6,6 +6,7 @@
 #include "platform/agreed/letter_record.h"
 #include "platform/record_set.h"
 #include "server/context/letter_fields.h"
+#include "server/history/batch_items.h"
 #include "server/subject/address_verdict.h"
 
 namespace server {
@@ -13,7 +14,6 @@ namespace {
 
 namespace print_status = platform::print_status;
 
-constexpr const char* kMakeAgain = "REB";  // of LTRBATCH
 constexpr const char* kSentToResidential = "2";
 
 platform::PostalAddress PostalOf(const Address& address) {
@@ -63,8 +63,7 @@ struct Correction {
 
   /// Whether the letter in that row failed because of what has been corrected.
   bool IsOf(const platform::RecordSet& letters, std::size_t row, FieldRules rules) const {
-    if (letters.Text(row, "PRNT_STTS_CD") != print_status::kMailReturned)
-      return !IsUsable(before, rules) && IsUsable(after, rules);
+    if (letters.Get(row, "RTND_DT").IsNull()) return !IsUsable(before, rules) && IsUsable(after, rules);
     const bool to_residential = letters.Text(row, "ADDR_TYP_CD") == kSentToResidential;
     return Mends(to_residential ? &Customer::residential : &Customer::mail, rules);
   }
@@ -74,12 +73,17 @@ struct Correction {
 
 std::int64_t RescheduleCorrectedLetters(Exchange& exchange, const Customer& before, const Customer& after) {
   auto& database = exchange.database;
-  // Of the letters whose data were incomplete, those that had no address to go to.
+  // Of the letters whose data were incomplete, those that had no address to go to. A letter that waits for a
+  // run already, or that one has claimed, is left to it.
   const auto letters = database.Select(
-      "SELECT SEQ_NBR, LTR_TYP_ID, PRNT_STTS_CD, ADDR_TYP_CD FROM letter_history WHERE CUST_ID = ?"
-      " AND (PRNT_STTS_CD IN (?, ?) OR (PRNT_STTS_CD = ? AND ADDR_TYP_CD IS NULL))",
-      {after.id, print_status::kAddressNotVerified, print_status::kMailReturned,
-       print_status::kDataIncomplete});
+      R"(SELECT letter_history.SEQ_NBR, LTR_TYP_ID, letter_history.ADDR_TYP_CD, RTND_DT
+         FROM letter_history LEFT JOIN returned_mail
+           ON returned_mail.SEQ_NBR = letter_history.SEQ_NBR AND CLRD_TS IS NULL
+         WHERE letter_history.CUST_ID = ?
+           AND (PRNT_STTS_CD = ? OR RTND_DT IS NOT NULL
+                OR (PRNT_STTS_CD = ? AND letter_history.ADDR_TYP_CD IS NULL))
+           AND NOT EXISTS (SELECT 1 FROM batch_item WHERE batch_item.SEQ_NBR = letter_history.SEQ_NBR))",
+      {after.id, print_status::kAddressNotVerified, print_status::kDataIncomplete});
   if (letters->IsEmpty()) return 0;
   const Correction correction{before, after, exchange.verifier, FindOffice(database).state};
   RulesOfTypes rules(database);
@@ -87,10 +91,8 @@ std::int64_t RescheduleCorrectedLetters(Exchange& exchange, const Customer& befo
   for (std::size_t row = 0; row < letters->RecordCount(); ++row) {
     const auto type_rules = rules.Of(letters->Text(row, "LTR_TYP_ID"));
     if (!correction.IsOf(*letters, row, type_rules)) continue;
-    corrected += database.Change(
-        "UPDATE letter_history SET PRNT_STTS_CD = ?, BTCH_ACTN_CD = ?, PRCS_ERR_TXT = NULL,"
-        " LST_UPDT_INSP_ID = ? WHERE SEQ_NBR = ?",
-        {print_status::kWaitsForBatch, kMakeAgain, exchange.request.user_id, letters->Get(row, "SEQ_NBR")});
+    GiveToBatchRun(exchange, letters->Get(row, "SEQ_NBR").AsInteger(), platform::batch_action::kBatchAgain);
+    ++corrected;
   }
   return corrected;
 }

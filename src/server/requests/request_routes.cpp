@@ -12,6 +12,8 @@
 #include "server/customers/customer_forms.h"
 #include "server/customers/customer_inquiry.h"
 #include "server/customers/customer_save.h"
+#include "server/customers/return_mail.h"
+#include "server/history/batch_items.h"
 #include "server/history/letter_history.h"
 #include "server/history/letter_search.h"
 #include "server/requests/template_folder.h"
@@ -57,6 +59,9 @@ bool HasKey(const Request& request, std::string_view name) {
       request.keys, [&](const auto& key) { return platform::EqualsIgnoringCase(KeyName(key.Key), name); });
 }
 
+constexpr auto kReturnMailKeys = std::to_array<KnownKey>({{request_key::kReturnMail}});
+constexpr auto kWaitingItemKeys = std::to_array<KnownKey>({{request_key::kBatchItems}});
+
 bool AsksTemplateFolder(const Request& request) {
   return !request.inquiry_xml.empty();
 }
@@ -68,6 +73,15 @@ bool AsksStoredContext(const Request& request) {
 }
 bool RecordsLetters(const Request& request) {
   return request.Rows(record_name::kHistory) != nullptr;
+}
+bool GivesToBatchRun(const Request& request) {
+  return request.Rows(record_name::kBatchItems) != nullptr;
+}
+bool ReturnsMail(const Request& request) {
+  return HasKey(request, request_key::kReturnMail);
+}
+bool AsksWaitingItems(const Request& request) {
+  return HasKey(request, request_key::kBatchItems);
 }
 bool SearchesLetters(const Request& request) {
   return std::ranges::any_of(kLetterSearchKeys,
@@ -104,7 +118,10 @@ constexpr auto kRoutes = std::to_array<Route>({
     {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
     {message_type::kCustomerForms, AsksCustomer, kCustomerFormKeys, false, AnswerCustomerForms},
     {message_type::kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
+    {message_type::kSearch, AsksWaitingItems, kWaitingItemKeys, false, AnswerWaitingItems},
     {message_type::kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
+    {message_type::kChange, GivesToBatchRun, kNoKeys, true, AnswerBatchItems},
+    {message_type::kChange, ReturnsMail, kReturnMailKeys, true, AnswerReturnMail},
 });
 
 }  // namespace

@@ -88,6 +88,20 @@ constexpr auto kTables = std::to_array<std::string_view>({
     R"(CREATE TABLE letter_message (
          MSG_KEY VARCHAR(64) NOT NULL, ROW_NBR INTEGER NOT NULL,
          SEQ_NBR INTEGER NOT NULL REFERENCES letter_history (SEQ_NBR), PRIMARY KEY (MSG_KEY, ROW_NBR)) {by key})",
+    // Which print statuses an action on letters is allowed for, by the code table that `init` took in last.
+    "CREATE TABLE letter_action (ACTN_CD VARCHAR(3) PRIMARY KEY, PRNT_STTS_TXT TEXT NOT NULL)",
+    // What waits for the coming batch run; BTCH_SEQ_NBR is the run that has claimed it. The letter's status,
+    // error and batch action before it waited come back when it is taken back.
+    R"(CREATE TABLE batch_item (
+         SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), ACTN_CD VARCHAR(3) NOT NULL,
+         RQST_TS VARCHAR(19) NOT NULL, RQST_USER_ID TEXT NOT NULL, BTCH_SEQ_NBR INTEGER,
+         PRNT_STTS_CD VARCHAR(1) NOT NULL, PRCS_ERR_TXT TEXT, BTCH_ACTN_CD VARCHAR(3)))",
+    // Letters that came back. CLRD_TS: since when the address can be used again.
+    R"(CREATE TABLE returned_mail (
+         SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), CUST_ID VARCHAR(12) NOT NULL,
+         ADDR_TYP_CD INTEGER NOT NULL, RTND_DT VARCHAR(10) NOT NULL, UPDT_USER_ID TEXT NOT NULL,
+         CLRD_TS VARCHAR(19)))",
+    "CREATE INDEX returned_mail_of_customer ON returned_mail (CUST_ID)",
 });
 
 // Each serves a criterion of the search, with what it is most often combined with behind it. {time} is

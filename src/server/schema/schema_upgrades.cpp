@@ -129,6 +129,45 @@ void ChangedCustomersAreNoted(Database& database) {
   NoteCustomersToIndex(database);
 }
 
+/// "M" meant that a letter came back; which address it was of is kept beside the letters now.
+void ReturnedMailGetsMarksOfItsOwn(Database& database) {
+  // An address that was changed since, or whose mark was taken away since, is none that mail comes back from.
+  database.Change(R"(INSERT INTO returned_mail (SEQ_NBR, CUST_ID, ADDR_TYP_CD, RTND_DT, UPDT_USER_ID)
+      SELECT SEQ_NBR, CUST_ID, ADDR_TYP_CD, SUBSTR(COALESCE(LST_PRNT_TS, LST_PRCS_TS, ''), 1, 10),
+        COALESCE(LST_UPDT_INSP_ID, '')
+      FROM letter_history WHERE PRNT_STTS_CD = 'M' AND CUST_ID IS NOT NULL AND ADDR_TYP_CD IN (1, 2)
+        AND NOT EXISTS (SELECT 1 FROM customer_change AS change WHERE change.CUST_ID = letter_history.CUST_ID
+          AND change.UPDT_TS > COALESCE(LST_PRNT_TS, LST_PRCS_TS, '')
+          AND change.COL_NM LIKE CASE ADDR_TYP_CD WHEN 1 THEN 'MAIL@_%' ELSE 'RES@_%' END ESCAPE '@'))");
+  for (const auto* mark :
+       {"MAIL_BAD_FLG = 'Y' WHERE CUST_ID IN (SELECT CUST_ID FROM returned_mail WHERE ADDR_TYP_CD = 1)",
+        "RES_BAD_FLG = 'Y' WHERE CUST_ID IN (SELECT CUST_ID FROM returned_mail WHERE ADDR_TYP_CD = 2)"})
+    database.Change(std::string("UPDATE customer SET ") + mark);
+  database.Change(R"(UPDATE letter_history SET PRNT_STTS_CD = CASE SYS_RFRNC_CD WHEN 'O' THEN 'P' ELSE 'S' END
+      WHERE PRNT_STTS_CD = 'M')");
+}
+
+void LettersAreGivenToRuns(Database& database) {
+  for (const auto* statement :
+       {"CREATE TABLE letter_action (ACTN_CD VARCHAR(3) PRIMARY KEY, PRNT_STTS_TXT TEXT NOT NULL)",
+        R"(CREATE TABLE batch_item (
+             SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), ACTN_CD VARCHAR(3) NOT NULL,
+             RQST_TS VARCHAR(19) NOT NULL, RQST_USER_ID TEXT NOT NULL, BTCH_SEQ_NBR INTEGER,
+             PRNT_STTS_CD VARCHAR(1) NOT NULL, PRCS_ERR_TXT TEXT, BTCH_ACTN_CD VARCHAR(3)))",
+        R"(CREATE TABLE returned_mail (
+             SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), CUST_ID VARCHAR(12) NOT NULL,
+             ADDR_TYP_CD INTEGER NOT NULL, RTND_DT VARCHAR(10) NOT NULL, UPDT_USER_ID TEXT NOT NULL,
+             CLRD_TS VARCHAR(19)))",
+        "CREATE INDEX returned_mail_of_customer ON returned_mail (CUST_ID)"}) {
+    ChangeTables(database, statement);
+  }
+  ReturnedMailGetsMarksOfItsOwn(database);
+  // What letters that wait were before is not known: that they had no usable address is the likeliest.
+  database.Change(R"(INSERT INTO batch_item (SEQ_NBR, ACTN_CD, RQST_TS, RQST_USER_ID, PRNT_STTS_CD)
+      SELECT SEQ_NBR, 'REB', COALESCE(LST_PRCS_TS, ''), COALESCE(LST_UPDT_INSP_ID, ''), 'V'
+      FROM letter_history WHERE PRNT_STTS_CD = 'W' AND BTCH_ACTN_CD = 'REB')");
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -143,6 +182,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"6", CustomersAreMaintained},
     {"7", CustomersAreFoundByBeginnings},
     {"8", ChangedCustomersAreNoted},
+    {"9", LettersAreGivenToRuns},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 

@@ -35,13 +35,15 @@ constexpr int kLettersAChunk = 500;
 // What became of a letter that could be made, one in so many.
 constexpr int kPrintFailed = 40;
 constexpr int kReprintFailed = 60;
-constexpr int kMailReturned = 25;
+constexpr int kPrintFailedLastNight = 3;
+constexpr int kMailReturned = 12;
 constexpr int kReprinted = 20;
 constexpr auto kMailTakes = days(9);
+constexpr std::string_view kFirstWithReturnedMail = "100031";
 
-constexpr auto kNeverPrinted =
-    std::to_array<std::string_view>({print_status::kAddressNotVerified, print_status::kDataIncomplete,
-                                     print_status::kWaitsForBatch, print_status::kPrintFailed});
+constexpr auto kNeverPrinted = std::to_array<std::string_view>(
+    {print_status::kAddressNotVerified, print_status::kDataIncomplete, print_status::kWaitsForBatch,
+     print_status::kPrintFailed, print_status::kMerged});
 
 struct ErrorText {
   std::string_view status;
@@ -149,9 +151,11 @@ class Writer {
     if (verdict.IsRefused()) return print_status::kAddressNotVerified;
     if (root.IsErroneous()) return print_status::kDataIncomplete;
     if (letter.slot.waiting) return print_status::kWaitsForBatch;
-    if (letter.draw.OneIn(kPrintFailed)) return print_status::kPrintFailed;
+    if (letter.slot.merged) return print_status::kMerged;
+    if (letter.draw.OneIn(letter.slot.last_night ? kPrintFailedLastNight : kPrintFailed))
+      return print_status::kPrintFailed;
     if (letter.draw.OneIn(kReprintFailed)) return print_status::kReprintFailed;
-    if (letter.draw.OneIn(kMailReturned)) return print_status::kMailReturned;
+    letter.returned = letter.draw.OneIn(kMailReturned);
     return letter.slot.night == 0 ? print_status::kPrinted : print_status::kPrintedByBatch;
   }
 
@@ -200,9 +204,54 @@ class Recorder {
          county[2]});
     // The table was empty: its numbers run from 1.
     StoreContext(database_, ++last_number_, written.context);
+    if (slot.waiting) GiveToRun(written);
+    NoteReturned(written);
+  }
+
+  /// Marks the addresses that mail came back from. The customers that show something else stay as they are.
+  void MarkReturned() {
+    for (const auto& [customer, letter] : returned_) {
+      if (customer < kFirstWithReturnedMail) continue;
+      database_.Change(
+          "INSERT INTO returned_mail (SEQ_NBR, CUST_ID, ADDR_TYP_CD, RTND_DT, UPDT_USER_ID) VALUES (?, ?, ?, "
+          "?, ?)",
+          {letter.number, customer, letter.address_type, platform::DateText(letter.day), letter.officer});
+      const auto* mark = letter.address_type.AsInteger() == platform::letter_address::kMailing
+                             ? "MAIL_BAD_FLG"
+                             : "RES_BAD_FLG";
+      database_.Change("UPDATE customer SET " + std::string(mark) + " = 'Y' WHERE CUST_ID = ?", {customer});
+    }
   }
 
  private:
+  struct Returned {
+    std::int64_t number;
+    Value address_type;
+    platform::Date day;
+    std::string officer;
+  };
+
+  /// Left over by the last run: merged, not printed.
+  void GiveToRun(const WrittenLetter& written) {
+    database_.Change(
+        "INSERT INTO batch_item (SEQ_NBR, ACTN_CD, RQST_TS, RQST_USER_ID, PRNT_STTS_CD) VALUES (?, ?, ?, ?, "
+        "?)",
+        {last_number_, std::string(platform::batch_action::kBatchAgain), written.letter.slot.time,
+         written.letter.officer, std::string(print_status::kMerged)});
+  }
+
+  /// What went to a customer later had reached them.
+  void NoteReturned(const WrittenLetter& written) {
+    const auto& letter = written.letter;
+    returned_.erase(letter.subject.customer.id);
+    const auto day = std::chrono::floor<days>(letter.slot.time) + kMailTakes;
+    const bool was_sent =
+        written.status == print_status::kPrinted || written.status == print_status::kPrintedByBatch;
+    if (!letter.returned || !was_sent || day > today_) return;
+    returned_.emplace(letter.subject.customer.id,
+                      Returned{last_number_, written.address_type, platform::Date(day), letter.officer});
+  }
+
   /// The first and the last time; nulls for a letter that was never printed.
   std::pair<Value, Value> PrintTimes(WrittenLetter& written) const {
     if (std::ranges::find(kNeverPrinted, written.status) != kNeverPrinted.end()) return {};
@@ -237,6 +286,7 @@ class Recorder {
   const DemoLetters& letters_;
   const std::chrono::local_days today_;
   std::int64_t last_number_ = 0;
+  std::map<std::string, Returned> returned_;  // by customer: the last letter, where it came back
 };
 
 /// Draws and records on this thread while others write what was drawn.
@@ -256,6 +306,7 @@ class Pipeline {
       if (under_way_.size() == writers_.size() || chunk * kLettersAChunk >= total_) RecordOldest();
       if (chunk * kLettersAChunk < total_) Start(chunk);
     }
+    recorder_.MarkReturned();
   }
 
  private:

@@ -26,7 +26,8 @@ struct DemoLetter {
   std::string officer;
   /// What the queries of its fields found, by the fields' names; never null.
   std::shared_ptr<const std::map<std::string, FieldFinding>> findings;
-  Draw draw{0};  ///< for what is still to be decided about it
+  bool returned = false;  ///< it came back in the mail
+  Draw draw{0};           ///< for what is still to be decided about it
 };
 
 /// Draws the letters of the demo history, the same for the same data every time: types that had a template on

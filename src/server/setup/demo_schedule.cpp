@@ -17,6 +17,8 @@ constexpr auto kOfficeOpens = hours(8);
 constexpr auto kOfficeHours = seconds(hours(9));
 // Of ten letters of a working day, so many come from its night.
 constexpr int kBatchTenths = 4;
+// The last letter of each of these nights still waits for its print.
+constexpr int kNightsWithMerged = 3;
 
 local_days ThreeYearsBefore(platform::Date today) {
   // The 29th of February has no day of its own three years earlier.
@@ -59,6 +61,8 @@ DemoSlot DemoSchedule::At(int letter) const {
   const bool waiting = last_night && (place + 1) * 3 > count * 2;
   return {.time = date + kBatchStart + Spread(kBatchLength, place, of_batch),
           .night = day + (waiting ? 2 : 1),
+          .last_night = last_night,
+          .merged = !waiting && day >= days_ - kNightsWithMerged && place + 1 == of_batch,
           .waiting = waiting};
 }
 

@@ -7,7 +7,9 @@ namespace server {
 /// When a demo letter came about, and in which night.
 struct DemoSlot {
   platform::Timestamp time;
-  int night = 0;         ///< which nightly batch run, counted from 1; 0 for a letter made on line
+  int night = 0;  ///< which nightly batch run, counted from 1; 0 for a letter made on line
+  bool last_night = false;
+  bool merged = false;   ///< of one of the last nights, and not printed yet
   bool waiting = false;  ///< left over by the last run, for tonight's
 };
 

@@ -1,5 +1,6 @@
 #include "server/setup/office_tables.h"
 
+#include <map>
 #include <set>
 #include <string>
 
@@ -20,6 +21,19 @@ void TakeInStates(Database& database, const std::filesystem::path& file) {
   }
   database.Change("DELETE FROM state");
   for (const auto& state : states) database.Change("INSERT INTO state (ST_CD) VALUES (?)", {state});
+}
+
+/// The print statuses that actions on letters are allowed for; of an action that began anew, the last row's.
+void TakeInLetterActions(Database& database, const std::filesystem::path& file) {
+  const auto codes = TabTable::Read(file);
+  std::map<std::string, std::string> statuses;
+  for (std::size_t row = 0; row < codes.RowCount(); ++row) {
+    if (codes.Text(row, "CD_TBL_ID") == "LTRACTION")
+      statuses[codes.Text(row, "CD_TBL_CD")] = codes.Text(row, "ADTL_INFO_TXT");
+  }
+  database.Change("DELETE FROM letter_action");
+  for (const auto& [action, list] : statuses)
+    database.Change("INSERT INTO letter_action (ACTN_CD, PRNT_STTS_TXT) VALUES (?, ?)", {action, list});
 }
 
 /// Returns whether any was missing.
@@ -50,6 +64,7 @@ void GiveAddressesTheirCounties(Database& database) {
 void TakeInOfficeTables(Database& database, const std::filesystem::path& product_data_folder) {
   const auto reference = product_data_folder / "reference";
   TakeInStates(database, reference / "codes.tsv");
+  TakeInLetterActions(database, reference / "codes.tsv");
   if (TakeInZipPrefixes(database, reference / "counties.tsv")) GiveAddressesTheirCounties(database);
 }
 

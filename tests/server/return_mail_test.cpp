@@ -1,0 +1,122 @@
+#include "server/customers/return_mail.h"
+
+#include "tests/server/server_world.h"
+
+namespace {
+
+using testing::HasSubstr;
+using tests::Record;
+
+class ReturnMail : public tests::ServerTest {
+ protected:
+  void Execute(const std::string& statement) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    database.Change(statement);
+  }
+  std::string Stored(const std::string& select) {
+    server::Database database(server::DatabaseFile(folder_.path()), server::Database::Opening::kExisting);
+    return database.Select(select)->FirstText();
+  }
+  /// Marks of the customer, number of their changes, letters that are noted.
+  std::string State() {
+    return Stored(
+        "SELECT MAIL_BAD_FLG || RES_BAD_FLG || UPDT_NBR || ' ' ||"
+        " (SELECT COUNT(*) FROM returned_mail WHERE CLRD_TS IS NULL) FROM customer WHERE CUST_ID ="
+        " '100001'");
+  }
+  /// What came of it; its sentence in memo_.
+  std::string Return(const std::string& letter) {
+    const auto reply = Ask({.type = 82,
+                            .keys = {{"key:ReturnMail", letter}},
+                            .message_key = "returned " + std::to_string(++asked_)});
+    EXPECT_EQ(reply.error, "");
+    const auto* row = Record(reply, "RETURN_MAIL");
+    memo_ = row->Text("MEMO");
+    return row->Text("OUTCOME");
+  }
+  void GivenLetter(fakes::Row changes = {}) {
+    Ask(PrintedLetter("letter " + std::to_string(++asked_), std::move(changes)));
+  }
+
+  std::string memo_;
+
+ private:
+  int asked_ = 0;
+};
+
+TEST_F(ReturnMail, MarksTheAddressThatTheLetterWasSentTo) {
+  GivenLetter();
+  GivenLetter();
+  GivenLetter({{"ADDR_TYP_CD", 2}});
+  EXPECT_EQ(Return("1"), "T");
+  EXPECT_EQ(memo_, "The mailing address of customer 100001 is marked now: mail comes back from it.");
+  EXPECT_EQ(State(), "YN2 1");
+  EXPECT_EQ(Return("1"), "A");
+  EXPECT_EQ(State(), "YN2 1");
+  EXPECT_EQ(Return("2"), "T") << "another letter to the same address";
+  EXPECT_EQ(State(), "YN2 2");
+  EXPECT_EQ(Return("3"), "T");
+  EXPECT_EQ(State(), "YY3 3");
+  EXPECT_EQ(Stored("SELECT RTND_DT || UPDT_USER_ID || ADDR_TYP_CD FROM returned_mail WHERE SEQ_NBR = 3"),
+            "2026-11-22DEMO012");
+  EXPECT_EQ(Stored("SELECT GROUP_CONCAT(COL_NM || OLD_TXT || NEW_TXT || UPDT_USER_ID) FROM customer_change"),
+            "MAIL_RTND_INDNYDEMO01,RES_RTND_INDNYDEMO01");
+}
+
+TEST_F(ReturnMail, MarksNothingThatTheLetterDoesNotSay) {
+  GivenLetter();
+  GivenLetter({{"ADDR_TYP_CD", {}}});
+  GivenLetter({{"PRNT_STTS_CD", "V"}, {"LST_PRNT_TS", {}}});
+  GivenLetter();
+  Execute("UPDATE letter_history SET PRNT_STTS_CD = 'F' WHERE SEQ_NBR = 4");
+  const std::pair<const char*, const char*> cases[] = {{"99", "is not in the history any more"},
+                                                       {"2", "does not say which address it went to"},
+                                                       {"3", "its print status is \"V\""},
+                                                       {"4", "its print status is \"F\""}};
+  for (const auto& [letter, why] : cases) {
+    EXPECT_EQ(Return(letter), "R");
+    EXPECT_THAT(memo_, HasSubstr(why));
+  }
+  EXPECT_NE(Ask({.type = 82, .keys = {{"key:ReturnMail", "first"}}}).error, "");
+  EXPECT_EQ(State(), "NN1 0");
+}
+
+TEST_F(ReturnMail, DoesNotMarkAnAddressThatWasChangedSince) {
+  GivenLetter();
+  Execute(
+      "INSERT INTO customer_change VALUES ('100001', 2, 'RES_CITY', '2026-11-22 10.00.00', 'DEMO02', 'a', "
+      "'b'),"
+      " ('100001', 3, 'MAIL_CITY', '2026-11-20 10.00.00', 'DEMO02', 'a', 'b')");
+  Execute("UPDATE customer SET UPDT_NBR = 3 WHERE CUST_ID = '100001'");
+  EXPECT_EQ(Return("1"), "T") << "the other one was, and this one before the letter";
+  EXPECT_EQ(State(), "YN4 1");
+  Execute("UPDATE customer SET MAIL_BAD_FLG = 'N' WHERE CUST_ID = '100001'");
+  Execute(
+      "INSERT INTO customer_change VALUES ('100001', 5, 'MAIL_CITY', '2026-11-22 10.00.00', 'DEMO02', 'b', "
+      "'c')");
+  EXPECT_EQ(Return("1"), "R");
+  EXPECT_EQ(memo_,
+            "The mailing address of customer 100001 was changed on 2026-11-22, after letter 1 was printed. "
+            "It was not marked.");
+}
+
+TEST_F(ReturnMail, IsOverWhenItsMarkIsTakenAway) {
+  GivenLetter();
+  Return("1");
+  const auto save = [&](const std::string& key, fakes::Row row, const std::string& version) {
+    row.insert(row.begin(), {{"CUST_ID", "100001"}, {"ACTION", "UPD"}, {"FINALIST_IND", 0}});
+    EXPECT_EQ(Ask({.type = 8,
+                   .keys = {{"key:UPDT_NBR", version}},
+                   .records = {{"Customer", {row}}},
+                   .message_key = key})
+                  .error,
+              "");
+  };
+  save("m-1", {{"PHN_NBR", "5552345678"}}, "2");
+  EXPECT_EQ(State(), "YN3 1");
+  save("m-2", {{"MAIL_RTND_IND", "N"}}, "3");
+  EXPECT_EQ(State(), "NN4 0");
+  EXPECT_EQ(Stored("SELECT PRNT_STTS_CD || BTCH_ACTN_CD FROM letter_history"), "WREB") << "it goes out again";
+}
+
+}  // namespace
