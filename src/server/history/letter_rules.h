@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "server/storage/database.h"
+#include "server/wire/exchange.h"
 
 namespace server {
 
