@@ -190,11 +190,11 @@ TEST_F(CustomerSave, StoresAPassedAddressAsItWasStandardised) {
   ASSERT_EQ(Ask(Change("m-1", NewAddress())).error, "");
   EXPECT_EQ(Stored("MAIL_ADDR_1 || '/' || MAIL_CITY || MAIL_ZIP_CD || MAIL_VRFY_CD || MAIL_CNTY_CD"),
             "9 MAIN ST/HARTSFIELD88312V13");
-  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "YY") << "nobody has cleared the box";
+  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "NY") << "mail came back from the place before";
   EXPECT_EQ(Stored("QZ_CNTY_NBR"), "22") << "of the residential address";
   EXPECT_THAT(verifier_.asked, SizeIs(1));
-  ASSERT_EQ(Ask(Change("m-2", {{"RES_RTND_IND", "Y"}, {"MAIL_RTND_IND", "N"}}, "2")).error, "");
-  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "NY");
+  ASSERT_EQ(Ask(Change("m-2", {{"RES_RTND_IND", "N"}, {"MAIL_RTND_IND", "Y"}}, "2")).error, "");
+  EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), "YN");
 }
 
 TEST_F(CustomerSave, BringsBackWhatIsSuggestedAndStoresNothing) {
@@ -393,8 +393,31 @@ TEST_F(CustomerSave, SchedulesLettersAgainWhoseAddressIsCorrected) {
   returned("MAIL_ADDR_1 = '9 Main St', MAIL_ZIP_CD = '883120001', MAIL_VRFY_CD = 'V'");
   EXPECT_EQ(save("m-4", NewAddress("9 MAIN ST"), "4"), "P P P P P P ") << "the same place";
   returned("MAIL_BAD_FLG = 'Y'");
-  EXPECT_EQ(save("m-5", NewAddress("10 Main St"), "5"), "P P P P P P ") << "still marked";
+  auto still_marked = NewAddress("10 Main St");
+  still_marked.emplace_back("MAIL_RTND_IND", "Y");
+  EXPECT_EQ(save("m-5", still_marked, "5"), "P P P P P P ");
   EXPECT_EQ(save("m-6", {{"MAIL_RTND_IND", "N"}}, "6"), "WREB WREB P WREB WREB WREB ");
+}
+
+TEST_F(CustomerSave, LeavesTheMarkOfReturnedMailWithThePlaceItCameBackFrom) {
+  auto failed = NewAddress("4 Lost Rd");
+  failed[0].second = "UPD";
+  failed[1].second = 0;
+  verifier_.verdicts = {{"4 Lost Rd", {AddressVerdict::Kind::kUnknown, {}}}};
+  const std::pair<fakes::Row, const char*> cases[] = {{NewAddress("9 MAIN ST"), "Y"},
+                                                      {failed, "Y"},
+                                                      {NewAddress("77 Other Way"), "Y"},
+                                                      {NewAddress("10 Main St"), "N"}};
+  int version = 0;
+  for (const auto& [change, mark] : cases) {
+    SCOPED_TRACE(++version);
+    Execute(
+        "UPDATE customer SET MAIL_ADDR_1 = '9 Main St', MAIL_ZIP_CD = '88312', RES_ADDR_1 = '77 OTHER WAY',"
+        " RES_ZIP_CD = '88312', MAIL_BAD_FLG = 'Y', RES_BAD_FLG = 'Y' WHERE CUST_ID = '100002'");
+    const auto number = std::to_string(version);
+    ASSERT_EQ(Ask(Change("m-" + number, change, number)).error, "");
+    EXPECT_EQ(Stored("MAIL_BAD_FLG || RES_BAD_FLG"), std::string(mark) + "Y");
+  }
 }
 
 }  // namespace

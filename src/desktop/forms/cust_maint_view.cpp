@@ -49,6 +49,9 @@ constexpr auto kWidestZip = "00000-0000 ";
 constexpr auto kLongLastName = "MERRIWEATHER-LEE";
 constexpr auto kLongSuggestion = "1200 FEATHERSTONE BLVD NW";
 constexpr auto kDiffers = "Differs from the address entered.";
+constexpr auto kReturnedGoes =
+    "Mail came back from this address. The mark goes by itself when another address that passes the "
+    "verification is saved.";
 
 /// The text is seen whole. (A line edit's own hint is for seventeen letters "x".)
 void KeepWide(QLineEdit& edit, const char* text) {
@@ -231,6 +234,7 @@ QGroupBox* CustMaintView::MakeEntered(const AddressSide& side, const SideCaption
   auto* returned = new QCheckBox(this);
   returned->setAccessibleName(name("return mail"));
   Bind(form_.mChkReturnMail[side.number], *returned, captions.returned_mnemonic);
+  returned->setToolTip(QLatin1String(kReturnedGoes));
   auto* copy = MakeButton(form_.mCmdOption[captions.copy], this, captions.copy_mnemonic);
   auto* row = new QHBoxLayout;
   row->addWidget(returned);

@@ -55,6 +55,7 @@ struct Plan {
   std::string customer;    ///< "" for a new one
   std::int64_t version = 0;
   CustomerValues before;
+  CustomerValues given;  ///< what the record brings
   CustomerValues after;
 
   bool IsChanged(std::string_view prefix) const {
@@ -152,7 +153,8 @@ Plan MakePlan(Exchange& exchange) {
   RequireRight(exchange, plan.adds);
   if (!plan.adds) ReadStored(exchange, rows, plan);
   plan.after = plan.before;
-  for (auto& [column, value] : GivenCustomerValues(rows, plan.before)) plan.after[column] = value;
+  plan.given = GivenCustomerValues(rows, plan.before);
+  for (const auto& [column, value] : plan.given) plan.after[column] = value;
   for (const auto& place : kAddressPlaces) {
     const auto mark = Column(place.prefix, "RTND_IND");
     if (plan.adds) plan.after.try_emplace(mark, "N");
@@ -267,6 +269,25 @@ void SettleCounties(Exchange& exchange, Plan& plan) {
   if (county.empty()) county = CountyOfOffice(exchange.database);
 }
 
+/// Mail came back from a place: a mark that the record does not bring goes when the address has become
+/// another place and passed, or is not there any more.
+void SettleMarks(const Exchange& exchange, Plan& plan) {
+  const auto came_back_from = [&](const platform::PostalAddress& address) {
+    return std::ranges::any_of(kAddressPlaces, [&](const AddressPlace& place) {
+      const auto mark = plan.before.find(Column(place.prefix, "RTND_IND"));
+      return mark != plan.before.end() && mark->second == "Y" &&
+             exchange.verifier.IsSamePlace(AddressOf(plan.before, place.prefix), address);
+    });
+  };
+  for (const auto& place : kAddressPlaces) {
+    const auto mark = Column(place.prefix, "RTND_IND");
+    const bool is_mended =
+        plan.IsChanged(place.prefix) && plan.after[Column(place.prefix, "VRFY_CD")] == kVerified;
+    if (plan.adds || !is_mended || plan.given.contains(mark)) continue;
+    if (!came_back_from(AddressOf(plan.after, place.prefix))) plan.after[mark] = "N";
+  }
+}
+
 /// One address of the answer to a save whose verification failed: what is suggested, or what passed.
 void AnswerAddress(const Exchange& exchange, const Plan& plan, std::string_view prefix, RecordSet& row) {
   platform::PostalAddress address = AddressOf(plan.after, prefix);
@@ -349,6 +370,7 @@ void SaveCustomer(Exchange& exchange) {
   }
   RequireSuggestionsToPass(exchange, plan, failed);
   SettleCounties(exchange, plan);
+  SettleMarks(exchange, plan);
   std::int64_t corrected = 0;
   if (plan.adds)
     Add(exchange, plan);
