@@ -91,12 +91,13 @@ TEST_F(ReturnMail, DoesNotMarkAnAddressThatWasChangedSince) {
   EXPECT_EQ(Return("1"), "T") << "the other one was, and this one before the letter";
   EXPECT_EQ(State(), "YN4 1");
   Execute("UPDATE customer SET MAIL_BAD_FLG = 'N' WHERE CUST_ID = '100001'");
+  Execute("UPDATE letter_history SET LST_PRNT_TS = '2026-11-23 10.00.00'");  // the same sheet once more
   Execute(
       "INSERT INTO customer_change VALUES ('100001', 5, 'MAIL_CITY', '2026-11-22 10.00.00', 'DEMO02', 'b', "
       "'c')");
   EXPECT_EQ(Return("1"), "R");
   EXPECT_EQ(memo_,
-            "The mailing address of customer 100001 was changed on 2026-11-22, after letter 1 was printed. "
+            "The mailing address of customer 100001 was changed on 2026-11-22, after letter 1 was made. "
             "It was not marked.");
 }
 

@@ -22,7 +22,8 @@ namespace item_outcome = platform::item_outcome;
 constexpr std::string_view kReturnMark = "RTND_IND";
 constexpr std::string_view kVerificationMark = "VRFY_CD";
 constexpr std::string_view kMarked = "Y";
-constexpr std::string_view kUsable = "V";
+// Verified, and not asked for: letters go to both.
+constexpr auto kUsable = std::to_array<std::string_view>({"V", "N"});
 
 struct SentPlace {
   int type;  ///< ADDR_TYP_CD
@@ -59,7 +60,9 @@ class ReturnedLetter {
       : exchange_(exchange),
         number_(number),
         letter_(exchange.database.Select(
-            R"(SELECT CUST_ID, ADDR_TYP_CD, PRNT_STTS_CD, LST_PRNT_TS FROM letter_history WHERE SEQ_NBR = ?)",
+            R"(SELECT CUST_ID, ADDR_TYP_CD, PRNT_STTS_CD, LST_PRNT_TS,
+                 COALESCE(LST_PRCS_TS, PRNT_TS, LST_PRNT_TS) AS MADE_TS
+               FROM letter_history WHERE SEQ_NBR = ?)",
             {number})) {}
 
   ReturnOutcome Mark() {
@@ -81,10 +84,11 @@ class ReturnedLetter {
     const auto stored = FindCustomerValues(exchange_.database, customer);
     if (!stored) return refuse(" went to customer " + customer + ", who is not in the register any more.");
     const auto whose = std::string(place->words) + " of customer " + customer;
-    const auto changed = ChangedSince(exchange_.database, customer, *place, letter_->Get("LST_PRNT_TS"));
+    // A print of today may be of a letter that was made, and addressed, a year ago.
+    const auto changed = ChangedSince(exchange_.database, customer, *place, letter_->Get("MADE_TS"));
     if (!changed.empty()) {
       return {item_outcome::kRefused, "The " + whose + " was changed on " + changed + ", after letter " +
-                                          std::to_string(number_) + " was printed. It was not marked."};
+                                          std::to_string(number_) + " was made. It was not marked."};
     }
     const bool was_marked = stored->at(SentColumn(*place, kReturnMark)) == kMarked;
     if (!was_marked) MarkAddress(customer, *place, *stored);
@@ -148,12 +152,14 @@ void AnswerReturnMail(Exchange& exchange) {
 }
 
 void ClearReturnedMail(Exchange& exchange, const std::string& customer, const CustomerValues& after) {
-  const auto is = [&](const SentPlace& place, std::string_view name, std::string_view value) {
+  const auto value = [&](const SentPlace& place, std::string_view name) {
     const auto found = after.find(SentColumn(place, name));
-    return found != after.end() && found->second == value;
+    return found == after.end() ? std::string_view() : found->second;
   };
   for (const auto& place : kSentPlaces) {
-    if (is(place, kReturnMark, kMarked) || !is(place, kVerificationMark, kUsable)) continue;
+    if (value(place, kReturnMark) == kMarked ||
+        std::ranges::find(kUsable, value(place, kVerificationMark)) == kUsable.end())
+      continue;
     exchange.database.Change(
         "UPDATE returned_mail SET CLRD_TS = ? WHERE CUST_ID = ? AND ADDR_TYP_CD = ? AND CLRD_TS IS NULL",
         {exchange.now, customer, place.type});
