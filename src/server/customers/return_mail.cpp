@@ -75,12 +75,12 @@ class ReturnedLetter {
         !LetterRules(exchange_.database).Allows(letter_action::kReturnMail, status))
       return refuse(" cannot have come back: its print status is \"" + status + "\".");
     const auto* place = Place();
-    if (place == nullptr) {
+    const auto customer = letter_->Text("CUST_ID");
+    if (place == nullptr || customer.empty()) {
       return refuse(
           " does not say which address it went to. Tick the mark of returned mail in the customer's own "
           "dialog.");
     }
-    const auto customer = letter_->Text("CUST_ID");
     const auto stored = FindCustomerValues(exchange_.database, customer);
     if (!stored) return refuse(" went to customer " + customer + ", who is not in the register any more.");
     const auto whose = std::string(place->words) + " of customer " + customer;
