@@ -1,6 +1,6 @@
 // What finding customers costs at the server, from the request's text to the reply's, among 10,000 and
-// 1,000,000 of them; and what a save adds to it. The last ones time the command line as a user starts it,
-// beside a command that reads no customer.
+// 1,000,000 of them; what a save adds to it, and a mark of returned mail. The last ones time the command line
+// as a user starts it, beside a command that reads no customer.
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
@@ -15,6 +15,7 @@
 
 #include "bench/demo_server.h"
 #include "bench/many_customers.h"
+#include "platform/agreed/letter_record.h"
 #include "platform/agreed/requests.h"
 #include "platform/parties/request_message.h"
 #include "server/customers/customer_words.h"
@@ -173,6 +174,34 @@ void SaveRequest(benchmark::State& state) {
   }
 }
 
+/// A letter that came back marks its customer's mailing address: another letter of another customer each
+/// time.
+void ReturnMail(benchmark::State& state) {
+  auto& customers = Register::Of(state);
+  customers.database->Change(
+      R"(INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, PRNT_STTS_CD, ADDR_TYP_CD, LST_PRNT_TS)
+         SELECT '101', CUST_ID, 'P', 1, '2026-11-02 10.00.00' FROM customer WHERE MAIL_BAD_FLG = 'N'
+         ORDER BY CUST_ID DESC LIMIT ?)",
+      {std::int64_t{state.max_iterations}});
+  auto letter =
+      customers.database->Select("SELECT MAX(SEQ_NBR) AS LAST FROM letter_history")->Get("LAST").AsInteger();
+  for (auto _ : state) {
+    state.PauseTiming();
+    Nowhere nowhere;
+    platform::RequestMessage message(nowhere, "returned-" + std::to_string(letter));
+    message.MessageType(platform::message_type::kChange);
+    message.AddKey(
+        platform::Criterion(platform::KeyNamed(request_key::kReturnMail), std::to_string(letter--)));
+    const auto request = server::WriteRequest(message);
+    state.ResumeTiming();
+    const auto reply = server::ReadReply(customers.processor->Answer(request));
+    if (reply.error.empty() && reply.records.at(0).rows->Text("OUTCOME") == platform::item_outcome::kTaken)
+      continue;
+    std::cerr << reply.error << "\n";
+    std::abort();
+  }
+}
+
 void Sizes(benchmark::internal::Benchmark* measured) {
   for (const int customers : {10'000, 1'000'000}) measured->Arg(customers);
   measured->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -196,6 +225,7 @@ BENCHMARK_CAPTURE(Find, ThreeLetters, "s f c", 1)->Apply(Sizes);
 BENCHMARK(Save)->Apply(Sizes);
 BENCHMARK(SaveWithoutIndex)->Apply(Sizes);
 BENCHMARK(SaveRequest)->Apply(Sizes);
+BENCHMARK(ReturnMail)->Apply(Sizes)->Iterations(500);
 BENCHMARK_CAPTURE(CommandLine, Customers, "customers --find 'hat merr'")->Apply(Sizes);
 BENCHMARK_CAPTURE(CommandLine, Types, "types")->Apply(Sizes);
 

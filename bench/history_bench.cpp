@@ -1,5 +1,6 @@
 // What a search of the letter history costs, on the server and until its rows can be shown, with 10,000,
-// 100,000 and 1,000,000 letters stored; what the same history costs to make, and a letter to record in it.
+// 100,000 and 1,000,000 letters stored; what the same history costs to make, a letter to record in it, and
+// 1, 100 and 20,000 of its letters to resubmit.
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -14,10 +15,13 @@
 #include <QCoreApplication>
 
 #include "bench/demo_server.h"
+#include "platform/agreed/letter_record.h"
 #include "platform/agreed/record_layouts.h"
+#include "platform/agreed/requests.h"
 #include "platform/parties/request_message.h"
 #include "server/requests/request_processor.h"
 #include "server/setup/server_data.h"
+#include "server/storage/database.h"
 #include "server/storage/server_folders.h"
 #include "server/wire/wire_format.h"
 #include "tests/fakes/fake_rights.h"
@@ -142,6 +146,43 @@ void Record(benchmark::State& state) {
   }
 }
 
+std::string BatchItems(const platform::RecordSet& letters, const std::string& action, int number) {
+  Nowhere nowhere;
+  platform::RequestMessage message(nowhere, "items-" + action + std::to_string(number));
+  message.MessageType(platform::message_type::kChange);
+  const auto items = std::make_shared<platform::RecordSet>(std::vector<std::string>{"ACTION", "SEQ_NBR"});
+  for (std::size_t row = 0; row < letters.RecordCount(); ++row)
+    items->Append({action, letters.Get(row, "SEQ_NBR")});
+  message.AddRecord(std::make_shared<platform::RequestRecord>(items), platform::record_name::kBatchItems);
+  return server::WriteRequest(message);
+}
+
+/// Printed letters are given to the coming run, all in one request; taken back between. `client_ms`: until
+/// the answer is read.
+void Resubmit(benchmark::State& state) {
+  auto& history = History::Of(static_cast<int>(state.range(0)));
+  const auto letters =
+      server::Database(server::DatabaseFile(history.folder.path()), server::Database::Opening::kExisting)
+          .Select("SELECT SEQ_NBR FROM letter_history WHERE PRNT_STTS_CD IN ('P', 'S') LIMIT ?",
+                  {state.range(1)});
+  static int number = 0;
+  std::chrono::duration<double, std::milli> reading{};
+  for (auto _ : state) {
+    state.PauseTiming();
+    const auto request = BatchItems(*letters, "REB", ++number);
+    state.ResumeTiming();
+    const auto text = history.processor.Answer(request);
+    state.PauseTiming();
+    const auto start = std::chrono::steady_clock::now();
+    const auto reply = ReadOrAbort(text);
+    reading += std::chrono::steady_clock::now() - start;
+    if (reply.records.at(0).rows->Text("OUTCOME") != platform::item_outcome::kTaken) std::abort();
+    ReadOrAbort(history.processor.Answer(BatchItems(*letters, "DEL", number)));
+    state.ResumeTiming();
+  }
+  state.counters["client_ms"] = benchmark::Counter(reading.count(), benchmark::Counter::kAvgIterations);
+}
+
 void Sizes(benchmark::internal::Benchmark* measured) {
   for (const int letters : {10'000, 100'000, 1'000'000}) measured->Arg(letters);
   measured->Unit(benchmark::kMillisecond)->UseRealTime();
@@ -157,6 +198,10 @@ BENCHMARK_CAPTURE(Search, ByDay, {platform::Criterion("key:START_DT", "2025-06-1
 BENCHMARK_CAPTURE(Search, ByBatch, {platform::Criterion("key:BATCH_NBR", "1500")})->Apply(Sizes);
 BENCHMARK_CAPTURE(Search, ByYearAndTroop, kYearAndTroop)->Apply(Sizes);
 BENCHMARK(Record)->Apply(Sizes);
+BENCHMARK(Resubmit)
+    ->ArgsProduct({{100'000, 1'000'000}, {1, 100, 20'000}})
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 
 }  // namespace
 
