@@ -91,20 +91,25 @@ TEST_F(ReturnMail, MarksNothingThatTheLetterDoesNotSay) {
   EXPECT_EQ(State(), "NN1 0");
 }
 
-TEST_F(ReturnMail, DoesNotMarkAnAddressThatWasChangedSince) {
+TEST_F(ReturnMail, DoesNotMarkAnAddressThatHasBecomeAnotherPlaceSince) {
   GivenLetter();
-  Execute(
-      "INSERT INTO customer_change VALUES ('100001', 2, 'RES_CITY', '2026-11-22 10.00.00', 'DEMO02', 'a', "
-      "'b'),"
-      " ('100001', 3, 'MAIL_CITY', '2026-11-20 10.00.00', 'DEMO02', 'a', 'b')");
-  Execute("UPDATE customer SET UPDT_NBR = 3 WHERE CUST_ID = '100001'");
-  EXPECT_EQ(Return("1"), "T") << "the other one was, and this one before the letter";
-  EXPECT_EQ(State(), "YN4 1");
-  Execute("UPDATE customer SET MAIL_BAD_FLG = 'N' WHERE CUST_ID = '100001'");
   Execute("UPDATE letter_history SET LST_PRNT_TS = '2026-11-23 10.00.00'");  // the same sheet once more
-  Execute(
-      "INSERT INTO customer_change VALUES ('100001', 5, 'MAIL_CITY', '2026-11-22 10.00.00', 'DEMO02', 'b', "
-      "'c')");
+  const auto changed = [&](int number, const std::string& what) {
+    Execute(
+        "INSERT INTO customer_change (CUST_ID, UPDT_NBR, UPDT_TS, UPDT_USER_ID, COL_NM, OLD_TXT) VALUES "
+        "('100001', " +
+        std::to_string(number) + ", " + what + ")");
+  };
+  changed(2, "'2026-11-22 10.00.00', 'DEMO02', 'RES_ADDR_1', '1 Elsewhere'");
+  changed(3, "'2026-11-20 10.00.00', 'DEMO02', 'MAIL_ADDR_1', '1 Elsewhere'");
+  changed(
+      4, "'2026-11-22 10.00.00', 'DEMO02', 'MAIL_ADDR_1', (SELECT UPPER(MAIL_ADDR_1) FROM customer LIMIT 1)");
+  EXPECT_EQ(Return("1"), "T") << "the other one was; this one before the letter, and by its capitals";
+  EXPECT_EQ(State(), "YN5 1");
+  Execute("UPDATE customer SET MAIL_BAD_FLG = 'N' WHERE CUST_ID = '100001'");
+  changed(6, "'2026-11-22 11.00.00', 'DEMO02', 'MAIL_ADDR_1', '1 Elsewhere'");
+  EXPECT_EQ(Return("1"), "T") << "it was elsewhere for an hour";
+  Execute("DELETE FROM customer_change WHERE UPDT_NBR = 4");
   EXPECT_EQ(Return("1"), "R");
   EXPECT_EQ(memo_,
             "The mailing address of customer 100001 was changed on 2026-11-22, after letter 1 was made. "

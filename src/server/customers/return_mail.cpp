@@ -38,15 +38,22 @@ std::string SentColumn(const SentPlace& place, std::string_view name) {
   return std::string(place.prefix).append(name);
 }
 
-/// The day of the last change of the address since that time; "" where there was none.
-std::string ChangedSince(Database& database, const std::string& customer, const SentPlace& place,
-                         const Value& time) {
-  const auto changes = database.Select(
-      R"(SELECT MAX(UPDT_TS) AS CHANGED FROM customer_change
-         WHERE CUST_ID = ? AND UPDT_TS > ? AND COL_NM IN (?, ?, ?, ?, ?))",
+/// The day on which the address became another place than the one that a letter of that time went to; ""
+/// where it is that place still, or again.
+std::string MovedSince(Exchange& exchange, const std::string& customer, const SentPlace& place,
+                       const Value& time, const CustomerValues& now) {
+  const auto changes = exchange.database.Select(
+      R"(SELECT COL_NM, OLD_TXT, UPDT_TS FROM customer_change
+         WHERE CUST_ID = ? AND UPDT_TS > ? AND COL_NM IN (?, ?, ?, ?, ?) ORDER BY UPDT_NBR DESC)",
       {customer, time, SentColumn(place, "ADDR_1"), SentColumn(place, "ADDR_2"), SentColumn(place, "CITY"),
        SentColumn(place, "ST"), SentColumn(place, "ZIP_CD")});
-  return changes->Text("CHANGED").substr(0, std::string_view("yyyy-mm-dd").size());
+  auto then = now;
+  for (std::size_t row = 0; row < changes->RecordCount(); ++row)
+    then[changes->Text(row, "COL_NM")] = changes->Text(row, "OLD_TXT");
+  if (changes->IsEmpty() ||
+      exchange.verifier.IsSamePlace(AddressOf(then, place.prefix), AddressOf(now, place.prefix)))
+    return "";
+  return changes->Text(0, "UPDT_TS").substr(0, std::string_view("yyyy-mm-dd").size());
 }
 
 struct ReturnOutcome {
@@ -85,7 +92,7 @@ class ReturnedLetter {
     if (!stored) return refuse(" went to customer " + customer + ", who is not in the register any more.");
     const auto whose = std::string(place->words) + " of customer " + customer;
     // A print of today may be of a letter that was made, and addressed, a year ago.
-    const auto changed = ChangedSince(exchange_.database, customer, *place, letter_->Get("MADE_TS"));
+    const auto changed = MovedSince(exchange_, customer, *place, letter_->Get("MADE_TS"), *stored);
     if (!changed.empty()) {
       return {item_outcome::kRefused, "The " + whose + " was changed on " + changed + ", after letter " +
                                           std::to_string(number_) + " was made. It was not marked."};
