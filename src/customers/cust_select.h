@@ -67,9 +67,6 @@ class ZEMLO_CustSelect {
   void Reset();
   /// What the choice has begun did not succeed: choosing the same customer again begins it again.
   void ChoiceFailed() { choice_stands_ = false; }
-  /// Whether a customer was saved whose new values are still to come: until then the old ones are not handed
-  /// out.
-  bool AwaitsSaved() const { return awaits_saved_; }
   /// Does the step at once, or, while what was saved is read again, when it is there: an answer that fails or
   /// Leave() drops it.
   void OnceSavedIsThere(std::function<void()> step);

@@ -109,7 +109,8 @@ void ZEMLO_SelectCustFormInq::ConnectEvents() {
   keep(mSdgGrid.Click.Connect([this] { GridClick(); }));
   keep(mSdgGrid.RowLoaded.Connect([this](std::size_t row) { RowLoaded(row); }));
   keep(mCmdButton[kCancel].Click.Connect([this] { Handle(kButtonClick, [this] { Cancel(); }); }));
-  keep(mCmdButton[kOk].Click.Connect([this] { Handle(kButtonClick, [this] { Ok(); }); }));
+  keep(mCmdButton[kOk].Click.Connect(
+      [this] { ZEMLO_CustSelect1.OnceSavedIsThere([this] { Handle(kButtonClick, [this] { Ok(); }); }); }));
   keep(mVemtMessage_->DataReady.Connect([this](const std::string& name) { DataReady(name); }));
   keep(mVemtMessage_->MsgTimeout.Connect([this] {
     Handle("ZEMLO_SelectCustFormInq.mVemtMessage_MsgTimeout", [this] { pending_.TimedOut(); });
@@ -285,8 +286,9 @@ void ZEMLO_SelectCustFormInq::Cancel() {
   Hide();
 }
 
+// Who was saved meanwhile may be another customer, whose accounts are being asked for.
 void ZEMLO_SelectCustFormInq::Ok() {
-  if (ZEMLO_CustSelect1.AwaitsSaved() || IsRefused()) return;
+  if (!mCmdButton[kOk].enabled() || IsRefused()) return;
   TakeForm();
   Leave();
   Hide();

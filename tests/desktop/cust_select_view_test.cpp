@@ -131,6 +131,22 @@ TEST_F(TheCustomerDialog, ChoosesWithAClickAndLeavesWithADoubleClick) {
   EXPECT_FALSE(dialog.isVisible());
 }
 
+TEST_F(CustomerDialogs, EnterPressesTheCommandThatHasTheKeyboard) {
+  std::string added = "nobody";
+  customers::frmCustSelect form(
+      services.services(), {.add = [&](const std::string& typed,
+                                       const customers::CustomerMaintenance::Saved&) { added = typed; }});
+  auto* view = new desktop::CustomerDialogView(form);
+  desktop::FormDialog dialog(form, view, nullptr);
+  Present(dialog);
+  UserTypes("zelda");
+  for (int stop = 0; stop < 9 && Focus() != "New..."; ++stop) UserPresses(Qt::Key_Tab);
+  ASSERT_EQ(Focus(), "New...");
+  UserPresses(Qt::Key_Return);
+  EXPECT_EQ(added, "zelda");
+  EXPECT_TRUE(dialog.isVisible());
+}
+
 class TheAccountDialog : public CustomerDialogs {
  protected:
   TheAccountDialog() {

@@ -5,6 +5,7 @@
 
 #include <QContextMenuEvent>
 #include <QDialog>
+#include <QListWidget>
 #include <QMenu>
 #include <QPainter>
 #include <QPalette>
@@ -99,6 +100,20 @@ TEST_P(TheLook, OfTheThreePages) {
     view->setCurrentIndex(page);
     Look(Window(), "page" + std::to_string(page));
   }
+}
+
+TEST_P(TheLook, OfAListThatHasTheKeyboard) {
+  QListWidget list;
+  list.addItem(QStringLiteral("One"));
+  list.show();
+  list.activateWindow();
+  list.setFocus();
+  tests::WaitForKeyboard(list);
+  EXPECT_EQ(list.grab().toImage().pixelColor(0, list.height() / 2),
+            list.palette().color(QPalette::Active, QPalette::Highlight));
+  list.clearFocus();
+  EXPECT_NE(list.grab().toImage().pixelColor(0, list.height() / 2),
+            list.palette().color(QPalette::Active, QPalette::Highlight));
 }
 
 TEST_P(TheLook, OfLettersFoundSortedAndSearched) {

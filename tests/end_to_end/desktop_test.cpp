@@ -191,5 +191,43 @@ TEST_F(DesktopByKeyboard, AWrongZipIsCorrectedAsTheStreetFileSuggests) {
             "MAIL_ADDR_1|77 Orchard Rd\nMAIL_CITY|Oakhaven\nMAIL_ZIP_CD|89214\n");
 }
 
+TEST_F(DesktopByKeyboard, ANewCustomerIsAddedFromWhatWasTyped) {
+  TabTo("Select Customer");
+  OnNextModal([](QWidget& dialog) {
+    EXPECT_TRUE(WaitFor([] { return FocusName() == "Find"; }));
+    Type("Zelda Quickwater");
+    bool is_saved = false;
+    const std::function<void(QWidget&)> enter = [&](QWidget& maintenance) {
+      if (&maintenance == &dialog) return OnNextModal(enter);  // for a moment, behind the question
+      WaitForKeyboard(maintenance);
+      for (const auto& [field, text] : {std::pair("Mailing address", "77 Orchard Rd"),
+                                        {"Mailing city", "Oakhaven"},
+                                        {"Mailing state", "KV"},
+                                        {"Mailing zip", "89214"}}) {
+        TabTo(field);
+        Type(text);
+      }
+      TabTo("Same as Mailing");
+      Press(Qt::Key_Space);
+      TabTo("Verify & Save");
+      PressUntilClosed(maintenance, Qt::Key_Space);
+      is_saved = true;
+    };
+    OnNextModal([&](QWidget& question) {
+      EXPECT_TRUE(WaitFor([&] { return Focus().window() == &question; }));
+      OnNextModal(enter);
+      Press(Qt::Key_N, Qt::AltModifier);
+    });
+    Press(Qt::Key_W, Qt::AltModifier);
+    EXPECT_TRUE(WaitFor([&] { return is_saved && IsOffered(dialog, "OK"); })) << "who was saved is chosen";
+    PressUntilClosed(dialog, Qt::Key_Return);
+  });
+  Press(Qt::Key_Space);
+  EXPECT_TRUE(Says("77 ORCHARD RD"));
+  EXPECT_EQ(ServerSql("SELECT FIRST_NM, LAST_NM, MAIL_CITY, CUST_BSNS_NM IS NULL FROM customer"
+                      " WHERE CUST_ID = (SELECT MAX(CUST_ID) FROM customer)"),
+            "Zelda|Quickwater|OAKHAVEN|1\n");
+}
+
 }  // namespace
 }  // namespace tests

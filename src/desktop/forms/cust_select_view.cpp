@@ -103,10 +103,8 @@ void CustSelectView::LayOut() {
   line->addWidget(find_, 1);
   auto* edit = MakeButton(select_.cmdEdit, this);
   auto* add = MakeButton(select_.cmdNew, this);
-  for (auto* button : {edit, add}) {
-    button->setAutoDefault(false);  // Enter is the list's and the dialog's
-    line->addWidget(button);
-  }
+  line->addWidget(edit);
+  line->addWidget(add);
   auto* chosen = MakeLine(select_.chosen_text, this);
   chosen->setMinimumHeight(kChosenLines *
                            chosen->fontMetrics().lineSpacing());  // nothing moves when it comes
@@ -119,6 +117,9 @@ void CustSelectView::LayOut() {
   setTabOrder(find_, list_);
   setTabOrder(list_, edit);
   setTabOrder(edit, add);
+  // Who is saved then is chosen: Enter is to go on with them, not to press the command that was used again.
+  for (const auto* button : {edit, add})
+    connect(button, &QPushButton::clicked, this, [this] { find_->setFocus(); });
 }
 
 QSize CustSelectView::sizeHint() const {

@@ -1,5 +1,6 @@
 #include "desktop/look/office_style.h"
 
+#include <QAbstractItemView>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -33,6 +34,15 @@ void DrawCircle(QPainter& painter, const QStyleOption& option) {
   painter.restore();
 }
 
+/// The frame of a list says that it has the keyboard, as that of a field does: its rows may be none, or all
+/// be in the colour of the mark.
+void DrawKeyboardFrame(QPainter& painter, const QStyleOption& option) {
+  painter.save();
+  painter.setPen(option.palette.color(QPalette::Active, QPalette::Highlight));
+  painter.drawRect(option.rect.adjusted(0, 0, -1, -1));
+  painter.restore();
+}
+
 }  // namespace
 
 OfficeStyle::OfficeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -40,6 +50,9 @@ OfficeStyle::OfficeStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 void OfficeStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                 const QWidget* widget) const {
   QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const bool has_keyboard = option->state.testFlag(State_HasFocus) && option->state.testFlag(State_Enabled);
+  if (element == PE_Frame && has_keyboard && qobject_cast<const QAbstractItemView*>(widget) != nullptr)
+    DrawKeyboardFrame(*painter, *option);
   if (!IsDark(option->palette)) return;
   if (element == PE_IndicatorRadioButton) DrawCircle(*painter, *option);
   if (element == PE_IndicatorCheckBox) DrawBox(*painter, *option, 1);

@@ -5,7 +5,8 @@
 namespace desktop {
 
 /// The look of the window: the same on every machine, and readable in a dark palette, where the edges of
-/// fields and options are drawn light instead of darker than dark. Buttons of boxes carry words, no pictures.
+/// fields and options are drawn light instead of darker than dark. A list that has the keyboard shows it by
+/// its frame. Buttons of boxes carry words, no pictures.
 class OfficeStyle : public QProxyStyle {
  public:
   OfficeStyle();
