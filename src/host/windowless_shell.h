@@ -47,6 +47,8 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
     warned_ = false;
     is_starting_ = false;
   }
+  /// Where AskSaveFile saves from here on.
+  void SaveTo(std::string file) { answers_.save_file = std::move(file); }
   void AnswerFormsWith(FormAnswerer answerer) { form_answerers_.push_back(std::move(answerer)); }
   /// Told every status text that differs from the one before.
   std::function<void(const std::string& text)> status_listener;
@@ -80,7 +82,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
 
   EventLoop& loop_;
   const Streams streams_;
-  const Answers answers_;
+  Answers answers_;
   std::vector<FormAnswerer> form_answerers_;
   std::string status_;
   bool ready_ = true;

@@ -35,7 +35,7 @@ std::string Letters(std::size_t count, const char* one, const char* several) {
 }
 
 /// "3 letters wait for the batch run now, 1 was waiting already, 2 were refused."
-std::string Sentence(std::size_t taken, std::size_t already, std::size_t refused) {
+std::string Sentence(bool takes_back, std::size_t taken, std::size_t already, std::size_t refused) {
   std::string sentence;
   const auto add = [&](std::size_t count, const char* one, const char* several, const char* first,
                        const char* next) {
@@ -44,7 +44,10 @@ std::string Sentence(std::size_t taken, std::size_t already, std::size_t refused
     sentence += is_first ? Letters(count, " letter", " letters") : ", " + std::to_string(count);
     sentence.append(count == 1 ? one : several).append(is_first ? first : next);
   };
-  add(taken, " waits", " wait", " for the batch run now", "");
+  if (takes_back)
+    add(taken, " waits", " wait", " for the batch run no longer", " no longer");
+  else
+    add(taken, " waits", " wait", " for the batch run now", "");
   add(already, " was", " were", " waiting for the batch run already", " waiting already");
   add(refused, " was", " were", " refused", " refused");
   return sentence + ".";
@@ -55,7 +58,9 @@ std::string Sentence(std::size_t taken, std::size_t already, std::size_t refused
 bool BatchSubmission::SubmitBatch(const std::string& action) {
   return platform::Trap(uses_.services, kSubmitBatch, [&] {
     outcome_.reset();
+    outcomes_.reset();
     page_ = uses_.pages.tabs.current();
+    takes_back_ = action == batch_action::kCancel;
     uses_.envelope.Send({.type = platform::message_type::kChange,
                          .name = "LetterAU",
                          .records = {Items(action)},
@@ -90,6 +95,7 @@ void BatchSubmission::Replied(const workspace::Reply& reply) {
       }
     }
     outcome_ = std::move(outcome);
+    outcomes_ = outcomes;
     if (page) UpdateRows(*page, *outcomes);
   });
 }
@@ -125,7 +131,7 @@ void BatchSubmission::ReplyHandled() {
   if (!outcome_ || uses_.pending.IsAwaited()) return;
   platform::Trap(uses_.services, kSubmitBatch, [&] {
     const auto outcome = *std::exchange(outcome_, std::nullopt);
-    uses_.services.status.ShowReason(Sentence(outcome.taken, outcome.already, outcome.refused));
+    uses_.services.status.ShowReason(Sentence(takes_back_, outcome.taken, outcome.already, outcome.refused));
     if (outcome.refused > 0) TellRefused(outcome);
   });
 }

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -34,7 +35,7 @@ class BatchSubmission {
 
   /// Sends an item for each selected letter of the page in front, in the order of their selection. `action`:
   /// "REP", printed again; "RESUBMIT": letters that were merged or have failed are printed again, the others
-  /// made again. Returns whether the request is under way; a failure is reported.
+  /// made again; "DEL", taken back. Returns whether the request is under way; a failure is reported.
   bool SubmitBatch(const std::string& action);
 
   /// The reply to what is recorded of letters: where it tells what came of items, their rows take it over.
@@ -43,6 +44,10 @@ class BatchSubmission {
   void Failed();
   /// A reply has been handled: says in a sentence what came of the items, and in a box which were refused.
   void ReplyHandled();
+
+  /// What came of each item, as the last reply told it (record CORR_BITEM_OUTCOME); null before, and after a
+  /// request that came to nothing.
+  const std::shared_ptr<platform::RecordSet>& outcomes() const { return outcomes_; }
 
  private:
   struct Outcome {
@@ -60,6 +65,8 @@ class BatchSubmission {
   const Uses uses_;
   std::optional<workspace::PageIndex> page_;  // whose letters are under way
   std::optional<Outcome> outcome_;            // yet to be told
+  bool takes_back_ = false;
+  std::shared_ptr<platform::RecordSet> outcomes_;
 };
 
 }  // namespace tracking

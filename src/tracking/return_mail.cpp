@@ -16,6 +16,7 @@ constexpr const char* kSubmitReturnMail = "ZEMLO_Corresp.SubmitReturnMail";
 bool ReturnMail::SubmitReturnMail() {
   return platform::Trap(uses_.services, kSubmitReturnMail, [&] {
     outcome_.reset();
+    answer_.clear();
     auto letter = workspace::CurrentLetter(workspace::ListedLetters(uses_.pages.tracking.sdgGrid));
     const auto number = std::to_string(letter.sequence_number);
     uses_.envelope.Send({
@@ -33,6 +34,7 @@ void ReturnMail::Replied(const workspace::Reply& reply) {
     const auto came = RowsOf(uses_.services, reply, platform::record_name::kReturnMailOutcome);
     if (!came) return;
     outcome_ = {came->Text("OUTCOME") == platform::item_outcome::kRefused, came->Text("MEMO")};
+    answer_ = outcome_->text;
     if (!outcome_->is_refused) ShowMark(*came);
   });
 }

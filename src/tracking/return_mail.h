@@ -36,6 +36,10 @@ class ReturnMail {
   /// A reply has been handled: says what came of the letter, in a box where its address was not marked.
   void ReplyHandled();
 
+  /// What came of the last letter, in the server's words; "" before, and after a request that came to
+  /// nothing.
+  const std::string& answer() const { return answer_; }
+
  private:
   struct Outcome {
     bool is_refused = false;
@@ -46,6 +50,7 @@ class ReturnMail {
 
   const Uses uses_;
   std::optional<Outcome> outcome_;  // yet to be told
+  std::string answer_;
 };
 
 }  // namespace tracking

@@ -13,6 +13,12 @@ int RunMaintainCustomer(const QStringList& words);  ///< the first word is "add"
 int RunTypes(const QStringList& words);
 int RunLetter(const QStringList& words);
 int RunHistory(const QStringList& words);
+int RunReprint(const QStringList& words);
+int RunResubmit(const QStringList& words);
+int RunBatchReprint(const QStringList& words);
+int RunSave(const QStringList& words);
+int RunReturnMail(const QStringList& words);
+int RunWaiting(const QStringList& words);
 int RunUnrecorded(const QStringList& words);
 int RunVerifyAddress(const QStringList& words);
 int RunBookmarks(const QStringList& words);

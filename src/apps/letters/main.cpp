@@ -29,6 +29,12 @@ constexpr Command kCommands[] = {
     {"types", "Lists the letter types", apps::RunTypes},
     {"letter", "Produces a letter", apps::RunLetter},
     {"history", "Finds letters that were produced", apps::RunHistory},
+    {"reprint", "Prints letters again on the local printer", apps::RunReprint},
+    {"resubmit", "Gives letters to tonight's batch", apps::RunResubmit},
+    {"batch-reprint", "Gives letters to tonight's batch, to be printed as they are", apps::RunBatchReprint},
+    {"save", "Saves letters that were produced", apps::RunSave},
+    {"return-mail", "Marks the address that a letter came back from", apps::RunReturnMail},
+    {"waiting", "Lists what waits for the batch run, and takes it back", apps::RunWaiting},
     {"unrecorded", "Lists printed letters that are not recorded, and records them", apps::RunUnrecorded},
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
     {"trial", "Makes a letter of a template that is not in use yet", apps::RunTrial},
@@ -49,8 +55,8 @@ void PrintUsage(std::ostream& out) {
 "zemlo-letters COMMAND --help" explains a command, "zemlo-letters --version" says which tables it reads.
 Exit status: 0 done; 1 refused: nothing was printed or saved, the reason is on standard error; 2 wrong
 usage; 3 done, but standard output could not be written; 4 printed or saved, but not recorded in the
-letter history ("zemlo-letters unrecorded"); 128 and more: ended by a signal. Of a job list 1 says that
-at least one letter failed.
+letter history ("zemlo-letters unrecorded"); 128 and more: ended by a signal. Of a job list, or of
+several letters, 1 says that at least one failed or was refused.
 )";
 }
 

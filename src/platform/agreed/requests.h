@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -46,6 +47,8 @@ inline constexpr std::string_view kFormNumber = "FORM_NBR";
 inline constexpr std::string_view kCheckDigit = "FORM_CK_DGT_NBR";
 inline constexpr std::string_view kFormType = "FORM_TYP_CD";
 inline constexpr std::string_view kOutcome = "LETTER_TYPE";  ///< one of the outcomes below
+inline constexpr std::string_view kLetters = "SEQ_NBRS";     ///< numbers of letters, separated by commas
+inline constexpr std::size_t kMostLettersNamed = 1'000;
 inline constexpr std::string_view kTroop = "TRP_ID";
 inline constexpr std::string_view kDistrict = "TRP_DIST_ID";
 inline constexpr std::string_view kDays = "START_DT";  ///< one day, or two with kBetween

@@ -158,16 +158,20 @@ void AnswerBatchItems(Exchange& exchange) {
   for (const auto& one : asked) outcomes.Act(one);
 }
 
+std::shared_ptr<RecordSet> SelectWaitingItems(Database& database) {
+  return database.Select(
+      R"(SELECT batch_item.SEQ_NBR, ACTN_CD AS ACTION, RQST_TS, RQST_USER_ID, BTCH_SEQ_NBR, LTR_TYP_ID, CUST_ID,
+           FORM_NBR, letter_history.PRNT_STTS_CD
+         FROM batch_item JOIN letter_history ON letter_history.SEQ_NBR = batch_item.SEQ_NBR
+         ORDER BY batch_item.SEQ_NBR)");
+}
+
 void AnswerWaitingItems(Exchange& exchange) {
   if (!exchange.keys.IsYes(platform::request_key::kBatchItems)) {
     throw Failure(Failure::Kind::kRefused,
                   "The key \"BATCH_ITEMS\" asks for what waits for the batch run; send \"Y\".");
   }
-  const auto items = exchange.database.Select(
-      R"(SELECT batch_item.SEQ_NBR, ACTN_CD AS ACTION, RQST_TS, RQST_USER_ID, BTCH_SEQ_NBR, LTR_TYP_ID, CUST_ID,
-           FORM_NBR, letter_history.PRNT_STTS_CD
-         FROM batch_item JOIN letter_history ON letter_history.SEQ_NBR = batch_item.SEQ_NBR
-         ORDER BY batch_item.SEQ_NBR)");
+  const auto items = SelectWaitingItems(exchange.database);
   if (!items->IsEmpty()) exchange.reply.records.push_back({record_name::kWaitingItems, items});
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,7 +30,10 @@ void GiveToBatchRun(Exchange& exchange, std::int64_t letter, std::string_view ac
 /// an unknown action, a SEQ_NBR that is no number; nothing is taken then.
 void AnswerBatchItems(Exchange& exchange);
 
-/// Answers the key BATCH_ITEMS, "Y", with what waits or is claimed, by letter: record CORR_BITEM_WAITING.
+/// What waits or is claimed, by letter, in the columns of the record CORR_BITEM_WAITING.
+std::shared_ptr<platform::RecordSet> SelectWaitingItems(Database& database);
+
+/// Answers the key BATCH_ITEMS, "Y", with the record CORR_BITEM_WAITING.
 /// Without any there is no record.
 void AnswerWaitingItems(Exchange& exchange);
 

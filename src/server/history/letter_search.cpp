@@ -1,6 +1,7 @@
 #include "server/history/letter_search.h"
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -42,8 +43,8 @@ constexpr auto kTextCriteria = std::to_array<std::string_view>(
 
 // Each of these narrows a search to some letters. Beside one of them the others must not tempt the engine,
 // which may have no statistics yet, to read the tenth part of the history by their own index.
-constexpr auto kNarrowKeys =
-    std::to_array<std::string_view>({request_key::kCustomer, request_key::kFormNumber, request_key::kBatch});
+constexpr auto kNarrowKeys = std::to_array<std::string_view>(
+    {request_key::kCustomer, request_key::kFormNumber, request_key::kBatch, request_key::kLetters});
 constexpr auto kWideColumns =
     std::to_array<std::string_view>({request_key::kLetterType, request_key::kTroop});
 
@@ -83,6 +84,7 @@ class Conditions {
     for (const auto column : kTextCriteria) AddText(keys, column);
     AddOutcome(keys);
     AddDays(keys);
+    AddLetters(keys);
     if (!keys.Text(request_key::kBatch).empty()) Add("FLS_BTCH_NBR = ?", {*keys.Number(request_key::kBatch)});
   }
 
@@ -100,6 +102,22 @@ class Conditions {
     if (value.empty()) return;
     const bool unindexed = narrow_ && IsOneOf(kWideColumns, column);
     Add(std::string(column) + (unindexed ? " || '' = ?" : " = ?"), {platform::UpperCase(value)});
+  }
+
+  void AddLetters(const RequestKeys& keys) {
+    const auto text = keys.Text(request_key::kLetters);
+    if (text.empty()) return;
+    std::vector<Value> numbers;
+    std::string places;
+    std::istringstream list(text);
+    for (std::string number; std::getline(list, number, ',');) {
+      platform::While("reading SEQ_NBRS", [&] { numbers.emplace_back(Value(number).AsInteger()); });
+      places += places.empty() ? "?" : ", ?";
+    }
+    if (numbers.size() > request_key::kMostLettersNamed)
+      Refuse(request_key::kLetters, text.substr(0, 40) + "...",
+             "at most " + std::to_string(request_key::kMostLettersNamed) + " numbers");
+    Add("SEQ_NBR IN (" + places + ")", numbers);
   }
 
   void AddOutcome(const RequestKeys& keys) {

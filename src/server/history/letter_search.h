@@ -19,6 +19,7 @@ inline constexpr auto kLetterSearchKeys = std::to_array<KnownKey>({
     {platform::request_key::kDistrict},
     {platform::request_key::kDays, "=", platform::key_operator::kBetween},
     {platform::request_key::kBatch},
+    {platform::request_key::kLetters},
     {platform::request_key::kThin},
 });
 
@@ -26,7 +27,8 @@ inline constexpr auto kLetterSearchKeys = std::to_array<KnownKey>({
 /// with no record where there is none. Beside the record's columns each has CUST_NM, its customer's name.
 ///
 /// LETTER_TYPE is Succeeded, Failed (status "F" or "R") or All. START_DT is about whole days of a letter's
-/// time. Criteria with an empty value are left out. THIN "YES" leaves the letters' contexts out.
+/// time. SEQ_NBRS names letters by their numbers; those that are not there are left out. Criteria with an
+/// empty value are left out. THIN "YES" leaves the letters' contexts out.
 ///
 /// Throws Failure kRefused for a value that a criterion cannot have, and where more letters are found than a
 /// reply should bring.

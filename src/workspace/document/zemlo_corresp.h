@@ -74,6 +74,13 @@ class ZEMLO_Corresp {
   const Parts& parts() const { return RequireParts(); }
   /// Comes after Initialize; throws Failure before it.
   UnrecordedLetters& unrecorded_letters() { return RequireParts().unrecorded_letters; }
+  /// Lists letters on the tracking page by their numbers. Comes after Initialize; throws Failure before it.
+  bool ListLetters(const std::vector<std::int64_t>& numbers) {
+    return RequireParts().history_search.ListLetters(numbers);
+  }
+  /// Gives the letters selected on the page in front to the coming batch run, or takes them back ("DEL").
+  /// Comes after Initialize; throws Failure before it.
+  bool SubmitBatch(const std::string& action) { return RequireParts().batch_submission.SubmitBatch(action); }
   const tracking::LetterActionLists& action_lists() const { return data_.action_lists; }
   /// Why the page's command is disabled, a sentence for each rule; none before Initialize.
   std::vector<std::string> CheckMessages(PageIndex page);

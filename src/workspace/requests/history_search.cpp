@@ -68,12 +68,26 @@ void HistorySearch::TakeCriteria() {
   search.letter.check_digit.clear();
 }
 
+bool HistorySearch::ListLetters(const std::vector<std::int64_t>& numbers) {
+  narrowed_to_.clear();
+  return Send(PageIndex::kTracking, [&] {
+    std::string list;
+    for (const auto number : numbers) list += (list.empty() ? "" : ",") + std::to_string(number);
+    return std::vector{Criterion(KeyNamed(request_key::kLetters), list),
+                       Criterion(KeyNamed(request_key::kThin), "YES")};
+  });
+}
+
 bool HistorySearch::SendLetterInq(PageIndex page) {
+  return Send(page, [&] { return Keys(page); });
+}
+
+bool HistorySearch::Send(PageIndex page, const std::function<std::vector<KeyItem>()>& keys) {
   return Trap(uses_.services, "ZEMLO_Corresp.SendLetterInq", [&] {
     uses_.envelope.Send({
         .type = platform::message_type::kSearch,
         .name = "Letter_History",
-        .keys = Keys(page),
+        .keys = keys(),
         .status = "Requesting letter history",
         .status_when = RequestDescription::Status::kBeforeSending,
         .mode = RequestDescription::SendMode::kSendAndWait,

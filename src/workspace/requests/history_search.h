@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -40,12 +42,16 @@ class HistorySearch {
   /// Asks for the letters of the page's criteria; its grid is disabled until the reply has been handled.
   /// Returns whether the request is under way.
   bool SendLetterInq(PageIndex page);
+  /// Lists the letters of these numbers on the tracking page, whatever its criteria are; those that are not
+  /// there are left out. At most request_key::kMostLettersNamed. Returns whether the request is under way.
+  bool ListLetters(const std::vector<std::int64_t>& numbers);
   /// The letters have come: lists them on the page. On the batch page, which lists none, they go to the
   /// tracking page.
   void FillHistory(const Reply& reply, PageIndex page);
 
  private:
   void TakeCriteria();
+  bool Send(PageIndex page, const std::function<std::vector<platform::KeyItem>()>& keys);
   std::vector<platform::KeyItem> Keys(PageIndex page);
   void AddTrackingKeys(std::vector<platform::KeyItem>& keys) const;
   void AddDates(std::vector<platform::KeyItem>& keys) const;
