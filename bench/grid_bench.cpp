@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <numeric>
 #include <optional>
 
 #include <benchmark/benchmark.h>
@@ -25,6 +26,7 @@
 #include "tests/fakes/fake_services.h"
 #include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
+#include "tracking/letter_rules.h"
 #include "tracking/row_format.h"
 #include "workspace/pages/pages.h"
 
@@ -52,7 +54,8 @@ class LetterList {
     row_loaded_ = grid().RowLoaded.Connect(
         [this](std::size_t row) { row_format_->sdgGrid_RowLoaded(workspace::PageIndex::kTracking, row); });
   }
-  platform::Grid& grid() { return pages_->tracking.sdgGrid; }
+  workspace::TrackingPage& page() { return pages_->tracking; }
+  platform::Grid& grid() { return page().sdgGrid; }
 
   std::shared_ptr<platform::RecordSet> Letters() {
     std::vector<std::string> names;
@@ -206,6 +209,23 @@ BENCHMARK_CAPTURE(Act, select_all_and_copy,
     ->Unit(benchmark::kMillisecond)
     ->UseManualTime()
     ->Iterations(kRuns);
+
+/// The letter actions are offered anew while every letter is selected, of statuses that allow all of them.
+void OfferActionsForAll(benchmark::State& state) {
+  auto& page = TheList().page();
+  tracking::LetterActionLists lists;
+  lists.ActionPrintLocal = lists.ActionResubmit = lists.ActionPrintBatch = "PSFRM";
+  ListOnScreen screen;
+  page.sdgGrid.Bind(TheList().Letters());
+  std::vector<std::size_t> rows(kLetters);
+  std::iota(rows.begin(), rows.end(), std::size_t{0});
+  page.sdgGrid.UserSelects(rows);
+  for ([[maybe_unused]] auto _ : state) {
+    for (std::size_t option = 0; option < page.OptLetter.size(); ++option)
+      page.OptLetter[option].SetEnabled(tracking::RuleOf(option).Allows(lists, page.sdgGrid));
+  }
+}
+BENCHMARK(OfferActionsForAll)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 
