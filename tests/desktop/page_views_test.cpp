@@ -125,6 +125,14 @@ TEST_F(TheWorkspaceWindow, BeginsInItsFirstFieldAndReachesTheCustomersByKey) {
   }
 }
 
+TEST_F(TheWorkspaceWindow, ReachesTheDaysOfASearchByTheirMnemonics) {
+  view.setCurrentIndex(1);
+  for (const auto& [key, name] : {std::pair(Qt::Key_R, "From"), std::pair(Qt::Key_O, "To")}) {
+    QTest::keyClick(&view, key, Qt::AltModifier);
+    EXPECT_THAT(QApplication::focusWidget()->accessibleName().toStdString(), testing::HasSubstr(name));
+  }
+}
+
 TEST_F(TheWorkspaceWindow, CutsNoTextOff) {
   for (const auto page : kPages) {
     auto& shown_page = TurnTo(page);

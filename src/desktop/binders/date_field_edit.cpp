@@ -179,6 +179,7 @@ DateFieldEdit::DateFieldEdit(QWidget* parent)
   layout->setSpacing(2);
   layout->addWidget(box_);
   layout->addWidget(edit_, 1);
+  setFocusPolicy(Qt::StrongFocus);  // a caption's mnemonic goes to no field without
   setFocusProxy(box_);
 
   edit_->setCalendarPopup(true);
