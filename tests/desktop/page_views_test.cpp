@@ -4,8 +4,10 @@
 #include <set>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QLabel>
+#include <QRadioButton>
 #include <QTabBar>
 
 #include "desktop/binders/date_field_edit.h"
@@ -131,6 +133,16 @@ TEST_F(TheWorkspaceWindow, ReachesTheDaysOfASearchByTheirMnemonics) {
     QTest::keyClick(&view, key, Qt::AltModifier);
     EXPECT_THAT(QApplication::focusWidget()->accessibleName().toStdString(), testing::HasSubstr(name));
   }
+}
+
+TEST_F(TheWorkspaceWindow, HasTheKeyboardInTheListWhileLetterActionsAreHeldBack) {
+  view.setCurrentIndex(1);
+  auto& page = sample.pages.tracking;
+  for (auto* option : view.currentWidget()->findChildren<QRadioButton*>())
+    if (option->text() == QStringLiteral("Resubmit Letters")) option->setFocus();
+  ASSERT_NE(qobject_cast<QRadioButton*>(QApplication::focusWidget()), nullptr);
+  page.letter_action.SetEnabled(false);
+  EXPECT_NE(qobject_cast<QAbstractItemView*>(QApplication::focusWidget()), nullptr);
 }
 
 TEST_F(TheWorkspaceWindow, CutsNoTextOff) {

@@ -21,8 +21,7 @@ QGroupBox* MakeLetter(workspace::CorrespondencePage& page) {
   return box;
 }
 
-QGroupBox* MakeActions(workspace::CorrespondencePage& page) {
-  auto* box = new QGroupBox;
+QGroupBox* MakeActions(workspace::CorrespondencePage& page, QGroupBox* box) {
   Bind(page.letter_action, *box);
   auto* layout = new QGridLayout(box);
   AddOptions(page.OptOnline, OptionRadio::Arrows::kMove, *layout);
@@ -38,7 +37,9 @@ CorrespondencePageView::CorrespondencePageView(workspace::CorrespondencePage& pa
   auto* upper = new QHBoxLayout;
   upper->addWidget(new CustomerPanelView(page.panel), 5);
   upper->addWidget(MakeLetter(page), 4);
-  upper->addWidget(MakeActions(page));
+  auto* actions = new QGroupBox;
+  HandOnKeyboardOf(page.letter_action, *actions);
+  upper->addWidget(MakeActions(page, actions));
   auto* layout = new QVBoxLayout(&content());
   layout->addLayout(upper);
   AddResults(*layout, page.sdgGrid, "Letters of the customer", settings);

@@ -26,6 +26,13 @@ void PageView::AddResults(QBoxLayout& layout, platform::Grid& grid, const char* 
   connections_.push_back(grid.LookChanged.Connect([this] { ResultsChanged(); }));
 }
 
+void PageView::HandOnKeyboardOf(platform::Frame& frame, QWidget& box) {
+  connections_.push_back(frame.LookChanged.Connect([this, &frame, &box] {
+    const auto* keyboard = window()->focusWidget();
+    if (!frame.enabled() && keyboard != nullptr && box.isAncestorOf(keyboard)) results_->setFocus();
+  }));
+}
+
 void PageView::PressDefaultButton() {
   has_results_ = false;
   left_field_ = QApplication::focusWidget();

@@ -9,6 +9,7 @@
 
 #include "desktop/binders/grid_view.h"
 #include "platform/controls/grid.h"
+#include "platform/controls/label.h"
 #include "platform/parties/view_settings.h"
 
 namespace desktop {
@@ -30,6 +31,11 @@ class PageView : public QScrollArea {
                   platform::ViewSettings& settings);
   /// Enter in a field presses it, as in a dialog.
   void SetDefaultButton(QPushButton* button) { default_button_ = button; }
+
+  /// While the frame's actions are held back the keyboard is in the list, whose letters they were about.
+  /// Comes before the frame is bound to `box`: a widget that is disabled gives the keyboard to whatever comes
+  /// next.
+  void HandOnKeyboardOf(platform::Frame& frame, QWidget& box);
 
   void keyPressEvent(QKeyEvent* event) override;
   QSize minimumSizeHint() const override { return {400, 240}; }

@@ -30,8 +30,7 @@ QGroupBox* MakeStatus(workspace::TrackingPage& page) {
   return box;
 }
 
-QGroupBox* MakeActions(workspace::TrackingPage& page) {
-  auto* box = new QGroupBox;
+QGroupBox* MakeActions(workspace::TrackingPage& page, QGroupBox* box) {
   Bind(page.letter_action, *box);
   auto* layout = new QGridLayout(box);
   AddOptions(page.OptLetter, OptionRadio::Arrows::kMove, *layout);
@@ -49,7 +48,9 @@ TrackingPageView::TrackingPageView(workspace::TrackingPage& page, platform::View
   left->addWidget(MakeCriteria(page));
   auto* upper = new QHBoxLayout;
   upper->addLayout(left, 1);
-  upper->addWidget(MakeActions(page));
+  auto* actions = new QGroupBox;
+  HandOnKeyboardOf(page.letter_action, *actions);
+  upper->addWidget(MakeActions(page, actions));
   auto* layout = new QVBoxLayout(&content());
   layout->addLayout(upper);
   AddResults(*layout, page.sdgGrid, "Letters found", settings);
