@@ -29,6 +29,7 @@ class NotedHandOver : public platform::HandOver {
   }
 
   void Begins() override {
+    has_begun_ = true;
     is_begun_ = false;
     if (!holder_.is_noted()) return;
     services_.print_journal.Begin(context_);
@@ -41,6 +42,9 @@ class NotedHandOver : public platform::HandOver {
     End("ZEMLO_PreviewDoc.Failed", [&] { services_.print_journal.Abandon(); });
   }
 
+  /// Whether a print or save has come as far as its hand-over, or to the note of it.
+  bool has_begun() const { return has_begun_; }
+
  private:
   template <typename Work>
   void End(std::string_view procedure, Work&& work) {
@@ -50,7 +54,8 @@ class NotedHandOver : public platform::HandOver {
   const platform::Services& services_;
   const std::string context_;
   const Holder holder_;
-  bool is_begun_ = false;
+  bool has_begun_ = false;
+  bool is_begun_ = false;  // and not ended
 };
 
 }  // namespace composition

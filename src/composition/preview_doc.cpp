@@ -129,14 +129,19 @@ bool ZEMLO_PreviewDoc::OpenAndPreview(const std::string& file_name, const std::s
 bool ZEMLO_PreviewDoc::PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark,
                                      bool lBlnShowDialog) {
   bool printed = false;
+  std::optional<platform::PrintFault> fault;
+  const auto hand_over = PrintHandOver(lstrBookMark);
   Trap(services_, "ZEMLO_Corresp.PrintDocument", [&] {
-    const auto bookmark_text = GetBKforPrint(services_, lstrBookMark);
-    ReleaseDocument();
-    document_ = services_.print.NewDocument();
-    services_.status.ShowStatus("Prepare Print");
-    if (bookmark_text.empty()) return;
-    OpenAndPrint(lstrFileName, bookmark_text, PrintHandOver(lstrBookMark), lBlnShowDialog, printed);
+    platform::KeepFault(fault, [&] {
+      const auto bookmark_text = GetBKforPrint(services_, lstrBookMark);
+      ReleaseDocument();
+      document_ = services_.print.NewDocument();
+      services_.status.ShowStatus("Prepare Print");
+      if (bookmark_text.empty()) return;
+      OpenAndPrint(lstrFileName, bookmark_text, hand_over, lBlnShowDialog, printed);
+    });
   });
+  if (!printed) KeepPrintFault(fault, *hand_over);
   ShowReady(services_);
   document_ = nullptr;
   return printed;
@@ -153,6 +158,13 @@ void ZEMLO_PreviewDoc::OpenAndPrint(const std::string& file_name, const std::str
   MergeOrFail(*document, bookmark_text);
   printed = document->PrintOut(kOneCopy, show_dialog);
   document->EndPrint(kEndPrintOption);
+}
+
+void ZEMLO_PreviewDoc::KeepPrintFault(const std::optional<platform::PrintFault>& fault,
+                                      const NotedHandOver& hand_over) {
+  print_fault_ = fault.value_or(platform::PrintFault{
+      "The letter could not be prepared. The error log says why.", /*is_letters_own=*/true});
+  if (hand_over.has_begun()) print_fault_.is_letters_own = false;
 }
 
 bool ZEMLO_PreviewDoc::SaveDocument(const std::string& lstrFileName, const std::string& /*lstrTemplateName*/,
@@ -173,7 +185,7 @@ std::shared_ptr<platform::HandOver> ZEMLO_PreviewDoc::PreviewHandOver(const std:
                                          NotedHandOver::Holder{[this] { return !BadAddress; }, ask});
 }
 
-std::shared_ptr<platform::HandOver> ZEMLO_PreviewDoc::PrintHandOver(const std::string& bookmark_xml) const {
+std::shared_ptr<NotedHandOver> ZEMLO_PreviewDoc::PrintHandOver(const std::string& bookmark_xml) const {
   const auto refuse = [](const auto& names) -> bool { RefuseToLetOut(names); };
   return std::make_shared<NotedHandOver>(services_, bookmark_xml,
                                          NotedHandOver::Holder{[] { return true; }, refuse});

@@ -2,12 +2,16 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/event.h"
+#include "platform/parties/print_fault.h"
 #include "platform/parties/services.h"
 
 namespace composition {
+
+class NotedHandOver;
 
 /// Turns a letter's data context into a document on the screen, on paper or in a file, and tells its holder
 /// when a previewed letter was printed.
@@ -38,6 +42,8 @@ class ZEMLO_PreviewDoc {
   /// nothing filled never is, because nobody has looked at it. Raises no WordPrinted: the caller has the
   /// answer.
   bool PrintDocument(const std::string& lstrFileName, const std::string& lstrBookMark, bool lBlnShowDialog);
+  /// Why the last PrintDocument did not print. From the hand-over on the fault is never the letter's own.
+  const platform::PrintFault& print_fault() const { return print_fault_; }
 
   /// Previews as PreviewDoc does, then, where the preview stands, asks where to save. Answers false.
   bool SaveDocument(const std::string& lstrFileName, const std::string& lstrTemplateName,
@@ -64,10 +70,11 @@ class ZEMLO_PreviewDoc {
   /// `printed` is told as soon as it is known: what fails afterwards does not take it back.
   void OpenAndPrint(const std::string& file_name, const std::string& bookmark_text,
                     const std::shared_ptr<platform::HandOver>& hand_over, bool show_dialog, bool& printed);
+  void KeepPrintFault(const std::optional<platform::PrintFault>& fault, const NotedHandOver& hand_over);
   // Of a letter whose reader is the user, and of one that nobody sees. The first is released before this
   // object goes, and hears of no print then.
   std::shared_ptr<platform::HandOver> PreviewHandOver(const std::string& bookmark_xml);
-  std::shared_ptr<platform::HandOver> PrintHandOver(const std::string& bookmark_xml) const;
+  std::shared_ptr<NotedHandOver> PrintHandOver(const std::string& bookmark_xml) const;
   void AttachNotify();
   void OnDocEnd();
   void OnDocPrint();
@@ -84,6 +91,8 @@ class ZEMLO_PreviewDoc {
   std::shared_ptr<platform::PrintNotify> notify_;
   platform::Connection doc_end_;
   platform::Connection doc_print_;
+
+  platform::PrintFault print_fault_;
 };
 
 }  // namespace composition

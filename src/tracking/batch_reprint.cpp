@@ -90,7 +90,7 @@ std::string BatchReprint::Progress(const char* word) const {
          std::to_string(count_.value());
 }
 
-void BatchReprint::Stop() {
+void BatchReprint::Stop(const std::string& /*reason*/) {
   progress_.Cancel();
   SendBatchCount("Saving batch");
 }

@@ -38,8 +38,9 @@ class BatchReprint : public workspace::PrintRun {
   bool HasLettersToReprint(std::string_view letter_type) const;
 
   void LetterPrinted(workspace::RequestDescription& message) override;
+  void LetterFailed(const platform::PrintFault& fault) override { Stop(fault.reason); }
   /// Cancels the run and reports the counts reached.
-  void Stop() override;
+  void Stop(const std::string& reason) override;
   /// Reports to the server how many letters were printed; `status` is shown where it is not "".
   void SendBatchCount(std::string_view status);
 

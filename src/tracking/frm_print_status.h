@@ -6,7 +6,7 @@
 
 namespace tracking {
 
-/// How far a batch reprint has come, and the way to end it after the letter that is printing. Modeless.
+/// How far a print run has come, and the way to end it after the letter that is printing. Modeless.
 class frmPrintStatus : public platform::Form {
  public:
   frmPrintStatus() : Form("Print Status") {
@@ -17,6 +17,7 @@ class frmPrintStatus : public platform::Form {
   bool Cancelled = false;
 
   platform::Label progress;
+  platform::Label letter;  ///< which one is printing; "" where it is not said
   platform::Command cancel{"Cancel Print Job"};
 
  protected:

@@ -1,5 +1,7 @@
 #include "tracking/letter_fetch.h"
 
+#include <utility>
+
 #include "platform/agreed/requests.h"
 #include "tracking/letter_owner.h"
 #include "workspace/letters/listed_letters.h"
@@ -11,33 +13,44 @@ using platform::Criterion;
 using platform::KeyNamed;
 using platform::KeyWithBlank;
 
-bool LetterFetch::RePrintLetter(const std::string& action, workspace::PageIndex grid) {
-  return platform::Trap(services_, "ZEMLO_Corresp.RePrintLetter", [&] {
-    if (!IsMeant(action, grid)) throw platform::AbandonStep();
-    workspace::RequestDescription request{
-        .type = platform::message_type::kFetch,
-        .name = action,
-        .letter = LetterOf(action, grid),
-        .status = "Requesting Letter History",
-        .status_when = workspace::RequestDescription::Status::kBeforeSending,
-    };
-    request.keys.push_back(
-        Criterion(KeyNamed(request_key::kFetchContext), std::to_string(request.letter.sequence_number)));
-    if (action == "Letter_BKView") {
-      request.keys.push_back(Criterion(KeyNamed(request_key::kFieldDescriptors), "Y"));
-      request.keys.push_back(Criterion(KeyWithBlank(request_key::kExplainState), "Y"));
-    }
-    envelope_.Send(request);
-  });
-}
+namespace {
+
+constexpr const char* kFetching = "ZEMLO_Corresp.RePrintLetter";
+
+}  // namespace
 
 // A letter that is only looked into, for its customer or its bookmarks, goes to nobody.
-bool LetterFetch::IsMeant(const std::string& action, workspace::PageIndex grid) const {
+bool LetterFetch::AreMeant(const std::string& action, workspace::PageIndex grid) const {
   const bool goes_out = action == "Letter_Preview" || action == "Letter_Print" || action == "Letter_Save";
   const bool has_panel =
       grid == workspace::PageIndex::kCorrespondence || grid == workspace::PageIndex::kTracking;
-  return !goes_out || !has_panel ||
-         AreLettersMeant(services_, message_title_, pages_.Letter(grid).panel, pages_.sdgGrid(grid));
+  if (!goes_out || !has_panel) return true;
+  bool are_meant = false;
+  platform::Trap(services_, kFetching, [&] {
+    are_meant = AreLettersMeant(services_, message_title_, pages_.Letter(grid).panel, pages_.sdgGrid(grid));
+  });
+  return are_meant;
+}
+
+bool LetterFetch::Fetch(const std::string& action, workspace::PageIndex grid) {
+  return platform::Trap(services_, kFetching, [&] { Send(action, LetterOf(action, grid)); });
+}
+
+void LetterFetch::Send(const std::string& action, workspace::LetterData letter) {
+  workspace::RequestDescription request{
+      .type = platform::message_type::kFetch,
+      .name = action,
+      .letter = std::move(letter),
+      .status = "Requesting Letter History",
+      .status_when = workspace::RequestDescription::Status::kBeforeSending,
+  };
+  request.keys.push_back(
+      Criterion(KeyNamed(request_key::kFetchContext), std::to_string(request.letter.sequence_number)));
+  if (action == "Letter_BKView") {
+    request.keys.push_back(Criterion(KeyNamed(request_key::kFieldDescriptors), "Y"));
+    request.keys.push_back(Criterion(KeyWithBlank(request_key::kExplainState), "Y"));
+  }
+  envelope_.Send(request);
 }
 
 workspace::LetterData LetterFetch::LetterOf(const std::string& action, workspace::PageIndex grid) {

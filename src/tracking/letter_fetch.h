@@ -32,10 +32,17 @@ class LetterFetch {
   /// reply hands it back as its row is now; `action` is the pending request name and decides what the reply
   /// does. Returns whether the request is under way: a failure is reported, and where the page shows another
   /// customer than the letters', the user may have declined.
-  bool RePrintLetter(const std::string& action, workspace::PageIndex grid);
+  bool RePrintLetter(const std::string& action, workspace::PageIndex grid) {
+    return AreMeant(action, grid) && Fetch(action, grid);
+  }
+  /// Whether the user means the selected letters, see AreLettersMeant; a failure is a No that is reported.
+  bool AreMeant(const std::string& action, workspace::PageIndex grid) const;
+  /// RePrintLetter of letters that are meant.
+  bool Fetch(const std::string& action, workspace::PageIndex grid);
+  /// Asks for that letter. Throws what RequestEnvelope::Send throws.
+  void Send(const std::string& action, workspace::LetterData letter);
 
  private:
-  bool IsMeant(const std::string& action, workspace::PageIndex grid) const;
   workspace::LetterData LetterOf(const std::string& action, workspace::PageIndex grid);
 
   const platform::Services& services_;

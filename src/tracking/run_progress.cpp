@@ -1,5 +1,7 @@
 #include "tracking/run_progress.h"
 
+#include "platform/text.h"
+
 namespace tracking {
 
 void RunProgress::Begin() {
@@ -7,8 +9,9 @@ void RunProgress::Begin() {
   is_cancelled_ = false;
 }
 
-void RunProgress::Show(const std::string& text) {
+void RunProgress::Show(const std::string& text, const std::string& letter) {
   form_.progress.SetCaption(text);
+  form_.letter.SetCaption(platform::ReplaceAll(letter, "&", "&&"));
   if (form_.shown() || is_cancelled_) return;
   form_.Cancelled = false;
   services_.host.Show(form_);

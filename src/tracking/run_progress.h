@@ -16,9 +16,9 @@ class RunProgress {
 
   /// Another run starts; nothing is shown yet.
   void Begin();
-  /// Shows the text, without blocking. A cancelled run shows nothing any more. Throws Failure where the host
-  /// cannot show it.
-  void Show(const std::string& text);
+  /// Shows the texts, without blocking; `letter` says which one is printing, "" nothing. A cancelled run
+  /// shows nothing any more. Throws Failure where the host cannot show it.
+  void Show(const std::string& text, const std::string& letter = {});
   bool IsShown() const { return form_.shown(); }
   /// The run is at a place where it can end: a wish of the user to cancel takes effect, and the form goes.
   /// Returns whether the run is cancelled.

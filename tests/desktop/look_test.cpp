@@ -26,6 +26,8 @@
 #include "tests/desktop/window_reader.h"
 #include "tests/fakes/fake_view_settings.h"
 #include "tests/support/temporary_folder.h"
+#include "tracking/frm_print_status.h"
+#include "tracking/frm_print_summary.h"
 
 namespace {
 
@@ -311,6 +313,25 @@ TEST_P(TheLook, OfTheLetterForm) {
   form.txtParagraph.UserEdits("Please bring the fuel receipts of the last quarter.\nWe keep copies.");
   LookAtNextModal("letter_form");
   shell.ShowModal(form);
+}
+
+TEST_P(TheLook, OfAPrintRunAndItsEnd) {
+  tracking::frmPrintStatus status;
+  status.progress.SetCaption("Printed letter 17 of 50, 2 failed");
+  status.letter.SetCaption("Now: Certificate of Tax Liability, number 120033");
+  LookAtNextModal("print_status");
+  shell.ShowModal(status);
+  tracking::frmPrintSummary summary(
+      "17 of 50 letters were printed.",
+      {{3, "Certificate of Tax Liability", "120017",
+        "The letter was not printed, because nothing fills \"DUE_DT\". View the letter and print it from "
+        "there, "
+        "or correct its template."},
+       {17, "Tax Warrant", "120031",
+        "The printer \"laser\" does not take the letter \"TW109_2401.docx\": The printer or class does not "
+        "exist. Check the printer, or choose another one."}});
+  LookAtNextModal("print_summary");
+  shell.ShowModal(summary);
 }
 
 TEST_P(TheLook, OfMessagesAndHelp) {

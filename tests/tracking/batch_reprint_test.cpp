@@ -87,7 +87,7 @@ TEST_F(BatchReprintTest, ReportsWhatItReachedWhenALetterFails) {
   run_.Prepare({"109", "B", {31, 32}, /*total=*/2});
   run_.TakeNext("RePrint_Tax_Warrant");
   LetterIsPrinted();
-  run_.Stop();
+  run_.Stop("");
   EXPECT_THAT(Count(), ElementsAre("ACTION=ADD", "STATION_ID=B", "TW_TOT=2", "TW_PRNTD=1"));
   EXPECT_FALSE(run_.HasLettersToReprint("109"));
   EXPECT_FALSE(Form().shown());

@@ -6,6 +6,7 @@
 #include "desktop/forms/letter_form_view.h"
 #include "desktop/forms/letter_information_view.h"
 #include "desktop/forms/print_status_view.h"
+#include "desktop/forms/print_summary_view.h"
 
 namespace desktop {
 
@@ -17,6 +18,7 @@ void RegisterFormViews(QtHostShell& shell) {
   shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
   shell.ShowFormsWith<composition::frmLetter>([](auto& form) { return new LetterFormView(form); });
   shell.ShowFormsWith<tracking::frmPrintStatus>([](auto& form) { return new PrintStatusView(form); });
+  shell.ShowFormsWith<tracking::frmPrintSummary>([](auto& form) { return new PrintSummaryView(form); });
 }
 
 }  // namespace desktop

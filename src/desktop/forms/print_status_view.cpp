@@ -20,6 +20,10 @@ PrintStatusView::PrintStatusView(tracking::frmPrintStatus& form, QWidget* parent
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(progress);
+  auto* letter = new QLabel(this);
+  letter->setWordWrap(true);
+  Bind(form.letter, *letter, QStringLiteral("Letter"));
+  layout->addWidget(letter);
   layout->addWidget(MakeButton(form.cancel, this), 0, Qt::AlignRight);
   setMinimumWidth(kNarrowestBox);
 }

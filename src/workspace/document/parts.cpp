@@ -92,7 +92,10 @@ ReplyHandlers Parts::Handlers() {
     stored_letters.MergeLetter(reply, page, mode, letter_type);
   };
   known.LocalReprintGoesOn = [this] { return local_reprint.GoesOn(); };
-  known.StopLocalReprint = [this] { local_reprint.Stop(); };
+  known.StopLocalReprint = [this] { local_reprint.Stop(""); };
+  known.LocalReprintTakesError = [this](const Reply& reply, const std::string& error) {
+    return local_reprint.TakesError(reply, error);
+  };
   known.LocalReprintIsOver = [this] { return local_reprint.IsOver(); };
   known.HasLettersToReprint = [this](const std::string& letter_type) {
     return batch_reprint.HasLettersToReprint(letter_type);

@@ -26,6 +26,8 @@ struct ReplyHandlers {
   std::function<bool()> LocalReprintGoesOn;
   /// The next letter of a local reprint could not be fetched, or is not to be printed any more.
   std::function<void()> StopLocalReprint;
+  /// The request for the next letter was answered with an error: whether the run tells it at its end.
+  std::function<bool(const Reply& reply, const std::string& error)> LocalReprintTakesError;
   /// Whether no letter of a local reprint is left to print; without a handler none is.
   std::function<bool()> LocalReprintIsOver;
   /// Tells of letters given to the coming batch run, where the reply does.

@@ -54,6 +54,11 @@ class Steps {
       !goes_on || goes_on() ? print(reply) : stop();
     };
   }
+  std::function<bool(const Reply&, const std::string&)> LocalReprintTakesError() const {
+    return [&takes = handlers_.LocalReprintTakesError](const Reply& reply, const std::string& error) {
+      return takes && takes(reply, error);
+    };
+  }
   std::function<bool()> LocalReprintIsOver() const {
     return [&is_over = handlers_.LocalReprintIsOver] { return !is_over || is_over(); };
   }
@@ -137,7 +142,13 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
       {"BatchAU", nothing, Status::kReady, none, none},
       {"Letter_Preview", steps.Merge("PREVIEW"), Status::kReady, none, none},
       {"Letter_BKView", steps.Take(&Handlers::ViewBookMark), Status::kReady, none, none},
-      {"Letter_Print", steps.PrintNext(), Status::kReady, steps.Do(&Handlers::StopLocalReprint), none},
+      {"Letter_Print",
+       steps.PrintNext(),
+       Status::kReady,
+       steps.Do(&Handlers::StopLocalReprint),
+       none,
+       {},
+       steps.LocalReprintTakesError()},
       {"Letter_Save", steps.Merge("SAVE"), Status::kReady, none, none},
       {"CustomerFromLetter", steps.Take(&Handlers::FillCustFromLetter), Status::kReady,
        steps.EnableLetterActions(), steps.EnableLetterActions()},

@@ -65,12 +65,12 @@ void LetterPrinting::Print(LetterData& letter, const std::string& request_name) 
   if (is_printed) {
     PrintDoc(letter, request_name);
   } else {
-    EndRun(request_name);
+    TellRun(request_name, mclsPreview_->print_fault());
   }
 }
 
-void LetterPrinting::EndRun(const std::string& request_name) const {
-  if (auto* run = uses_.run_of(request_name)) run->Stop();
+void LetterPrinting::TellRun(const std::string& request_name, const platform::PrintFault& fault) const {
+  if (auto* run = uses_.run_of(request_name)) run->LetterFailed(fault);
 }
 
 void LetterPrinting::mclsPreview_WordPrinted() {
@@ -88,17 +88,25 @@ void LetterPrinting::ReleasePreview() {
 
 void LetterPrinting::PrintDoc(LetterData& letter, const std::string& request_name) {
   auto* const run = uses_.run_of(request_name);
-  const bool is_recorded = Trap(uses_.services, kPrintDoc, [&] {
+  std::optional<platform::PrintFault> fault;
+  bool is_counted = false;
+  const auto record = [&] {
     RequestDescription message{.type = platform::message_type::kChange, .status = "Saving letter history"};
     message.name = letter.from_batch_browser ? "BatchAU" : "LetterAU";
     AddRecord(message, letter, request_name);
     if (message.records.empty()) throw platform::AbandonStep();
     // Where the note cannot be brought on, the letter is recorded all the same.
     Trap(uses_.services, kPrintDoc, [&] { message.message_key = uses_.services.print_journal.Record(); });
+    is_counted = true;
     ContinueRun(run, message);
     uses_.envelope.Send(message);
-  });
-  if (!is_recorded && run != nullptr) run->Stop();
+  };
+  const bool is_recorded = Trap(uses_.services, kPrintDoc, [&] { platform::KeepFault(fault, record); });
+  if (is_recorded || run == nullptr) return;
+  // It has been printed all the same, and must not be printed again.
+  RequestDescription unsent;
+  if (!is_counted) Trap(uses_.services, kPrintDoc, [&] { run->LetterPrinted(unsent); });
+  run->Stop(fault ? fault->reason : "The letter could not be recorded.");
 }
 
 void LetterPrinting::AddRecord(RequestDescription& message, LetterData& letter,
@@ -116,9 +124,11 @@ void LetterPrinting::AddRecord(RequestDescription& message, LetterData& letter,
 void LetterPrinting::ContinueRun(PrintRun* run, RequestDescription& message) const {
   if (run == nullptr) return;
   const auto without_run = message;
-  if (Trap(uses_.services, kPrintDoc, [&] { run->LetterPrinted(message); })) return;
+  std::optional<platform::PrintFault> fault;
+  const auto go_on = [&] { platform::KeepFault(fault, [&] { run->LetterPrinted(message); }); };
+  if (Trap(uses_.services, kPrintDoc, go_on)) return;
   message = without_run;
-  run->Stop();
+  run->Stop(fault ? fault->reason : "The next letter could not be had.");
 }
 
 void LetterPrinting::ExpectPrint(const LetterData& letter, const std::string& request_name) {

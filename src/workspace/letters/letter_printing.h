@@ -35,7 +35,7 @@ class LetterPrinting {
   void Preview(const LetterData& letter, const std::string& request_name);
   /// Previews it and asks where to save; a save counts as a print where the letter's address failed.
   void Save(const LetterData& letter, const std::string& request_name);
-  /// Prints it without a preview and records it. Where it is not printed, its run ends.
+  /// Prints it without a preview and records it. Where it is not printed, its run is told why.
   void Print(LetterData& letter, const std::string& request_name);
   /// A dialog is about to show a preview of its own in which the letter may be printed.
   void ExpectFromDialog(const LetterData& letter, const std::string& request_name) {
@@ -43,8 +43,8 @@ class LetterPrinting {
   }
   /// It has been closed: what is printed from now on is another letter.
   void DialogClosed() { uses_.services.print_journal.Expect({}); }
-  /// The run of that request stops, where it belongs to one.
-  void EndRun(const std::string& request_name) const;
+  /// The letter of that request is not printed: its run is told, where it belongs to one.
+  void TellRun(const std::string& request_name, const platform::PrintFault& fault) const;
   /// Records a printed letter and continues its run.
   void PrintDoc(LetterData& letter, const std::string& request_name);
   /// The preview was printed: PrintDoc, and the preview goes.

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+
+#include "platform/parties/print_fault.h"
 #include "workspace/messaging/request_envelope.h"
 
 namespace workspace {
@@ -13,8 +16,11 @@ class PrintRun {
   /// brings the next letter, and names the request. Throws Failure where there is no next letter to be had;
   /// the letter is counted and the message can be sent all the same.
   virtual void LetterPrinted(RequestDescription& message) = 0;
-  /// A letter could not be fetched, printed or recorded: the run is over, as if the user had cancelled it.
-  virtual void Stop() = 0;
+  /// A letter that was fetched was not printed: the run goes on with the next one, or is over.
+  virtual void LetterFailed(const platform::PrintFault& fault) = 0;
+  /// The run is over, because a letter that was printed could not be recorded or no next one be had. `reason`
+  /// is "" where the user has cancelled it.
+  virtual void Stop(const std::string& reason) = 0;
 };
 
 }  // namespace workspace

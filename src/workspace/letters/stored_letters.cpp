@@ -24,10 +24,13 @@ std::string ContextOf(const platform::RecordSet& reply) {
 
 void StoredLetters::MergeLetter(const Reply& reply, PageIndex page, const std::string& mode,
                                 const std::string& letter_type) {
-  bool is_merged = false;
-  platform::Trap(uses_.services, "ZEMLO_Corresp.MergeLetter",
-                 [&] { is_merged = Merge(reply, page, mode, letter_type); });
-  if (!is_merged) uses_.printing.EndRun(reply.request_name);
+  std::optional<platform::PrintFault> fault{{"The server's reply brought no data of the letter.", true}};
+  platform::Trap(uses_.services, "ZEMLO_Corresp.MergeLetter", [&] {
+    platform::KeepFault(fault, [&] {
+      if (Merge(reply, page, mode, letter_type)) fault.reset();
+    });
+  });
+  if (fault) uses_.printing.TellRun(reply.request_name, *fault);
 }
 
 bool StoredLetters::Merge(const Reply& reply, PageIndex page, const std::string& mode,

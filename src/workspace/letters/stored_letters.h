@@ -26,8 +26,8 @@ class StoredLetters {
   /// Takes the reply that brings a stored letter: mode "PREVIEW", "SAVE", or any other to print.
   ///
   /// The letter is the one that was asked for, whatever row or page the user has turned to since. One of a
-  /// batch reprint (page kBatchReprint) uses the template that `letter_type` has today. A failure is reported
-  /// and, like a reply without a context, ends the letter's run.
+  /// batch reprint (page kBatchReprint) uses the template that `letter_type` has today. A failure is
+  /// reported; of it, and of a reply without a context, the letter's run is told.
   void MergeLetter(const Reply& reply, PageIndex page, const std::string& mode,
                    const std::string& letter_type);
 

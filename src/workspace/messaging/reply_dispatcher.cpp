@@ -56,6 +56,10 @@ void ReplyDispatcher::Handle(const std::string& application) {
 
 void ReplyDispatcher::HandleError(const ReplyRoute& route, const Reply& reply,
                                   const std::string& error) const {
+  if (route.takes_error && route.takes_error(reply, error)) {
+    if (!pending_.IsAwaited()) services_.status.ShowStatus("Ready");
+    return;
+  }
   services_.host.ShowMessage({error, platform::MessageIcon::kCritical, message_title_});
   services_.status.ShowStatus(reply.timed_out ? "Search timed out" : "Search was not successful");
   if (route.on_error) route.on_error();

@@ -28,6 +28,8 @@ struct ReplyRoute {
   std::function<bool()> is_ready = {};
   /// A reply with rows of this record goes this way whatever its request's name; "" for none.
   std::string record_name = {};
+  /// Asked first about an error reply: whether its text is told elsewhere, later.
+  std::function<bool(const Reply& reply, const std::string& error)> takes_error = {};
 };
 
 /// Takes every reply to the workspace and walks the table of routes by the name of its request.

@@ -21,6 +21,7 @@ class StoredLetters : public WorkspaceTest {
     for (const auto* name : {"TAX110.DOCX", "TW109.DOCX"}) {
       fakes_.files.content[std::string("templates/") + name] = "document";
     }
+    fakes_.host.user_in_form = [this](platform::Form& form) { UserReads(form); };
     GivenListed({{"17", "TAX110.DOCX", "P"}, {"18", "TW109.DOCX", "V"}, {"19", "TAX110.DOCX", "P"}});
   }
 
@@ -50,13 +51,36 @@ class StoredLetters : public WorkspaceTest {
     fakes_.server.ReplyWith("XML_CONTEXT", {{{"XML_CONTEXT", kContext}}});
     fakes_.RunEvents();
   }
+  /// An error, of the letter that is asked for or of the record of the one before.
+  void ServerRefuses(const std::string& error, bool is_recorded) {
+    fakes::ScriptedReply reply{{}, error, false};
+    if (is_recorded) reply.records = {{"CORRHIST", fakes::RowsOf("CORRHIST", {{{"SEQ_NBR", 17}}})}};
+    fakes_.server.Reply(reply);
+    fakes_.RunEvents();
+  }
   void ServerConfirms() {
     fakes_.server.ReplyWithNothing();
     fakes_.RunEvents();
   }
+  /// The user reads the summary of a run, and may have what failed printed again.
+  void UserReads(platform::Form& form) {
+    auto* const summary = dynamic_cast<tracking::frmPrintSummary*>(&form);
+    if (summary == nullptr) return;
+    const auto& rows = *summary->letters.rows();
+    told_.push_back(summary->outcome.caption());
+    for (std::size_t row = 0; row < rows.RecordCount(); ++row) {
+      told_.push_back(rows.Text(row, "LETTER") + " " + rows.Text(row, "SEQ_NBR") + ": " +
+                      rows.Text(row, "REASON"));
+    }
+    if (!summary->again.enabled()) told_.push_back("nothing to print again");
+    if (print_again_) summary->again.UserClicks();
+  }
   TrackingPage& Tracking() { return document_.pages().tracking; }
   std::vector<std::string> Record() { return LastRequest().FindRecord("CORRHIST").Assigned(); }
   std::size_t Sent() const { return fakes_.server.requests.size(); }
+
+  std::vector<std::string> told_;  ///< by the summaries: the outcome, then what failed
+  bool print_again_ = false;
 };
 
 TEST_F(StoredLetters, AreViewedAndRecordedWhenThePreviewIsPrinted) {
@@ -160,13 +184,14 @@ TEST_F(StoredLetters, AreProposedUnderTheirOwnNameAndDayForAFile) {
   EXPECT_THAT(print_.proposed_names, ElementsAre("Tax liability - 2021-03-04"));
 }
 
-TEST_F(StoredLetters, ThatShowAPlaceholderEndTheirRunUnprinted) {
+TEST_F(StoredLetters, ThatShowAPlaceholderStayUnprinted) {
   print_.not_filled = {"DUE_DT"};
-  UserReprints({0, 1});
+  UserReprints({0});
   const auto sent = Sent();
   ServerBringsLetter();
   EXPECT_THAT(fakes_.errors.Procedures(), ElementsAre("ZEMLO_Corresp.PrintDocument"));
-  EXPECT_EQ(Sent(), sent) << "nothing is recorded, and no further letter is fetched";
+  EXPECT_EQ(Sent(), sent) << "nothing is recorded";
+  EXPECT_THAT(told_, IsEmpty()) << "a letter alone is told of where it failed";
   EXPECT_TRUE(Tracking().sdgGrid.enabled());
   EXPECT_EQ(fakes_.status.LastText(), "Ready");
 }
@@ -291,45 +316,147 @@ TEST_F(StoredLetters, KeepTheSelectionOfARunUntilItsLastLetter) {
   EXPECT_THAT(Tracking().sdgGrid.selected_rows(), ElementsAre(2));
 }
 
-TEST_F(StoredLetters, EndTheirRunWithTheLetterThatFails) {
-  const std::function<void()> failures[] = {
-      [this] {
-        print_.prints = false;
-        ServerBringsLetter();
-      },
-      [this] {
-        print_.accepts = false;
-        ServerBringsLetter();
-      },
-      [this] { ServerConfirms(); },  // without the letter
-      [this] {
-        fakes_.server.ReplyWithError("no such letter");
-        fakes_.RunEvents();
-      },
-      [this] {
-        fakes_.server.on_send = [](const auto&) {
-          throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
-        };
-        ServerBringsLetter();
-      },
+// One damaged letter used to keep all that came after it from being printed.
+TEST_F(StoredLetters, ArePassedOverWhereTheFaultIsTheirOwn) {
+  struct Case {
+    std::function<void()> fails;
+    std::string reason;
   };
-  for (const auto& fails : failures) {
+  const Case cases[] = {
+      {[this] {
+         print_.failing = {{"OpenDocument", platform::Failure::Kind::kDamaged}};
+         ServerBringsLetter();
+       },
+       "OpenDocument has failed"},
+      {[this] {
+         print_.not_filled = {"DUE_DT"};
+         ServerBringsLetter();
+       },
+       "The letter was not printed, because nothing fills \"DUE_DT\". View the letter and print it from "
+       "there, or correct its template."},
+      {[this] { ServerConfirms(); }, "The server's reply brought no data of the letter."},
+      {[this] { ServerRefuses("no such letter", /*is_recorded=*/true); }, "no such letter"},
+  };
+  for (const auto& [fails, reason] : cases) {
+    SCOPED_TRACE(reason);
+    fakes_.host.messages.clear();
+    told_.clear();
+    UserReprints({0, 1, 2});
+    fakes_.host.messages.clear();
+    ServerBringsLetter();
+    EXPECT_EQ(PrintStatus().letter.caption(), "Now: TW109.DOCX, number 18");
+    fails();
+    print_.failing.clear();
+    print_.not_filled.clear();
+    EXPECT_EQ(PrintStatus().progress.caption(), "Printed letter 1 of 3, 1 failed");
+    EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|19"));
+    ServerBringsLetter();
+    EXPECT_THAT(Record(), Contains("SEQ_NBR=19"));
+    EXPECT_THAT(told_, IsEmpty()) << "the last letter is not recorded yet";
+    ServerConfirms();
+    EXPECT_THAT(told_, ElementsAre("2 of 3 letters were printed.", "TW109.DOCX 18: " + reason));
+    EXPECT_EQ(fakes_.status.reason, "2 of 3 letters were printed.");
+    EXPECT_EQ(fakes_.status.LastText(), "Ready");
+    EXPECT_THAT(fakes_.host.messages, IsEmpty()) << "nobody has to sit by";
+    EXPECT_TRUE(Tracking().sdgGrid.enabled());
+  }
+}
+
+TEST_F(StoredLetters, ArePrintedAgainWhereTheyFailedAndNoOthers) {
+  UserReprints({0, 1, 2});
+  ServerConfirms();
+  ServerBringsLetter();
+  print_again_ = true;
+  ServerRefuses("no such letter", /*is_recorded=*/true);
+  EXPECT_THAT(told_, SizeIs(3));
+  print_again_ = false;
+
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|17"));
+  EXPECT_FALSE(Tracking().letter_action.enabled());
+  EXPECT_FALSE(Tracking().sdgGrid.enabled());
+  told_.clear();
+  ServerBringsLetter();
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|19"));
+  ServerBringsLetter();
+  ServerConfirms();
+  EXPECT_EQ(fakes_.status.reason, "All 2 letters were printed.");
+  EXPECT_THAT(told_, IsEmpty());
+  EXPECT_THAT(Tracking().sdgGrid.selected_rows(), ElementsAre(0, 1, 2));
+}
+
+// What is recorded of the letter before is refused: the letter after it has not been looked for.
+TEST_F(StoredLetters, ThatCannotBeRecordedAreToldOfAndNotPrintedAgain) {
+  UserReprints({0, 1});
+  ServerBringsLetter();
+  ServerRefuses("deleted by another user", /*is_recorded=*/false);
+  EXPECT_THAT(LastRequest().Keys(), ElementsAre("KORVADSK|key:FetchContext|=|18"));
+  ServerBringsLetter();
+  ServerConfirms();
+  EXPECT_THAT(told_, ElementsAre("All 2 letters were printed.",
+                                 "TAX110.DOCX 17: The letter was printed, but not recorded. deleted by "
+                                 "another user",
+                                 "nothing to print again"));
+}
+
+TEST_F(StoredLetters, EndTheirRunWherePrinterLayoutOrServerAreGone) {
+  const std::string untried = "TAX110.DOCX 19: It was not tried any more, because the run had ended.";
+  struct Case {
+    std::function<void()> fails;
+    std::vector<std::string> told;
+  };
+  const Case cases[] = {
+      {[this] {
+         print_.accepts = false;
+         ServerBringsLetter();
+       },
+       {"1 of 3 letters were printed.", "TW109.DOCX 18: the printer is on fire", untried}},
+      {[this] {
+         print_.failing = {{"PrintOut", platform::Failure::Kind::kUnavailable}};
+         ServerBringsLetter();
+       },
+       {"1 of 3 letters were printed.", "TW109.DOCX 18: PrintOut has failed", untried}},
+      {[this] {
+         fakes_.server.Reply({{}, "no answer", true});
+         fakes_.RunEvents();
+       },
+       {"1 of 3 letters were printed.", "TW109.DOCX 18: no answer", untried}},
+      {[this] {
+         ServerRefuses("the database is gone", /*is_recorded=*/true);
+         ServerRefuses("the database is gone", /*is_recorded=*/true);
+       },
+       {"1 of 3 letters were printed.", "TW109.DOCX 18: the database is gone",
+        "TAX110.DOCX 19: the database is gone"}},
+      {[this] {
+         fakes_.server.on_send = [](const auto&) {
+           throw platform::Failure(platform::Failure::Kind::kUnavailable, "no server");
+         };
+         ServerBringsLetter();
+       },
+       {"2 of 3 letters were printed.", untried}},
+  };
+  for (const auto& [fails, told] : cases) {
+    SCOPED_TRACE(told[1]);
+    told_.clear();
     UserReprints({0, 1, 2});
     ServerBringsLetter();
     fails();
+    EXPECT_EQ(told_, told);
     EXPECT_FALSE(document_.pending_request().IsAwaited());
     EXPECT_TRUE(document_.parts().local_reprint.IsOver());
     EXPECT_TRUE(Tracking().sdgGrid.enabled());
     EXPECT_TRUE(Tracking().letter_action.enabled());
     EXPECT_EQ(fakes_.host.pointer, platform::MousePointer::kNormal);
-    print_.prints = print_.accepts = true;
+    print_.accepts = true;
+    print_.failing.clear();
     fakes_.server.on_send = nullptr;
   }
 }
 
 TEST_F(StoredLetters, ArePrintedFromTheCorrespondencePageWithoutContinuingAnEarlierRun) {
   UserReprints({0, 1, 2});
-  ServerConfirms();  // without the letter: the run ends at once
+  print_.accepts = false;  // the run ends at once
+  ServerBringsLetter();
+  print_.accepts = true;
   GivenListed({{"30", "TW109.DOCX", "P"}}, kPage);
   auto& page = document_.pages().correspondence;
   page.sdgGrid.UserSelects({0});
