@@ -49,6 +49,7 @@ class MergingComponent : public platform::PrintComponent {
   std::unique_ptr<platform::PrintDocument> NewDocument() override {
     return std::make_unique<MergingDocument>(docx_);
   }
+  bool AskHow(std::size_t) override { return true; }
 
  private:
   const std::string docx_;

@@ -20,6 +20,7 @@ Printing::Printing(const host::DataFolder& folder, const host::SettingsFile& set
       printers_(queues_, settings.PdfFolder(), clock),
       component_(
           {host.shell, host.events, host.viewer, host.print_observer, errors, layout_, printers_, host.wait},
-          settings.TemplateFolder(), settings.Printer()) {}
+          settings.TemplateFolder(),
+          {.printer = settings.Printer(), .without_asking = settings.PrintsWithoutAsking()}) {}
 
 }  // namespace apps

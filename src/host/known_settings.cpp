@@ -33,6 +33,8 @@ Provider="Provider=SQLite;"
 [Printing]
 ; A printer queue's name, "PDF folder", or nothing: the system's default queue, else the PDF folder.
 Printer=
+; Y prints without asking for printer, copies, sides and pages: on the printer chosen last, else the one above.
+WithoutAsking=N
 
 [Preview]
 ; Wait before a preview is merged, in milliseconds; anything up to 1500 means 1500.
@@ -82,6 +84,7 @@ constexpr auto kSettings = std::to_array<Setting>({
     {"Folders", "Printed", Path},
     {"Reference", "Provider", Provider},
     {"Printing", "Printer", AnyText},
+    {"Printing", "WithoutAsking", YesOrNo},
     {"Preview", "DelayMilliseconds", Milliseconds},
     {"Preview", "LayoutSeconds", Seconds},
     {"DMVKorvadsk", "System\\DontPrint", YesOrNo},

@@ -126,6 +126,10 @@ std::string SettingsFile::Printer() const {
   return Text("Printing", "Printer", "");
 }
 
+bool SettingsFile::PrintsWithoutAsking() const {
+  return Text("Printing", "WithoutAsking", "N") == "Y";
+}
+
 std::filesystem::path SettingsFile::PdfFolder() const {
   return Folder("Printed", folder_.Printed());
 }

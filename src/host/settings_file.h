@@ -42,6 +42,8 @@ class SettingsFile : public platform::Settings, public platform::SettingsStore {
 
   /// The printer letters go to; "" for the system's default queue, or the PDF folder where there is no queue.
   std::string Printer() const;
+  /// Whether letters go to the printer that was chosen last without a question.
+  bool PrintsWithoutAsking() const;
   std::filesystem::path PdfFolder() const;
   /// How long the layout of one letter may take.
   std::chrono::milliseconds LayoutTimeOut() const;

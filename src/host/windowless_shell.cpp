@@ -58,9 +58,10 @@ std::optional<std::string> WindowlessShell::AskSaveFile(const std::string&) {
   return answers_.save_file;
 }
 
-std::optional<std::string> WindowlessShell::AskPrinter(const std::vector<std::string>&,
-                                                       const std::string& current) {
-  return answers_.printer.value_or(current);
+std::optional<platform::PrintChoice> WindowlessShell::AskPrint(const platform::PrintQuestion& question) {
+  auto choice = question.proposed;
+  if (answers_.printer) choice.printer = *answers_.printer;
+  return choice;
 }
 
 void WindowlessShell::ShowStatus(std::string_view text) {

@@ -26,7 +26,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
     bool yes = false;                      ///< to every question but the next one
     bool allow_unfilled = false;           ///< to whether a letter with placeholders goes out
     std::optional<std::string> save_file;  ///< where AskSaveFile saves; nothing cancels
-    std::optional<std::string> printer;    ///< what AskPrinter takes; nothing takes the current one
+    std::optional<std::string> printer;    ///< what AskPrint takes; nothing takes what is proposed
   };
   /// Answers one kind of form: returns whether it knew the form. It works the form's controls and closes it.
   using FormAnswerer = std::function<bool(platform::Form& form)>;
@@ -64,8 +64,7 @@ class WindowlessShell : public platform::HostShell, public platform::StatusDispl
   void Beep() override {}
   std::string ClipboardText() override { return ""; }
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
-  std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
-                                        const std::string& current) override;
+  std::optional<platform::PrintChoice> AskPrint(const platform::PrintQuestion& question) override;
 
   void CommandBegins() override {}
   void ShowStatus(std::string_view text) override;

@@ -42,6 +42,7 @@ bool LocalReprint::Start() {
 bool LocalReprint::Begin(Positions positions) {
   auto& grid = uses_.pages.tracking.sdgGrid;
   ListedLetters(grid).MakeSelectedCurrent(positions.empty() ? 0 : positions.front());
+  if (!IsPrinterChosen(positions.size())) return false;
   Count(std::move(positions));
   if (wanted_ > 1) ShowProgress("Printing " + std::to_string(wanted_) + " letters");
   const bool is_under_way = uses_.fetch.Fetch(kRequest, PageIndex::kTracking);
@@ -55,11 +56,17 @@ bool LocalReprint::Begin(Positions positions) {
 }
 
 bool LocalReprint::StartSingle(PageIndex page) {
-  if (!uses_.fetch.AreMeant(kRequest, page)) return false;
+  if (!uses_.fetch.AreMeant(kRequest, page) || !IsPrinterChosen(1)) return false;
   Count({0});
   const bool is_under_way = uses_.fetch.Fetch(kRequest, page);
   if (!is_under_way) Stop("");
   return is_under_way;
+}
+
+bool LocalReprint::IsPrinterChosen(std::size_t letters) const {
+  bool is_chosen = false;
+  platform::Trap(uses_.services, kStart, [&] { is_chosen = uses_.services.print.AskHow(letters); });
+  return is_chosen;
 }
 
 bool LocalReprint::IsConfirmed(std::size_t letters) {

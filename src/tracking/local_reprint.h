@@ -22,8 +22,9 @@ namespace tracking {
 /// The selected letters are printed again on the local printer, one after the other.
 ///
 /// More than one letter is asked about first, with how many there are, more than ten with their types as
-/// well; while they print their progress is shown and the user may end the run. The tracking page's list is
-/// locked meanwhile, so that the selection stays what the run was started with. Decision [run-asked].
+/// well, and then once for the printer; while they print their progress is shown and the user may end the
+/// run. The tracking page's list is locked meanwhile, so that the selection stays what the run was started
+/// with. Decision [run-asked].
 ///
 /// A letter that fails through a fault of its own is passed over; where the printer or the server is gone the
 /// run ends. At the end a summary names what failed, and may print it again. Decision [run-ends].
@@ -66,6 +67,8 @@ class LocalReprint : public workspace::PrintRun {
   bool IsConfirmed(std::size_t letters);
   std::string TypesOfSelected();
   bool Begin(Positions positions);
+  /// Asks for the printer. A failure is a No that is reported.
+  bool IsPrinterChosen(std::size_t letters) const;
   void Count(Positions positions);
   void FetchNext();
   void NoteFailure(std::string reason);

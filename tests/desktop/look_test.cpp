@@ -343,7 +343,9 @@ TEST_P(TheLook, OfMessagesAndHelp) {
                      platform::MessageIcon::kQuestion, "Correspondence", platform::MessageButtons::kYesNo,
                      platform::MessageAnswer::kNo});
   LookAtNextModal("printer");
-  shell.AskPrinter({"PDF folder", "counter_2"}, "PDF folder");
+  shell.AskPrint({.printers = {{"counter_2"}, {"PDF folder", false}}, .proposed = {.printer = "counter_2"}});
+  LookAtNextModal("printer_of_run");
+  shell.AskPrint({.printers = {{"PDF folder", false}}, .proposed = {.printer = "PDF folder"}, .letters = 50});
   desktop::ShowHelp(Window());
   auto* help = Window().findChild<QDialog*>();
   ASSERT_NE(help, nullptr);

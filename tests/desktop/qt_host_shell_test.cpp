@@ -278,12 +278,33 @@ TEST_F(TheHostShell, IsBusyUnderAnOpenBoxAndWhileAReplyIsAwaitedWhateverThePoint
   EXPECT_EQ(idle, 2);
 }
 
-TEST_F(TheHostShell, AsksForAPrinterWithTheCurrentOneChosen) {
-  tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Return); });
-  EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), "hall");
+TEST_F(TheHostShell, AsksForThePrinterAndRemembersItWithTheSides) {
+  using platform::PrintChoice;
+  fakes::FakeViewSettings remembered;
+  desktop::QtHostShell asking(queue, &remembered);
+  platform::PrintQuestion question{.printers = {{"hall"}, {"laser"}, {"PDF folder", false}},
+                                   .proposed = {.printer = "hall"}};
+  const auto user_types = [](const std::vector<Qt::Key>& keys, const QString& pages = {}) {
+    tests::OnNextModal([keys, pages](QWidget& box) {
+      for (const auto key : keys) QTest::keyClick(QApplication::focusWidget(), key);
+      if (!pages.isEmpty()) QTest::keyClicks(box.findChild<QLineEdit*>(QStringLiteral("pages")), pages);
+      QTest::keyClick(&box, Qt::Key_Return);
+      if (box.isVisible()) QTest::keyClick(&box, Qt::Key_Escape);
+    });
+  };
+  // The next printer, two copies, both sides.
+  user_types({Qt::Key_Down, Qt::Key_Tab, Qt::Key_Up, Qt::Key_Tab, Qt::Key_End}, QStringLiteral("3, 1-2"));
+  EXPECT_EQ(
+      asking.AskPrint(question),
+      (PrintChoice{.printer = "laser", .copies = 2, .sides = PrintChoice::Sides::kBoth, .pages = "1-3"}));
+  user_types({}, QStringLiteral("4-2"));
+  EXPECT_EQ(asking.AskPrint(question), std::nullopt) << "no pages: Enter does nothing, Esc cancels";
 
-  tests::OnNextModal([](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); });
-  EXPECT_EQ(shell.AskPrinter({"PDF folder", "hall"}, "hall"), std::nullopt);
+  question.with_dialog = false;
+  const PrintChoice last = {.printer = "laser", .sides = PrintChoice::Sides::kBoth};
+  EXPECT_EQ(asking.AskPrint(question), last);
+  question.printers = {{"hall"}};
+  EXPECT_EQ(asking.AskPrint(question), question.proposed) << "the printer has gone";
 }
 
 TEST_F(TheHostShell, ShowsANoticeAboveTheFormInFrontToo) {

@@ -27,6 +27,7 @@ class NoPrintComponent : public platform::PrintComponent {
   std::unique_ptr<platform::PrintDocument> NewDocument() override {
     throw platform::Failure(platform::Failure::Kind::kUnavailable, "This test has no print component.");
   }
+  bool AskHow(std::size_t) override { return true; }
 };
 
 /// Everything outside, faked. Hand `services()` to what is tested.

@@ -30,8 +30,9 @@ class RecordingHost : public platform::HostShell {
   /// Runs while a message box stands.
   std::function<void(const platform::Message&)> user_at_message;
   std::deque<std::optional<std::string>> save_files;
-  std::vector<std::string> suggested_files;  ///< what AskSaveFile was given, oldest first
-  std::deque<std::optional<std::string>> printers;
+  std::vector<std::string> suggested_files;              ///< what AskSaveFile was given, oldest first
+  std::vector<platform::PrintQuestion> print_questions;  ///< what AskPrint was given, oldest first
+  std::deque<std::optional<platform::PrintChoice>> print_choices;  ///< then what is proposed
   int beeps = 0;
   int pending_event_runs = 0;
 
@@ -69,8 +70,9 @@ class RecordingHost : public platform::HostShell {
     suggested_files.push_back(suggested_name);
     return Next(save_files).value_or(std::nullopt);
   }
-  std::optional<std::string> AskPrinter(const std::vector<std::string>&, const std::string&) override {
-    return Next(printers).value_or(std::nullopt);
+  std::optional<platform::PrintChoice> AskPrint(const platform::PrintQuestion& question) override {
+    print_questions.push_back(question);
+    return Next(print_choices).value_or(question.proposed);
   }
 
  private:

@@ -28,6 +28,7 @@ class RecordingPrintComponent : public platform::PrintComponent {
   bool opens = true;
   bool merges = true;
   bool prints = true;
+  bool is_asked_in_vain = false;  ///< the user cancels the question how to print
   bool save_is_cancelled = false;
   bool accepts = true;                  ///< spooler and file system take what they get
   std::vector<std::string> not_filled;  ///< bookmarks of each merged document
@@ -52,6 +53,10 @@ class RecordingPrintComponent : public platform::PrintComponent {
   std::unique_ptr<platform::PrintDocument> NewDocument() override {
     Called("NewDocument");
     return std::make_unique<Document>(*this);
+  }
+  bool AskHow(std::size_t letters) override {
+    Called("AskHow", std::to_string(letters));
+    return !is_asked_in_vain;
   }
 
  private:

@@ -16,8 +16,11 @@ class FakeQueues : public wordprocessor::PrinterQueues {
 
   std::vector<std::string> Names() const override { return names; }
   std::string Default() const override { return names.empty() ? "" : names.front(); }
-  std::string Print(const std::string& queue, const std::filesystem::path&, const std::string& title,
-                    int) override {
+  platform::PrintChoice last;  ///< how the last letter was to be printed
+  std::string Print(const platform::PrintChoice& choice, const std::filesystem::path&,
+                    const std::string& title) override {
+    const auto& queue = choice.printer;
+    last = choice;
     if (jammed) throw platform::Failure(platform::Failure::Kind::kUnavailable, "Paper jam.");
     printed.push_back(queue + ": " + title);
     return queue + ", job " + std::to_string(printed.size());

@@ -99,7 +99,8 @@ class PrintComponentTest : public testing::Test {
     settings.work_folder = folder_ / "work";
     pool_ = std::make_unique<LayoutPool>(settings);
     component_ = std::make_unique<OfficePrintComponent>(
-        PrintSurroundings{host_, events_, viewer_, observer_, errors_, *pool_, printers_}, templates_, "");
+        PrintSurroundings{host_, events_, viewer_, observer_, errors_, *pool_, printers_}, templates_,
+        printing_);
   }
   /// Opened and merged, its events written down.
   void GivenMergedLetter() {
@@ -145,6 +146,7 @@ class PrintComponentTest : public testing::Test {
   Observer observer_;
   FakeQueues queues_;
   Printers printers_{queues_, printed_, clock_};
+  OfficePrintComponent::Printing printing_;
   std::unique_ptr<LayoutPool> pool_;
   std::unique_ptr<OfficePrintComponent> component_;
 
@@ -264,12 +266,66 @@ TEST_F(PrintComponentTest, SavesByTheEndingOfTheFile) {
 TEST_F(PrintComponentTest, PrintsWithoutAPreviewOnThePrinterTheUserChose) {
   queues_.names = {"laser", "second floor"};
   GivenMergedLetter();
-  host_.printers = {std::nullopt};
+  host_.print_choices = {std::nullopt};
   EXPECT_FALSE(document_->PrintOut(1, true));
-  host_.printers = {"second floor"};
+  host_.print_choices = {platform::PrintChoice{.printer = "second floor"}};
   EXPECT_TRUE(document_->PrintOut(1, true));
   EXPECT_TRUE(document_->PrintOut(1, false)) << "the choice lasts";
   EXPECT_THAT(queues_.printed, ElementsAre("second floor: CTL110.docx", "second floor: CTL110.docx"));
+}
+
+TEST_F(PrintComponentTest, PrintsARunAsTheUserChoseOnceAndPagesOfOneLetterOnce) {
+  using platform::PrintChoice;
+  queues_.names = {"laser", "second floor"};
+  GivenMergedLetter();
+  const PrintChoice run = {.printer = "second floor", .copies = 2, .sides = PrintChoice::Sides::kBoth};
+  host_.print_choices = {run};
+  ASSERT_TRUE(component_->AskHow(50));
+  EXPECT_EQ(host_.print_questions.back().letters, 50u);
+  EXPECT_EQ(host_.print_questions.back().proposed.printer, "laser");
+  for (int letter = 0; letter < 2; ++letter) {
+    document_->PrintOut(1, false);
+    EXPECT_EQ(queues_.last, run);
+  }
+
+  auto one = run;
+  one.pages = "1-2";
+  host_.print_choices = {one};
+  ASSERT_TRUE(component_->AskHow(1));
+  document_->PrintOut(1, false);
+  EXPECT_EQ(queues_.last, one);
+  document_->PrintOut(1, false);
+  EXPECT_EQ(queues_.last, (PrintChoice{.printer = "second floor", .sides = PrintChoice::Sides::kBoth}));
+  host_.print_choices = {std::nullopt};
+  EXPECT_FALSE(component_->AskHow(3));
+}
+
+TEST_F(PrintComponentTest, AsksAboutAPrintFromThePreview) {
+  queues_.names = {"laser"};
+  GivenPreview();
+  host_.print_choices = {std::nullopt, platform::PrintChoice{.printer = "laser", .pages = "2"}};
+  viewer_.Press(&PreviewContent::print);
+  EXPECT_THAT(heard_, IsEmpty()) << "cancelled";
+  viewer_.Press(&PreviewContent::print);
+  EXPECT_EQ(queues_.last.pages, "2");
+  EXPECT_THAT(heard_, ElementsAre("DocPrint"));
+}
+
+TEST_F(PrintComponentTest, PrintsWithoutAskingUntilThePrinterTakesNoLetter) {
+  printing_.without_asking = true;
+  queues_.names = {"laser"};
+  MakeComponent("zemlo-fake-worker");
+  GivenPreview();
+  const auto asked_after_print = [&] {
+    viewer_.Press(&PreviewContent::print);
+    return host_.print_questions.back().with_dialog;
+  };
+  EXPECT_FALSE(asked_after_print());
+  queues_.jammed = true;
+  EXPECT_FALSE(asked_after_print());
+  queues_.jammed = false;
+  EXPECT_TRUE(asked_after_print());
+  EXPECT_FALSE(asked_after_print());
 }
 
 TEST_F(PrintComponentTest, TellsWhichBookmarksNoFieldFilled) {

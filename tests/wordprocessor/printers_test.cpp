@@ -36,7 +36,7 @@ class PrintersTest : public testing::Test {
   PrintersTest() { platform::WriteScratchFile(pdf_, std::string(64 * 1024, 'p')); }
 
   std::string Print(const std::string& printer, const std::string& letter = "CTL110_2407.DOCX") {
-    return printers_.Print(printer, pdf_, letter, 1);
+    return printers_.Print({.printer = printer}, pdf_, letter);
   }
   /// How printing into the folder fails.
   Failure Refusal() {
@@ -58,10 +58,12 @@ class PrintersTest : public testing::Test {
 };
 
 TEST_F(PrintersTest, OffersTheQueuesAndTheFolderWhichIsTheDefaultWithoutAQueue) {
-  EXPECT_THAT(printers_.Names(), ElementsAre("PDF folder"));
+  const platform::OfferedPrinter folder = {"PDF folder", /*takes_options=*/false};
+  EXPECT_THAT(printers_.Offered(), ElementsAre(folder));
   EXPECT_EQ(printers_.Default(), "PDF folder");
   queues_.names = {"laser", "second floor"};
-  EXPECT_THAT(printers_.Names(), ElementsAre("laser", "second floor", "PDF folder"));
+  using Offered = platform::OfferedPrinter;
+  EXPECT_THAT(printers_.Offered(), ElementsAre(Offered{"laser"}, Offered{"second floor"}, folder));
   EXPECT_EQ(printers_.Default(), "laser");
 }
 
@@ -82,6 +84,15 @@ TEST_F(PrintersTest, FilesLettersUnderDateTimeTemplateAndARunningNumber) {
       Printed(),
       ElementsAre("2004-03-15 09.00.00 CTL110_2407 1.pdf", "2004-03-15 09.00.00 CTL110_2407 2.pdf",
                   "2004-03-15 09.00.00 " + std::string(50, 'N') + " 1.pdf", "2004-03-15 09.00.00 odd 1.pdf"));
+}
+
+TEST_F(PrintersTest, FilesALetterWholeAndOnceOrSaysThatItDoesNot) {
+  for (const auto& choice : {platform::PrintChoice{.printer = "PDF folder", .copies = 2},
+                             platform::PrintChoice{.printer = "PDF folder", .pages = "1-2"}}) {
+    EXPECT_THAT([&] { printers_.Print(choice, pdf_, "CTL110.docx"); },
+                tests::Fails(Failure::Kind::kRefused, HasSubstr("Choose a printer")));
+  }
+  EXPECT_FALSE(std::filesystem::exists(printed_));
 }
 
 TEST_F(PrintersTest, LosesNoLetterWhereSeveralProgramsPrintAtTheSameMoment) {
@@ -171,7 +182,7 @@ TEST_F(PrintersTest, SaysWhatTheSpoolerSays) {
   EXPECT_THAT(queues.Names(), IsEmpty());
   EXPECT_EQ(queues.Default(), "");
   EXPECT_THAT(
-      [&] { queues.Print("laser", pdf_, "CTL110.docx", 1); },
+      [&] { queues.Print({.printer = "laser"}, pdf_, "CTL110.docx"); },
       tests::Fails(Failure::Kind::kUnavailable, AllOf(HasSubstr("\"laser\""), HasSubstr("\"CTL110.docx\""))));
   unsetenv("CUPS_SERVER");
 }

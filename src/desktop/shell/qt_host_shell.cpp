@@ -12,13 +12,13 @@
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <QTimer>
 
 #include "desktop/look/qt_text.h"
 #include "desktop/shell/form_dialog.h"
+#include "desktop/shell/print_dialog.h"
 #include "platform/agreed/saved_letter.h"
 #include "platform/failure.h"
 
@@ -33,7 +33,13 @@ namespace {
 
 constexpr auto kCaption = "Correspondence";
 constexpr auto kTag = "zemlo-corresp";
-constexpr std::string_view kSaveFolder = "SaveFolder";  // in the view settings
+
+// In the view settings.
+constexpr std::string_view kSaveFolder = "SaveFolder";
+constexpr std::string_view kPrinter = "Printer";
+constexpr std::string_view kPrintSides = "PrintSides";
+constexpr auto kSidesRemembered =
+    std::to_array<std::string_view>({"", "one", "both"});  // as PrintChoice::Sides
 
 struct SaveFormat {
   const char* ending;
@@ -296,18 +302,36 @@ bool QtHostShell::MayReplace(const QString& file) {
   return box.exec() == QMessageBox::Yes;
 }
 
-std::optional<std::string> QtHostShell::AskPrinter(const std::vector<std::string>& printers,
-                                                   const std::string& current) {
+std::optional<platform::PrintChoice> QtHostShell::AskPrint(const platform::PrintQuestion& question) {
+  auto asked = question;
+  asked.proposed = Remembered(question);
+  if (!question.with_dialog) return asked.proposed;
   const BoxScope open(*this);
-  QStringList names;
-  for (const auto& printer : printers) names += ToQt(printer);
-  const auto first = std::max<qsizetype>(0, names.indexOf(ToQt(current)));
-  bool accepted = false;
-  const auto chosen =
-      QInputDialog::getItem(Front(), QStringLiteral("Print Letter"), QStringLiteral("&Printer:"), names,
-                            static_cast<int>(first), false, &accepted);
-  if (!accepted) return {};
-  return FromQt(chosen);
+  PrintDialog dialog(asked, Front());
+  if (dialog.exec() != QDialog::Accepted) return {};
+  auto choice = dialog.choice();
+  if (choice) Remember(*choice);
+  return choice;
+}
+
+/// The proposal, as the user chose last. A printer that has gone is not proposed.
+platform::PrintChoice QtHostShell::Remembered(const platform::PrintQuestion& question) const {
+  auto choice = question.proposed;
+  if (remembered_ == nullptr) return choice;
+  const auto last = remembered_->Remembered(kPrinter);
+  const auto printer = std::ranges::find(question.printers, last, &platform::OfferedPrinter::name);
+  if (printer == question.printers.end()) return choice;
+  choice.printer = last;
+  const auto sides = std::ranges::find(kSidesRemembered, remembered_->Remembered(kPrintSides));
+  if (printer->takes_options && sides != kSidesRemembered.end())
+    choice.sides = static_cast<platform::PrintChoice::Sides>(sides - kSidesRemembered.begin());
+  return choice;
+}
+
+void QtHostShell::Remember(const platform::PrintChoice& choice) {
+  if (remembered_ == nullptr) return;
+  remembered_->Remember(kPrinter, choice.printer);
+  remembered_->Remember(kPrintSides, kSidesRemembered[static_cast<std::size_t>(choice.sides)]);
 }
 
 void QtHostShell::ShowStatus(std::string_view text) {

@@ -54,8 +54,8 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   /// Proposes the folder of the last save. Asks before the file that will be written, its ending included,
   /// takes the place of another one; No leads back to the choice.
   std::optional<std::string> AskSaveFile(const std::string& suggested_name) override;
-  std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
-                                        const std::string& current) override;
+  /// Printer and sides are remembered; copies and pages belong to the letters they were chosen for.
+  std::optional<platform::PrintChoice> AskPrint(const platform::PrintQuestion& question) override;
 
   /// Shows a sentence above the document and, where a form or a preview stands in front, above that too.
   void ShowNotice(const QString& text);
@@ -84,6 +84,8 @@ class QtHostShell : public platform::HostShell, public platform::StatusDisplay {
   QWidget* Front();
   QString SaveFolder() const;
   bool MayReplace(const QString& file);
+  platform::PrintChoice Remembered(const platform::PrintQuestion& question) const;
+  void Remember(const platform::PrintChoice& choice);
   void ShowPointer();
   void TellGuard();
 

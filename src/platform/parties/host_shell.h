@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/parties/print_choice.h"
+
 namespace platform {
 
 class Form;
@@ -49,9 +51,9 @@ class HostShell {
   virtual std::string ClipboardText() = 0;
   /// Asks where to save; nothing when the user cancels. `suggested_name` ends in ".docx" or ".pdf".
   virtual std::optional<std::string> AskSaveFile(const std::string& suggested_name) = 0;
-  /// Asks for a printer among `printers`, `current` chosen at first; nothing when the user cancels.
-  virtual std::optional<std::string> AskPrinter(const std::vector<std::string>& printers,
-                                                const std::string& current) = 0;
+  /// Asks where and how letters are printed; nothing when the user cancels. A host that remembers what was
+  /// chosen last prefers it to what the question proposes.
+  virtual std::optional<PrintChoice> AskPrint(const PrintQuestion& question) = 0;
 };
 
 /// Runs work on the user-interface thread.

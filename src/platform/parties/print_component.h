@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -66,6 +67,7 @@ class PrintDocument {
   virtual std::vector<DocumentBookmark> Bookmarks() = 0;
   virtual bool MergeBookmarks(const std::string& bookmark_xml) = 0;
   virtual void ShowPreview() = 0;
+  /// Prints as was chosen last (PrintComponent::AskHow), `copies` times that many. A preview asks by itself.
   /// Returns whether spooler or file system accepted the letter; false when the user cancelled the dialog or
   /// would not let it go out unfilled.
   virtual bool PrintOut(int copies, bool show_dialog) = 0;
@@ -81,6 +83,11 @@ class PrintComponent {
  public:
   virtual ~PrintComponent() = default;
   virtual std::unique_ptr<PrintDocument> NewDocument() = 0;
+  /// Asks the user where and how the next `letters` letters are printed, once for all of them; a user who
+  /// prints without asking is not asked, but after a printer that took no letter. What was chosen holds for
+  /// each PrintOut until the next question, copies and pages of one letter for the next PrintOut alone.
+  /// Returns false where the user cancels.
+  virtual bool AskHow(std::size_t letters) = 0;
 };
 
 /// The pages of a laid-out letter, and what the reader may do with them. The functions stay good while the

@@ -53,14 +53,23 @@ class OfficePrintDocument : public platform::PrintDocument {
 }  // namespace
 
 OfficePrintComponent::OfficePrintComponent(const PrintSurroundings& outside,
-                                           std::filesystem::path template_folder, std::string printer)
+                                           std::filesystem::path template_folder, Printing printing)
     : shop_(new PrintShop{.outside = outside,
                           .template_folder = std::move(template_folder),
-                          .printer = std::move(printer),
+                          .choice = {.printer = std::move(printing.printer)},
+                          .without_asking = printing.without_asking,
                           .templates = TemplateCache()}) {}
 
 std::unique_ptr<platform::PrintDocument> OfficePrintComponent::NewDocument() {
   return std::make_unique<OfficePrintDocument>(shop_);
+}
+
+bool OfficePrintComponent::AskHow(std::size_t letters) {
+  auto choice = shop_->Ask(letters);
+  if (!choice) return false;
+  shop_->choice = *std::move(choice);
+  shop_->is_for_one_letter = letters == 1;
+  return true;
 }
 
 }  // namespace wordprocessor

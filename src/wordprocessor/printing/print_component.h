@@ -18,12 +18,17 @@ namespace wordprocessor {
 /// template folder only, but for one that is tried.
 class OfficePrintComponent : public platform::PrintComponent {
  public:
-  /// `printer` is one of the printers' names, or "" for their default.
+  /// What the user's settings say of printing.
+  struct Printing {
+    std::string printer = {};  ///< one of the printers' names, or "" for their default
+    bool without_asking = false;
+  };
   OfficePrintComponent(const PrintSurroundings& outside, std::filesystem::path template_folder,
-                       std::string printer);
+                       Printing printing);
 
   /// The document may outlive the component, not what the component was made with.
   std::unique_ptr<platform::PrintDocument> NewDocument() override;
+  bool AskHow(std::size_t letters) override;
 
   /// This file is opened as well, wherever it lies: an author wants to look at it.
   void OpenTriedTemplate(const std::filesystem::path& file) { shop_->tried_template = file.string(); }

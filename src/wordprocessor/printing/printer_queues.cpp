@@ -27,8 +27,12 @@ class Destinations {
 
 class Options {
  public:
-  explicit Options(int copies)
-      : count_(cupsAddOption("copies", std::to_string(copies).c_str(), 0, &first_)) {}
+  explicit Options(const platform::PrintChoice& choice) {
+    Add(CUPS_COPIES, std::to_string(choice.copies));
+    if (choice.sides == platform::PrintChoice::Sides::kOne) Add(CUPS_SIDES, CUPS_SIDES_ONE_SIDED);
+    if (choice.sides == platform::PrintChoice::Sides::kBoth) Add(CUPS_SIDES, CUPS_SIDES_TWO_SIDED_PORTRAIT);
+    if (!choice.pages.empty()) Add("page-ranges", choice.pages);
+  }
   Options(const Options&) = delete;
   Options& operator=(const Options&) = delete;
   ~Options() { cupsFreeOptions(count_, first_); }
@@ -37,8 +41,12 @@ class Options {
   cups_option_t* first() const { return first_; }
 
  private:
+  void Add(const char* name, const std::string& value) {
+    count_ = cupsAddOption(name, value.c_str(), count_, &first_);
+  }
+
   cups_option_t* first_ = nullptr;
-  int count_;
+  int count_ = 0;
 };
 
 }  // namespace
@@ -61,9 +69,10 @@ std::string CupsQueues::Default() const {
   return destinations.begin()->name;
 }
 
-std::string CupsQueues::Print(const std::string& queue, const std::filesystem::path& pdf,
-                              const std::string& title, int copies) {
-  const Options options(copies);
+std::string CupsQueues::Print(const platform::PrintChoice& choice, const std::filesystem::path& pdf,
+                              const std::string& title) {
+  const Options options(choice);
+  const auto& queue = choice.printer;
   const int job = cupsPrintFile2(CUPS_HTTP_DEFAULT, queue.c_str(), pdf.c_str(), title.c_str(),
                                  options.count(), options.first());
   if (job > 0) return queue + ", job " + std::to_string(job);

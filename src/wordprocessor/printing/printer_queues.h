@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/parties/print_choice.h"
+
 namespace wordprocessor {
 
 /// The print queues of this machine and its network. User-interface thread.
@@ -17,8 +19,8 @@ class PrinterQueues {
   virtual std::string Default() const = 0;
   /// Returns queue and job number once the spooler has accepted the file. Throws Failure kUnavailable with
   /// the spooler's reason.
-  virtual std::string Print(const std::string& queue, const std::filesystem::path& pdf,
-                            const std::string& title, int copies) = 0;
+  virtual std::string Print(const platform::PrintChoice& choice, const std::filesystem::path& pdf,
+                            const std::string& title) = 0;
 };
 
 /// The queues of the CUPS server this user's settings name.
@@ -26,8 +28,8 @@ class CupsQueues : public PrinterQueues {
  public:
   std::vector<std::string> Names() const override;
   std::string Default() const override;
-  std::string Print(const std::string& queue, const std::filesystem::path& pdf, const std::string& title,
-                    int copies) override;
+  std::string Print(const platform::PrintChoice& choice, const std::filesystem::path& pdf,
+                    const std::string& title) override;
 };
 
 }  // namespace wordprocessor

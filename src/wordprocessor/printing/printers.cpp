@@ -1,6 +1,7 @@
 #include "wordprocessor/printing/printers.h"
 
 #include "platform/agreed/saved_letter.h"
+#include "platform/failure.h"
 #include "platform/file_access.h"
 #include "platform/text.h"
 #include "platform/value.h"
@@ -24,10 +25,11 @@ Printers::Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, cons
   platform::RemoveUnfinishedFiles(pdf_folder_);
 }
 
-std::vector<std::string> Printers::Names() const {
-  auto names = queues_.Names();
-  names.emplace_back(kPdfFolder);
-  return names;
+std::vector<platform::OfferedPrinter> Printers::Offered() const {
+  std::vector<platform::OfferedPrinter> offered;
+  for (auto& name : queues_.Names()) offered.push_back({std::move(name), /*takes_options=*/true});
+  offered.push_back({std::string(kPdfFolder), /*takes_options=*/false});
+  return offered;
 }
 
 std::string Printers::Default() const {
@@ -35,10 +37,13 @@ std::string Printers::Default() const {
   return queue.empty() ? std::string(kPdfFolder) : queue;
 }
 
-std::string Printers::Print(const std::string& printer, const std::filesystem::path& pdf,
-                            const std::string& letter, int copies) {
-  if (printer == kPdfFolder) return File(pdf, letter);
-  return queues_.Print(printer, pdf, letter, copies);
+std::string Printers::Print(const platform::PrintChoice& choice, const std::filesystem::path& pdf,
+                            const std::string& letter) {
+  if (choice.printer != kPdfFolder) return queues_.Print(choice, pdf, letter);
+  if (choice.copies == 1 && choice.pages.empty()) return File(pdf, letter);
+  throw platform::Failure(
+      platform::Failure::Kind::kRefused,
+      "The PDF folder takes a letter whole, once. Choose a printer for copies, or for pages of a letter.");
 }
 
 std::string Printers::File(const std::filesystem::path& pdf, const std::string& letter) const {

@@ -21,8 +21,8 @@ class Printers {
   /// in it is removed.
   Printers(PrinterQueues& queues, std::filesystem::path pdf_folder, const platform::Clock& clock);
 
-  /// The queues, then the PDF folder.
-  std::vector<std::string> Names() const;
+  /// The queues, then the PDF folder, which takes no options.
+  std::vector<platform::OfferedPrinter> Offered() const;
   /// The default queue; the PDF folder where there is none.
   std::string Default() const;
 
@@ -30,9 +30,10 @@ class Printers {
   /// file's path. `letter` is its template's name.
   ///
   /// Throws Failure: kUnavailable with the spooler's reason, for an unknown printer too; kPermissionDenied or
-  /// kUnavailable where the folder cannot take the file, which leaves nothing behind then.
-  std::string Print(const std::string& printer, const std::filesystem::path& pdf, const std::string& letter,
-                    int copies);
+  /// kUnavailable where the folder cannot take the file, which leaves nothing behind then; kRefused for
+  /// copies or pages in the folder.
+  std::string Print(const platform::PrintChoice& choice, const std::filesystem::path& pdf,
+                    const std::string& letter);
 
  private:
   std::string File(const std::filesystem::path& pdf, const std::string& letter) const;

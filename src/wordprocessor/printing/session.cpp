@@ -45,6 +45,17 @@ class HandOverScope {
 
 }  // namespace
 
+std::optional<platform::PrintChoice> PrintShop::Ask(std::size_t letters) {
+  platform::PrintQuestion question{.printers = outside.printers.Offered(),
+                                   .proposed = {.printer = choice.printer, .sides = choice.sides},
+                                   .letters = letters,
+                                   .with_dialog = !without_asking || has_refused};
+  if (question.proposed.printer.empty()) question.proposed.printer = outside.printers.Default();
+  const auto chosen = outside.host.AskPrint(question);
+  if (chosen) choice = {.printer = chosen->printer, .sides = chosen->sides};
+  return chosen;
+}
+
 DocxDocument& PrintSession::Document() {
   if (document_) return *document_;
   throw Failure(Failure::Kind::kRefused, "No letter is open. Open its template first.");
@@ -146,7 +157,8 @@ bool PrintSession::MayGoOut() const {
 
 void PrintSession::PrintFromWindow() {
   platform::Trap(shop_->outside.errors, "ZEMLO_Print.PrintOut", [&] {
-    if (MayGoOut()) SendToPrinter(1);
+    if (!MayGoOut()) return;
+    if (const auto choice = shop_->Ask(1)) SendToPrinter(*choice);
   });
 }
 
@@ -168,14 +180,16 @@ void PrintSession::CloseWindow() {
 bool PrintSession::PrintOut(int copies, bool show_dialog) {
   if (!MayGoOut()) return false;
   Pages();  // laid out while the user chooses
+  auto choice = shop_->choice;
   if (show_dialog) {
-    auto& printers = shop_->outside.printers;
-    const auto current = shop_->printer.empty() ? printers.Default() : shop_->printer;
-    const auto chosen = shop_->outside.host.AskPrinter(printers.Names(), current);
+    const auto chosen = shop_->Ask(1);
     if (!chosen) return false;
-    shop_->printer = *chosen;
+    choice = *chosen;
+  } else if (std::exchange(shop_->is_for_one_letter, false)) {
+    shop_->choice = {.printer = choice.printer, .sides = choice.sides};
   }
-  SendToPrinter(copies);
+  choice.copies *= copies;
+  SendToPrinter(choice);
   return true;
 }
 
@@ -187,13 +201,16 @@ std::filesystem::path PrintSession::PdfWhenDone() {
   return pages->Pdf();
 }
 
-void PrintSession::SendToPrinter(int copies) {
+void PrintSession::SendToPrinter(const platform::PrintChoice& chosen) {
   auto& printers = shop_->outside.printers;
-  const auto printer = shop_->printer.empty() ? printers.Default() : shop_->printer;
+  auto choice = chosen;
+  if (choice.printer.empty()) choice.printer = printers.Default();
   const auto pdf = PdfWhenDone();
   HandOverScope hand_over(hand_over_);
-  const auto went_to = printers.Print(printer, pdf, file_.filename().string(), copies);
+  shop_->has_refused = true;
+  const auto went_to = printers.Print(choice, pdf, file_.filename().string());
   hand_over.Accepted();
+  shop_->has_refused = false;
   // Whatever fails from here on must not print it again.
   shop_->outside.observer.LetterPrinted(went_to);
   Raise(&PrintNotify::DocPrint);

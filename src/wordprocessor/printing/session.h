@@ -35,10 +35,19 @@ struct PrintSurroundings {
 struct PrintShop {
   PrintSurroundings outside;
   std::filesystem::path template_folder;
-  std::string printer;  ///< the one in use; "" for the default one
+  /// Where and how runs are printed. Its printer is the one that the settings name at first; "" for the
+  /// default one.
+  platform::PrintChoice choice;
+  bool without_asking = false;  ///< as the user's settings have it
   TemplateCache templates;
   std::string tried_template = {};  ///< opened as well, wherever it lies; "" for none
   int under_way = 0;                ///< layouts of which the event loop has not told yet
+  bool is_for_one_letter = false;   ///< copies and pages of `choice`
+  bool has_refused = false;         ///< the printer, the last letter
+
+  /// Asks where and how that many letters are printed; printer and sides are kept for those after them.
+  /// Nothing where the user cancels.
+  std::optional<platform::PrintChoice> Ask(std::size_t letters);
 
   void LayoutBegins() {
     if (++under_way == 1) outside.observer.LayoutUnderWay(true);
@@ -86,7 +95,7 @@ class PrintSession : public std::enable_shared_from_this<PrintSession> {
   void WindowClosed();
   void CloseWindow();
   std::filesystem::path PdfWhenDone();
-  void SendToPrinter(int copies);
+  void SendToPrinter(const platform::PrintChoice& choice);
   void WriteTo(const std::string& file, const std::string& format);
   void Raise(platform::Event<> platform::PrintNotify::*event) const;
 

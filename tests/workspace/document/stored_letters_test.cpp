@@ -253,6 +253,24 @@ TEST_F(StoredLetters, ArePrintedTogetherOnlyWhenTheUserSaysSo) {
   EXPECT_THAT(fakes_.host.messages, IsEmpty()) << "one letter is what the user sees selected";
 }
 
+TEST_F(StoredLetters, ArePrintedWhereTheUserSaysOncePerRun) {
+  print_.is_asked_in_vain = true;
+  const auto sent = Sent();
+  UserReprints({0, 1, 2});
+  EXPECT_TRUE(print_.HasCalled("AskHow 3"));
+  EXPECT_EQ(Sent(), sent);
+  EXPECT_TRUE(Tracking().letter_action.enabled());
+  EXPECT_TRUE(Tracking().sdgGrid.enabled());
+
+  print_.is_asked_in_vain = false;
+  print_.calls.clear();
+  UserReprints({0, 1});
+  ServerBringsLetter();
+  ServerBringsLetter();
+  ServerConfirms();
+  EXPECT_EQ(std::ranges::count(print_.calls, "AskHow 2"), 1);
+}
+
 TEST_F(StoredLetters, AreCountedByTypeWhereManyArePrintedTogether) {
   fakes_.reference.AnswersWhatContains(
       "LTR_NM FROM FLS_LETTER",
