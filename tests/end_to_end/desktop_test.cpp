@@ -79,6 +79,14 @@ class DesktopByKeyboard : public PreparedOffice {
     };
     return WaitFor(has_keyboard) ? QApplication::activeModalWidget() : nullptr;
   }
+  /// Prints from the preview; the question how is answered with Enter.
+  static void PrintByKey() {
+    OnNextModal([](QWidget& question) {
+      EXPECT_EQ(question.windowTitle(), QStringLiteral("Print Letter"));
+      PressUntilClosed(question, Qt::Key_Return);
+    });
+    Press(Qt::Key_P, Qt::ControlModifier);
+  }
   /// What the status bar says, as a screen reader finds it.
   std::string Status() {
     for (const auto* label : desktop_.window().findChildren<QLabel*>())
@@ -109,7 +117,7 @@ TEST_F(DesktopByKeyboard, ALetterIsMadeFromTheFirstKeyToThePrintedPage) {
 
   auto* preview = Preview();
   ASSERT_NE(preview, nullptr) << Status();
-  Press(Qt::Key_P, Qt::ControlModifier);
+  PrintByKey();
   ASSERT_TRUE(WaitFor([this] { return Printed().size() == 1; }));
   const auto text = PdfText(Printed().front());
   EXPECT_THAT(text, HasSubstr("Your motor fuel tax registration is confirmed"));
@@ -120,6 +128,26 @@ TEST_F(DesktopByKeyboard, ALetterIsMadeFromTheFirstKeyToThePrintedPage) {
   if (QApplication::activeModalWidget() != nullptr) Press(Qt::Key_Escape);
   EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
   EXPECT_TRUE(Says(Printed().front().filename().string())) << "where the letter went";
+
+  // Looked at once more from the list, which stays as it was.
+  auto& office = desktop_.office();
+  auto& page = office.workspace().pages().tracking;
+  Press(Qt::Key_S, Qt::AltModifier);
+  office.workspace().FillCustomerField(*office.FindCustomer("100001"), workspace::PageIndex::kTracking);
+  page.OptLetterStatus[workspace::TrackingPage::kAll].UserClicks();
+  page.search.UserClicks();
+  ASSERT_TRUE(WaitFor(
+      [&] { return page.sdgGrid.enabled() && page.sdgGrid.rows() && !page.sdgGrid.rows()->IsEmpty(); }));
+  TabTo("Letters found");
+  Press(Qt::Key_Space);
+  ASSERT_THAT(page.sdgGrid.selected_rows(), SizeIs(1));
+  EXPECT_TRUE(WaitFor([&] { return !office.HasWorkUnderWay(); }));
+  page.OptLetter[workspace::TrackingPage::kViewLetter].UserClicks();
+  ASSERT_NE(Preview(), nullptr) << Status();
+  Press(Qt::Key_Escape);
+  EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget() == nullptr; }));
+  EXPECT_THAT(page.sdgGrid.selected_rows(), SizeIs(1));
+  EXPECT_EQ(FocusName(), "Letters found");
 }
 
 TEST_F(DesktopByKeyboard, AnAccountIsPickedByItsCustomersNameAndOfferedAgainByItself) {

@@ -37,6 +37,7 @@ class Reprint : public PreparedOffice {
     ASSERT_TRUE(WaitFor([&] { return is_idle() && page.sdgGrid.rows() && !page.sdgGrid.rows()->IsEmpty(); }));
     page.sdgGrid.UserSelects({0});
     const auto before = Printed().size();
+    OnNextModal([](QWidget& question) { QTest::keyClick(&question, Qt::Key_Return); });
     page.OptLetter[workspace::TrackingPage::kReprintLocal].UserClicks();
     ASSERT_TRUE(WaitFor([&] { return Printed().size() > before && is_idle(); }));
   }

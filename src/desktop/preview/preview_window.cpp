@@ -3,6 +3,8 @@
 #include <utility>
 
 #include <QAction>
+#include <QApplication>
+#include <QHideEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPdfPageNavigator>
@@ -181,6 +183,14 @@ void PreviewDialog::done(int result) {
   if (!isVisible()) return;
   QDialog::done(result);
   if (closed) closed();
+}
+
+void PreviewDialog::hideEvent(QHideEvent* event) {
+  QDialog::hideEvent(event);
+  if (event->spontaneous()) return;
+  auto* const modal = QApplication::activeModalWidget();
+  auto* const front = modal != nullptr ? modal : parentWidget();
+  if (front != nullptr) front->activateWindow();  // not every host does
 }
 
 }  // namespace desktop

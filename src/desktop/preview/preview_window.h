@@ -35,6 +35,10 @@ class PreviewDialog : public QDialog, public NoticePlace {
 
   void done(int result) override;
 
+ protected:
+  /// Gives the keyboard back to what is below, however the window went.
+  void hideEvent(QHideEvent* event) override;
+
  private:
   QToolBar* MakeToolbar();
   /// Says above the pages which places still show a placeholder, where there are any.

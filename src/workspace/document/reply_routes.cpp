@@ -148,6 +148,7 @@ std::vector<ReplyRoute> ReplyRoutes(const ReplyHandlers& handlers, Pages& pages)
        steps.Do(&Handlers::StopLocalReprint),
        none,
        {},
+       {},
        steps.LocalReprintTakesError()},
       {"Letter_Save", steps.Merge("SAVE"), Status::kReady, none, none},
       {"CustomerFromLetter", steps.Take(&Handlers::FillCustFromLetter), Status::kReady,
