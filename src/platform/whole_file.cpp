@@ -127,6 +127,18 @@ class FileInTheMaking {
   Descriptor open_;
 };
 
+/// Also behind a link, as /dev/stdout is one.
+bool IsDeviceOrPipe(const std::filesystem::path& file) {
+  struct stat known = {};
+  return stat(file.c_str(), &known) == 0 && !S_ISREG(known.st_mode) && !S_ISDIR(known.st_mode);
+}
+
+void WriteInto(const std::filesystem::path& file, std::string_view content) {
+  Descriptor into(open(file.c_str(), O_WRONLY | O_CLOEXEC));
+  if (into && WriteContent(into, content) && into.Close()) return;
+  throw FileFailure("could not be written", file, errno);
+}
+
 }  // namespace
 
 std::string ReadWholeFile(const std::filesystem::path& file) {
@@ -147,6 +159,7 @@ std::string ReadWholeFile(const std::filesystem::path& file) {
 }
 
 void WriteWholeFile(const std::filesystem::path& file, std::string_view content) {
+  if (IsDeviceOrPipe(file)) return WriteInto(file, content);
   FileInTheMaking making(file);
   making.WriteForGood(content);
   making.TakeNameReplacing();
@@ -154,6 +167,7 @@ void WriteWholeFile(const std::filesystem::path& file, std::string_view content)
 }
 
 void ReplaceFile(const std::filesystem::path& file, std::string_view content) {
+  if (IsDeviceOrPipe(file)) return WriteInto(file, content);
   FileInTheMaking making(file);
   making.Write(content);
   making.TakeNameReplacing();
@@ -175,7 +189,7 @@ bool WriteNewFile(const std::filesystem::path& file, std::string_view content) {
 
 void MoveWholeFile(const std::filesystem::path& from, const std::filesystem::path& to) {
   // A file that is moved keeps its group; in a shared folder it has to be the folder's.
-  if (!IsShared(PlaceOf(to))) {
+  if (!IsShared(PlaceOf(to)) && !IsDeviceOrPipe(to)) {
     Protect(from);
     if (rename(from.c_str(), to.c_str()) == 0) return Protect(to);
     if (errno != EXDEV) throw FileFailure("could not be written", to, errno);

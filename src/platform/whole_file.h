@@ -13,7 +13,8 @@ namespace platform {
 std::string ReadWholeFile(const std::filesystem::path& file);
 
 /// Writes `content` under a name of its own, makes it last (fsync), and only then gives it its name; what was
-/// there under that name is replaced.
+/// there under that name is replaced. A device or a pipe is written into, here and wherever a file is
+/// replaced: whoever may replace one would take it from everybody.
 void WriteWholeFile(const std::filesystem::path& file, std::string_view content);
 
 /// Like WriteWholeFile for what can be made again: a power cut may take it.

@@ -5,9 +5,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 
+#include "platform/descriptor.h"
 #include "platform/file_failure.h"
+#include "platform/whole_file.h"
 #include "tests/support/failing.h"
 #include "tests/support/temporary_folder.h"
 
@@ -86,6 +89,24 @@ TEST_P(FileAccess, OfWhatRootMakesIsTheFoldersOwners) {
   EXPECT_EQ(Known(folder_ / "note").st_uid, kClerk);
   EXPECT_EQ(Known(folder_ / "note").st_gid, kClerk);
   EXPECT_EQ(Known(folder_ / "unrecorded").st_uid, kClerk);
+}
+
+TEST(WholeFile, IsWrittenIntoAPipeThatStaysOne) {
+  const tests::TemporaryFolder folder;
+  const auto pipe = folder / "pipe";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  const Descriptor reader(open(pipe.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+  const auto link = folder / "link";
+  std::filesystem::create_symlink(pipe, link);
+  WriteWholeFile(pipe, "a");
+  ReplaceFile(link, "b");
+  WriteScratchFile(folder / "file", "c");
+  MoveWholeFile(folder / "file", pipe);
+  std::array<char, 8> read_back{};
+  EXPECT_EQ(read(reader.number(), read_back.data(), read_back.size()), 3);
+  EXPECT_STREQ(read_back.data(), "abc");
+  EXPECT_TRUE(std::filesystem::is_fifo(pipe));
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
 }
 
 TEST(FileFailure, CallsAFullDiskFullAndSaysWhatToDo) {
