@@ -103,7 +103,7 @@ class Workplace {
   wordprocessor::OfficePrintComponent print_{
       {fakes_.host, events_, window_, window_, fakes_.errors, layout_, printers_},
       server::TemplateFolder(folder_.path()),
-      std::string(wordprocessor::Printers::kPdfFolder)};
+      {.printer = std::string(wordprocessor::Printers::kPdfFolder)}};
   platform::Services services_{messages_,
                                downloads_,
                                fakes_.reference,
