@@ -56,6 +56,8 @@ TEST(AnXmlDocument, IsWrittenAsItWasReadWithoutLayOut) {
       {"<a><![CDATA[<b>&amp;]]>t</a>", "<a><![CDATA[<b>&amp;]]>t</a>"},
       {"<a>é&#x20AC;😀</a>", "<a>é€😀</a>"},
       {"<a>x<!-- c -->y<?p i?>z</a>", "<a>xyz</a>"},
+      {"<a>&#x20;\t<b/>&#10;</a>", "<a>&#32;\t<b/>&#10;</a>"},
+      {"<a>x<!-- c -->&#32;<b/>&#32;<?p?>&#32;y</a>", "<a>x <b/>  y</a>"},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(Rewritten(c.read), c.written) << c.read;

@@ -2,8 +2,10 @@
 
 #include <pugixml.hpp>
 
+#include <string>
 #include <string_view>
 
+#include "platform/xml/xml_characters.h"
 #include "platform/xml/xml_escape.h"
 
 namespace platform {
@@ -22,13 +24,37 @@ void WriteStartTag(const pugi::xml_node& element, std::string& out) {
   out += element.first_child() ? ">" : "/>";
 }
 
+bool IsText(const pugi::xml_node& node) {
+  return node.type() == pugi::node_pcdata;
+}
+
+/// Whether `text` starts a run of texts that a reader would take for lay-out: blanks beside an element or a
+/// section.
+bool LooksLikeLayout(const pugi::xml_node& text) {
+  if (IsText(text.previous_sibling())) return false;
+  auto after = text;
+  for (; IsText(after); after = after.next_sibling()) {
+    if (std::string_view(after.value()).find_first_not_of(kXmlSpace) != std::string_view::npos) return false;
+  }
+  return text.previous_sibling() || after;
+}
+
+void WriteText(const pugi::xml_node& node, std::string& out) {
+  std::string_view text(node.value());
+  if (!text.empty() && LooksLikeLayout(node)) {
+    out.append("&#").append(std::to_string(text.front())).append(";");
+    text.remove_prefix(1);
+  }
+  AppendXmlEscaped(out, text, XmlPlace::kText);
+}
+
 void WriteStart(const pugi::xml_node& node, std::string& out) {
   switch (node.type()) {
     case pugi::node_element:
       WriteStartTag(node, out);
       break;
     case pugi::node_pcdata:
-      AppendXmlEscaped(out, node.value(), XmlPlace::kText);
+      WriteText(node, out);
       break;
     case pugi::node_cdata:
       out.append("<![CDATA[").append(node.value()).append("]]>");
