@@ -210,9 +210,9 @@ class ZipDirectoryReader {
   std::uint64_t SizeOfWhatIsToldBehind(const ZipEntry& entry, const ZipSizes& sizes, std::uint16_t flags,
                                        std::uint64_t at) const {
     if ((flags & kZipSizesBehind) == 0) return 0;
-    for (const std::uint64_t signature : {4, 0}) {
+    for (const std::uint64_t signature : {4U, 0U}) {
       if (signature != 0 && !zip_.StartsWith(at, kZipBehind)) continue;
-      for (const std::uint64_t width : {4, 8}) {
+      for (const std::uint64_t width : {4U, 8U}) {
         const auto size = signature + 4 + 2 * width;
         if (!zip_.Has(at, size)) continue;
         const auto packed_at = at + signature + 4;
