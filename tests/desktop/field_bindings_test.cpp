@@ -34,6 +34,8 @@ struct Typing {
   std::optional<char32_t> (*filter)(char32_t);
   const char* typed;
   const char* after;
+
+  friend void PrintTo(const Typing& typing, std::ostream* os) { *os << typing.what; }
 };
 
 class TypingInATextField : public testing::TestWithParam<Typing> {};

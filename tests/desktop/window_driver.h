@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -37,14 +38,18 @@ inline void WaitForSight(QWidget& window) {
 }
 
 /// Runs `work` on the modal window that comes up next, perhaps over one that is there: a box whose event loop
-/// the test is inside.
+/// the test is inside. It has the keyboard by then, where it takes it within the tests' patience.
 inline void OnNextModal(std::function<void(QWidget& window)> work) {
   auto* timer = new QTimer(qApp);
   timer->setInterval(1);
   const QPointer<QWidget> below = QApplication::activeModalWidget();
-  QObject::connect(timer, &QTimer::timeout, timer, [timer, below, work = std::move(work)] {
+  const auto until = std::chrono::steady_clock::now() + kPatience;
+  QObject::connect(timer, &QTimer::timeout, timer, [timer, below, until, work = std::move(work)] {
     auto* window = QApplication::activeModalWidget();
     if (window == nullptr || window == below || !window->isVisible()) return;
+    const auto* focus = QApplication::focusWidget();
+    const bool has_keyboard = focus != nullptr && (focus == window || window->isAncestorOf(focus));
+    if (!has_keyboard && std::chrono::steady_clock::now() < until) return;
     timer->stop();
     timer->deleteLater();
     work(*window);
