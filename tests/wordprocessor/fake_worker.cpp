@@ -16,6 +16,16 @@ using namespace wordprocessor;
 
 namespace {
 
+// A reader of PDF files looks over what stands before.
+constexpr auto kTwoPages = R"(
+%PDF-1.4
+1 0 obj <</Type /Catalog /Pages 2 0 R>> endobj
+2 0 obj <</Type /Pages /Kids [3 0 R 4 0 R] /Count 2>> endobj
+3 0 obj <</Type /Page /Parent 2 0 R /MediaBox [0 0 612 792]>> endobj
+4 0 obj <</Type /Page /Parent 2 0 R /MediaBox [0 0 612 792]>> endobj
+trailer <</Root 1 0 R>>
+)";
+
 constexpr std::uint64_t kSmall = 1000;
 constexpr std::string_view kBreakOnce = "break once ";
 constexpr std::uint64_t kFat = 100'000'000;
@@ -62,7 +72,7 @@ void Obey(const LayoutOrder& order) {
   if (command == "chatter") WriteAll(STDOUT_FILENO, std::string(200'000, 'x'));
   if (command == "wrong number") return Report(LayoutReport::Kind::kDone, order.id + 7, kSmall);
   if (command == "refuse") return Report(LayoutReport::Kind::kFailed, order.id, kSmall, "too many pages");
-  std::ofstream(order.pdf) << "pages by " << getpid();
+  std::ofstream(order.pdf) << "pages by " << getpid() << kTwoPages;
   Report(LayoutReport::Kind::kDone, order.id, command == "fat" ? kFat : kSmall);
 }
 

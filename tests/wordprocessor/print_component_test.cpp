@@ -309,6 +309,10 @@ TEST_F(PrintComponentTest, AsksAboutAPrintFromThePreview) {
   viewer_.Press(&PreviewContent::print);
   EXPECT_EQ(queues_.last.pages, "2");
   EXPECT_THAT(heard_, ElementsAre("DocPrint"));
+  heard_.clear();
+  host_.print_choices = {platform::PrintChoice{.printer = "laser", .pages = "1-3"}};
+  viewer_.Press(&PreviewContent::print);
+  EXPECT_THAT(heard_, ElementsAre(HasSubstr("The letter has 2 pages, there is no page 3 in it.")));
 }
 
 TEST_F(PrintComponentTest, PrintsWithoutAskingUntilThePrinterTakesNoLetter) {

@@ -76,9 +76,14 @@ std::string CupsQueues::Print(const platform::PrintChoice& choice, const std::fi
   const int job = cupsPrintFile2(CUPS_HTTP_DEFAULT, queue.c_str(), pdf.c_str(), title.c_str(),
                                  options.count(), options.first());
   if (job > 0) return queue + ", job " + std::to_string(job);
+  const std::string said = cupsLastErrorString();
+  const auto names = Names();
+  // Of a queue that is not there the library says that a file is not.
+  const bool has_gone = !names.empty() && std::ranges::find(names, queue) == names.end();
+  const auto reason = has_gone ? "the spooler has no such printer any more" : said;
   throw platform::Failure(platform::Failure::Kind::kUnavailable,
                           "The printer \"" + queue + "\" does not take the letter \"" + title +
-                              "\": " + cupsLastErrorString() + ". Check the printer, or choose another one.");
+                              "\": " + reason + ". Check the printer, or choose another one.");
 }
 
 }  // namespace wordprocessor

@@ -10,6 +10,7 @@
 #include "platform/text.h"
 #include "platform/whole_file.h"
 #include "wordprocessor/document/template_file.h"
+#include "wordprocessor/printing/pdf_pages.h"
 
 namespace wordprocessor {
 namespace {
@@ -22,6 +23,18 @@ platform::SavedAs HowToSave(const std::filesystem::path& file, const std::string
   if (const auto how = platform::SavedAsOf(format.empty() ? file.extension().string() : format)) return *how;
   throw Failure(Failure::Kind::kRefused, "A letter is saved as \".docx\" or \".pdf\"; the name \"" +
                                              file.string() + "\" is neither. Give the file another ending.");
+}
+
+/// The spooler would take the letter and print nothing of it.
+void RequirePages(const std::string& ranges, const std::filesystem::path& pdf) {
+  if (ranges.empty()) return;
+  const auto last = std::stoul(ranges.substr(ranges.find_last_of(",-") + 1));  // they ascend
+  const auto pages = CountPdfPages(pdf);
+  if (last <= pages) return;
+  const auto has = pages == 1 ? "one page" : std::to_string(pages) + " pages";
+  throw Failure(Failure::Kind::kRefused, "The letter has " + has + ", there is no page " +
+                                             std::to_string(last) +
+                                             " in it. Nothing was printed; choose among its pages.");
 }
 
 /// A letter that spooler or file system are about to get. What ends before it was accepted has failed.
@@ -206,6 +219,7 @@ void PrintSession::SendToPrinter(const platform::PrintChoice& chosen) {
   auto choice = chosen;
   if (choice.printer.empty()) choice.printer = printers.Default();
   const auto pdf = PdfWhenDone();
+  RequirePages(choice.pages, pdf);
   HandOverScope hand_over(hand_over_);
   shop_->has_refused = true;
   const auto went_to = printers.Print(choice, pdf, file_.filename().string());
