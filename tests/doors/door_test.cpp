@@ -63,6 +63,7 @@ constexpr auto kLibraries = std::to_array<Library>({
     {"zlib", "zlib.h"},
     {"cups", "cups/"},
     {"fontconfig", "fontconfig/"},
+    {"qpdf", "qpdf/"},
     {"office", "LibreOfficeKit/"},
     {"posix",
      "sys/ dirent.h dlfcn.h fcntl.h grp.h langinfo.h poll.h pthread.h pwd.h signal.h spawn.h stdlib.h time.h "
