@@ -1,7 +1,6 @@
 #include "tracking/batch_submission.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <unordered_map>
 
@@ -15,20 +14,9 @@ namespace {
 
 namespace batch_action = platform::batch_action;
 namespace item_outcome = platform::item_outcome;
-namespace print_status = platform::print_status;
 
 constexpr const char* kSubmitBatch = "ZEMLO_Corresp.SubmitBatch";
 constexpr std::size_t kMostReasons = 5;
-
-// Their data stand: printing is what they lack.
-constexpr auto kPrintedAgain = std::to_array<std::string_view>(
-    {print_status::kMerged, print_status::kReprintFailed, print_status::kPrintFailed});
-
-std::string_view ActionFor(const std::string& action, const std::string& status) {
-  if (action != "RESUBMIT") return action;
-  return std::ranges::find(kPrintedAgain, status) != kPrintedAgain.end() ? batch_action::kReprint
-                                                                         : batch_action::kBatchAgain;
-}
 
 std::string Letters(std::size_t count, const char* one, const char* several) {
   return std::to_string(count) + (count == 1 ? one : several);
@@ -74,8 +62,10 @@ workspace::RecordDescription BatchSubmission::Items(const std::string& action) c
   items.rows.reserve(letters.selected_rows().size());
   for (const auto row : letters.selected_rows()) {
     const auto& rows = *letters.rows();
-    items.rows.push_back({{"ACTION", ActionFor(action, rows.Text(row, "PRNT_STTS_CD"))},
-                          {"SEQ_NBR", rows.Get(row, "SEQ_NBR")}});
+    items.rows.push_back(
+        {{"ACTION", action == "RESUBMIT" ? platform::ResubmissionOf(rows.Text(row, "PRNT_STTS_CD"))
+                                         : std::string_view(action)},
+         {"SEQ_NBR", rows.Get(row, "SEQ_NBR")}});
   }
   return items;
 }

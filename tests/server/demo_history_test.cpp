@@ -70,10 +70,16 @@ TEST_F(DemoHistory, IsTrueToItself) {
             "SEQ_NBR IN (SELECT SEQ_NBR FROM returned_mail JOIN customer USING (CUST_ID)"
             " WHERE CASE ADDR_TYP_CD WHEN 1 THEN MAIL_BAD_FLG ELSE RES_BAD_FLG END = 'N')"},
            {"failed without saying why", "PRNT_STTS_CD IN ('F', 'R', 'V', 'E') AND PRCS_ERR_TXT IS NULL"},
-           {"of the batch without a run", "(SYS_RFRNC_CD = 'B') <> (FLS_BTCH_NBR IS NOT NULL)"},
+           {"of the batch without a run",
+            "PRNT_STTS_CD <> 'W' AND (SYS_RFRNC_CD = 'B') <> (FLS_BTCH_NBR IS NOT NULL)"},
+           {"of a run whose counts are not its letters'",
+            "EXISTS (SELECT 1 FROM batch_run WHERE LTR_SCS_CNT <> (SELECT COUNT(*) FROM batch_letter WHERE"
+            " batch_letter.BTCH_SEQ_NBR = batch_run.BTCH_SEQ_NBR AND RSLT_CD = 'S'))"},
            {"on line with a batch action", "SYS_RFRNC_CD = 'O' AND BTCH_ACTN_CD IS NOT NULL"},
-           {"waiting in another run than tonight's",
-            "PRNT_STTS_CD = 'W' AND FLS_BTCH_NBR <> (SELECT MAX(FLS_BTCH_NBR) FROM letter_history)"},
+           {"waiting though last night's run came to it",
+            "PRNT_STTS_CD = 'W' AND SEQ_NBR NOT IN (SELECT SEQ_NBR FROM batch_letter WHERE RSLT_CD IS NULL "
+            "AND"
+            " BTCH_SEQ_NBR = (SELECT MAX(BTCH_SEQ_NBR) FROM batch_run WHERE BTCH_STATUS = 'INCOMPLETE'))"},
            {"about another customer's form",
             "FORM_NBR IS NOT NULL AND CUST_ID <> (SELECT form.CUST_ID FROM form WHERE form.FORM_NBR ="
             " letter_history.FORM_NBR AND form.FORM_TYP_CD = letter_history.FORM_TYP_CD)"},

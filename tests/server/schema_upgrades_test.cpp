@@ -22,6 +22,7 @@ struct OlderTables {
 };
 // Newest first.
 const OlderTables kOlder[] = {
+    {10, {"DROP TABLE batch_letter", "DROP TABLE batch_run"}},
     {9, {"DROP TABLE letter_action", "DROP TABLE batch_item", "DROP TABLE returned_mail"}},
     {8,
      {"DROP TRIGGER customer_was_put_in", "DROP TRIGGER customer_was_changed",
@@ -203,6 +204,22 @@ TEST_F(SchemaUpgrade, From9ReturnedLettersMarkTheirAddressAndWaitingOnesAreItems
   EXPECT_THAT(Rows("SELECT MAIL_BAD_FLG || RES_BAD_FLG FROM customer ORDER BY CUST_ID"),
               ElementsAre("YN", "NN", "NN"));
   EXPECT_THAT(Rows("SELECT SEQ_NBR || ACTN_CD FROM batch_item"), ElementsAre("5REB"));
+}
+
+TEST_F(SchemaUpgrade, From10RunsAreMadeOfTheirLetters) {
+  GivenVersion(10);
+  database_->Change(
+      "INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, PRNT_STTS_CD, LST_PRCS_TS, FLS_BTCH_NBR) VALUES"
+      " ('101', '100004', 'S', '2026-01-05 01.00.00', 1007), ('110', '100005', 'V', '2026-01-05 01.20.00', "
+      "1007),"
+      " ('101', '100006', 'W', '2026-01-05 01.30.00', 1008)");
+  Upgrade();
+  EXPECT_THAT(
+      Rows("SELECT BTCH_SEQ_NBR || BTCH_STATUS || PRCS_END_TS || BTCH_LTR_CNT || LTR_PRCS_CNT || LTR_SCS_CNT"
+           " FROM batch_run"),
+      ElementsAre("1007SUCCESSFUL2026-01-05 01.20.00221"));
+  EXPECT_THAT(Rows("SELECT ITM_NBR || LTR_TYP_ID || RSLT_CD FROM batch_letter"),
+              ElementsAre("1101S", "2110F"));
 }
 
 TEST_F(SchemaUpgrade, ThatFailsLeavesTheOlderTablesAsTheyWere) {

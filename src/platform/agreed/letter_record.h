@@ -46,6 +46,14 @@ inline constexpr std::string_view kBatchAgain = "REB";  ///< made again from tod
 inline constexpr std::string_view kCancel = "DEL";  ///< an item that waits is taken back; no letter has it
 }  // namespace batch_action
 
+/// What resubmitting a letter of that print status asks for: a letter whose data stand lacks its print alone.
+inline std::string_view ResubmissionOf(std::string_view status) {
+  constexpr auto kPrintedAgain = std::to_array<std::string_view>(
+      {print_status::kMerged, print_status::kReprintFailed, print_status::kPrintFailed});
+  return std::ranges::find(kPrintedAgain, status) != kPrintedAgain.end() ? batch_action::kReprint
+                                                                         : batch_action::kBatchAgain;
+}
+
 /// What came of a letter that something was asked of.
 namespace item_outcome {
 inline constexpr std::string_view kTaken = "T";

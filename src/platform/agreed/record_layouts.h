@@ -30,10 +30,24 @@ inline constexpr auto kHistoryColumns = std::to_array<std::string_view>({
     "BTCH_ACTN_CD", "WGH_STN_ID",    "TRP_ID",       "TRP_DIST_ID",  "QZ_CNTY_DESC",     "XML_CONTEXT",
 });
 
+/// BTCH_STATUS of a run. SUCCESSFUL has processed all its letters; what any other left waits for the next
+/// one.
+namespace run_status {
+inline constexpr std::string_view kSuccessful = "SUCCESSFUL";
+inline constexpr std::string_view kRunning = "RUNNING";
+inline constexpr std::string_view kIncomplete = "INCOMPLETE";
+inline constexpr std::string_view kFailed = "FAILED";  ///< not one of its letters could be made
+}  // namespace run_status
+
 /// One nightly batch run.
 inline constexpr auto kBatchColumns = std::to_array<std::string_view>(
     {"BTCH_SEQ_NBR", "BTCH_STATUS", "BTCH_CRTE_TS", "PRCS_STRT_TS", "PRCS_END_TS", "BTCH_LTR_CNT",
      "LTR_PRCS_CNT", "PAID_COUNT", "LTR_SCS_CNT", "LTR_FAIL_CNT", "UNPAID_COUNT"});
+
+/// The letters of one type in a batch run; PAID_COUNT and UNPAID_COUNT by what the letters' accounts owe now.
+inline constexpr auto kBatchStatisticsColumns =
+    std::to_array<std::string_view>({"LTR_TYP_ID", "LETTER_COUNT", "PROCESS_COUNT", "SUCCESS_COUNT",
+                                     "FAILURE_COUNT", "PAID_COUNT", "UNPAID_COUNT"});
 
 /// One customer, as it is stored; OT_BAL is what is owed on all accounts. *_CNTY_CD and *_COUNTY are an
 /// address's county and its name, *_RTND_IND "Y" where mail came back from it, UPDT_NBR counts the customer's
@@ -101,6 +115,7 @@ inline constexpr auto kRecordLayouts = std::to_array<RecordLayout>({
     {record_name::kContext, kContextColumns},
     {record_name::kHistory, kHistoryColumns},
     {record_name::kBatchRuns, kBatchColumns},
+    {record_name::kBatchStatistics, kBatchStatisticsColumns},
     {record_name::kLettersPrinted, kLettersPrintedColumns},
     {record_name::kCustomer, kCustomerColumns},
     {record_name::kCustomerSearch, kCustomerSearchColumns},

@@ -53,6 +53,11 @@ inline constexpr std::string_view kTroop = "TRP_ID";
 inline constexpr std::string_view kDistrict = "TRP_DIST_ID";
 inline constexpr std::string_view kDays = "START_DT";  ///< one day, or two with kBetween
 inline constexpr std::string_view kBatch = "BATCH_NBR";
+inline constexpr std::string_view kRunDays = "BATCH_START_DT";     ///< one day, or two with kBetween
+inline constexpr std::string_view kRunStatus = "STATUS";           ///< one of batch_outcome
+inline constexpr std::string_view kReprintBatch = "ReprintBatch";  ///< the run to be made once more
+inline constexpr std::string_view kBatchStatistics =
+    "BATCHSTAT";                                   ///< "Y": those of kBatch instead of its letters
 inline constexpr std::string_view kThin = "THIN";  ///< "YES": letters come without their contexts
 
 inline constexpr std::string_view kCustomers = "CUSTOMERS";  ///< value of kElementName
@@ -84,6 +89,14 @@ inline constexpr const char* kSucceeded = "Succeeded";
 inline constexpr const char* kFailed = "Failed";
 }  // namespace letter_outcome
 
+/// Batch runs by how they ended.
+namespace batch_outcome {
+inline constexpr const char* kAll = "A";
+inline constexpr const char* kSuccessful = "S";
+inline constexpr const char* kIncomplete = "P";  ///< running ones too
+inline constexpr const char* kFailed = "F";
+}  // namespace batch_outcome
+
 /// The records that travel with requests and replies; looked up without regard to case. Their columns stand
 /// in record_layouts.h.
 namespace record_name {
@@ -91,6 +104,7 @@ inline constexpr const char* kContextInput = "XML_CONTEXT_INPUT";
 inline constexpr const char* kContext = "XML_Context";
 inline constexpr const char* kHistory = "CORRHIST";
 inline constexpr const char* kBatchRuns = "CORRBATCH";
+inline constexpr const char* kBatchStatistics = "CORRSTAT";
 inline constexpr const char* kLettersPrinted = "BATCH_LTRS_PRINTED";
 inline constexpr const char* kBatchItems = "CORR_BITEM";
 inline constexpr const char* kBatchItemOutcomes = "CORR_BITEM_OUTCOME";

@@ -27,12 +27,6 @@ RecordSet& AddRecord(Exchange& exchange, const char* name, const Columns& column
   return exchange.reply.AddRecord(name, {columns.begin(), columns.end()});
 }
 
-/// What is asked of one letter.
-struct AskedItem {
-  std::int64_t letter;
-  std::string action;
-};
-
 AskedItem ReadItem(const RecordSet& rows, std::size_t row) {
   AskedItem asked{
       platform::While("reading SEQ_NBR", [&] { return Value(rows.Text(row, "SEQ_NBR")).AsInteger(); }),
@@ -154,6 +148,10 @@ void AnswerBatchItems(Exchange& exchange) {
   std::vector<AskedItem> asked;
   asked.reserve(rows.RecordCount());
   for (std::size_t row = 0; row < rows.RecordCount(); ++row) asked.push_back(ReadItem(rows, row));
+  GiveLetters(exchange, asked);
+}
+
+void GiveLetters(Exchange& exchange, const std::vector<AskedItem>& asked) {
   ItemOutcomes outcomes(exchange);
   for (const auto& one : asked) outcomes.Act(one);
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "server/wire/exchange.h"
 
@@ -24,10 +25,18 @@ std::optional<BatchItem> FindBatchItem(Database& database, std::int64_t letter);
 /// (print status "W"). An item that waits already is replaced; one that a run has claimed must not be there.
 void GiveToBatchRun(Exchange& exchange, std::int64_t letter, std::string_view action);
 
-/// Answers the record "CORR_BITEM": gives each letter to the coming run or takes it back (kCancel), and says
-/// in the record CORR_BITEM_OUTCOME what came of it. A letter that is gone, claimed by a run, or of a print
-/// status that does not allow the action stays as it is. Throws Failure kRefused for a record without rows,
-/// an unknown action, a SEQ_NBR that is no number; nothing is taken then.
+/// What is asked of one letter.
+struct AskedItem {
+  std::int64_t letter;
+  std::string action;  ///< one of batch_action
+};
+/// Gives each letter to the coming run or takes it back, and says in the record CORR_BITEM_OUTCOME what came
+/// of it. A letter that is gone, claimed by a run, or of a print status that does not allow the action stays
+/// as it is.
+void GiveLetters(Exchange& exchange, const std::vector<AskedItem>& asked);
+
+/// Answers the record "CORR_BITEM": GiveLetters for its rows; kCancel takes a letter back. Throws Failure
+/// kRefused for a record without rows, an unknown action, a SEQ_NBR that is no number; nothing is taken then.
 void AnswerBatchItems(Exchange& exchange);
 
 /// What waits or is claimed, by letter, in the columns of the record CORR_BITEM_WAITING.

@@ -7,6 +7,7 @@
 #include "platform/agreed/requests.h"
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "server/batch/batch_inquiry.h"
 #include "server/context/context_request.h"
 #include "server/customers/customer_changes.h"
 #include "server/customers/customer_forms.h"
@@ -60,6 +61,7 @@ bool HasKey(const Request& request, std::string_view name) {
 }
 
 constexpr auto kReturnMailKeys = std::to_array<KnownKey>({{request_key::kReturnMail}});
+constexpr auto kReprintBatchKeys = std::to_array<KnownKey>({{request_key::kReprintBatch}});
 constexpr auto kWaitingItemKeys = std::to_array<KnownKey>({{request_key::kBatchItems}});
 
 bool AsksTemplateFolder(const Request& request) {
@@ -82,6 +84,17 @@ bool ReturnsMail(const Request& request) {
 }
 bool AsksWaitingItems(const Request& request) {
   return HasKey(request, request_key::kBatchItems);
+}
+bool AsksBatchStatistics(const Request& request) {
+  return HasKey(request, request_key::kBatchStatistics);
+}
+/// Also where neither a day nor a status is asked for: a search of letters says more than THIN.
+bool SearchesBatchRuns(const Request& request) {
+  const bool thin_alone = request.keys.size() == 1 && HasKey(request, request_key::kThin);
+  return thin_alone || HasKey(request, request_key::kRunDays) || HasKey(request, request_key::kRunStatus);
+}
+bool ResubmitsRun(const Request& request) {
+  return HasKey(request, request_key::kReprintBatch);
 }
 bool SearchesLetters(const Request& request) {
   return std::ranges::any_of(kLetterSearchKeys,
@@ -117,10 +130,13 @@ constexpr auto kRoutes = std::to_array<Route>({
     {message_type::kCustomer, ListsCustomers, kListedCustomerKeys, false, AnswerListedCustomers},
     {message_type::kCustomer, SearchesCustomers, kCustomerSearchKeys, false, AnswerCustomerSearch},
     {message_type::kCustomerForms, AsksCustomer, kCustomerFormKeys, false, AnswerCustomerForms},
+    {message_type::kSearch, AsksBatchStatistics, kBatchStatisticsKeys, false, AnswerBatchStatistics},
+    {message_type::kSearch, SearchesBatchRuns, kBatchRunKeys, false, AnswerBatchRuns},
     {message_type::kSearch, SearchesLetters, kLetterSearchKeys, false, AnswerLetterSearch},
     {message_type::kSearch, AsksWaitingItems, kWaitingItemKeys, false, AnswerWaitingItems},
     {message_type::kChange, RecordsLetters, kHistoryKeys, true, RecordLetters},
     {message_type::kChange, GivesToBatchRun, kNoKeys, true, AnswerBatchItems},
+    {message_type::kChange, ResubmitsRun, kReprintBatchKeys, true, AnswerBatchAgain},
     {message_type::kChange, ReturnsMail, kReturnMailKeys, true, AnswerReturnMail},
 });
 

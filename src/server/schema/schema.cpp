@@ -96,6 +96,21 @@ constexpr auto kTables = std::to_array<std::string_view>({
          SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), ACTN_CD VARCHAR(3) NOT NULL,
          RQST_TS VARCHAR(19) NOT NULL, RQST_USER_ID TEXT NOT NULL, BTCH_SEQ_NBR INTEGER,
          PRNT_STTS_CD VARCHAR(1) NOT NULL, PRCS_ERR_TXT TEXT, BTCH_ACTN_CD VARCHAR(3)))",
+    // Batch runs: the counts are those of their rows in batch_letter. WRKR_TXT: which program, on which
+    // machine.
+    R"(CREATE TABLE batch_run (
+         BTCH_SEQ_NBR {key}, BTCH_STATUS VARCHAR(12) NOT NULL, BTCH_CRTE_TS VARCHAR(19) NOT NULL,
+         PRCS_STRT_TS VARCHAR(19), PRCS_END_TS VARCHAR(19), BTCH_LTR_CNT INTEGER NOT NULL DEFAULT 0,
+         LTR_PRCS_CNT INTEGER NOT NULL DEFAULT 0, LTR_SCS_CNT INTEGER NOT NULL DEFAULT 0, WRKR_TXT TEXT NOT NULL))",
+    "CREATE INDEX batch_runs_by_day ON batch_run (BTCH_CRTE_TS)",
+    // What a run has to make, and what became of it: RSLT_CD is null until it has been processed, "S" where
+    // it succeeded, "F" where it failed. SEQ_NBR is null until the letter is in the history.
+    R"(CREATE TABLE batch_letter (
+         BTCH_SEQ_NBR INTEGER NOT NULL REFERENCES batch_run (BTCH_SEQ_NBR), ITM_NBR INTEGER NOT NULL,
+         SRC_CD VARCHAR(3) NOT NULL, RULE_NM VARCHAR(40), LTR_TYP_ID VARCHAR(8) NOT NULL, CUST_ID VARCHAR(12),
+         FORM_TYP_CD VARCHAR(2), FORM_NBR VARCHAR(12), SEQ_NBR INTEGER, RSLT_CD CHAR(1),
+         PRIMARY KEY (BTCH_SEQ_NBR, ITM_NBR)) {by key})",
+    "CREATE INDEX runs_of_letter ON batch_letter (SEQ_NBR)",
     // Letters that came back. CLRD_TS: since when the address can be used again.
     R"(CREATE TABLE returned_mail (
          SEQ_NBR INTEGER PRIMARY KEY REFERENCES letter_history (SEQ_NBR), CUST_ID VARCHAR(12) NOT NULL,

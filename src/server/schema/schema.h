@@ -9,7 +9,7 @@
 namespace server {
 
 /// The version of the tables that this program reads and writes.
-inline constexpr std::int64_t kSchemaVersion = 10;
+inline constexpr std::int64_t kSchemaVersion = 11;
 
 /// The entry of server_info with the text of the letter definitions as they were read last.
 inline constexpr const char* kDefinitions = "letter definitions";

@@ -168,6 +168,37 @@ void LettersAreGivenToRuns(Database& database) {
       FROM letter_history WHERE PRNT_STTS_CD = 'W' AND BTCH_ACTN_CD = 'REB')");
 }
 
+/// Runs were numbers in the letters they made, and nothing else.
+void RunsAreKept(Database& database) {
+  for (const auto* statement : {R"(CREATE TABLE batch_run (
+             BTCH_SEQ_NBR {key}, BTCH_STATUS VARCHAR(12) NOT NULL, BTCH_CRTE_TS VARCHAR(19) NOT NULL,
+             PRCS_STRT_TS VARCHAR(19), PRCS_END_TS VARCHAR(19), BTCH_LTR_CNT INTEGER NOT NULL DEFAULT 0,
+             LTR_PRCS_CNT INTEGER NOT NULL DEFAULT 0, LTR_SCS_CNT INTEGER NOT NULL DEFAULT 0, WRKR_TXT TEXT NOT NULL))",
+                                "CREATE INDEX batch_runs_by_day ON batch_run (BTCH_CRTE_TS)",
+                                R"(CREATE TABLE batch_letter (
+             BTCH_SEQ_NBR INTEGER NOT NULL REFERENCES batch_run (BTCH_SEQ_NBR), ITM_NBR INTEGER NOT NULL,
+             SRC_CD VARCHAR(3) NOT NULL, RULE_NM VARCHAR(40), LTR_TYP_ID VARCHAR(8) NOT NULL, CUST_ID VARCHAR(12),
+             FORM_TYP_CD VARCHAR(2), FORM_NBR VARCHAR(12), SEQ_NBR INTEGER, RSLT_CD CHAR(1),
+             PRIMARY KEY (BTCH_SEQ_NBR, ITM_NBR)) {by key})",
+                                "CREATE INDEX runs_of_letter ON batch_letter (SEQ_NBR)"})
+    ChangeTables(database, statement);
+  // A letter that waits belongs to no run yet. Why a letter was in its run is not known: the rules are the
+  // likeliest.
+  database.Change("UPDATE letter_history SET FLS_BTCH_NBR = NULL WHERE PRNT_STTS_CD = 'W'");
+  database.Change(
+      R"(INSERT INTO batch_run (BTCH_SEQ_NBR, BTCH_STATUS, BTCH_CRTE_TS, PRCS_STRT_TS, PRCS_END_TS, BTCH_LTR_CNT,
+           LTR_PRCS_CNT, LTR_SCS_CNT, WRKR_TXT)
+         SELECT FLS_BTCH_NBR, 'SUCCESSFUL', MIN(COALESCE(LST_PRCS_TS, '')), MIN(LST_PRCS_TS), MAX(LST_PRCS_TS), COUNT(*),
+           COUNT(*), SUM(CASE WHEN PRNT_STTS_CD IN ('F', 'R', 'V', 'E') THEN 0 ELSE 1 END), ''
+         FROM letter_history WHERE FLS_BTCH_NBR IS NOT NULL GROUP BY FLS_BTCH_NBR)");
+  database.Change(
+      R"(INSERT INTO batch_letter (BTCH_SEQ_NBR, ITM_NBR, SRC_CD, LTR_TYP_ID, CUST_ID, FORM_TYP_CD,
+        FORM_NBR, SEQ_NBR, RSLT_CD)
+      SELECT FLS_BTCH_NBR, ROW_NUMBER() OVER (PARTITION BY FLS_BTCH_NBR ORDER BY SEQ_NBR), 'RUL', LTR_TYP_ID, CUST_ID,
+        FORM_TYP_CD, FORM_NBR, SEQ_NBR, CASE WHEN PRNT_STTS_CD IN ('F', 'R', 'V', 'E') THEN 'F' ELSE 'S' END
+      FROM letter_history WHERE FLS_BTCH_NBR IS NOT NULL)");
+}
+
 struct Step {
   std::string_view from;
   void (*Take)(Database& database);
@@ -183,6 +214,7 @@ constexpr auto kSteps = std::to_array<Step>({
     {"7", CustomersAreFoundByBeginnings},
     {"8", ChangedCustomersAreNoted},
     {"9", LettersAreGivenToRuns},
+    {"10", RunsAreKept},
 });
 static_assert(kSteps.size() + 1 == kSchemaVersion);
 

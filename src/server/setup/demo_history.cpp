@@ -16,6 +16,7 @@
 #include "platform/agreed/letter_record.h"
 #include "platform/failure.h"
 #include "platform/text.h"
+#include "server/batch/batch_runs.h"
 #include "server/context/letter_context.h"
 #include "server/context/stored_context.h"
 #include "server/setup/demo_letter.h"
@@ -92,6 +93,62 @@ void EnterByHand(ContextField& root, Draw& draw) {
   }
 }
 
+/// The nightly runs, made as a night makes them.
+class DemoNights {
+ public:
+  DemoNights(Database& database, const DemoSchedule& schedule) : database_(database), schedule_(schedule) {
+    // The numbers begin behind this one.
+    database_.Change(
+        "INSERT INTO batch_run (BTCH_SEQ_NBR, BTCH_STATUS, BTCH_CRTE_TS, WRKR_TXT) VALUES (?, '', '', '')",
+        {kFirstNight});
+    database_.Change("DELETE FROM batch_run WHERE BTCH_SEQ_NBR = ?", {kFirstNight});
+  }
+
+  /// A letter of the history that belongs to a night; letters come in the order of their nights.
+  void Add(const LetterSubject& subject, const DemoSlot& slot, std::int64_t letter, std::string_view status) {
+    // What waits was left over by the night before.
+    const int night = slot.waiting ? slot.night - 1 : slot.night;
+    EndBefore(night);
+    items_.push_back({.source = std::string(slot.waiting ? run_source::kAgain : run_source::kRule),
+                      .letter_type = subject.letter_type,
+                      .customer = subject.customer.id,
+                      .form_type = subject.form ? subject.form->type : "",
+                      .form_number = subject.form ? subject.form->number : "",
+                      .letter = letter});
+    statuses_.push_back(status);
+    ended_ = std::max(ended_, slot.time);
+  }
+  void EndAll() { EndBefore(schedule_.Nights() + 1); }
+
+ private:
+  void EndBefore(int night) {
+    for (; night_ < night; ++night_) End();
+  }
+
+  void End() {
+    const auto begins = schedule_.NightBegins(night_);
+    const auto run = CreateRun(database_, items_, begins, "zemlo-night on the demo machine");
+    for (std::size_t place = 0; place < items_.size(); ++place) {
+      if (statuses_[place] == print_status::kWaitsForBatch) continue;
+      const bool succeeded =
+          statuses_[place] == print_status::kPrintedByBatch || statuses_[place] == print_status::kMerged;
+      RecordItem(database_, run, static_cast<std::int64_t>(place) + 1, *items_[place].letter,
+                 succeeded ? ItemResult::kSucceeded : ItemResult::kFailed);
+    }
+    EndRun(database_, run, std::max(begins, ended_) + std::chrono::seconds(40));
+    items_.clear();
+    statuses_.clear();
+    ended_ = {};
+  }
+
+  Database& database_;
+  const DemoSchedule& schedule_;
+  int night_ = 1;  // the one under way
+  std::vector<RunItem> items_;
+  std::vector<std::string_view> statuses_;  // of items_
+  platform::Timestamp ended_{};
+};
+
 /// A letter as it goes into the tables.
 struct WrittenLetter {
   DemoLetter letter;
@@ -165,8 +222,11 @@ class Writer {
 /// Puts written letters into the tables, in their order.
 class Recorder {
  public:
-  Recorder(Database& database, const DemoLetters& letters, platform::Date today)
-      : database_(database), letters_(letters), today_(std::chrono::local_days(today)) {}
+  Recorder(Database& database, const DemoLetters& letters, const DemoSchedule& schedule, platform::Date today)
+      : database_(database),
+        letters_(letters),
+        nights_(database, schedule),
+        today_(std::chrono::local_days(today)) {}
 
   void Record(WrittenLetter written) {
     const auto& subject = written.letter.subject;
@@ -178,9 +238,9 @@ class Recorder {
     database_.Change(
         R"(INSERT INTO letter_history (LTR_TYP_ID, CUST_ID, FORM_NBR, FORM_CK_DGT_NBR, FORM_TYP_CD,
              DCMT_FILE_TXT, PRNT_STTS_CD, PRNT_TS, LST_PRNT_TS, LST_PRCS_TS, SYS_RFRNC_CD, QZ_CNTY_NBR,
-             ADDR_TYP_CD, PRCS_ERR_TXT, LST_UPDT_INSP_ID, FLS_BTCH_NBR, BTCH_ACTN_CD, WGH_STN_ID, TRP_ID,
-             TRP_DIST_ID, QZ_CNTY_DESC)
-           VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?))",
+             ADDR_TYP_CD, PRCS_ERR_TXT, LST_UPDT_INSP_ID, BTCH_ACTN_CD, WGH_STN_ID, TRP_ID, TRP_DIST_ID,
+             QZ_CNTY_DESC)
+           VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?))",
         {subject.letter_type,
          subject.customer.id,
          of_form(&Form::number),
@@ -196,7 +256,6 @@ class Recorder {
          written.address_type,
          ErrorOf(written),
          written.letter.officer,
-         slot.night == 0 ? Value() : Value(kFirstNight + slot.night),
          BatchAction(written),
          Station(written),
          county[0],
@@ -205,8 +264,11 @@ class Recorder {
     // The table was empty: its numbers run from 1.
     StoreContext(database_, ++last_number_, written.context);
     if (slot.waiting) GiveToRun(written);
+    if (slot.night != 0) nights_.Add(subject, slot, last_number_, written.status);
     NoteReturned(written);
   }
+
+  void EndNights() { nights_.EndAll(); }
 
   /// Marks the addresses that mail came back from. The customers that show something else stay as they are.
   void MarkReturned() {
@@ -284,6 +346,7 @@ class Recorder {
 
   Database& database_;
   const DemoLetters& letters_;
+  DemoNights nights_;
   const std::chrono::local_days today_;
   std::int64_t last_number_ = 0;
   std::map<std::string, Returned> returned_;  // by customer: the last letter, where it came back
@@ -295,7 +358,7 @@ class Pipeline {
   Pipeline(Database& database, const std::filesystem::path& product_data, int letters, platform::Date today)
       : schedule_(letters, today),
         letters_(database, product_data, today),
-        recorder_(database, letters_, today),
+        recorder_(database, letters_, schedule_, today),
         total_(letters) {
     const auto writers = std::clamp(std::thread::hardware_concurrency(), 1U, 4U);
     for (unsigned writer = 0; writer < writers; ++writer) writers_.emplace_back(database);
@@ -306,6 +369,7 @@ class Pipeline {
       if (under_way_.size() == writers_.size() || chunk * kLettersAChunk >= total_) RecordOldest();
       if (chunk * kLettersAChunk < total_) Start(chunk);
     }
+    recorder_.EndNights();
     recorder_.MarkReturned();
   }
 

@@ -48,6 +48,10 @@ int DemoSchedule::FirstOf(int day) const {
   return static_cast<int>((product + days_ - 1) / days_);
 }
 
+platform::Timestamp DemoSchedule::NightBegins(int night) const {
+  return first_day_ + days(night - 1) + kBatchStart;
+}
+
 DemoSlot DemoSchedule::At(int letter) const {
   const auto day = static_cast<int>(static_cast<std::int64_t>(letter) * days_ / letters_);
   const auto date = first_day_ + days(day);

@@ -21,6 +21,8 @@ class DemoSchedule {
 
   /// `letter` counts from 0.
   DemoSlot At(int letter) const;
+  /// When that night's run begins; nights count from 1.
+  platform::Timestamp NightBegins(int night) const;
   /// How many nights there are.
   int Nights() const { return days_; }
 
