@@ -18,13 +18,15 @@ void RemoveUnmarkedParagraphs(platform::XmlElement root) {
 
 }  // namespace
 
+std::string MergeText(const std::string& bookmark_xml) {
+  const auto document = platform::XmlDocument::Parse(bookmark_xml).OrFail();
+  RemoveUnmarkedParagraphs(document.Root());
+  return document.Root().Xml();
+}
+
 std::string GetBKforPrint(const platform::Services& services, const std::string& bookmark_xml) {
   std::string prepared;
-  platform::Trap(services, "ZEMLO_PreviewDoc.GetBKforPrint", [&] {
-    const auto document = platform::XmlDocument::Parse(bookmark_xml).OrFail();
-    RemoveUnmarkedParagraphs(document.Root());
-    prepared = document.Root().Xml();
-  });
+  platform::Trap(services, "ZEMLO_PreviewDoc.GetBKforPrint", [&] { prepared = MergeText(bookmark_xml); });
   return prepared;
 }
 

@@ -12,6 +12,9 @@ namespace composition {
 ///
 /// What is marked stays, so that the merge acts on it; where no mark stands, the template's own wording does.
 /// A text that does not parse, or a flag word that cannot be read, is reported; the answer is "" then.
+///
+/// MergeText is the same where a failure is the caller's: it throws kDamaged.
+std::string MergeText(const std::string& bookmark_xml);
 std::string GetBKforPrint(const platform::Services& services, const std::string& bookmark_xml);
 
 /// Says in a paragraph's element whether the merge is to act on it. A marked one is emptied as well: without

@@ -1,5 +1,6 @@
 #include "apps/letters/command_line.h"
 
+#include <QCoreApplication>
 #include <iostream>
 
 #include "apps/letters/standard_streams.h"
@@ -30,7 +31,7 @@ CommandLine& CommandLine::JsonOption() {
 }
 
 std::optional<int> CommandLine::Parse(const QStringList& words, int least, int most) {
-  const bool understood = parser_.parse(QStringList(QStringLiteral("zemlo-letters")) + words);
+  const bool understood = parser_.parse(QStringList(QCoreApplication::applicationName()) + words);
   if (!understood) return WrongUsage(parser_.errorText().toStdString());
   if (parser_.isSet(QStringLiteral("help"))) {
     std::cout << parser_.helpText().toStdString();
@@ -82,7 +83,8 @@ host::DataFolder CommandLine::Data() const {
 }
 
 int CommandLine::WrongUsage(const std::string& what) const {
-  std::cerr << what << "\nSee \"zemlo-letters " << command_.toStdString() << " --help\".\n";
+  std::cerr << what << "\nSee \"" << QCoreApplication::applicationName().toStdString() << ' '
+            << command_.toStdString() << " --help\".\n";
   return kWrongUsage;
 }
 

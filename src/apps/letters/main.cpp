@@ -1,18 +1,11 @@
-#include <QCoreApplication>
-#include <clocale>
-#include <cstdlib>
+#include <QStringList>
 #include <cstring>
-#include <exception>
 #include <iostream>
-
-#include <langinfo.h>
 
 #include "apps/letters/command_line.h"
 #include "apps/letters/commands.h"
-#include "apps/letters/interruption.h"
-#include "apps/letters/standard_streams.h"
+#include "apps/letters/program.h"
 #include "apps/product_files.h"
-#include "platform/text.h"
 
 namespace {
 
@@ -60,25 +53,6 @@ several letters, 1 says that at least one failed or was refused.
 )";
 }
 
-/// Names and texts are UTF-8 here, whatever the locale of a service or a cron job says.
-void UseUtf8() {
-  std::setlocale(LC_ALL, "");
-  if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) setenv("LC_ALL", "C.UTF-8", 1);
-  std::setlocale(LC_ALL, "");
-}
-
-/// The option or argument with bytes that are not UTF-8, which would come in as another text; "" for none.
-std::string WordThatIsNoText(int count, char** words) {
-  for (int place = 1; place < count; ++place) {
-    const std::string_view word = words[place];
-    if (platform::IsValidUtf8(word)) continue;
-    if (word.starts_with("--")) return std::string(word.substr(0, word.find('=')));
-    const std::string_view before = words[place - 1];
-    return before.starts_with("--") ? std::string(before) : "Argument " + std::to_string(place);
-  }
-  return "";
-}
-
 int Run(const QStringList& words) {
   if (words.isEmpty()) {
     PrintUsage(std::cerr);
@@ -101,27 +75,8 @@ int Run(const QStringList& words) {
   return apps::kWrongUsage;
 }
 
-int RunOrExplain(int argc, char** argv) {
-  if (const auto word = WordThatIsNoText(argc, argv); !word.empty()) {
-    std::cerr << word << " has bytes that are not UTF-8. Give it as UTF-8 text.\n";
-    return apps::kWrongUsage;
-  }
-  try {
-    return Run(QCoreApplication::arguments().mid(1));
-  } catch (const std::exception& failure) {
-    std::cerr << failure.what() << '\n';
-    return apps::kRefused;
-  }
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-  apps::StandardStreams streams;
-  UseUtf8();
-  const QCoreApplication application(argc, argv);
-  const int status = RunOrExplain(argc, argv);
-  const int ended = streams.End(status, QCoreApplication::arguments().contains(QStringLiteral("--json")));
-  if (ended == apps::kInterrupted) apps::Interruption::EndBySignal();
-  return ended;
+  return apps::RunProgram(argc, argv, Run);
 }

@@ -7,6 +7,7 @@
 #include "platform/agreed/letter_record.h"
 #include "platform/agreed/record_layouts.h"
 #include "platform/failure.h"
+#include "server/batch/account_balance.h"
 #include "server/batch/batch_runs.h"
 #include "server/history/batch_items.h"
 
@@ -32,19 +33,13 @@ constexpr auto kAskedStatuses = std::to_array<AskedStatus>({
 // A run that begins in the evening is the night's.
 constexpr auto kEvening = " 18";
 
-// What the account of a letter owes now: nothing where it has none.
-constexpr std::string_view kBalance =
-    R"((SELECT SUM(TAX_AMT + PNLTY_AMT + INTRST_AMT) FROM tax_period
-        WHERE tax_period.FORM_TYP_CD = batch_letter.FORM_TYP_CD AND tax_period.FORM_NBR = batch_letter.FORM_NBR))";
-
 /// The letters of `of` ("... = ?"), counted by what their accounts owe.
 std::string AccountCounts(std::string_view of) {
-  const std::string with_form = "FORM_NBR IS NOT NULL";
   const auto count = [&](const char* compared) {
-    return "COALESCE(SUM(CASE WHEN " + with_form + " AND COALESCE(" + std::string(kBalance) + ", 0) " +
-           compared + " THEN 1 ELSE 0 END), 0)";
+    return "COALESCE(SUM(CASE WHEN FORM_NBR IS NOT NULL AND " + BalanceOf("batch_letter") + compared +
+           " THEN 1 ELSE 0 END), 0)";
   };
-  return "SELECT " + count("<= 0") + " AS PAID_COUNT, " + count("> 0") +
+  return "SELECT " + count(" <= 0") + " AS PAID_COUNT, " + count(" > 0") +
          " AS UNPAID_COUNT FROM batch_letter WHERE " + std::string(of);
 }
 

@@ -12,23 +12,10 @@ namespace server {
 namespace {
 
 using platform::Failure;
-using platform::Value;
 
 constexpr auto kHistoryStart =
     std::to_array<std::string_view>({"CUST_ID", "PRNT_STTS_CD", "QZ_CNTY_NBR", "FORM_NBR", "FORM_TYP_CD",
                                      "FORM_CK_DGT_NBR", "LST_PRCS_TS", "ADDR_TYP_CD"});
-
-Value AddressType(AddressVerdict::Use use) {
-  switch (use) {
-    case AddressVerdict::Use::kMail:
-      return 1;
-    case AddressVerdict::Use::kResidential:
-      return 2;
-    case AddressVerdict::Use::kNone:
-      break;
-  }
-  return {};
-}
 
 std::string Status(const AddressVerdict& verdict, const ContextField& context) {
   namespace print_status = platform::print_status;
@@ -45,7 +32,7 @@ void AddHistoryStart(Exchange& exchange, const LetterSubject& subject, const Add
   history.Set("PRNT_STTS_CD", Status(verdict, context));
   history.Set("QZ_CNTY_NBR", subject.customer.county_number);
   history.Set("LST_PRCS_TS", platform::TimestampText(exchange.now));
-  history.Set("ADDR_TYP_CD", AddressType(verdict.use));
+  history.Set("ADDR_TYP_CD", verdict.AddressType());
   if (!subject.form) return;
   history.Set("FORM_NBR", subject.form->number);
   history.Set("FORM_TYP_CD", subject.form->type);

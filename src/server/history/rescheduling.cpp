@@ -73,18 +73,19 @@ struct Correction {
 
 std::int64_t RescheduleCorrectedLetters(Exchange& exchange, const Customer& before, const Customer& after) {
   auto& database = exchange.database;
-  // Of the letters whose data were incomplete, those that had no address to go to. A letter that waits to be
-  // made again, or that a run has claimed, is left to it; one that waits to be printed as it was is not.
+  // Of the letters whose data were incomplete, or that a run could not make, those that had no address to go
+  // to. A letter that waits to be made again, or that a run has claimed, is left to it; one that waits to be
+  // printed as it was is not.
   const auto letters = database.Select(
       R"(SELECT letter_history.SEQ_NBR, LTR_TYP_ID, letter_history.ADDR_TYP_CD, RTND_DT
          FROM letter_history LEFT JOIN returned_mail
            ON returned_mail.SEQ_NBR = letter_history.SEQ_NBR AND CLRD_TS IS NULL
          WHERE letter_history.CUST_ID = ?
            AND (PRNT_STTS_CD = ? OR RTND_DT IS NOT NULL
-                OR (PRNT_STTS_CD = ? AND letter_history.ADDR_TYP_CD IS NULL))
+                OR (PRNT_STTS_CD IN (?, ?) AND letter_history.ADDR_TYP_CD IS NULL))
            AND NOT EXISTS (SELECT 1 FROM batch_item WHERE batch_item.SEQ_NBR = letter_history.SEQ_NBR
                            AND (ACTN_CD = ? OR BTCH_SEQ_NBR IS NOT NULL)))",
-      {after.id, print_status::kAddressNotVerified, print_status::kDataIncomplete,
+      {after.id, print_status::kAddressNotVerified, print_status::kDataIncomplete, print_status::kPrintFailed,
        std::string(platform::batch_action::kBatchAgain)});
   if (letters->IsEmpty()) return 0;
   const Correction correction{before, after, exchange.verifier, FindOffice(database).state};

@@ -12,6 +12,7 @@
 #include "platform/file_access.h"
 #include "platform/file_failure.h"
 #include "platform/whole_file.h"
+#include "server/batch/batch_rules.h"
 #include "server/context/letter_fields.h"
 #include "server/context/stored_context.h"
 #include "server/customers/customer_words.h"
@@ -101,6 +102,13 @@ void CopyMissingTemplates(const InitOptions& options) {
   }
 }
 
+/// An office's own rules stay.
+void CopyMissingRules(const InitOptions& options) {
+  const auto target = RuleFile(options.data_folder);
+  if (!fs::exists(target))
+    platform::CopyWholeFile(options.product_data_folder / "server" / kRuleFile, target);
+}
+
 /// Throws where the lock says that it is not another program that keeps this one from working.
 void RequireWritable(const fs::path& folder, QLockFile::LockError error) {
   if (error == QLockFile::LockFailedError) return;
@@ -125,6 +133,7 @@ void CreateOrUpdate(const InitOptions& options) {
     CreateDatabase(file, options);
   }
   CopyMissingTemplates(options);
+  CopyMissingRules(options);
 }
 
 void RequireAtLeast(int least, int number, const std::string& things) {

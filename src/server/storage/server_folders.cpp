@@ -18,4 +18,12 @@ std::filesystem::path StreetFolder(const std::filesystem::path& data_folder) {
   return ServerFolder(data_folder) / "streets";
 }
 
+std::filesystem::path RuleFile(const std::filesystem::path& data_folder) {
+  return ServerFolder(data_folder) / "batch_rules.tsv";
+}
+
+std::filesystem::path BatchFolder(const std::filesystem::path& data_folder) {
+  return ServerFolder(data_folder).parent_path() / "batches";
+}
+
 }  // namespace server

@@ -11,6 +11,10 @@ std::filesystem::path ServerFolder(const std::filesystem::path& data_folder);
 std::filesystem::path DatabaseFile(const std::filesystem::path& data_folder);
 /// <data>/server/templates, from which templates are downloaded.
 std::filesystem::path TemplateFolder(const std::filesystem::path& data_folder);
+/// <data>/server/batch_rules.tsv, what the night writes unasked.
+std::filesystem::path RuleFile(const std::filesystem::path& data_folder);
+/// <data>/batches, where the letters of each run lie.
+std::filesystem::path BatchFolder(const std::filesystem::path& data_folder);
 /// <data>/server/streets, what the post delivers to.
 std::filesystem::path StreetFolder(const std::filesystem::path& data_folder);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "platform/agreed/letter_record.h"
 #include "server/subject/letter_text.h"
 
 namespace server {
@@ -116,6 +117,18 @@ std::string AddressLines(const Customer& customer, const AddressVerdict& verdict
   if (verdict.use == AddressVerdict::Use::kResidential) return Lines(customer.residential);
   if (!customer.mail.IsMissing()) return Lines(customer.mail);
   return customer.residential.IsMissing() ? "" : Lines(customer.residential);
+}
+
+platform::Value AddressVerdict::AddressType() const {
+  switch (use) {
+    case Use::kMail:
+      return platform::letter_address::kMailing;
+    case Use::kResidential:
+      return platform::letter_address::kResidential;
+    case Use::kNone:
+      break;
+  }
+  return {};
 }
 
 }  // namespace server

@@ -14,6 +14,8 @@ struct AddressVerdict {
   Use use = Use::kNone;
   FlagWord flags = 0;  ///< the word "AddrState": what is used, and what is wrong with either address
 
+  /// ADDR_TYP_CD of the letter; null where there is none.
+  platform::Value AddressType() const;
   bool IsUsable() const { return use != Use::kNone; }
   /// There is no usable address because of what is stored, not because it could not be verified.
   bool IsRefused() const { return !IsUsable() && (flags & address::kAllWarnings) != 0; }

@@ -31,25 +31,18 @@ Address ReadAddress(const RecordSet& rows, const std::string& prefix) {
           .verification = Part(rows, prefix + "VRFY_CD")};
 }
 
-/// What the request names, blanks removed; "" for what it leaves out.
-struct NamedSubject {
-  explicit NamedSubject(const RecordSet& rows) {
-    if (rows.IsEmpty()) return;
-    const auto text = [&](std::string_view column) {
-      return rows.HasColumn(column) ? std::string(platform::Trim(rows.Text(0, column))) : "";
-    };
-    customer = text("CUST_ID");
-    type = text("FORM_TYP_CD");
-    number = text("FORM_NBR");
-    check_digit = text("FORM_CK_DGT_NBR");
-    if (number.empty()) number = text("RCPT_NBR");
-    if (check_digit.empty()) check_digit = text("RCPT_CK_DGT_NBR");
-  }
-  std::string customer;
-  std::string type;
-  std::string number;
-  std::string check_digit;
-};
+/// What the request names, blanks removed.
+SubjectNames NamesIn(const RecordSet& rows) {
+  SubjectNames names;
+  if (rows.IsEmpty()) return names;
+  const auto text = [&](std::string_view column) {
+    return rows.HasColumn(column) ? std::string(platform::Trim(rows.Text(0, column))) : "";
+  };
+  names = {text("CUST_ID"), text("FORM_TYP_CD"), text("FORM_NBR"), text("FORM_CK_DGT_NBR")};
+  if (names.form_number.empty()) names.form_number = text("RCPT_NBR");
+  if (names.check_digit.empty()) names.check_digit = text("RCPT_CK_DGT_NBR");
+  return names;
+}
 
 std::string KnownCustomer(Database& database, const std::string& id) {
   const auto customer = FindCustomer(database, id);
@@ -59,25 +52,26 @@ std::string KnownCustomer(Database& database, const std::string& id) {
 }
 
 /// The form, and the customer it belongs to.
-std::pair<Form, std::string> FindForm(Database& database, const NamedSubject& input) {
-  if (input.type.empty()) {
+std::pair<Form, std::string> FindForm(Database& database, const SubjectNames& input) {
+  if (input.form_type.empty()) {
     throw Failure(Failure::Kind::kRefused,
-                  "The form number \"" + input.number + "\" came without a form type.");
+                  "The form number \"" + input.form_number + "\" came without a form type.");
   }
   const auto rows = database.Select(
       "SELECT FORM_CK_DGT_NBR, CUST_ID, FORM_STTS_CD FROM form WHERE FORM_TYP_CD = ? AND FORM_NBR = ?",
-      {input.type, input.number});
+      {input.form_type, input.form_number});
   if (rows->IsEmpty()) {
     throw Failure(Failure::Kind::kNotFound,
-                  "There is no form \"" + input.number + "\" of type \"" + input.type + "\".");
+                  "There is no form \"" + input.form_number + "\" of type \"" + input.form_type + "\".");
   }
   const auto check_digit = Part(*rows, "FORM_CK_DGT_NBR");
   if (!input.check_digit.empty() && !platform::EqualsIgnoringCase(input.check_digit, check_digit)) {
     throw Failure(Failure::Kind::kRefused, "The check digit \"" + input.check_digit +
-                                               "\" does not belong to the form \"" + input.number + "\".");
+                                               "\" does not belong to the form \"" + input.form_number +
+                                               "\".");
   }
-  return {{.type = input.type,
-           .number = input.number,
+  return {{.type = input.form_type,
+           .number = input.form_number,
            .check_digit = check_digit,
            .status = Part(*rows, "FORM_STTS_CD")},
           Part(*rows, "CUST_ID")};
@@ -156,29 +150,30 @@ void RequireOwner(Database& database, const std::string& form, const std::string
                                              KnownCustomer(database, customer) + ".");
 }
 
-LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type) {
-  const NamedSubject input(*exchange.request.Rows(platform::record_name::kContextInput));
-  if (input.customer.empty() && input.number.empty()) {
+LetterSubject FindLetterSubject(Database& database, const std::string& letter_type, const SubjectNames& names,
+                                platform::Date today) {
+  if (names.customer.empty() && names.form_number.empty()) {
     throw Failure(Failure::Kind::kRefused, "The request names neither a customer nor a form.");
   }
-  LetterSubject subject{.letter_type = letter_type,
-                        .today = exchange.Today(),
-                        .customer = {},
-                        .form = {},
-                        .periods = {},
-                        .office = {}};
-  subject.customer_was_given = !input.customer.empty();
-  auto customer = input.customer;
-  if (!input.number.empty()) {
-    auto [form, owner] = FindForm(exchange.database, input);
-    RequireOwner(exchange.database, form.number, owner, customer);
+  LetterSubject subject{
+      .letter_type = letter_type, .today = today, .customer = {}, .form = {}, .periods = {}, .office = {}};
+  subject.customer_was_given = !names.customer.empty();
+  auto customer = names.customer;
+  if (!names.form_number.empty()) {
+    auto [form, owner] = FindForm(database, names);
+    RequireOwner(database, form.number, owner, customer);
     customer = owner;
     subject.form = std::move(form);
   }
-  subject.customer = FindCustomer(exchange.database, customer);
-  subject.periods = FindPeriods(exchange.database, customer, subject.form);
-  subject.office = FindOffice(exchange.database);
+  subject.customer = FindCustomer(database, customer);
+  subject.periods = FindPeriods(database, customer, subject.form);
+  subject.office = FindOffice(database);
   return subject;
+}
+
+LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type) {
+  const auto names = NamesIn(*exchange.request.Rows(platform::record_name::kContextInput));
+  return FindLetterSubject(exchange.database, letter_type, names, exchange.Today());
 }
 
 }  // namespace server

@@ -88,7 +88,19 @@ std::vector<TaxPeriod> FindPeriods(Database& database, const std::string& custom
 /// The office that writes the letters; nothing but empty texts where none is stored.
 Office FindOffice(Database& database);
 
-/// Looks up what the record "XML_CONTEXT_INPUT" names. Throws Failure kRefused where it names nothing or
+/// Whom and what a letter is to be about, by name; "" for what is not named.
+struct SubjectNames {
+  std::string customer;
+  std::string form_type = {};
+  std::string form_number = {};
+  std::string check_digit = {};
+};
+/// Looks them up as they are now. Throws Failure kRefused where they name nothing or contradict themselves,
+/// kNotFound naming the customer or form that is not there.
+LetterSubject FindLetterSubject(Database& database, const std::string& letter_type, const SubjectNames& names,
+                                platform::Date today);
+
+/// The same for what the record "XML_CONTEXT_INPUT" names. Throws Failure kRefused where it names nothing or
 /// contradicts itself, kNotFound naming the customer or form that is not there.
 LetterSubject FindLetterSubject(Exchange& exchange, const std::string& letter_type);
 
