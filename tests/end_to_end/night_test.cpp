@@ -71,6 +71,10 @@ TEST_F(Night, MakesWhatIsDueOnceAndFilesItByTypeAndDistrict) {
                   .out,
               std::to_string(letters) + "\n");
   }
+  EXPECT_THAT(RunLetters({"batches", "--data", data_.string(), "--json"}).out,
+              HasSubstr("\"BTCH_SEQ_NBR\": \"" + run + "\""));
+  EXPECT_THAT(RunLetters({"batch-stat", run, "--data", data_.string()}).out,
+              HasSubstr("Notice of Overdue Return"));
   EXPECT_THAT(Run({"run"}).out, HasSubstr(": 0 due, 0 made"));
   ExpectCountsOfLetters();
 }

@@ -18,6 +18,8 @@ int RunResubmit(const QStringList& words);
 int RunBatchReprint(const QStringList& words);
 int RunSave(const QStringList& words);
 int RunReturnMail(const QStringList& words);
+int RunBatches(const QStringList& words);
+int RunBatchStatistics(const QStringList& words);
 int RunWaiting(const QStringList& words);
 int RunUnrecorded(const QStringList& words);
 int RunVerifyAddress(const QStringList& words);

@@ -28,6 +28,8 @@ constexpr Command kCommands[] = {
     {"save", "Saves letters that were produced", apps::RunSave},
     {"return-mail", "Marks the address that a letter came back from", apps::RunReturnMail},
     {"waiting", "Lists what waits for the batch run, and takes it back", apps::RunWaiting},
+    {"batches", "Finds nightly batch runs", apps::RunBatches},
+    {"batch-stat", "Shows a batch run's letters by letter type", apps::RunBatchStatistics},
     {"unrecorded", "Lists printed letters that are not recorded, and records them", apps::RunUnrecorded},
     {"bookmarks", "Lists the bookmarks of a template", apps::RunBookmarks},
     {"trial", "Makes a letter of a template that is not in use yet", apps::RunTrial},

@@ -63,15 +63,19 @@ void AddCriteria(CommandLine& line) {
       .Option("troop-district", "TEXT", "Of these only the ones of a troop, \"B\", or a district, \"B12\".");
 }
 
-std::optional<std::string> CriterionFault(const CommandLine& line) {
-  if (line.IsSet("status") && !StatusOption(line.Value("status"))) {
-    return "--status takes all, successful or failure, not \"" + line.Value("status") + "\".";
-  }
+std::optional<std::string> DayFault(const CommandLine& line) {
   for (const auto* option : {"from", "to"}) {
     if (!line.IsSet(option) || platform::ParseDate(line.Value(option))) continue;
     return "--" + std::string(option) + " takes a day as yyyy-mm-dd, not \"" + line.Value(option) + "\".";
   }
   return std::nullopt;
+}
+
+std::optional<std::string> CriterionFault(const CommandLine& line) {
+  if (line.IsSet("status") && !StatusOption(line.Value("status"))) {
+    return "--status takes all, successful or failure, not \"" + line.Value("status") + "\".";
+  }
+  return DayFault(line);
 }
 
 namespace {

@@ -1,6 +1,7 @@
 #include "desktop/forms/form_views.h"
 
 #include "desktop/forms/account_dialog_view.h"
+#include "desktop/forms/batch_statistics_view.h"
 #include "desktop/forms/cust_maint_view.h"
 #include "desktop/forms/customer_dialog_view.h"
 #include "desktop/forms/letter_form_view.h"
@@ -17,6 +18,7 @@ void RegisterFormViews(QtHostShell& shell) {
   shell.ShowFormsWith<customers::ZEMLO_CustMaint>([](auto& form) { return new CustMaintView(form); });
   shell.ShowFormsWith<composition::frmBatch>([](auto& form) { return new LetterInformationView(form); });
   shell.ShowFormsWith<composition::frmLetter>([](auto& form) { return new LetterFormView(form); });
+  shell.ShowFormsWith<tracking::frmBatchStat>([](auto& form) { return new BatchStatisticsView(form); });
   shell.ShowFormsWith<tracking::frmPrintStatus>([](auto& form) { return new PrintStatusView(form); });
   shell.ShowFormsWith<tracking::frmPrintSummary>([](auto& form) { return new PrintSummaryView(form); });
 }

@@ -64,6 +64,14 @@ void ExplainCommands(const platform::Services& services, Pages& pages, FieldChec
     reasons.ExplainLetterAction(online[option], tracking::kRuleOnline, lists, pages.correspondence.sdgGrid);
   }
   reasons.Explain(search.search, by_fields(PageIndex::kTracking));
+  reasons.Explain(pages.batch.cmdBatch[BatchPage::kSearch], by_fields(PageIndex::kBatch));
+  for (const auto option : {BatchPage::kResubmitBatch, BatchPage::kBatchStatistics}) {
+    reasons.Explain(pages.batch.OptBatchAct[option], [&grid = pages.batch.sdgGrid] {
+      return std::string(grid.selected_rows().size() > 1
+                             ? "This goes with one run only. Select one in the list."
+                             : "Select a run in the list first.");
+    });
+  }
   for (std::size_t option = 0; option < search.OptLetter.size(); ++option) {
     reasons.ExplainLetterAction(search.OptLetter[option], tracking::RuleOf(option), lists, search.sdgGrid);
   }

@@ -42,6 +42,8 @@ Parts::Parts(const platform::Services& services, WorkspaceData& data, platform::
                           [&services, &data](PageIndex page, const customers::PickedForm& form) {
                             FillFormInfo(services, data.message_title, data.pages, page, form);
                           }}),
+      batch_history(services, envelope, data.pages.batch),
+      batch_actions(services, data.message_title, data.pending, envelope, data.pages.batch),
       batch_reprint(services, envelope),
       letter_fetch(services, data.message_title, envelope, data.pages,
                    [this](const std::string& action) { return batch_reprint.TakeNext(action); }),
@@ -87,6 +89,8 @@ ReplyHandlers Parts::Handlers() {
   known.CopyTemplate = [this] { templates.CopyTemplate(); };
   known.ViewBookMark = [this](const Reply& reply) { bookmark_view.ViewBookMark(reply); };
   known.FillHistory = [this](const Reply& reply, PageIndex page) { history_search.FillHistory(reply, page); };
+  known.FillBatchHistory = [this](const Reply& reply) { batch_history.FillBatchHistory(reply); };
+  known.SendBatchInq = [this] { batch_history.SendBatchInq(); };
   known.MergeLetter = [this](const Reply& reply, PageIndex page, const std::string& mode,
                              const std::string& letter_type) {
     stored_letters.MergeLetter(reply, page, mode, letter_type);

@@ -4,6 +4,8 @@
 #include "customers/customer_selection.h"
 #include "platform/parties/message_component.h"
 #include "platform/parties/services.h"
+#include "tracking/batch_actions.h"
+#include "tracking/batch_history.h"
 #include "tracking/batch_reprint.h"
 #include "tracking/batch_submission.h"
 #include "tracking/correspondence_grid.h"
@@ -68,6 +70,8 @@ struct Parts {
   OnlineActions online_actions;
   customers::CustomerInquiry customer_inquiry;
   customers::CustomerSelection customer_selection;
+  tracking::BatchHistory batch_history;
+  tracking::BatchActions batch_actions;
   tracking::BatchReprint batch_reprint;
   tracking::LetterFetch letter_fetch;
   tracking::LocalReprint local_reprint;

@@ -45,7 +45,7 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
       {&online[CorrespondencePage::kPrintLetter], Sends::kRequest, act(CorrespondencePage::kPrintLetter)},
       {&tracking.search, Sends::kRequest, [&parts] { parts.history_search.mCmdTracking_Click(); }},
       {&tracking.clear, Sends::kNothing, clear(PageIndex::kTracking)},
-      {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, not_yet},
+      {&batch.cmdBatch[BatchPage::kSearch], Sends::kRequest, [&parts] { parts.batch_history.Search(); }},
       {&batch.cmdBatch[BatchPage::kClear], Sends::kNothing,
        [&parts] { parts.fields.batch_criteria.Clear(); }},
   };
@@ -62,7 +62,11 @@ std::vector<CommandRow> Commands(Pages& pages, Parts& parts) {
   for (std::size_t option = 0; option < tracking.OptLetter.size(); ++option) {
     rows.push_back({&tracking.OptLetter[option], Sends::kRequest, act_on_letters(option)});
   }
-  for (auto& option : batch.OptBatchAct) rows.push_back({&option, Sends::kRequest, not_yet});
+  for (std::size_t option = 0; option < batch.OptBatchAct.size(); ++option) {
+    const bool is_there = option == BatchPage::kResubmitBatch || option == BatchPage::kBatchStatistics;
+    const Handler act_on_run = [&parts, option] { parts.batch_actions.BatchActClick(option); };
+    rows.push_back({&batch.OptBatchAct[option], Sends::kRequest, is_there ? act_on_run : not_yet});
+  }
   return rows;
 }
 
@@ -107,6 +111,9 @@ class Wiring {
     for (auto& option : page.OptLetterStatus) Check(option.Click, PageIndex::kTracking);
   }
   void ConnectBatchSearch(BatchPage& page) {
+    auto& history = parts_.batch_history;
+    Add(page.sdgGrid.Click.Connect([&history] { history.sdgGrid_Click(); }));
+    Add(page.sdgGrid.RowLoaded.Connect([&history](std::size_t row) { history.sdgGrid_RowLoaded(row); }));
     for (auto* date : {&page.start_date, &page.end_date}) Check(date->Changed, PageIndex::kBatch);
   }
 

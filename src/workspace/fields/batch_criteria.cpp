@@ -1,7 +1,6 @@
 #include "workspace/fields/batch_criteria.h"
 
-#include "platform/agreed/requests.h"
-#include "platform/parties/request_record.h"
+#include "workspace/pages/batch_runs.h"
 
 namespace workspace {
 
@@ -24,21 +23,14 @@ void BatchCriteria::Clear() {
     for (auto& option : page_.OptBatchDate) option.SetSelected(false);
     SetDates(std::nullopt);
     for (auto& option : page_.OptBatchStatus) option.SetSelected(false);
-    for (auto& option : page_.OptBatchAct) option.SetEnabled(false);
-    ShowNoRuns();
+    WithdrawBatchActions(page_);
+    ShowNoRuns(services_, page_);
     field_check_.CheckEdit(PageIndex::kBatch);  // deselecting is no click
   });
 }
 
 void BatchCriteria::SetDates(std::optional<platform::Date> day) {
   for (auto* date : {&page_.start_date, &page_.end_date}) date->SetValue(day);
-}
-
-void BatchCriteria::ShowNoRuns() {
-  platform::RequestRecord runs(services_.reference);
-  runs.Source(platform::record_name::kBatchRuns);
-  runs.Open();
-  page_.sdgGrid.Bind(runs.Recordset());
 }
 
 }  // namespace workspace

@@ -24,7 +24,6 @@ class BatchCriteria {
 
  private:
   void SetDates(std::optional<platform::Date> day);
-  void ShowNoRuns();
 
   const platform::Services& services_;
   BatchPage& page_;

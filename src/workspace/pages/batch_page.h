@@ -20,6 +20,17 @@ struct BatchPage {
   // Options of OptBatchDate.
   static constexpr std::size_t kLastNight = 0;
   static constexpr std::size_t kDateRange = 1;
+  // Options of OptBatchStatus.
+  static constexpr std::size_t kAll = 0;
+  static constexpr std::size_t kSuccessful = 1;
+  static constexpr std::size_t kIncomplete = 2;
+  static constexpr std::size_t kFailure = 3;
+  // Options of OptBatchAct.
+  static constexpr std::size_t kPrintTaxLiability = 0;
+  static constexpr std::size_t kPrintTaxWarrant = 1;
+  static constexpr std::size_t kResubmitBatch = 2;
+  static constexpr std::size_t kBatchDetails = 3;
+  static constexpr std::size_t kBatchStatistics = 4;
 
   BatchPage() { sdgGrid.columns = ColumnsOf(kBatchRunColumns); }
 

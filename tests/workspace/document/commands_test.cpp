@@ -84,8 +84,8 @@ TEST_F(Commands, StayDisabledWhileNothingHandlesThem) {
   GivenWorkspaceIsOpen();
   auto& pages = document_.pages();
   const std::vector<platform::Control*> controls = {
-      &pages.batch.cmdBatch[BatchPage::kSearch],
-      &pages.batch.OptBatchAct[0],
+      &pages.batch.OptBatchAct[BatchPage::kPrintTaxLiability],
+      &pages.batch.OptBatchAct[BatchPage::kBatchDetails],
   };
   for (auto* control : controls) {
     EXPECT_FALSE(control->enabled());
