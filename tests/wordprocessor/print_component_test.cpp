@@ -309,10 +309,11 @@ TEST_F(PrintComponentTest, AsksAboutAPrintFromThePreview) {
   viewer_.Press(&PreviewContent::print);
   EXPECT_EQ(queues_.last.pages, "2");
   EXPECT_THAT(heard_, ElementsAre("DocPrint"));
-  heard_.clear();
   host_.print_choices = {platform::PrintChoice{.printer = "laser", .pages = "1-3"}};
   viewer_.Press(&PreviewContent::print);
-  EXPECT_THAT(heard_, ElementsAre(HasSubstr("The letter has 2 pages, there is no page 3 in it.")));
+  ASSERT_THAT(errors_.Procedures(), ElementsAre("ZEMLO_Print.PrintOut"));
+  EXPECT_THAT(errors_.reports[0].description, HasSubstr("The letter has 2 pages, there is no page 3 in it."));
+  EXPECT_THAT(heard_, ElementsAre("DocPrint"));
 }
 
 TEST_F(PrintComponentTest, PrintsWithoutAskingUntilThePrinterTakesNoLetter) {
