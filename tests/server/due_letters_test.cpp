@@ -105,6 +105,11 @@ TEST_F(ANight, WritesALetterOnceOrAgainAfterItsDays) {
   EXPECT_THAT(Due("status = O"), IsEmpty());
   EXPECT_THAT(Due("status = O", "30", std::chrono::year(2026) / 12 / 21), IsEmpty());
   EXPECT_THAT(Due("status = O", "30", std::chrono::year(2026) / 12 / 22), ElementsAre(form_));
+  Ask({.type = 82,
+       .records = {{"CORR_BITEM", {{{"ACTION", "REB"}, {"SEQ_NBR", letter}}}}},
+       .message_key = "item"});
+  EXPECT_THAT(Due("status = O", "1", std::chrono::year(2026) / 12 / 22), ElementsAre(form_))
+      << "the one that waits to be made again, and no second one";
 }
 
 TEST_F(ANight, TakesWhatWaitsBeforeWhatTheRulesSayAndEachOnce) {

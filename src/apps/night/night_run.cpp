@@ -197,8 +197,14 @@ Night::Night(const host::DataFolder& folder, std::function<void(const std::strin
 }
 
 std::vector<server::BatchRule> Night::Rules(platform::Date day) {
+  const auto file = server::RuleFile(folder_.root());
+  if (!std::filesystem::exists(file)) {
+    throw Failure(Failure::Kind::kNotFound,
+                  "There are no rules for the night: \"" + file.string() +
+                      "\" is missing. \"zemlo-letters init\" puts the usual ones there.");
+  }
   platform::TableFaults faults;
-  auto rules = server::ReadBatchRules(server::RuleFile(folder_.root()), database_, day, faults);
+  auto rules = server::ReadBatchRules(file, database_, day, faults);
   RequireTemplates(rules, day, faults);
   faults.OrFail("No letter was made.");
   return rules;

@@ -47,7 +47,14 @@ void AddOfRule(Database& database, const BatchRule& rule, platform::Date today, 
           " AND letter_history.FORM_TYP_CD = form.FORM_TYP_CD AND letter_history.LTR_TYP_ID = ?" +
           since + ") ORDER BY FORM_NBR",
       values);
+  // A letter that waits to be made again is the one that the rule asks for.
+  std::set<std::string> made_again;
+  for (const auto& item : due) {
+    if (item.letter_type == rule.letter_type && item.form_type == rule.form_type)
+      made_again.insert(item.form_number);
+  }
   for (std::size_t row = 0; row < rows->RecordCount(); ++row) {
+    if (made_again.contains(rows->Text(row, "FORM_NBR"))) continue;
     due.push_back({.source = std::string(run_source::kRule),
                    .letter_type = rule.letter_type,
                    .customer = rows->Text(row, "CUST_ID"),
